@@ -1,0 +1,5 @@
+// Entry point of the client.
+int main()
+{
+    return 0;
+}

@@ -1,0 +1,25 @@
+# How every room of the project is compiled: one set of warnings, includes written from the root.
+add_library(tideloft_options INTERFACE)
+target_include_directories(tideloft_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_definitions(tideloft_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+target_compile_options(tideloft_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(TIDELOFT_SANITIZE)
+    target_compile_options(tideloft_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tideloft_options INTERFACE -fsanitize=address,undefined)
+else()
+    target_compile_definitions(tideloft_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+    target_compile_options(tideloft_options INTERFACE -fstack-protector-strong)
+    target_link_options(tideloft_options INTERFACE -Wl,-z,relro,-z,now)
+endif()
+# Compiling as position-independent code is what Qt asks for, and lets the loader place the program anywhere.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# Adds a room of the program as a static library: tideloft_room(NAME SOURCES... ).
+function(tideloft_room name)
+    add_library(${name} STATIC ${ARGN})
+    target_link_libraries(${name} PUBLIC tideloft_options)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+endfunction()

@@ -1,0 +1,19 @@
+// TLS settings for every connection of the program.
+#include "net/tls_policy.h"
+
+#include "net/service_endpoint.h"
+
+#include <QSslConfiguration>
+
+namespace tideloft::net
+{
+
+void applyTlsPolicy()
+{
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setProtocol(QSsl::TlsV1_3OrLater);
+    addTrustAnchors(configuration);
+    QSslConfiguration::setDefaultConfiguration(configuration);
+}
+
+} // namespace tideloft::net

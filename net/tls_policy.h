@@ -1,0 +1,11 @@
+// How connections are secured.
+#pragma once
+
+namespace tideloft::net
+{
+
+/// Makes TLS 1.3 (RFC 8446) the least that any connection of this program accepts, and adds the trust anchors
+/// that it was built with. Call once, before the first request.
+void applyTlsPolicy();
+
+} // namespace tideloft::net

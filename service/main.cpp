@@ -1,0 +1,5 @@
+// Entry point of the companion service.
+int main()
+{
+    return 0;
+}

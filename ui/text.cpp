@@ -1,0 +1,17 @@
+// The choice between a text's two versions.
+#include "ui/text.h"
+
+namespace tideloft::ui
+{
+
+Language languageFromIndex(int index)
+{
+    return index == static_cast<int>(Language::English) ? Language::English : Language::Swedish;
+}
+
+QString chooseText(Language language, const QString &swedish, const QString &english)
+{
+    return language == Language::English ? english : swedish;
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,18 @@
+// The two languages of the user interface, and the choice between a text's two versions.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::ui
+{
+
+/// The index of a language in the sign-in page's selector, and the form in which it travels in the program.
+enum class Language { Swedish = 0, English = 1 };
+
+/// Index 1 is English; every other index, "none" (-1) included, is Swedish.
+Language languageFromIndex(int index);
+
+/// The version of a text that LANGUAGE asks for.
+QString chooseText(Language language, const QString &swedish, const QString &english);
+
+} // namespace tideloft::ui
