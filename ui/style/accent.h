@@ -3,11 +3,17 @@
 
 #include <QString>
 
+#include <array>
+
 namespace tideloft::ui
 {
 
 /// The accent that both style sheets are written with.
 inline constexpr QStringView defaultAccent = u"#3b8beb";
+
+/// The accents a user can choose from, in the order of their swatches.
+inline constexpr std::array<QStringView, 6> swatchColours = {defaultAccent, u"#5b5bd6", u"#25a868",
+                                                             u"#e05454",    u"#f59e0b", u"#ec4899"};
 
 /// The sheet with both accent literals, the accent and the dark end of its gradient, replaced by ACCENT.
 /// With the default accent the sheet comes back unchanged, gradients included.

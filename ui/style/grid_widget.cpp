@@ -1,0 +1,22 @@
+// The painted background of the sign-in page.
+#include "ui/style/grid_widget.h"
+
+#include <QPainter>
+
+namespace tideloft::ui
+{
+
+void GridWidget::paintEvent(QPaintEvent *event)
+{
+    QWidget::paintEvent(event);
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(0x07, 0x07, 0x0c));
+    painter.setPen(QPen(QColor(255, 255, 255, 13), 1));
+    constexpr int spacing = 32;
+    for (int x = 0; x < width(); x += spacing)
+        painter.drawLine(x, 0, x, height());
+    for (int y = 0; y < height(); y += spacing)
+        painter.drawLine(0, y, width(), y);
+}
+
+} // namespace tideloft::ui

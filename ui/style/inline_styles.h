@@ -1,0 +1,127 @@
+// Styles of single widgets that the window's sheet does not reach: rows, bubbles, avatars. They are written
+// in the dark palette on purpose and follow neither theme nor accent. A text without a selector reaches the
+// widget's children too.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::ui::style
+{
+
+/// Rows of both lists, day separators and the box around a conversation's avatar.
+inline QString rowBackground()
+{
+    return QStringLiteral("background: transparent;");
+}
+
+// Rail
+
+inline QString railSeparator()
+{
+    return QStringLiteral("background: #1a2d40; max-height: 1px; border: none; margin: 0 8px;");
+}
+
+inline QString createServerButton()
+{
+    return QStringLiteral(
+        "QPushButton { background: rgba(31,216,130,0.1); border: 1px solid rgba(31,216,130,0.25); "
+        "border-radius: 10px; color: #1fd882; font-size: 20px; }"
+        "QPushButton:hover { background: rgba(31,216,130,0.2); }");
+}
+
+// Sidebar footer
+
+/// The footer's avatar while it shows initials.
+inline QString footerInitials()
+{
+    return QStringLiteral("background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);"
+                          "border-radius: 17px; border: 2px solid #3b8beb;"
+                          "color: #7ab0f5; font-size: 11px; font-weight: 700;");
+}
+
+/// The footer's avatar while it shows a picture.
+inline QString footerPicture()
+{
+    return QStringLiteral(
+        "border-radius: 17px; border: 2px solid #3b8beb;background: transparent; padding: 0;");
+}
+
+inline QString quilloryButton()
+{
+    return QStringLiteral("background: #1a2e40; color: #5a7a9a; border: 1px solid #1e3a50;"
+                          "border-radius: 6px; font-size: 10px; padding: 0 10px;");
+}
+
+// Sign-in page
+
+inline QString rememberCheck()
+{
+    return QStringLiteral("color: #7070a0; font-size: 11px;");
+}
+
+// Conversation list
+
+inline QString conversationAvatar()
+{
+    return QStringLiteral("background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);"
+                          "border-radius: 20px; color: #7ab0f5; font-size: 13px; font-weight: 700;");
+}
+
+inline QString conversationName(const QString &weight)
+{
+    return QStringLiteral("color: #e8f0f8; font-size: 13px; font-weight: %1; background: transparent;")
+        .arg(weight);
+}
+
+inline QString conversationPreview(const QString &colour, const QString &weight)
+{
+    return QStringLiteral("color: %1; font-size: 11px; font-weight: %2; background: transparent;")
+        .arg(colour, weight);
+}
+
+inline QString conversationTime(const QString &colour, const QString &weight)
+{
+    return QStringLiteral("color: %1; font-size: 10px; font-weight: %2; background: transparent;")
+        .arg(colour, weight);
+}
+
+// Chat history
+
+inline QString messageAvatar()
+{
+    return QStringLiteral(
+        "background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);"
+        "border-radius: 17px; color: #fff; font-size: 11px; font-weight: 700; border: none;");
+}
+
+inline QString bubble(const QString &colour)
+{
+    return QStringLiteral("background: %1; border-radius: 12px;").arg(colour);
+}
+
+inline QString senderName()
+{
+    return QStringLiteral("color: #7ab0f5; font-size: 11px; font-weight: 700; background: transparent;");
+}
+
+inline QString messageText()
+{
+    return QStringLiteral("color: #e8f0f8; font-size: 13px; background: transparent;");
+}
+
+inline QString messageTime()
+{
+    return QStringLiteral("color: #5a7a9a; font-size: 10px; background: transparent;");
+}
+
+inline QString dayLine()
+{
+    return QStringLiteral("background: #1a2d40; max-height: 1px;");
+}
+
+inline QString dayLabel()
+{
+    return QStringLiteral("color: #5a7a9a; font-size: 11px; font-weight: 600; background: transparent;");
+}
+
+} // namespace tideloft::ui::style

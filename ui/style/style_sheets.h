@@ -1,0 +1,15 @@
+// The window's two style sheets: every widget takes its look from one of them by its object name.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::ui
+{
+
+/// The dark sheet, with the default accent; see withAccent() for another one.
+const QString &darkStyleSheet();
+
+/// The light sheet, with the default accent: the dark one's selectors and geometry in other colours.
+const QString &lightStyleSheet();
+
+} // namespace tideloft::ui
