@@ -1,0 +1,88 @@
+// What all requests share: the device's identity, the request builder, and the pipeline of the JSON replies.
+#include "net/api_client.h"
+
+#include "net/device_identity.h"
+#include "net/service_endpoint.h"
+
+#include <QNetworkCookieJar>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QStandardPaths>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::net
+{
+
+namespace
+{
+
+// The identifier is whatever its file holds. A line break inside it would end the header and start another.
+QByteArray headerValue(QString text)
+{
+    text.removeIf([](QChar character) { return character.category() == QChar::Other_Control; });
+    return text.toUtf8();
+}
+
+} // namespace
+
+ApiClient::ApiClient(QObject *parent)
+    : QObject(parent),
+      cookieJar(new QNetworkCookieJar(this)),
+      ownDeviceName(u"TideLoft Desktop"_s)
+{
+    // From here on the manager is the jar's parent and deletes it.
+    network.setCookieJar(cookieJar);
+    loadOrCreateDeviceId();
+}
+
+void ApiClient::loadOrCreateDeviceId()
+{
+    const QString directory = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    ownDeviceId = net::loadOrCreateDeviceId(directory);
+}
+
+QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery) const
+{
+    QNetworkRequest request(QUrl(serviceBaseUrl() + pathAndQuery, QUrl::TolerantMode));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
+    request.setRawHeader("X-Device-Token", headerValue(ownDeviceId));
+    request.setRawHeader("X-Device-Name", headerValue(ownDeviceName));
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    return request;
+}
+
+QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &body)
+{
+    return network.post(buildRequest(pathAndQuery), QJsonDocument(body).toJson());
+}
+
+void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess,
+                                FailureContinuation onFailure)
+{
+    const auto handle = [reply, onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
+        const int httpStatus = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
+        if (reply->error() == QNetworkReply::NoError)
+            onSuccess(document, httpStatus);
+        else
+            onFailure(document.isObject() ? extractErrorMessage(document) : reply->errorString(), httpStatus);
+    };
+    // This object as the context: when it is gone, so are its continuations.
+    connect(reply, &QNetworkReply::finished, this, handle);
+    // Connected second, and so called second: a continuation still finds its reply.
+    connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+}
+
+QString ApiClient::extractErrorMessage(const QJsonDocument &document)
+{
+    const QJsonObject error = document.object();
+    for (const QString &key : {u"message"_s, u"error"_s}) {
+        if (error.contains(key))
+            return error.value(key).toString();
+    }
+    return u"Unknown error"_s;
+}
+
+} // namespace tideloft::net

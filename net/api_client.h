@@ -1,0 +1,94 @@
+// The one object through which the client talks to the service.
+#pragma once
+
+#include "net/continuations.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QNetworkAccessManager>
+
+namespace tideloft::net
+{
+
+/// Every operation returns at once; its outcome arrives on the event loop as a signal, in the order of the
+/// replies, which need not be the order of sending.
+class ApiClient : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Reads or makes the device identifier; sends nothing.
+    explicit ApiClient(QObject *parent = nullptr);
+
+    QString currentUsername() const { return username; } ///< empty when nobody is signed in
+    QString deviceId() const { return ownDeviceId; }     ///< a UUID without braces: this installation
+    QString deviceName() const { return ownDeviceName; }
+    bool isSignedIn() const { return !username.isEmpty(); }
+
+    void login(const QString &name, const QString &password, bool rememberMe);
+    void registerAccount(const QString &name, const QString &password);
+    void logout();
+    void fetchMe();
+    void searchUsers(const QString &query);
+    /// DISPLAYNAME is not sent: the service keeps the bio only. CALLBACK may be empty.
+    void updateProfile(const QString &displayName, const QString &bio, const ProfileCallback &callback);
+
+    // Keys, nonces and ciphertexts are Base64 text; names stand in a path as they are.
+    void fetchConversations();
+    void fetchHistory(const QString &peer);
+    void registerDeviceKey(const QString &publicKey);
+    void fetchMyDeviceKeys();
+    void fetchUserPublicKeys(const QString &name);
+    /// Sends an envelope that is already sealed; RECIPIENTKEYS and SENDERKEYS are wrapped key records.
+    void sendMessage(const QString &to, const QString &text, const QString &iv, const QString &encryptedKey,
+                     const QString &senderEncryptedKey, const QJsonArray &recipientKeys,
+                     const QJsonArray &senderKeys);
+    /// Sends TEXT as it stands, unencrypted.
+    void sendMessage(const QString &to, const QString &text);
+
+signals: // their order is part of the interface: networkError keeps its place although nothing emits it
+    void loginSucceeded(const QString &username);
+    void loginFailed(const QString &message);
+    void registerSucceeded(const QString &username);
+    void registerFailed(const QString &message);
+    void meLoaded(const QJsonObject &me);
+    void meFailed(const QString &message);
+    void searchLoaded(const QJsonArray &users);
+    void searchFailed(const QString &message);
+    void conversationsLoaded(const QJsonArray &items);
+    void conversationsFailed(const QString &message);
+    void historyLoaded(const QString &peer, const QJsonArray &items);
+    void historyFailed(const QString &message);
+    void deviceKeyRegistered();
+    void deviceKeyRegisterFailed(const QString &message);
+    void myDeviceKeysLoaded(const QJsonArray &keys);
+    void myDeviceKeysFailed(const QString &message);
+    void userPublicKeysLoaded(const QString &username, const QJsonArray &keys,
+                              const QString &legacyPublicKey);
+    void userPublicKeysFailed(const QString &username, const QString &message);
+    void messageSent();
+    void messageSendFailed(const QString &message);
+    void networkError(const QString &message);
+    void avatarUploaded(bool ok, const QString &localPath);
+    void serversLoaded(const QJsonArray &servers);
+    void serverLoaded(const QJsonObject &server);
+    void serverCreated(const QJsonObject &server);
+    void serverIconUploaded(const QString &groupId, const QString &iconUrl);
+    void serversFailed(const QString &error);
+
+private:
+    void loadOrCreateDeviceId();
+    QNetworkRequest buildRequest(const QString &pathAndQuery) const;
+    QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
+    void postMessage(const QJsonObject &body);
+    void handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess, FailureContinuation onFailure);
+    static QString extractErrorMessage(const QJsonDocument &document);
+
+    QNetworkAccessManager network;
+    QNetworkCookieJar *cookieJar;
+    QString username;
+    QString ownDeviceId;
+    QString ownDeviceName;
+};
+
+} // namespace tideloft::net

@@ -1,0 +1,80 @@
+// Requests about the own account: signing in and out, the profile, and the search for other users.
+#include "net/api_client.h"
+
+#include "net/search_query.h"
+
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::net
+{
+
+void ApiClient::login(const QString &name, const QString &password, bool rememberMe)
+{
+    const QJsonObject body{{u"username"_s, name}, {u"password"_s, password}, {u"rememberMe"_s, rememberMe}};
+    handleJsonReply(
+        post(u"/api/auth/login"_s, body),
+        // The service gets the name as it was typed; what the client goes on with is the normal form.
+        [this, name](const QJsonDocument &, int) {
+            username = name.trimmed().toLower();
+            emit loginSucceeded(username);
+        },
+        [this](const QString &message, int) { emit loginFailed(message); });
+}
+
+void ApiClient::registerAccount(const QString &name, const QString &password)
+{
+    const QJsonObject body{{u"username"_s, name}, {u"password"_s, password}};
+    handleJsonReply(
+        post(u"/api/auth/register"_s, body),
+        [this, name](const QJsonDocument &, int) { emit registerSucceeded(name); },
+        [this](const QString &message, int) { emit registerFailed(message); });
+}
+
+void ApiClient::logout()
+{
+    // Whether the service agreed changes nothing here: the user is signed out.
+    handleJsonReply(
+        network.post(buildRequest(u"/api/auth/logout"_s), QByteArray()),
+        [this](const QJsonDocument &, int) { username.clear(); },
+        [this](const QString &, int) { username.clear(); });
+}
+
+void ApiClient::fetchMe()
+{
+    handleJsonReply(
+        network.get(buildRequest(u"/api/me"_s)),
+        [this](const QJsonDocument &document, int) {
+            if (!document.isObject())
+                return; // neither a profile nor a failure: dropped
+            const QJsonObject me = document.object();
+            username = me.value(u"username"_s).toString();
+            emit meLoaded(me);
+        },
+        [this](const QString &message, int) { emit meFailed(message); });
+}
+
+void ApiClient::searchUsers(const QString &query)
+{
+    handleJsonReply(
+        network.get(buildRequest(userSearchPath(query))),
+        [this](const QJsonDocument &document, int) { emit searchLoaded(document.array()); },
+        [this](const QString &message, int) { emit searchFailed(message); });
+}
+
+// A failed save shows the toolkit's words: the reply's body is not looked at.
+void ApiClient::updateProfile(const QString &, const QString &bio, const ProfileCallback &callback)
+{
+    QNetworkReply *reply = post(u"/api/profile/update"_s, QJsonObject{{u"bio"_s, bio}});
+    connect(reply, &QNetworkReply::finished, this, [reply, callback] {
+        const bool ok = reply->error() == QNetworkReply::NoError;
+        const QString message = ok ? QString() : reply->errorString();
+        reply->deleteLater();
+        if (callback)
+            callback(ok, message);
+    });
+}
+
+} // namespace tideloft::net

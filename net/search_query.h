@@ -1,0 +1,12 @@
+// How the text of a user search travels in a URL.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::net
+{
+
+/// Path and query that search for QUERY, whatever it holds: the value that the service decodes equals it.
+QString userSearchPath(const QString &query);
+
+} // namespace tideloft::net
