@@ -16,7 +16,6 @@ struct OpenSslFree {
     void operator()(EVP_CIPHER_CTX *context) const noexcept { EVP_CIPHER_CTX_free(context); }
 };
 
-template <typename T>
-using OpenSslPtr = std::unique_ptr<T, OpenSslFree>;
+template <typename T> using OpenSslPtr = std::unique_ptr<T, OpenSslFree>;
 
 } // namespace tideloft::crypto

@@ -1,0 +1,16 @@
+// Failures that OpenSSL explains.
+#include "crypto/failure.h"
+
+#include "crypto/openssl_error.h"
+
+namespace tideloft::crypto
+{
+
+Failure failOpenssl(QString *error, const QString &message)
+{
+    // Taken even when nobody reads it: an error that stays queued would explain the wrong failure later.
+    const QString reason = opensslErrorText();
+    return fail(error, message.arg(reason));
+}
+
+} // namespace tideloft::crypto

@@ -1,0 +1,71 @@
+// RSA key generation over OpenSSL.
+#include "crypto/key_pair.h"
+
+#include "crypto/base64.h"
+#include "crypto/failure.h"
+#include "crypto/key_store.h"
+#include "crypto/openssl_bytes.h"
+#include "crypto/openssl_ptr.h"
+#include "crypto/secret_bytes.h"
+
+#include <openssl/err.h>
+#include <openssl/rsa.h>
+#include <openssl/x509.h>
+
+namespace tideloft::crypto
+{
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int keyBits = 2048;
+
+OpenSslPtr<EVP_PKEY> generateKey(QString *error)
+{
+    const OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new_id(EVP_PKEY_RSA, nullptr));
+    if (!context)
+        return failOpenssl(error, u"Could not create RSA keygen context: %1"_s);
+    if (EVP_PKEY_keygen_init(context.get()) <= 0)
+        return failOpenssl(error, u"RSA keygen init failed: %1"_s);
+    if (EVP_PKEY_CTX_set_rsa_keygen_bits(context.get(), keyBits) <= 0)
+        return failOpenssl(error, u"RSA keygen bits failed: %1"_s);
+    EVP_PKEY *key = nullptr;
+    if (EVP_PKEY_keygen(context.get(), &key) <= 0)
+        return failOpenssl(error, u"RSA keygen failed: %1"_s);
+    return OpenSslPtr<EVP_PKEY>(key);
+}
+
+// Empty if the key cannot be encoded.
+SecretBytes encode(int (*encoder)(const EVP_PKEY *, unsigned char **), const EVP_PKEY *key)
+{
+    QByteArray der(qMax(0, encoder(key, nullptr)), '\0');
+    unsigned char *position = writable(der);
+    if (!der.isEmpty() && encoder(key, &position) <= 0)
+        der.clear();
+    return SecretBytes(std::move(der));
+}
+
+} // namespace
+
+bool generateKeyPair(QString *error)
+{
+    ERR_clear_error();
+    OpenSslPtr<EVP_PKEY> key = generateKey(error);
+    if (!key)
+        return false;
+    const SecretBytes privateDer = encode(i2d_PrivateKey, key.get());
+    if (privateDer.isEmpty())
+        return fail(error, u"Could not encode private key."_s);
+    const SecretBytes publicDer = encode(i2d_PUBKEY, key.get());
+    if (publicDer.isEmpty())
+        return fail(error, u"Could not encode public key."_s);
+    key.reset();
+    QString writeError;
+    if (!writePrivateKeyFile(toBase64Text(privateDer.view()), &writeError)
+        || !writePublicKeyFile(toBase64Text(publicDer.view()), &writeError))
+        return fail(error, writeError);
+    return true;
+}
+
+} // namespace tideloft::crypto

@@ -1,0 +1,125 @@
+// Reading and writing of the two key files.
+#include "crypto/key_store.h"
+
+#include "crypto/failure.h"
+#include "crypto/key_pair.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+namespace tideloft::crypto
+{
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// In the data directory, or empty without one: why there is none is not told here.
+QString pathOf(const QString &fileName)
+{
+    const QString directory = appDataDir();
+    return directory.isEmpty() ? QString() : QDir(directory).filePath(fileName);
+}
+
+bool exists(const QString &path)
+{
+    return !path.isEmpty() && QFile::exists(path);
+}
+
+// The texts for one half differ only in its name: "Private" or "Public".
+bool writeKeyFile(const QString &half, const QString &base64, const QString &path, QString *error)
+{
+    const QString text = base64.trimmed();
+    if (text.isEmpty())
+        return fail(error, u"%1 key is empty."_s.arg(half));
+    if (path.isEmpty())
+        return failUnlessExplained(error, u"%1 key path is empty."_s.arg(half));
+    constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate, ownerOnly))
+        return fail(error, u"Could not write %1 key file: %2"_s.arg(half.toLower(), path));
+    file.setPermissions(ownerOnly); // of a file that was there before; it is empty at this moment
+    file.write(text.toUtf8());
+    file.close();
+    return true;
+}
+
+QString readKeyFile(const QString &half, const QString &path, QString *error)
+{
+    if (path.isEmpty())
+        return failUnlessExplained(error, u"%1 key path is empty."_s.arg(half));
+    return QString::fromUtf8(readTrimmedFile(path, error));
+}
+
+} // namespace
+
+QString makeDataDir(const QString &location, QString *error)
+{
+    if (location.isEmpty())
+        return fail(error, u"AppData path is empty."_s);
+    const QDir directory(location);
+    if (!directory.exists() && !directory.mkpath(u"."_s))
+        return fail(error, u"Could not create app data directory: %1"_s.arg(location));
+    return directory.absolutePath();
+}
+
+QString appDataDir(QString *error)
+{
+    return makeDataDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation), error);
+}
+
+QString privateKeyPath()
+{
+    return pathOf(u"chat_private_key.b64"_s);
+}
+
+QString publicKeyPath()
+{
+    return pathOf(u"chat_public_key.b64"_s);
+}
+
+bool privateKeyExists()
+{
+    return exists(privateKeyPath());
+}
+
+bool publicKeyExists()
+{
+    return exists(publicKeyPath());
+}
+
+bool ensureKeyPair(QString *error)
+{
+    return (privateKeyExists() && publicKeyExists()) || generateKeyPair(error);
+}
+
+bool writePrivateKeyFile(const QString &base64, QString *error)
+{
+    return writeKeyFile(u"Private"_s, base64, privateKeyPath(), error);
+}
+
+bool writePublicKeyFile(const QString &base64, QString *error)
+{
+    return writeKeyFile(u"Public"_s, base64, publicKeyPath(), error);
+}
+
+QByteArray readTrimmedFile(const QString &path, QString *error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(error, u"Could not open file: %1"_s.arg(path));
+    return file.readAll().trimmed();
+}
+
+QString readPrivateKeyFile(QString *error)
+{
+    return readKeyFile(u"Private"_s, privateKeyPath(), error);
+}
+
+QString readPublicKeyFile(QString *error)
+{
+    return readKeyFile(u"Public"_s, publicKeyPath(), error);
+}
+
+} // namespace tideloft::crypto

@@ -1,0 +1,40 @@
+// The files that hold this device's key pair, in the user's data directory of the application.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace tideloft::crypto
+{
+
+/// `location` as an absolute path, made with all its parents if it is missing. Empty on failure.
+QString makeDataDir(const QString &location, QString *error = nullptr);
+
+/// Absolute path of the data directory, created if needed. Empty on failure.
+QString appDataDir(QString *error = nullptr);
+
+/// Paths of `chat_private_key.b64` and `chat_public_key.b64`; empty without a data directory.
+QString privateKeyPath();
+QString publicKeyPath();
+
+bool privateKeyExists();
+bool publicKeyExists();
+
+/// True when both files exist, whatever they hold, or a new pair could be written. One missing file replaces
+/// the whole pair: messages wrapped for the old key can then no longer be opened on this device.
+bool ensureKeyPair(QString *error = nullptr);
+
+/// Replaces the file by the trimmed Base64 text, readable and writable by its owner alone. True when the file
+/// could be opened.
+bool writePrivateKeyFile(const QString &base64, QString *error = nullptr);
+bool writePublicKeyFile(const QString &base64, QString *error = nullptr);
+
+/// The file's bytes without outer white space, so that a newline added by hand does no harm. Empty on
+/// failure.
+QByteArray readTrimmedFile(const QString &path, QString *error = nullptr);
+
+/// The Base64 text in the file. Empty on failure and for a blank file; only the failure has a message.
+QString readPrivateKeyFile(QString *error = nullptr);
+QString readPublicKeyFile(QString *error = nullptr);
+
+} // namespace tideloft::crypto

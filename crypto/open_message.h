@@ -1,0 +1,31 @@
+// Opening of one message as the service returns it, with this device's private key.
+#pragma once
+
+#include "crypto/wrapped_keys.h"
+
+#include <QJsonObject>
+#include <QString>
+
+namespace tideloft::crypto
+{
+
+/// Whether an item of a conversation list or a history is an envelope: `encrypted` is JSON true, or a JSON
+/// number other than 0, the form in which this client sends it. All readers ask here.
+bool isEncrypted(const QJsonObject &item);
+
+/// The outcome of opening one message.
+struct DecryptResult {
+    bool ok = false;
+    QString error; ///< English, empty on success
+    QString text;  ///< the plain text, empty on failure
+};
+
+/// Opens a message sent by or to `ownName` on the device `ownDeviceId`; a message that is no envelope is
+/// passed through. Reads the private key file afresh at every call, so that a replaced key holds at once.
+DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId);
+
+/// decryptMessage() reduced to its text. Unlike elsewhere, success empties an error text left from before.
+QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
+                           QString *error = nullptr);
+
+} // namespace tideloft::crypto

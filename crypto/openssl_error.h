@@ -1,0 +1,13 @@
+// What OpenSSL says about its latest failure.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::crypto
+{
+
+/// Takes the earliest error from this thread's queue and returns its text; later errors stay queued.
+/// Without one the text is "Unknown OpenSSL error".
+QString opensslErrorText();
+
+} // namespace tideloft::crypto
