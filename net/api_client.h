@@ -46,6 +46,12 @@ public:
     /// Sends TEXT as it stands, unencrypted.
     void sendMessage(const QString &to, const QString &text);
 
+    void fetchServers();
+    void fetchServer(const QString &groupId);
+    void createServer(const QString &name, const QString &description);
+    void uploadAvatar(const QString &localPath);
+    void uploadServerIcon(const QString &groupId, const QString &localPath);
+
 signals: // their order is part of the interface: networkError keeps its place although nothing emits it
     void loginSucceeded(const QString &username);
     void loginFailed(const QString &message);

@@ -1,0 +1,50 @@
+// Requests about groups, which the window calls servers. They share one failure signal, and it carries the
+// toolkit's words: a message in the reply's body is not read.
+#include "net/api_client.h"
+
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::net
+{
+
+namespace
+{
+
+using GroupContinuation = std::function<void(const QJsonDocument &document)>;
+
+void handleGroupReply(ApiClient *client, QNetworkReply *reply, const GroupContinuation &onSuccess)
+{
+    QObject::connect(reply, &QNetworkReply::finished, client, [client, reply, onSuccess] {
+        reply->deleteLater();
+        if (reply->error() != QNetworkReply::NoError)
+            emit client->serversFailed(reply->errorString());
+        else
+            onSuccess(QJsonDocument::fromJson(reply->readAll()));
+    });
+}
+
+} // namespace
+
+void ApiClient::fetchServers()
+{
+    handleGroupReply(this, network.get(buildRequest(u"/api/groups"_s)),
+                     [this](const QJsonDocument &document) { emit serversLoaded(document.array()); });
+}
+
+void ApiClient::fetchServer(const QString &groupId)
+{
+    handleGroupReply(this, network.get(buildRequest(u"/api/groups/"_s + groupId)),
+                     [this](const QJsonDocument &document) { emit serverLoaded(document.object()); });
+}
+
+void ApiClient::createServer(const QString &name, const QString &description)
+{
+    const QJsonObject body{{u"name"_s, name}, {u"description"_s, description}};
+    handleGroupReply(this, post(u"/api/groups"_s, body),
+                     [this](const QJsonDocument &document) { emit serverCreated(document.object()); });
+}
+
+} // namespace tideloft::net

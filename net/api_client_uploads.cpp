@@ -1,0 +1,61 @@
+// The two uploads of pictures. They carry none of the JSON requests' headers: the session's cookie alone says
+// whose they are.
+#include "net/api_client.h"
+
+#include "net/image_upload.h"
+#include "net/service_endpoint.h"
+
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::net
+{
+
+namespace
+{
+
+QNetworkReply *postImage(QNetworkAccessManager &network, const QString &path,
+                         std::unique_ptr<QHttpMultiPart> body)
+{
+    QNetworkReply *reply = network.post(QNetworkRequest(QUrl(serviceBaseUrl() + path)), body.get());
+    body.release()->setParent(reply); // and with it the open file
+    return reply;
+}
+
+} // namespace
+
+void ApiClient::uploadAvatar(const QString &localPath)
+{
+    auto body = makeImageBody(u"avatar"_s, localPath);
+    if (!body) {
+        emit avatarUploaded(false, localPath);
+        return;
+    }
+    QNetworkReply *reply = postImage(network, u"/api/profile/avatar/upload"_s, std::move(body));
+    connect(reply, &QNetworkReply::finished, this, [this, reply, localPath] {
+        const bool ok = reply->error() == QNetworkReply::NoError;
+        reply->deleteLater();
+        emit avatarUploaded(ok, localPath);
+    });
+}
+
+// Unlike the avatar's, a failure of the icon is silent, whether the file or the service is at fault.
+void ApiClient::uploadServerIcon(const QString &groupId, const QString &localPath)
+{
+    auto body = makeImageBody(u"icon"_s, localPath);
+    if (!body)
+        return;
+    QNetworkReply *reply = postImage(network, u"/api/groups/"_s + groupId + u"/icon"_s, std::move(body));
+    connect(reply, &QNetworkReply::finished, this, [this, reply, groupId] {
+        reply->deleteLater();
+        if (reply->error() != QNetworkReply::NoError)
+            return;
+        const QJsonObject answer = QJsonDocument::fromJson(reply->readAll()).object();
+        emit serverIconUploaded(groupId, answer.value(u"iconUrl"_s).toString());
+    });
+}
+
+} // namespace tideloft::net
