@@ -2,6 +2,7 @@
 #include "net/api_client.h"
 
 #include "net/device_identity.h"
+#include "net/json_reply.h"
 #include "net/service_endpoint.h"
 
 #include <QNetworkCookieJar>
@@ -62,8 +63,7 @@ void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSucc
                                 FailureContinuation onFailure)
 {
     const auto handle = [reply, onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
-        const int httpStatus = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
+        const auto [document, httpStatus] = readJsonReply(*reply);
         if (reply->error() == QNetworkReply::NoError)
             onSuccess(document, httpStatus);
         else

@@ -41,5 +41,6 @@ QString tideloft::net::serviceBaseUrl()
 
 void tideloft::net::addTrustAnchors(QSslConfiguration &configuration)
 {
-    configuration.addCaCertificates(trustAnchors());
+    if (!trustAnchors().isEmpty()) // adding none would still turn the system's own off
+        configuration.addCaCertificates(trustAnchors());
 }

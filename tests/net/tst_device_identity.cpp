@@ -1,0 +1,200 @@
+// The device identifier's file, in every state in which a start of the program may find it.
+#include "net/api_client.h"
+#include "net/device_identity.h"
+#include "tests/support/loopback_service.h"
+#include "tests/support/test_main.h"
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QStandardPaths>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using tideloft::net::ApiClient;
+using tideloft::net::loadOrCreateDeviceId;
+using tideloft::tests::LoopbackService;
+
+namespace
+{
+
+bool isFreshIdentifier(const QString &text)
+{
+    static const QRegularExpression uuid(
+        u"^[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}$"_s);
+    return uuid.match(text).hasMatch();
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+} // namespace
+
+class TestDeviceIdentity : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aMissingFileIsCreated();
+    void theDirectoryIsMadeWithItsParents();
+    void theFileIsForItsOwnerOnly();
+    void aWrittenIdentifierIsKept_data();
+    void aWrittenIdentifierIsKept();
+    void blanksAreOverwritten_data();
+    void blanksAreOverwritten();
+    void whatIsNoFileIsLeftAlone_data();
+    void whatIsNoFileIsLeftAlone();
+    void anImpossibleDirectoryGivesAnIdentifierForThisRun();
+    void theClientReadsItFromItsDataDirectory();
+    void aLineBreakInsideStaysInsideItsHeader();
+
+private:
+    std::unique_ptr<QTemporaryDir> directory;
+    QString path;
+};
+
+void TestDeviceIdentity::init()
+{
+    directory = std::make_unique<QTemporaryDir>();
+    path = directory->filePath(u"device_id.txt"_s);
+}
+
+void TestDeviceIdentity::aMissingFileIsCreated()
+{
+    const QString identifier = loadOrCreateDeviceId(directory->path());
+    QVERIFY2(isFreshIdentifier(identifier), qPrintable(identifier));
+    QCOMPARE(contentOf(path), identifier.toUtf8()); // no line end
+    QCOMPARE(loadOrCreateDeviceId(directory->path()), identifier);
+    QVERIFY(QFile::remove(path));
+    QVERIFY(loadOrCreateDeviceId(directory->path()) != identifier);
+}
+
+void TestDeviceIdentity::theDirectoryIsMadeWithItsParents()
+{
+    const QString deep = directory->filePath(u"a/b/c"_s);
+    const QString identifier = loadOrCreateDeviceId(deep);
+    QCOMPARE(contentOf(deep + u"/device_id.txt"_s), identifier.toUtf8());
+}
+
+void TestDeviceIdentity::theFileIsForItsOwnerOnly()
+{
+    const mode_t before = umask(0);
+    loadOrCreateDeviceId(directory->path());
+    umask(before);
+    struct stat status {
+    };
+    QCOMPARE(stat(QFile::encodeName(path).constData(), &status), 0);
+    QCOMPARE(status.st_mode & 07777, mode_t(0600));
+}
+
+void TestDeviceIdentity::aWrittenIdentifierIsKept_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("blanks around and a line end") << QByteArray("  abc\n") << u"abc"_s;
+    QTest::newRow("carriage return and tab") << QByteArray("\tabc\r\n") << u"abc"_s;
+    QTest::newRow("no identifier of ours") << QByteArray("My Computer") << u"My Computer"_s;
+    QTest::newRow("UTF-8") << QByteArray("\xc3\xa5\xc3\xa4\xc3\xb6") << u"åäö"_s;
+    QTest::newRow("upper case") << QByteArray("3F2B8C1E") << u"3F2B8C1E"_s;
+}
+
+void TestDeviceIdentity::aWrittenIdentifierIsKept()
+{
+    QFETCH(const QByteArray, content);
+    QFETCH(const QString, expected);
+    write(path, content);
+    QCOMPARE(loadOrCreateDeviceId(directory->path()), expected);
+    QCOMPARE(contentOf(path), content); // not rewritten
+}
+
+void TestDeviceIdentity::blanksAreOverwritten_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("only blanks") << QByteArray("    ");
+    // Longer than an identifier: nothing of it may be left behind.
+    QTest::newRow("many line ends") << QByteArray(100, '\n');
+}
+
+void TestDeviceIdentity::blanksAreOverwritten()
+{
+    QFETCH(const QByteArray, content);
+    write(path, content);
+    const QString identifier = loadOrCreateDeviceId(directory->path());
+    QVERIFY2(isFreshIdentifier(identifier), qPrintable(identifier));
+    QCOMPARE(contentOf(path), identifier.toUtf8());
+}
+
+void TestDeviceIdentity::whatIsNoFileIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("directory") << u"directory"_s;
+    QTest::newRow("pipe, which would block") << u"pipe"_s;
+    QTest::newRow("link to a device that never ends") << u"device"_s;
+}
+
+void TestDeviceIdentity::whatIsNoFileIsLeftAlone()
+{
+    QFETCH(const QString, kind);
+    if (kind == u"directory"_s)
+        QVERIFY(QDir().mkpath(path));
+    else if (kind == u"pipe"_s)
+        QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    else
+        QVERIFY(QFile::link(u"/dev/zero"_s, path));
+    const QString identifier = loadOrCreateDeviceId(directory->path());
+    QVERIFY2(isFreshIdentifier(identifier), qPrintable(identifier));
+    QVERIFY(QFileInfo::exists(path));
+    QVERIFY(!QFileInfo(path).isFile());
+    QVERIFY(loadOrCreateDeviceId(directory->path()) != identifier); // good for one run only
+}
+
+void TestDeviceIdentity::anImpossibleDirectoryGivesAnIdentifierForThisRun()
+{
+    write(path, "a file in the directory's place");
+    QVERIFY(isFreshIdentifier(loadOrCreateDeviceId(path)));
+    QCOMPARE(contentOf(path), QByteArray("a file in the directory's place"));
+}
+
+void TestDeviceIdentity::theClientReadsItFromItsDataDirectory()
+{
+    const QString home = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QVERIFY(home.endsWith(u"/TideLoft/TideLoft"_s));
+    const ApiClient first;
+    QVERIFY(isFreshIdentifier(first.deviceId()));
+    QCOMPARE(contentOf(home + u"/device_id.txt"_s), first.deviceId().toUtf8());
+    const ApiClient second;
+    QCOMPARE(second.deviceId(), first.deviceId());
+    QCOMPARE(first.deviceName(), u"TideLoft Desktop"_s);
+    QVERIFY(!first.isSignedIn());
+    QCOMPARE(first.currentUsername(), QString());
+}
+
+void TestDeviceIdentity::aLineBreakInsideStaysInsideItsHeader()
+{
+    const QString home = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QVERIFY(QDir().mkpath(home));
+    write(home + u"/device_id.txt"_s, "abc\r\nX-Injected: yes\n");
+    LoopbackService service;
+    ApiClient client;
+    QVERIFY(QFile::remove(home + u"/device_id.txt"_s));
+    QSignalSpy failed(&client, &ApiClient::meFailed);
+    client.fetchMe();
+    QVERIFY(failed.wait());
+    QCOMPARE(service.lastRequest().header("X-Device-Token"), QByteArray("abcX-Injected: yes"));
+    QVERIFY(!service.lastRequest().hasHeader("X-Injected"));
+}
+
+TIDELOFT_TEST_MAIN(TestDeviceIdentity)
+#include "tst_device_identity.moc"
