@@ -1,5 +1,7 @@
 // Entry point of the client.
-int main()
+#include "app/start_up.h"
+
+int main(int argc, char **argv)
 {
-    return 0;
+    return tideloft::app::run(argc, argv);
 }

@@ -1,0 +1,40 @@
+// Answers to --help and --version.
+#include "app/command_line.h"
+
+#include "app/identity.h"
+
+#include <string_view>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::app
+{
+
+namespace
+{
+
+QString helpText()
+{
+    return u"Usage: tideloft [OPTION]...\n"
+           "The desktop client of the TideLoft end-to-end encrypted chat service.\n"
+           "\n"
+           "  --help     show this text and end\n"
+           "  --version  show the version and end\n"
+           "\n"
+           "Options of the toolkit, such as -platform and -style, are taken too; everything else is ignored.\n"_s;
+}
+
+} // namespace
+
+std::optional<QString> answerTo(std::span<char *const> arguments)
+{
+    for (const std::string_view argument : arguments.subspan(arguments.empty() ? 0 : 1)) {
+        if (argument == "--help")
+            return helpText();
+        if (argument == "--version")
+            return applicationName + u' ' + applicationVersion + u'\n';
+    }
+    return std::nullopt;
+}
+
+} // namespace tideloft::app

@@ -1,0 +1,13 @@
+// Who the program says it is. Where its settings and its keys are kept follows from these names.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::app
+{
+
+inline const QString applicationName = QStringLiteral("TideLoft");
+inline const QString organisationName = QStringLiteral("TideLoft");
+inline const QString applicationVersion = QStringLiteral("1.0.0");
+
+} // namespace tideloft::app

@@ -1,0 +1,54 @@
+// Starting the client: identity, language, one window.
+#include "app/start_up.h"
+
+#include "app/command_line.h"
+#include "app/fonts.h"
+#include "app/identity.h"
+#include "app/language_select_dialog.h"
+#include "net/tls_policy.h"
+#include "ui/main_window.h"
+
+#include <QApplication>
+#include <QSettings>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::app
+{
+
+std::optional<int> settleLanguage(const QSettings &settings)
+{
+    if (settings.contains(u"language"_s))
+        return settings.value(u"language"_s).toString() == u"en"_s ? 1 : 0;
+    LanguageSelectDialog dialog;
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.chosenLanguageIndex();
+}
+
+int run(int argc, char **argv)
+{
+    if (const auto answer = answerTo({argv, static_cast<size_t>(argc)})) {
+        std::fputs(answer->toUtf8().constData(), stdout);
+        return 0;
+    }
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName(applicationName);
+    QApplication::setApplicationDisplayName(applicationName);
+    QApplication::setOrganizationName(organisationName);
+    QApplication::setApplicationVersion(applicationVersion);
+    substituteFonts();
+    net::applyTlsPolicy();
+    const QSettings settings;
+    const std::optional<int> language = settleLanguage(settings);
+    if (!language)
+        return 0;
+    ui::MainWindow window;
+    window.setLanguageIndex(*language);
+    window.show();
+    return QApplication::exec();
+}
+
+} // namespace tideloft::app

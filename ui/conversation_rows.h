@@ -1,0 +1,25 @@
+// The rows of the conversation list, as values.
+#pragma once
+
+#include "ui/display_records.h"
+
+namespace tideloft::ui
+{
+
+/// One conversation: with whom, how its last message begins, and when that was written.
+struct ConversationRowModel {
+    QString peer;
+    QString preview;
+    QString time;
+
+    bool operator==(const ConversationRowModel &) const = default;
+};
+
+/// One row for each object of ITEMS that names a peer, in their order. NOW decides what counts as today.
+QList<ConversationRowModel> conversationRows(const QJsonArray &items, const OpenMessage &open,
+                                             const QDateTime &now, Language language);
+
+/// The usable user names of a search reply: objects with a `username` that is not blank, trimmed.
+QStringList foundUsers(const QJsonArray &users);
+
+} // namespace tideloft::ui

@@ -1,0 +1,14 @@
+// The line between two days of a history.
+#pragma once
+
+#include "ui/history_rows.h"
+
+class QWidget;
+
+namespace tideloft::ui
+{
+
+/// A row with the day's label between two lines.
+QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent);
+
+} // namespace tideloft::ui

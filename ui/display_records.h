@@ -1,0 +1,34 @@
+// The messages of a history, opened and ready to be grouped.
+#pragma once
+
+#include "ui/text.h"
+
+#include <QDateTime>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QList>
+
+#include <functional>
+
+namespace tideloft::ui
+{
+
+/// One message as the view shows it.
+struct DisplayRecord {
+    QString from;
+    QString text;
+    QDateTime time; ///< Local; invalid if the service's text cannot be read.
+    bool isMine = false;
+
+    bool operator==(const DisplayRecord &) const = default;
+};
+
+/// Opens an encrypted message for this device: its plain text, or an empty text on any failure.
+using OpenMessage = std::function<QString(const QJsonObject &item)>;
+
+/// One record for each object of ITEMS, in their order. OWNNAME is the signed-in user's name; a message
+/// without a time gets NOW. A message that cannot be opened says so in LANGUAGE.
+QList<DisplayRecord> displayRecords(const QJsonArray &items, const QString &ownName, const OpenMessage &open,
+                                    const QDateTime &now, Language language);
+
+} // namespace tideloft::ui

@@ -1,0 +1,40 @@
+// From display records to rows.
+#include "ui/history_rows.h"
+
+#include "ui/message_time.h"
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position)
+{
+    MessageRowModel row{.isMine = record.isMine, .position = position, .text = record.text};
+    if (row.showsSender())
+        row.sender = record.from;
+    if (position == GroupPosition::Single || position == GroupPosition::Last)
+        row.time = clockText(record.time);
+    return row;
+}
+
+} // namespace
+
+QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language)
+{
+    QList<HistoryRow> rows;
+    const QList<GroupPosition> positions = groupPositions(records);
+    QDate separated; // the date of the last separator
+    for (qsizetype i = 0; i < records.size(); ++i) {
+        const QDate date = records.at(i).time.date();
+        if (date != separated) {
+            rows.append(DaySeparatorModel{dayLabel(date, today, language)});
+            separated = date;
+        }
+        rows.append(messageRow(records.at(i), positions.at(i)));
+    }
+    return rows;
+}
+
+} // namespace tideloft::ui

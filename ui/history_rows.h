@@ -1,0 +1,39 @@
+// The rows of the chat history, as values: everything that a row shows, and nothing of how it is drawn.
+#pragma once
+
+#include "ui/history_groups.h"
+
+#include <variant>
+
+namespace tideloft::ui
+{
+
+/// A line between two days.
+struct DaySeparatorModel {
+    QString label;
+
+    bool operator==(const DaySeparatorModel &) const = default;
+};
+
+/// A message in its bubble.
+struct MessageRowModel {
+    bool isMine = false;
+    GroupPosition position = GroupPosition::Single;
+    QString sender = {}; ///< Empty where neither the name nor the avatar is shown.
+    QString text = {};
+    QString time = {}; ///< "HH:mm", empty where no time is shown.
+
+    /// Whether the peer's avatar stands beside the bubble and the name in it.
+    bool showsSender() const { return !isMine && startsGroup(); }
+    /// Single and first messages stand apart from what is above them.
+    bool startsGroup() const { return position == GroupPosition::Single || position == GroupPosition::First; }
+
+    bool operator==(const MessageRowModel &) const = default;
+};
+
+using HistoryRow = std::variant<DaySeparatorModel, MessageRowModel>;
+
+/// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE.
+QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language);
+
+} // namespace tideloft::ui

@@ -1,0 +1,13 @@
+// The letters that stand for a person or a server where there is no picture.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::ui
+{
+
+/// The first COUNT characters of NAME, or all of it if it is shorter, upper-cased. Characters are code
+/// points: an emoji that UTF-16 writes as a surrogate pair is never cut in two.
+QString initials(const QString &name, int count = 2);
+
+} // namespace tideloft::ui

@@ -1,0 +1,188 @@
+// The one window of the client: every page, list and flow that the user sees.
+#pragma once
+
+#include "net/api_client.h"
+#include "ui/text.h"
+
+#include <QJsonArray>
+#include <QMainWindow>
+#include <QPixmap>
+#include <QTimer>
+
+class QComboBox;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QListWidgetItem;
+class QPushButton;
+class QStackedWidget;
+class QVBoxLayout;
+
+namespace tideloft::ui
+{
+
+/// Owns the service client for its whole life and shows the sign-in page or the main page, and inside the
+/// main page the empty state, the open conversation or the settings. Its implementation is split by page and
+/// flow.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget *parent = nullptr);
+
+    /// Chooses the language of every text from now on: 0 Swedish, 1 English.
+    void setLanguageIndex(int index);
+    /// Returns to the sign-in page. The service is not told, and what the main page shows stays as it is.
+    void logOut();
+
+signals:
+    /// The user's new picture, round, 64 x 64.
+    void avatarPixmapReady(const QPixmap &pix);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private slots:
+    void onLoginClicked();
+    void onLoginSucceeded(const QString &username);
+    void onLoginFailed(const QString &message);
+    void onRegisterClicked();
+    void onRegisterSucceeded(const QString &username);
+    void onRegisterFailed(const QString &message);
+    void onMeLoaded(const QJsonObject &me);
+    void onMeFailed(const QString &message);
+    void onSearchClicked();
+    void onSearchLoaded(const QJsonArray &users);
+    void onSearchFailed(const QString &message);
+    void onConversationSelected();
+    void onConversationsLoaded(const QJsonArray &items);
+    void onConversationsFailed(const QString &message);
+    void onHistoryLoaded(const QString &peer, const QJsonArray &items);
+    void onHistoryFailed(const QString &message);
+    void onSendClicked();
+    void onSearchUserDoubleClicked();
+    void onMessageSent();
+    void onMessageSendFailed(const QString &message);
+    void onDeviceKeyRegistered();
+    void onDeviceKeyRegisterFailed(const QString &message);
+    void onUserPublicKeysLoaded(const QString &username, const QJsonArray &keys,
+                                const QString &legacyPublicKey);
+    void onUserPublicKeysFailed(const QString &username, const QString &message);
+    void onMyDeviceKeysLoaded(const QJsonArray &keys);
+    void onAvatarUploaded(bool ok, const QString &localPath);
+    void onServersLoaded(const QJsonArray &servers);
+    void onServerLoaded(const QJsonObject &server);
+    void onServerCreated(const QJsonObject &server);
+    void onServerIconUploaded(const QString &groupId, const QString &iconUrl);
+    void refreshData();
+    void showSettingsView();
+    void showSettingsSection(const QString &section);
+
+private:
+    QString text(const QString &swedish, const QString &english) const;
+    Language language() const;
+    QString openedText(const QJsonObject &item) const;
+
+    void buildShell();
+    QWidget *buildAuthPage();
+    QWidget *buildAuthTopbar(QWidget *page);
+    QWidget *buildAuthCenter(QWidget *page);
+    QWidget *buildAuthCard(QWidget *center);
+    void addAuthHeading(QWidget *card, QVBoxLayout *column);
+    void addAuthFields(QWidget *card, QVBoxLayout *column);
+    void addAuthButtons(QWidget *card, QVBoxLayout *column);
+    void connectAuthPage();
+    QWidget *buildMainPage();
+    QWidget *buildRail(QWidget *page);
+    QWidget *buildSidebar(QWidget *page);
+    QWidget *buildSideHeader(QWidget *sidebar);
+    QWidget *buildSearchWrap(QWidget *sidebar);
+    void buildSideLists(QWidget *sidebar);
+    QWidget *buildSideFooter(QWidget *sidebar);
+    void connectSidebar();
+    QWidget *buildCenterPanel(QWidget *page);
+    QWidget *buildEmptyState(QWidget *panel);
+    QWidget *buildEmptyInner(QWidget *state);
+    QWidget *buildChatPage(QWidget *panel);
+    QWidget *buildChatHeader(QWidget *page);
+    QWidget *buildMessageList(QWidget *page);
+    QWidget *buildInputArea(QWidget *page);
+    void connectClient();
+    void connectChat();
+
+    void retranslate();
+    void retranslateAccessibleNames();
+    void applyTheme();
+    void setBusy(bool busy);
+    void showAuthError(const QString &message);
+    void hideAuthError();
+
+    void showMessages();
+    void showConversation(const QString &peer);
+    void openConversation(const QString &peer);
+    void searchAsTyped(const QString &typed);
+    void pickSearchResult(QListWidgetItem *entry);
+    void registerThisDevice();
+    void encryptAndSend(const QString &peer, const QString &plainText, const QJsonArray &recipients,
+                        const QJsonArray &senders);
+
+    net::ApiClient api;
+    QString currentPeer;
+    QString myUsername;
+    QString pendingMessageText;
+    QJsonArray myDeviceKeys;
+    QJsonArray conversationsData;
+    QJsonArray searchResultsData;
+    QTimer *refreshTimer = nullptr;
+
+    QStackedWidget *rootStack = nullptr;
+    QWidget *authPage = nullptr;
+    QWidget *mainPage = nullptr;
+
+    QComboBox *langCombo = nullptr;
+    QLabel *authTitle = nullptr;
+    QLabel *authSubtitle = nullptr;
+    QLineEdit *usernameField = nullptr;
+    QLineEdit *passwordField = nullptr;
+    QCheckBox *rememberCheck = nullptr;
+    QPushButton *primaryButton = nullptr;
+    QPushButton *ghostButton = nullptr;
+    QLabel *authError = nullptr;
+
+    QWidget *rail = nullptr;
+    QPushButton *railMessagesBtn = nullptr;
+    QPushButton *railSettingsBtn = nullptr;
+    QLabel *sidebarTitle = nullptr;
+    QLineEdit *sideSearch = nullptr;
+    QPushButton *addDmBtn = nullptr;
+    QListWidget *searchResults = nullptr;
+    QListWidget *dmList = nullptr;
+    QLabel *myName = nullptr;
+    QLabel *myStatus = nullptr;
+    QLabel *footerAvatar = nullptr;
+    QPixmap footerAvatarPixmap;
+    QPushButton *quilloryBtn = nullptr;
+
+    QStackedWidget *centerStack = nullptr;
+    QWidget *emptyState = nullptr;
+    QWidget *chatPage = nullptr;
+    QLabel *peerAvatar = nullptr;
+    QLabel *centerTitle = nullptr;
+    QLabel *centerSubtitle = nullptr;
+    QListWidget *messageList = nullptr;
+    QLineEdit *msgInput = nullptr;
+    QPushButton *sendButton = nullptr;
+    QPushButton *emptyActionBtn = nullptr;
+
+    QJsonArray servers;
+    QWidget *serverColumn = nullptr;
+    QPushButton *createServerBtn = nullptr;
+    QWidget *settingsPage = nullptr;
+    QString currentAccent;
+    bool darkTheme = true;
+};
+
+} // namespace tideloft::ui

@@ -1,0 +1,189 @@
+// Building the sign-in page.
+#include "ui/main_window.h"
+
+#include "ui/style/grid_widget.h"
+#include "ui/style/inline_styles.h"
+#include "ui/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+/// A line that keeps WIDGET in its middle.
+QHBoxLayout *centred(QWidget *widget)
+{
+    auto *line = new QHBoxLayout;
+    line->setSpacing(0);
+    line->addStretch();
+    line->addWidget(widget);
+    line->addStretch();
+    return line;
+}
+
+QWidget *makeSecurityBadge(QWidget *card)
+{
+    auto *badge = makeBox(card, u"secBadge"_s);
+    badge->setFixedHeight(22);
+    auto *line = new QHBoxLayout(badge);
+    line->setContentsMargins(12, 0, 12, 0);
+    line->setSpacing(6);
+    auto *dot = makeLabel({}, badge, u"secBadgeDot"_s);
+    dot->setFixedSize(6, 6);
+    line->addWidget(dot);
+    line->addWidget(makeLabel(u"End-to-end encrypted · TLS 1.3"_s, badge, u"secBadgeText"_s));
+    return badge;
+}
+
+QLineEdit *makeAuthField(QWidget *card)
+{
+    auto *field = new QLineEdit(card);
+    field->setObjectName(u"authInput"_s);
+    field->setMinimumHeight(38);
+    return field;
+}
+
+QHBoxLayout *makeDivider(const QString &word, QWidget *card)
+{
+    auto *line = new QHBoxLayout;
+    line->addWidget(makeRule(card, u"authDivider"_s), 1);
+    line->addWidget(makeLabel(word, card, u"authDividerText"_s));
+    line->addWidget(makeRule(card, u"authDivider"_s), 1);
+    return line;
+}
+
+} // namespace
+
+QWidget *MainWindow::buildAuthPage()
+{
+    auto *page = new GridWidget(rootStack);
+    auto *column = makeColumn(page);
+    column->addWidget(buildAuthTopbar(page));
+    column->addWidget(buildAuthCenter(page), 1);
+    connectAuthPage();
+    return page;
+}
+
+QWidget *MainWindow::buildAuthTopbar(QWidget *page)
+{
+    auto *topbar = makeBox(page, u"authTopbar"_s);
+    topbar->setFixedHeight(40);
+    auto *line = makeLine(topbar, 8);
+    line->setContentsMargins(16, 0, 16, 0);
+    auto *logo = makeLabel(u"TL"_s, topbar, u"tbLogo"_s);
+    logo->setFixedSize(24, 24);
+    logo->setAlignment(Qt::AlignCenter);
+    langCombo = new QComboBox(topbar);
+    langCombo->setObjectName(u"langCombo"_s);
+    langCombo->setFixedWidth(120);
+    langCombo->addItems({u"Svenska"_s, u"English"_s});
+    line->addWidget(logo);
+    line->addWidget(makeLabel(u"TideLoft"_s, topbar, u"tbLogoName"_s));
+    line->addStretch();
+    line->addWidget(langCombo);
+    return topbar;
+}
+
+QWidget *MainWindow::buildAuthCenter(QWidget *page)
+{
+    auto *center = makeBox(page, u"authCenter"_s);
+    auto *column = makeColumn(center);
+    column->addStretch();
+    column->addLayout(centred(buildAuthCard(center)));
+    column->addStretch();
+    return center;
+}
+
+QWidget *MainWindow::buildAuthCard(QWidget *center)
+{
+    auto *card = makeBox(center, u"authCard"_s);
+    card->setFixedWidth(340);
+    auto *column = makeColumn(card);
+    column->setContentsMargins(28, 28, 28, 28);
+    addAuthHeading(card, column);
+    addAuthFields(card, column);
+    addAuthButtons(card, column);
+    makeLabel({}, card)->hide(); // kept out of the layout: a place for a message that no flow shows yet
+    return card;
+}
+
+void MainWindow::addAuthHeading(QWidget *card, QVBoxLayout *column)
+{
+    auto *brand = makeLabel(u"TL"_s, card, u"cardBrandIco"_s);
+    brand->setFixedSize(44, 44);
+    brand->setAlignment(Qt::AlignCenter);
+    authTitle = makeLabel({}, card, u"authTitle"_s);
+    authTitle->setAlignment(Qt::AlignCenter);
+    authSubtitle = makeLabel({}, card, u"authSubtitle"_s);
+    authSubtitle->setAlignment(Qt::AlignCenter);
+    authSubtitle->setWordWrap(true);
+    column->addLayout(centred(brand));
+    column->addSpacing(12);
+    column->addWidget(authTitle);
+    column->addWidget(authSubtitle);
+    QHBoxLayout *badge = centred(makeSecurityBadge(card));
+    badge->setContentsMargins(0, 10, 0, 16);
+    column->addLayout(badge);
+}
+
+void MainWindow::addAuthFields(QWidget *card, QVBoxLayout *column)
+{
+    usernameField = makeAuthField(card);
+    passwordField = makeAuthField(card);
+    passwordField->setEchoMode(QLineEdit::Password);
+    rememberCheck = new QCheckBox(text(u"Kom ihåg mig i 30 dagar"_s, u"Remember me for 30 days"_s), card);
+    rememberCheck->setObjectName(u"rememberCheck"_s);
+    rememberCheck->setStyleSheet(style::rememberCheck());
+    authError = makeLabel({}, card, u"authError"_s);
+    authError->setAlignment(Qt::AlignCenter);
+    authError->setWordWrap(true);
+    authError->hide();
+    column->addWidget(usernameField);
+    column->addSpacing(8);
+    column->addWidget(passwordField);
+    column->addSpacing(8);
+    auto *remember = new QHBoxLayout;
+    remember->addWidget(rememberCheck);
+    remember->addStretch();
+    column->addLayout(remember);
+    column->addSpacing(4);
+    column->addWidget(authError);
+    column->addSpacing(4);
+}
+
+void MainWindow::addAuthButtons(QWidget *card, QVBoxLayout *column)
+{
+    primaryButton = makeButton({}, card, u"primaryButton"_s);
+    primaryButton->setMinimumHeight(40);
+    ghostButton = makeButton({}, card, u"ghostButton"_s);
+    ghostButton->setMinimumHeight(36);
+    column->addWidget(primaryButton);
+    column->addSpacing(10);
+    column->addLayout(makeDivider(text(u"eller"_s, u"or"_s), card));
+    column->addWidget(ghostButton);
+}
+
+void MainWindow::connectAuthPage()
+{
+    connect(primaryButton, &QPushButton::clicked, this, &MainWindow::onLoginClicked);
+    connect(ghostButton, &QPushButton::clicked, this, &MainWindow::onRegisterClicked);
+    connect(langCombo, &QComboBox::currentIndexChanged, this, &MainWindow::retranslate);
+    for (QLineEdit *field : {usernameField, passwordField}) {
+        connect(field, &QLineEdit::textChanged, this, &MainWindow::hideAuthError);
+        connect(field, &QLineEdit::returnPressed, this, &MainWindow::onLoginClicked);
+    }
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,64 @@
+// What follows the profile's arrival: this device's key pair, its registration, and the main page.
+#include "ui/main_window.h"
+
+#include "crypto/key_store.h"
+#include "ui/initials.h"
+#include "ui/style/fade_in.h"
+
+#include <QDebug>
+#include <QLabel>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+void MainWindow::onMeLoaded(const QJsonObject &me)
+{
+    setBusy(false);
+    myUsername = me.value(u"username"_s).toString().trimmed().toLower();
+    if (footerAvatar)
+        footerAvatar->setText(initials(myUsername));
+    if (myName)
+        myName->setText(myUsername);
+    registerThisDevice();
+    api.fetchMyDeviceKeys();
+    rootStack->setCurrentWidget(mainPage);
+    fadeIn(mainPage);
+    api.fetchConversations();
+    api.fetchServers();
+    if (!refreshTimer->isActive())
+        refreshTimer->start();
+    currentPeer.clear();
+    centerStack->setCurrentWidget(emptyState);
+}
+
+// Problems with the keys never keep anyone from signing in: sending and reading say later what is wrong.
+void MainWindow::registerThisDevice()
+{
+    QString error;
+    if (!crypto::ensureKeyPair(&error)) {
+        qWarning().noquote() << "Key pair error:" << error;
+        return;
+    }
+    const QString publicKey = crypto::readPublicKeyFile(&error);
+    if (publicKey.isEmpty())
+        qWarning().noquote() << "Public key error:" << error;
+    else
+        api.registerDeviceKey(publicKey);
+}
+
+void MainWindow::onDeviceKeyRegistered() {}
+
+void MainWindow::onDeviceKeyRegisterFailed(const QString &message)
+{
+    qWarning().noquote() << "Device key registration failed:" << message;
+}
+
+void MainWindow::onMyDeviceKeysLoaded(const QJsonArray &keys)
+{
+    myDeviceKeys = keys;
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,94 @@
+// Moving between the pages of the window, and the keys and clicks that it catches.
+#include "ui/main_window.h"
+
+#include "ui/initials.h"
+#include "ui/style/fade_in.h"
+
+#include <QBoxLayout>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+void MainWindow::showMessages()
+{
+    railMessagesBtn->setChecked(true);
+    railSettingsBtn->setChecked(false);
+    centerStack->setCurrentWidget(emptyState);
+    if (!currentPeer.isEmpty()) {
+        showConversation(currentPeer);
+        return;
+    }
+    currentPeer.clear();
+    centerStack->setCurrentWidget(emptyState);
+}
+
+void MainWindow::showConversation(const QString &peer)
+{
+    currentPeer = peer;
+    centerTitle->setText(peer);
+    centerSubtitle->setText(u"🔒 "_s + text(u"End-to-end krypterad"_s, u"End-to-end encrypted"_s));
+    peerAvatar->setText(initials(peer));
+    centerStack->setCurrentWidget(chatPage);
+    fadeIn(chatPage);
+    msgInput->setFocus();
+    QTimer::singleShot(0, this, [this] {
+        msgInput->parentWidget()->layout()->activate();
+        msgInput->parentWidget()->updateGeometry();
+    });
+}
+
+void MainWindow::openConversation(const QString &peer)
+{
+    const QString trimmed = peer.trimmed();
+    if (trimmed.isEmpty())
+        return;
+    showConversation(trimmed);
+    api.fetchHistory(currentPeer);
+}
+
+void MainWindow::showSettingsView()
+{
+    if (!settingsPage)
+        return;
+    centerStack->setCurrentWidget(settingsPage);
+    fadeIn(settingsPage);
+}
+
+// The settings view always shows the section that it stands at.
+void MainWindow::showSettingsSection(const QString &)
+{
+    showSettingsView();
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == msgInput && event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_Return && !key->modifiers().testFlag(Qt::ShiftModifier)) {
+            onSendClicked();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_R || event->modifiers() != Qt::ControlModifier) {
+        QMainWindow::keyPressEvent(event);
+        return;
+    }
+    QCoreApplication::quit();
+    QProcess::startDetached(QCoreApplication::applicationFilePath(), QCoreApplication::arguments(), {});
+}
+
+} // namespace tideloft::ui

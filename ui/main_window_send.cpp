@@ -1,0 +1,71 @@
+// Sending a message: the recipient's keys first, then the sealed text.
+#include "ui/main_window.h"
+
+#include "crypto/envelope.h"
+#include "ui/device_lists.h"
+#include "ui/warning_box.h"
+
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+void MainWindow::onSendClicked()
+{
+    if (currentPeer.isEmpty())
+        return;
+    const QString typed = msgInput->text().trimmed();
+    if (typed.isEmpty())
+        return;
+    pendingMessageText = typed;
+    api.fetchUserPublicKeys(currentPeer);
+}
+
+void MainWindow::onUserPublicKeysLoaded(const QString &username, const QJsonArray &keys,
+                                        const QString &legacyPublicKey)
+{
+    if (username != currentPeer || pendingMessageText.isEmpty())
+        return;
+    const QJsonArray recipients = recipientDevices(keys, legacyPublicKey);
+    if (recipients.isEmpty())
+        showWarning(this, text(u"Mottagaren har inga registrerade nycklar."_s,
+                               u"Recipient has no registered keys."_s));
+    else
+        encryptAndSend(currentPeer, pendingMessageText, recipients,
+                       senderDevices(myDeviceKeys, api.deviceId()));
+    pendingMessageText.clear();
+}
+
+void MainWindow::onUserPublicKeysFailed(const QString &, const QString &message)
+{
+    pendingMessageText.clear();
+    showWarning(this, message);
+}
+
+void MainWindow::encryptAndSend(const QString &peer, const QString &plainText, const QJsonArray &recipients,
+                                const QJsonArray &senders)
+{
+    const crypto::EncryptedEnvelope envelope = crypto::encryptMessageEnvelope(plainText, recipients, senders);
+    if (!envelope.ok) {
+        showWarning(this, text(u"Kryptering misslyckades: "_s, u"Encryption failed: "_s) + envelope.error);
+        return;
+    }
+    api.sendMessage(peer, envelope.ciphertextBase64, envelope.ivBase64, {}, {}, envelope.recipientKeys,
+                    envelope.senderKeys);
+}
+
+void MainWindow::onMessageSent()
+{
+    msgInput->clear();
+    if (!currentPeer.isEmpty())
+        api.fetchHistory(currentPeer);
+}
+
+void MainWindow::onMessageSendFailed(const QString &message)
+{
+    showWarning(this, message);
+}
+
+} // namespace tideloft::ui

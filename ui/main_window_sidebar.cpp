@@ -1,0 +1,79 @@
+// The conversation list and the search for users.
+#include "ui/main_window.h"
+
+#include "ui/conversation_row.h"
+#include "ui/row_list.h"
+
+#include <QDateTime>
+#include <QLineEdit>
+#include <QListWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+void MainWindow::onConversationsLoaded(const QJsonArray &items)
+{
+    dmList->clear();
+    conversationsData = items;
+    const auto open = [this](const QJsonObject &item) { return openedText(item); };
+    QList<ListRow> rows;
+    for (const ConversationRowModel &model :
+         conversationRows(items, open, QDateTime::currentDateTime(), language()))
+        rows.append({.widget = makeConversationRow(model, dmList->viewport()),
+                     .flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled,
+                     .sizeHint = QSize(0, 62),
+                     .user = model.peer});
+    appendRows(dmList, rows);
+}
+
+void MainWindow::onConversationsFailed(const QString &) {}
+
+void MainWindow::onConversationSelected() {}
+
+void MainWindow::searchAsTyped(const QString &typed)
+{
+    const QString query = typed.trimmed();
+    if (query.size() < 2) {
+        searchResults->clear();
+        searchResults->hide();
+        return;
+    }
+    api.searchUsers(query);
+}
+
+void MainWindow::onSearchClicked()
+{
+    const QString query = sideSearch->text().trimmed();
+    if (!query.isEmpty())
+        api.searchUsers(query);
+}
+
+void MainWindow::onSearchLoaded(const QJsonArray &users)
+{
+    searchResultsData = users;
+    searchResults->clear();
+    for (const QString &username : foundUsers(users)) {
+        auto *entry = new QListWidgetItem(u"👤  "_s + username, searchResults);
+        entry->setData(Qt::UserRole, username);
+    }
+    searchResults->setVisible(searchResults->count() > 0);
+}
+
+void MainWindow::onSearchFailed(const QString &) {}
+
+void MainWindow::onSearchUserDoubleClicked() {}
+
+void MainWindow::pickSearchResult(QListWidgetItem *entry)
+{
+    // A copy: clearing the search deletes the entry.
+    const QString username = entry->data(Qt::UserRole).toString().trimmed();
+    if (username.isEmpty())
+        return;
+    searchResults->hide();
+    sideSearch->clear();
+    openConversation(username);
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,102 @@
+// Building a message's row: avatar, bubble, and what stands in the bubble.
+#include "ui/message_row.h"
+
+#include "ui/bubble_text.h"
+#include "ui/initials.h"
+#include "ui/style/inline_styles.h"
+#include "ui/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+QLabel *makeAvatar(const QString &sender, QWidget *row)
+{
+    auto *avatar = makeLabel(initials(sender), row);
+    avatar->setFixedSize(34, 34);
+    avatar->setAlignment(Qt::AlignCenter);
+    avatar->setStyleSheet(style::messageAvatar());
+    return avatar;
+}
+
+QWidget *makeAvatarSpace(QWidget *row)
+{
+    auto *space = makeBox(row);
+    space->setFixedWidth(34);
+    space->setStyleSheet(style::rowBackground());
+    return space;
+}
+
+QLabel *makeSenderName(const QString &sender, QWidget *bubble)
+{
+    auto *name = makeLabel(sender, bubble);
+    name->setStyleSheet(style::senderName());
+    return name;
+}
+
+QLabel *makeTime(const MessageRowModel &model, QWidget *bubble)
+{
+    auto *time = makeLabel(model.time, bubble);
+    time->setAlignment(model.isMine ? Qt::AlignRight : Qt::AlignLeft);
+    time->setStyleSheet(style::messageTime());
+    return time;
+}
+
+QWidget *makeBubble(const MessageRowModel &model, QWidget *row)
+{
+    auto *bubble = makeBox(row);
+    bubble->setStyleSheet(style::bubble(model.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
+    bubble->setMaximumWidth(520);
+    auto *column = makeColumn(bubble, 3);
+    column->setContentsMargins(12, 8, 12, 8);
+    if (model.showsSender())
+        column->addWidget(makeSenderName(model.sender, bubble));
+    column->addWidget(new BubbleText(model.text, bubble));
+    if (!model.time.isEmpty())
+        column->addWidget(makeTime(model, bubble));
+    return bubble;
+}
+
+QMargins rowMargins(const MessageRowModel &model)
+{
+    const int top = model.startsGroup() ? 8 : 2;
+    const int bottom = model.time.isEmpty() ? 2 : 6;
+    return model.isMine ? QMargins(60, top, 14, bottom) : QMargins(14, top, 60, bottom);
+}
+
+} // namespace
+
+MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(parent)
+{
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(style::rowBackground());
+    auto *line = makeLine(this, 8);
+    line->setContentsMargins(rowMargins(model));
+    if (model.isMine) {
+        line->addStretch();
+        line->addWidget(makeBubble(model, this));
+        return;
+    }
+    if (model.showsSender())
+        line->addWidget(makeAvatar(model.sender, this), 0, Qt::AlignTop);
+    else
+        line->addWidget(makeAvatarSpace(this));
+    line->addWidget(makeBubble(model, this));
+    line->addStretch();
+}
+
+QSize MessageRow::sizeHint() const
+{
+    const QSize natural = QWidget::sizeHint();
+    const int width = parentWidget() ? qMin(natural.width(), parentWidget()->width()) : natural.width();
+    return {width, layout()->totalHeightForWidth(width)};
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,68 @@
+// Entries, their widgets and their heights.
+#include "ui/row_list.h"
+
+#include <QEvent>
+#include <QListWidget>
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+/// Watches a list's viewport for changes of its width.
+class RowHeightKeeper : public QObject
+{
+public:
+    explicit RowHeightKeeper(QListWidget *watched) : QObject(watched), list(watched)
+    {
+        list->viewport()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize && list->viewport()->width() != width) {
+            width = list->viewport()->width();
+            updateHints();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void updateHints()
+    {
+        for (int i = 0; i < list->count(); ++i) {
+            QListWidgetItem *entry = list->item(i);
+            const QWidget *row = list->itemWidget(entry);
+            if (row && entry->sizeHint() != row->sizeHint())
+                entry->setSizeHint(row->sizeHint());
+        }
+    }
+
+    QListWidget *list;
+    int width = 0;
+};
+
+} // namespace
+
+void appendRows(QListWidget *list, const QList<ListRow> &rows)
+{
+    const int first = list->count();
+    for (const ListRow &row : rows) {
+        auto *entry = new QListWidgetItem; // the list owns it from addItem() on
+        entry->setFlags(row.flags);
+        entry->setSizeHint(row.sizeHint);
+        if (!row.user.isEmpty())
+            entry->setData(Qt::UserRole, row.user);
+        list->addItem(entry);
+    }
+    for (int i = 0; i < rows.size(); ++i)
+        list->setItemWidget(list->item(first + i), rows.at(i).widget);
+}
+
+void keepRowHeights(QListWidget *list)
+{
+    new RowHeightKeeper(list); // owned by the list
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,31 @@
+// Filling a list with row widgets.
+#pragma once
+
+#include <QList>
+#include <QSize>
+#include <QString>
+#include <Qt>
+
+class QListWidget;
+class QWidget;
+
+namespace tideloft::ui
+{
+
+/// One entry of a list: its widget, made below the list's viewport, and what the entry itself carries.
+struct ListRow {
+    QWidget *widget = nullptr;
+    Qt::ItemFlags flags = Qt::NoItemFlags;
+    QSize sizeHint;
+    QString user = {}; ///< The user-role data: whom a click on the entry is about. Empty for none.
+};
+
+/// Appends ROWS to LIST: all entries first, then their widgets. One by one, every entry would lay out all the
+/// row widgets before it again.
+void appendRows(QListWidget *list, const QList<ListRow> &rows);
+
+/// Keeps every entry's size hint equal to its row widget's own while the width of LIST changes. Wrapped text
+/// needs more height where there is less width.
+void keepRowHeights(QListWidget *list);
+
+} // namespace tideloft::ui

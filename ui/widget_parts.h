@@ -1,0 +1,32 @@
+// The small parts that pages and rows are put together from.
+#pragma once
+
+#include <QString>
+
+class QFrame;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+class QHBoxLayout;
+class QWidget;
+
+namespace tideloft::ui
+{
+
+/// A label that shows TEXT as it stands, never as markup. Every label of the program is made here.
+QLabel *makeLabel(const QString &text, QWidget *parent, const QString &objectName = {});
+
+/// A plain container that paints the background and border that the style sheet gives OBJECTNAME.
+QWidget *makeBox(QWidget *parent, const QString &objectName = {});
+
+/// A horizontal line.
+QFrame *makeRule(QWidget *parent, const QString &objectName = {});
+
+/// A push button with a pointing hand.
+QPushButton *makeButton(const QString &text, QWidget *parent, const QString &objectName = {});
+
+/// Layouts of OWNER without margins and with SPACING px between their items.
+QVBoxLayout *makeColumn(QWidget *owner, int spacing = 0);
+QHBoxLayout *makeLine(QWidget *owner, int spacing = 0);
+
+} // namespace tideloft::ui
