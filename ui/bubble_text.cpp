@@ -3,6 +3,9 @@
 
 #include "ui/style/inline_styles.h"
 
+#include <QTextDocument>
+#include <QTextOption>
+
 namespace tideloft::ui
 {
 
@@ -12,9 +15,25 @@ namespace
 // A bubble is at most 520 px wide and keeps 12 px on either side of its text.
 constexpr int widestText = 520 - 2 * 12;
 
+// Below this length a word fits into a bubble in the narrowest window, whatever its letters.
+constexpr int longWord = 24;
+
+bool containsLongWord(const QString &text)
+{
+    int length = 0;
+    for (const QChar character : text) {
+        length = character.isSpace() ? 0 : length + 1;
+        if (length > longWord)
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
-BubbleText::BubbleText(const QString &text, QWidget *parent) : QLabel(parent)
+BubbleText::BubbleText(const QString &text, QWidget *parent)
+    : QLabel(parent),
+      hasLongWord(containsLongWord(text))
 {
     setTextFormat(Qt::PlainText);
     setText(text);
@@ -31,6 +50,40 @@ QSize BubbleText::sizeHint() const
     // The layout measures in fractions of a pixel: one pixel more keeps the last word on its line.
     const int width = qMin(wrapped.width() + 1, widestText);
     return {width, heightForWidth(width)};
+}
+
+// A label's own hint is as wide as its widest word.
+QSize BubbleText::minimumSizeHint() const
+{
+    const QSize hint = QLabel::minimumSizeHint();
+    return hasLongWord ? QSize(fontMetrics().averageCharWidth(), hint.height()) : hint;
+}
+
+int BubbleText::heightForWidth(int width) const
+{
+    if (hasLongWord)
+        breakLongWords(width);
+    return QLabel::heightForWidth(width);
+}
+
+void BubbleText::paintEvent(QPaintEvent *event)
+{
+    if (hasLongWord)
+        breakLongWords(width());
+    QLabel::paintEvent(event);
+}
+
+void BubbleText::breakLongWords(int width) const
+{
+    QLabel::heightForWidth(width); // lays the text out if anything changed, and sets its own wrapping
+    auto *document = findChild<QTextDocument *>();
+    if (!document)
+        return;
+    QTextOption option = document->defaultTextOption();
+    if (option.wrapMode() == QTextOption::WrapAtWordBoundaryOrAnywhere)
+        return;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document->setDefaultTextOption(option);
 }
 
 } // namespace tideloft::ui

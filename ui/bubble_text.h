@@ -7,7 +7,8 @@ namespace tideloft::ui
 {
 
 /// A wrapped, selectable label that is as wide as its text, up to the width of a bubble. A plain label would
-/// fold even a short text into a block of its own liking.
+/// fold even a short text into a block of its own liking, and cut off a word that is wider than the bubble:
+/// here such a word goes on in the next line.
 class BubbleText : public QLabel
 {
     Q_OBJECT
@@ -16,6 +17,16 @@ public:
     BubbleText(const QString &text, QWidget *parent);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void breakLongWords(int width) const;
+
+    bool hasLongWord = false;
 };
 
 } // namespace tideloft::ui

@@ -1,6 +1,7 @@
 // Building a conversation's row.
 #include "ui/conversation_row.h"
 
+#include "ui/elided_label.h"
 #include "ui/initials.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
@@ -30,7 +31,7 @@ QWidget *makeAvatar(const QString &peer, QWidget *row)
 
 QLabel *makePreview(const QString &text, QWidget *row)
 {
-    auto *preview = makeLabel({}, row);
+    auto *preview = new ElidedLabel({}, row);
     preview->setStyleSheet(style::conversationPreview(u"#5a7a9a"_s, u"400"_s));
     preview->ensurePolished(); // the style sheet's font is the label's own from here on
     preview->setText(preview->fontMetrics().elidedText(text, Qt::ElideRight, 140));
@@ -39,7 +40,7 @@ QLabel *makePreview(const QString &text, QWidget *row)
 
 QLayout *makeTextBlock(const ConversationRowModel &model, QWidget *row)
 {
-    auto *name = makeLabel(model.peer, row);
+    auto *name = new ElidedLabel(model.peer, row);
     name->setStyleSheet(style::conversationName(u"600"_s));
     auto *block = new QVBoxLayout;
     block->setContentsMargins(0, 0, 0, 0);

@@ -5,7 +5,6 @@
 #include "ui/widget_parts.h"
 
 #include <QBoxLayout>
-#include <QFrame>
 #include <QLabel>
 
 namespace tideloft::ui
@@ -14,9 +13,11 @@ namespace tideloft::ui
 namespace
 {
 
-QFrame *makeDayLine(QWidget *row)
+// A plain box: the line that a frame draws by itself would cover the style's colour.
+QWidget *makeDayLine(QWidget *row)
 {
-    auto *rule = makeRule(row);
+    auto *rule = makeBox(row);
+    rule->setFixedHeight(1);
     rule->setStyleSheet(style::dayLine());
     return rule;
 }

@@ -1,6 +1,7 @@
 // Building the center panel: the empty state and the chat page.
 #include "ui/main_window.h"
 
+#include "ui/elided_label.h"
 #include "ui/row_list.h"
 #include "ui/style/hint_row.h"
 #include "ui/widget_parts.h"
@@ -57,8 +58,12 @@ QWidget *MainWindow::buildEmptyState(QWidget *panel)
 {
     auto *state = makeBox(panel, u"emptyState"_s);
     auto *column = makeColumn(state);
+    auto *line = new QHBoxLayout; // not an alignment: that would give the wrapped text no height of its own
+    line->addStretch();
+    line->addWidget(buildEmptyInner(state), 1);
+    line->addStretch();
     column->addStretch(2);
-    column->addWidget(buildEmptyInner(state), 0, Qt::AlignHCenter);
+    column->addLayout(line);
     column->addStretch(2);
     return state;
 }
@@ -112,7 +117,7 @@ QWidget *MainWindow::buildChatHeader(QWidget *page)
     header->setFixedHeight(56);
     peerAvatar = makeCentredLabel(header, u"peerAvatar"_s);
     peerAvatar->setFixedSize(36, 36);
-    centerTitle = makeLabel({}, header, u"centerTitle"_s);
+    centerTitle = new ElidedLabel({}, header, u"centerTitle"_s);
     centerSubtitle = makeLabel({}, header, u"centerSubtitle"_s);
     auto *titles = new QVBoxLayout;
     titles->setSpacing(2);

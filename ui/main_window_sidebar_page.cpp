@@ -1,7 +1,7 @@
 // Building the left sidebar: header, search, lists, footer.
 #include "ui/main_window.h"
 
-#include "ui/row_list.h"
+#include "ui/elided_label.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
 
@@ -82,7 +82,7 @@ QWidget *MainWindow::buildSideFooter(QWidget *sidebar)
         text(u"Klicka för att ändra profilbild"_s, u"Click to change profile picture"_s));
     footerAvatar->setCursor(Qt::PointingHandCursor);
     footerAvatar->setStyleSheet(style::footerInitials());
-    myName = makeLabel(u"—"_s, footer, u"myName"_s);
+    myName = new ElidedLabel(u"—"_s, footer, u"myName"_s);
     myStatus = makeLabel(u"● Online"_s, footer, u"myStatus"_s);
     quilloryBtn = makeButton(u"Quillory"_s, footer, u"quilloryBtn"_s);
     quilloryBtn->setFixedHeight(24);

@@ -2,6 +2,7 @@
 #include "ui/message_row.h"
 
 #include "ui/bubble_text.h"
+#include "ui/elided_label.h"
 #include "ui/initials.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
@@ -36,7 +37,7 @@ QWidget *makeAvatarSpace(QWidget *row)
 
 QLabel *makeSenderName(const QString &sender, QWidget *bubble)
 {
-    auto *name = makeLabel(sender, bubble);
+    auto *name = new ElidedLabel(sender, bubble);
     name->setStyleSheet(style::senderName());
     return name;
 }

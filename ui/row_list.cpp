@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QListWidget>
+#include <QScrollBar>
 
 namespace tideloft::ui
 {
@@ -23,7 +24,10 @@ public:
     {
         if (event->type() == QEvent::Resize && list->viewport()->width() != width) {
             width = list->viewport()->width();
+            const bool atBottom = list->verticalScrollBar()->value() == list->verticalScrollBar()->maximum();
             updateHints();
+            if (atBottom)
+                list->scrollToBottom();
         }
         return QObject::eventFilter(watched, event);
     }

@@ -25,7 +25,7 @@ struct ListRow {
 void appendRows(QListWidget *list, const QList<ListRow> &rows);
 
 /// Keeps every entry's size hint equal to its row widget's own while the width of LIST changes. Wrapped text
-/// needs more height where there is less width.
+/// needs more height where there is less width. A list that stands at its bottom stays there.
 void keepRowHeights(QListWidget *list);
 
 } // namespace tideloft::ui

@@ -1,0 +1,24 @@
+// A one-line label for texts of any length.
+#pragma once
+
+#include <QLabel>
+
+namespace tideloft::ui
+{
+
+/// Shows as much of its text as fits, with "…" at the end where it is cut, and never asks for room: a long
+/// name makes no list and no window wider. text() stays the whole text.
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    ElidedLabel(const QString &text, QWidget *parent, const QString &objectName = {});
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace tideloft::ui
