@@ -27,6 +27,8 @@ QMainWindow { background: #07070c; }
 #authTitle { color: #e0e0ec; font-size: 15px; font-weight: 600; }
 #authSubtitle { color: #50507a; font-size: 11px; }
 #secBadge { background: rgba(37,168,104,0.08); border: 1px solid rgba(37,168,104,0.18); border-radius: 20px; }
+/* A radius above half the height is dropped by Qt: this one keeps the low badge a pill */
+QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 #secBadgeDot {
     background: #25a868; border-radius: 3px;
     min-width: 6px; max-width: 6px; min-height: 6px; max-height: 6px;
@@ -55,8 +57,16 @@ QMainWindow { background: #07070c; }
     border-radius: 7px; font-size: 12px;
 }
 #ghostButton:hover { background: rgba(255,255,255,0.04); }
-#langCombo { background: #0a0a11; color: #50508a; border-radius: 6px; padding: 4px 10px; font-size: 11px; }
+#langCombo {
+    background: #0a0a11; color: #50508a; border-radius: 6px; padding: 4px 10px; font-size: 11px;
+    combobox-popup: 0;
+}
 #langCombo::drop-down { width: 18px; border: none; }
+/* A triangle without a picture file: a sector that opens upwards from the middle of the lower edge */
+#langCombo::down-arrow {
+    width: 8px; height: 4px; background: qconicalgradient(cx:0.5,cy:1,angle:0,stop:0 transparent,
+        stop:0.125 transparent,stop:0.126 #50508a,stop:0.374 #50508a,stop:0.375 transparent,stop:1 transparent);
+}
 #langCombo QAbstractItemView {
     background: #0e0e18; color: #c8d8e8; border: 1px solid rgba(255,255,255,0.08);
     selection-background-color: #1a1a30; selection-color: #fff;
@@ -76,7 +86,8 @@ QMainWindow { background: #07070c; }
 
 /* Sidebar */
 #leftSidebar { background: #0c151e; border-right: 1px solid #141f2b; }
-#sideHeader, #searchWrap { background: #0c151e; border-bottom: 1px solid #141f2b; }
+/* The three blocks lie over the right border of the sidebar and repeat it */
+#sideHeader, #searchWrap { background: #0c151e; border-bottom: 1px solid #141f2b; border-right: 1px solid #141f2b; }
 #sidebarTitle { color: #e8f0f8; font-size: 15px; font-weight: 700; }
 #addDmBtn { background: #1a2e40; color: #7ab0f5; border: none; border-radius: 8px; font-size: 18px; }
 #addDmBtn:hover { background: #2a4060; color: #fff; }
@@ -85,7 +96,7 @@ QMainWindow { background: #07070c; }
     border-radius: 8px; padding: 6px 12px; font-size: 12px;
 }
 #sideSearch:focus { background: #0a1118; border-color: #3b8beb; }
-#dmList { background: #0c151e; border: none; padding: 6px 0; outline: none; }
+#dmList { background: transparent; border: none; padding: 6px 0; outline: none; }
 #dmList::item { border-radius: 8px; margin: 2px 8px; border-left: 3px solid transparent; }
 #dmList::item:hover { background: #151f2a; }
 #dmList::item:selected { background: #1a2e40; border-left: 3px solid #3b8beb; }
@@ -96,7 +107,7 @@ QMainWindow { background: #07070c; }
 #searchResults::item { color: #8ab0d0; padding: 10px 14px; border-radius: 6px; margin: 2px 6px; }
 #searchResults::item:hover { background: #162230; color: #c8d8e8; }
 #searchResults::item:selected { background: #1a3050; color: #e8f0f8; }
-#sideFooter { background: #080d12; border-top: 1px solid #141f2b; }
+#sideFooter { background: #080d12; border-top: 1px solid #141f2b; border-right: 1px solid #141f2b; }
 #sideFooter:hover { background: #0c151e; }
 /* #footerAvatar styled inline to allow pixmap override */
 #myName { color: #e8f0f8; font-size: 13px; font-weight: 700; }

@@ -27,6 +27,8 @@ QMainWindow { background: #f0f2f5; }
 #authTitle { color: #1a1a2e; font-size: 15px; font-weight: 600; }
 #authSubtitle { color: #8080a0; font-size: 11px; }
 #secBadge { background: rgba(37,168,104,0.08); border: 1px solid rgba(37,168,104,0.30); border-radius: 20px; }
+/* A radius above half the height is dropped by Qt: this one keeps the low badge a pill */
+QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 #secBadgeDot {
     background: #25a868; border-radius: 3px;
     min-width: 6px; max-width: 6px; min-height: 6px; max-height: 6px;
@@ -55,8 +57,16 @@ QMainWindow { background: #f0f2f5; }
     border-radius: 7px; font-size: 12px;
 }
 #ghostButton:hover { background: #f0f4fa; }
-#langCombo { background: #ffffff; color: #6070a0; border-radius: 6px; padding: 4px 10px; font-size: 11px; }
+#langCombo {
+    background: #ffffff; color: #6070a0; border-radius: 6px; padding: 4px 10px; font-size: 11px;
+    combobox-popup: 0;
+}
 #langCombo::drop-down { width: 18px; border: none; }
+/* A triangle without a picture file: a sector that opens upwards from the middle of the lower edge */
+#langCombo::down-arrow {
+    width: 8px; height: 4px; background: qconicalgradient(cx:0.5,cy:1,angle:0,stop:0 transparent,
+        stop:0.125 transparent,stop:0.126 #6070a0,stop:0.374 #6070a0,stop:0.375 transparent,stop:1 transparent);
+}
 #langCombo QAbstractItemView {
     background: #ffffff; color: #1a1a2e; border: 1px solid #d0d8e8;
     selection-background-color: #e8f0fc; selection-color: #0a2060;
@@ -76,7 +86,8 @@ QMainWindow { background: #f0f2f5; }
 
 /* Sidebar */
 #leftSidebar { background: #f5f7fa; border-right: 1px solid #d8dce8; }
-#sideHeader, #searchWrap { background: #f5f7fa; border-bottom: 1px solid #d8dce8; }
+/* The three blocks lie over the right border of the sidebar and repeat it */
+#sideHeader, #searchWrap { background: #f5f7fa; border-bottom: 1px solid #d8dce8; border-right: 1px solid #d8dce8; }
 #sidebarTitle { color: #1a1a2e; font-size: 15px; font-weight: 700; }
 #addDmBtn { background: #dce8f8; color: #3b8beb; border: none; border-radius: 8px; font-size: 18px; }
 #addDmBtn:hover { background: #c0d8f5; color: #1a6acc; }
@@ -85,7 +96,7 @@ QMainWindow { background: #f0f2f5; }
     border-radius: 8px; padding: 6px 12px; font-size: 12px;
 }
 #sideSearch:focus { background: #ffffff; border-color: #3b8beb; }
-#dmList { background: #f5f7fa; border: none; padding: 6px 0; outline: none; }
+#dmList { background: transparent; border: none; padding: 6px 0; outline: none; }
 #dmList::item { border-radius: 8px; margin: 2px 8px; border-left: 3px solid transparent; }
 #dmList::item:hover { background: #e8eef8; }
 #dmList::item:selected { background: #d0e4f8; border-left: 3px solid #3b8beb; }
@@ -96,7 +107,7 @@ QMainWindow { background: #f0f2f5; }
 #searchResults::item { color: #3060a0; padding: 10px 14px; border-radius: 6px; margin: 2px 6px; }
 #searchResults::item:hover { background: #e8f0fc; color: #1a3a80; }
 #searchResults::item:selected { background: #d0e4f8; color: #0a2060; }
-#sideFooter { background: #edf0f7; border-top: 1px solid #d8dce8; }
+#sideFooter { background: #edf0f7; border-top: 1px solid #d8dce8; border-right: 1px solid #d8dce8; }
 #sideFooter:hover { background: #e4e8f2; }
 /* #footerAvatar styled inline to allow pixmap override */
 #myName { color: #1a1a2e; font-size: 13px; font-weight: 700; }
