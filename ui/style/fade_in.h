@@ -6,9 +6,8 @@ class QWidget;
 namespace tideloft::ui
 {
 
-/// Lets WIDGET appear within 180 ms, from transparent to opaque. An effect it already has is replaced.
-/// A fade that still runs on an ancestor or a descendant is brought to its end at once. When the fade is
-/// over, its effect stays on the widget, opaque and disabled.
+/// Lets WIDGET appear within 180 ms, from transparent to opaque. An effect it already has is replaced. When
+/// the fade is over, its effect stays on the widget, opaque and disabled. Fades may run inside each other.
 void fadeIn(QWidget *widget);
 
 } // namespace tideloft::ui
