@@ -1,0 +1,99 @@
+// The grid behind the sign-in page, pixel by pixel.
+#include <QApplication>
+
+#include "tests/support/test_main.h"
+#include "ui/style/grid_widget.h"
+#include "ui/style/style_sheets.h"
+
+#include <QImage>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::ui;
+
+class TestGridWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void lines_data();
+    void lines();
+    void crossingIsPaintedTwice();
+    void coloursIgnoreTheTheme();
+};
+
+static QImage render(int width, int height, const QString &sheet = {})
+{
+    GridWidget grid;
+    grid.setStyleSheet(sheet);
+    grid.resize(width, height);
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    grid.render(&image);
+    return image;
+}
+
+static const QColor fill(0x07, 0x07, 0x0c);
+
+/// White at alpha 13 over COLOUR, as the raster engine rounds it.
+static QColor under(const QColor &colour)
+{
+    QImage pixel(1, 1, QImage::Format_RGB32);
+    pixel.fill(colour);
+    QPainter(&pixel).fillRect(0, 0, 1, 1, QColor(255, 255, 255, 13));
+    return pixel.pixelColor(0, 0);
+}
+
+void TestGridWidget::lines_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QList<int>>("expected");
+    QTest::newRow("1 px: the line at 0") << 1 << QList{0};
+    QTest::newRow("31 px: the line at 0") << 31 << QList{0};
+    QTest::newRow("32 px: still the line at 0 alone") << 32 << QList{0};
+    QTest::newRow("33 px: a second line in the last pixel") << 33 << QList{0, 32};
+    QTest::newRow("64 px: no third line") << 64 << QList{0, 32};
+    QTest::newRow("65 px: a third line") << 65 << QList{0, 32, 64};
+}
+
+void TestGridWidget::lines()
+{
+    QFETCH(int, length);
+    QList<int> vertical;
+    QList<int> horizontal;
+    const QImage wide = render(length, 20);
+    const QImage high = render(20, length);
+    for (int i = 0; i < length; ++i) {
+        // Row and column 10 lie between two lines of the other direction.
+        if (wide.pixelColor(i, 10) != fill)
+            vertical << i;
+        if (high.pixelColor(10, i) != fill)
+            horizontal << i;
+    }
+    QTEST(vertical, "expected");
+    QTEST(horizontal, "expected");
+    QCOMPARE(wide.pixelColor(0, 19), under(fill));
+    QCOMPARE(high.pixelColor(19, 0), under(fill));
+}
+
+void TestGridWidget::crossingIsPaintedTwice()
+{
+    const QImage image = render(64, 64);
+    QCOMPARE(image.pixelColor(32, 10), under(fill));
+    QCOMPARE(image.pixelColor(10, 32), under(fill));
+    QCOMPARE(image.pixelColor(32, 32), under(under(fill)));
+    QCOMPARE(image.pixelColor(0, 0), under(under(fill)));
+    QCOMPARE(image.pixelColor(31, 31), fill);
+    QCOMPARE(image.pixelColor(63, 63), fill);
+}
+
+void TestGridWidget::coloursIgnoreTheTheme()
+{
+    const QImage plain = render(70, 70);
+    QCOMPARE(render(70, 70, darkStyleSheet()), plain);
+    QCOMPARE(render(70, 70, lightStyleSheet()), plain);
+    QCOMPARE(render(70, 70, u"QWidget { background: red; }"_s), plain);
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestGridWidget)
+#include "tst_grid_widget.moc"

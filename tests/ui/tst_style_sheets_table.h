@@ -1,0 +1,24 @@
+// What both style sheets have to say, written down apart from them.
+#pragma once
+
+#include <QList>
+#include <QString>
+
+namespace tideloft::tests
+{
+
+/// One selector, with its state if it has one. Declarations are written "name: value; name: value".
+struct ExpectedRule {
+    QString selector;
+    QString shape; ///< the same in both sheets
+    QString dark;  ///< further declarations of the dark sheet
+    QString light; ///< further declarations of the light sheet
+};
+
+/// Every rule that both sheets have.
+QList<ExpectedRule> expectedRules();
+
+/// The rules that only the light sheet has.
+QList<ExpectedRule> expectedLightRules();
+
+} // namespace tideloft::tests
