@@ -19,7 +19,7 @@ static ExpectedRule same(const QString &selector, const QString &shape, const QS
 static QString arrow(const QString &colour)
 {
     return u"background: qconicalgradient(cx:0.5,cy:1,angle:0,stop:0 transparent, stop:0.125 transparent,"
-           "stop:0.126 %1,stop:0.374 %1,stop:0.375 transparent,stop:1 transparent)"_s.arg(colour);
+           "stop:0.126 %1,stop:0.374 %1, stop:0.375 transparent,stop:1 transparent)"_s.arg(colour);
 }
 
 static QList<ExpectedRule> windowAndSignIn()

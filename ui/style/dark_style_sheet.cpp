@@ -64,8 +64,10 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 #langCombo::drop-down { width: 18px; border: none; }
 /* A triangle without a picture file: a sector that opens upwards from the middle of the lower edge */
 #langCombo::down-arrow {
-    width: 8px; height: 4px; background: qconicalgradient(cx:0.5,cy:1,angle:0,stop:0 transparent,
-        stop:0.125 transparent,stop:0.126 #50508a,stop:0.374 #50508a,stop:0.375 transparent,stop:1 transparent);
+    width: 8px; height: 4px;
+    background: qconicalgradient(cx:0.5,cy:1,angle:0,stop:0 transparent,
+        stop:0.125 transparent,stop:0.126 #50508a,stop:0.374 #50508a,
+        stop:0.375 transparent,stop:1 transparent);
 }
 #langCombo QAbstractItemView {
     background: #0e0e18; color: #c8d8e8; border: 1px solid rgba(255,255,255,0.08);
@@ -87,7 +89,9 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 /* Sidebar */
 #leftSidebar { background: #0c151e; border-right: 1px solid #141f2b; }
 /* The three blocks lie over the right border of the sidebar and repeat it */
-#sideHeader, #searchWrap { background: #0c151e; border-bottom: 1px solid #141f2b; border-right: 1px solid #141f2b; }
+#sideHeader, #searchWrap {
+    background: #0c151e; border-bottom: 1px solid #141f2b; border-right: 1px solid #141f2b;
+}
 #sidebarTitle { color: #e8f0f8; font-size: 15px; font-weight: 700; }
 #addDmBtn { background: #1a2e40; color: #7ab0f5; border: none; border-radius: 8px; font-size: 18px; }
 #addDmBtn:hover { background: #2a4060; color: #fff; }

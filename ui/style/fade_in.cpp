@@ -18,8 +18,8 @@ void fadeIn(QWidget *widget)
     animation->setStartValue(0.0);
     animation->setEndValue(1.0);
     animation->setEasingCurve(QEasingCurve::OutCubic);
-    // An opaque but active effect would hand its painter to a fade inside it: a warning on
-    // every frame.
+    // An opaque but active effect would hand its painter to a fade inside it: a warning
+    // on every frame.
     QObject::connect(animation, &QPropertyAnimation::finished, effect,
                      [effect] { effect->setEnabled(false); });
     widget->setGraphicsEffect(effect);

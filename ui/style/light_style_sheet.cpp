@@ -64,8 +64,10 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 #langCombo::drop-down { width: 18px; border: none; }
 /* A triangle without a picture file: a sector that opens upwards from the middle of the lower edge */
 #langCombo::down-arrow {
-    width: 8px; height: 4px; background: qconicalgradient(cx:0.5,cy:1,angle:0,stop:0 transparent,
-        stop:0.125 transparent,stop:0.126 #6070a0,stop:0.374 #6070a0,stop:0.375 transparent,stop:1 transparent);
+    width: 8px; height: 4px;
+    background: qconicalgradient(cx:0.5,cy:1,angle:0,stop:0 transparent,
+        stop:0.125 transparent,stop:0.126 #6070a0,stop:0.374 #6070a0,
+        stop:0.375 transparent,stop:1 transparent);
 }
 #langCombo QAbstractItemView {
     background: #ffffff; color: #1a1a2e; border: 1px solid #d0d8e8;
@@ -87,7 +89,9 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 /* Sidebar */
 #leftSidebar { background: #f5f7fa; border-right: 1px solid #d8dce8; }
 /* The three blocks lie over the right border of the sidebar and repeat it */
-#sideHeader, #searchWrap { background: #f5f7fa; border-bottom: 1px solid #d8dce8; border-right: 1px solid #d8dce8; }
+#sideHeader, #searchWrap {
+    background: #f5f7fa; border-bottom: 1px solid #d8dce8; border-right: 1px solid #d8dce8;
+}
 #sidebarTitle { color: #1a1a2e; font-size: 15px; font-weight: 700; }
 #addDmBtn { background: #dce8f8; color: #3b8beb; border: none; border-radius: 8px; font-size: 18px; }
 #addDmBtn:hover { background: #c0d8f5; color: #1a6acc; }
