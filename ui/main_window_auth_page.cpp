@@ -36,9 +36,8 @@ QHBoxLayout *centred(QWidget *widget)
 QWidget *makeSecurityBadge(QWidget *card)
 {
     auto *badge = makeBox(card, u"secBadge"_s);
-    badge->setFixedHeight(22);
     auto *line = new QHBoxLayout(badge);
-    line->setContentsMargins(12, 0, 12, 0);
+    line->setContentsMargins(12, 3, 12, 3);
     line->setSpacing(6);
     auto *dot = makeLabel({}, badge, u"secBadgeDot"_s);
     dot->setFixedSize(6, 6);
@@ -122,7 +121,7 @@ QWidget *MainWindow::buildAuthCard(QWidget *center)
 void MainWindow::addAuthHeading(QWidget *card, QVBoxLayout *column)
 {
     auto *brand = makeLabel(u"TL"_s, card, u"cardBrandIco"_s);
-    brand->setFixedSize(44, 44);
+    brand->setFixedSize(40, 40);
     brand->setAlignment(Qt::AlignCenter);
     authTitle = makeLabel({}, card, u"authTitle"_s);
     authTitle->setAlignment(Qt::AlignCenter);
