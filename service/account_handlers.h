@@ -1,0 +1,13 @@
+// Creating an account, signing in and signing out.
+#pragma once
+
+#include "service/api_context.h"
+#include "service/router.h"
+
+namespace tideloft::service
+{
+
+/// POST /api/auth/register, /api/auth/login and /api/auth/logout. `context` must outlive the router.
+void addAccountRoutes(Router &router, ApiContext &context);
+
+} // namespace tideloft::service

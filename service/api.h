@@ -1,0 +1,24 @@
+// All endpoints of the service over one database.
+#pragma once
+
+#include "service/api_context.h"
+#include "service/router.h"
+
+namespace tideloft::service
+{
+
+class Api
+{
+public:
+    /// `database` must outlive the object.
+    Api(Database &database, ApiSettings settings);
+    Q_DISABLE_COPY_MOVE(Api)
+
+    Reply handle(const Request &request) const { return router.handle(request); }
+
+private:
+    ApiContext context;
+    Router router;
+};
+
+} // namespace tideloft::service

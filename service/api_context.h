@@ -1,0 +1,36 @@
+// What every group of endpoints works with.
+#pragma once
+
+#include "service/database.h"
+#include "service/http_message.h"
+#include "service/password.h"
+
+#include <QDateTime>
+
+#include <functional>
+
+namespace tideloft::service
+{
+
+struct User {
+    qint64 id = 0;
+    QString name;
+};
+
+struct ApiSettings {
+    ScryptCost scryptCost;
+    bool secureCookies = true; ///< false only where the service speaks plain HTTP on loopback
+    std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
+};
+
+struct ApiContext {
+    Database &database;
+    ApiSettings settings;
+
+    qint64 nowInMilliseconds() const { return settings.now().toMSecsSinceEpoch(); }
+};
+
+/// A handler for signed-in users only.
+using UserHandler = std::function<Reply(const Request &, const User &)>;
+
+} // namespace tideloft::service

@@ -1,0 +1,14 @@
+// Sending messages, and reading them back.
+#pragma once
+
+#include "service/api_context.h"
+#include "service/router.h"
+
+namespace tideloft::service
+{
+
+/// GET /api/chat/conversations, GET /api/chat/history/{peer} and POST /api/chat/send. `context` must outlive
+/// the router.
+void addChatRoutes(Router &router, ApiContext &context);
+
+} // namespace tideloft::service

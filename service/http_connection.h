@@ -1,0 +1,72 @@
+// One connection of a client: its requests, one after the other.
+#pragma once
+
+#include "service/http_server.h"
+#include "service/watchdog.h"
+
+#include <boost/asio/awaitable.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/stream.hpp>
+
+#include <functional>
+#include <memory>
+#include <variant>
+
+namespace tideloft::service
+{
+
+/// What a connection needs of the server; outlives every connection.
+struct ConnectionContext {
+    ServerLimits limits;
+    std::function<void(const QByteArray &line)> log;
+    std::function<boost::asio::awaitable<Response>(Request)> answer;
+    bool stopping = false;
+};
+
+class Connection
+{
+public:
+    /// With `tls` the client has to speak TLS, without it plain HTTP.
+    Connection(boost::asio::ip::tcp::socket socket, ConnectionContext &server,
+               boost::asio::ssl::context *tls);
+    Q_DISABLE_COPY_MOVE(Connection)
+    ~Connection();
+
+    /// Ends when the connection does. The connection must live as long.
+    boost::asio::awaitable<void> serve();
+
+    /// Ends the connection now if it only waits, otherwise after the reply that is under way.
+    void finish();
+
+    /// Ends the connection now.
+    void abort();
+
+private:
+    using PlainStream = boost::asio::ip::tcp::socket;
+    using TlsStream = boost::asio::ssl::stream<boost::asio::ip::tcp::socket>;
+
+    template <typename Stream> boost::asio::awaitable<void> serveOn(Stream &stream);
+    template <typename Stream, typename Buffer>
+    boost::asio::awaitable<bool> exchange(Stream &stream, Buffer &buffer);
+    template <typename Stream, typename Buffer>
+    boost::asio::awaitable<bool> waitForRequest(Stream &stream, Buffer &buffer);
+    template <typename Stream, typename Buffer, typename Parser>
+    boost::asio::awaitable<std::optional<Response>> readRequest(Stream &stream, Buffer &buffer,
+                                                                Parser &parser);
+    template <typename Stream, typename Parser>
+    boost::asio::awaitable<void> invite(Stream &stream, const Parser &parser);
+    template <typename Stream, typename Parser>
+    boost::asio::awaitable<bool> write(Stream &stream, const Parser &parser, const Response &response,
+                                       bool keepAlive);
+    template <typename Stream> boost::asio::awaitable<void> close(Stream &stream);
+    boost::asio::ip::tcp::socket &socket();
+
+    ConnectionContext &context;
+    std::variant<PlainStream, TlsStream> transport;
+    std::shared_ptr<Watchdog> watchdog;
+    bool answering = false;
+    bool lost = false; ///< nobody is there any more to be told anything
+};
+
+} // namespace tideloft::service

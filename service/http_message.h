@@ -1,0 +1,75 @@
+// What passes between the HTTP server and the handlers: plain values, so that tests need no socket.
+#pragma once
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+
+#include <exception>
+#include <functional>
+#include <utility>
+#include <variant>
+
+namespace tideloft::service
+{
+
+/// One request, complete and within the limits.
+struct Request {
+    QByteArray method;      ///< as sent: "GET", "POST"
+    QByteArray target;      ///< path and query as sent, still percent-encoded; begins with "/"
+    QByteArray contentType; ///< empty when the client sent none
+    QByteArray cookie;      ///< the Cookie header's value
+    QByteArray body;
+    QStringList parameters; ///< what stood in the pattern's placeholders, decoded; filled by the router
+};
+
+/// One reply. Content-Length, Connection and the security headers are the server's business.
+struct Response {
+    int status = 200;
+    QByteArray body;
+    QByteArray contentType = "application/json; charset=utf-8";
+    QList<QPair<QByteArray, QByteArray>> headers;
+    QByteArray route;   ///< the pattern that answered, for the log
+    QByteArray problem; ///< what went wrong inside, for the log only
+};
+
+/// What is left to do on the event loop once the slow part is done.
+using Continuation = std::function<Response()>;
+
+/// An answer that takes long: `work` runs on another thread and must touch nothing but what it captured.
+struct Deferred {
+    std::function<Continuation()> work;
+    QByteArray route; ///< as in Response
+};
+
+using Reply = std::variant<Response, Deferred>;
+using Handler = std::function<Reply(const Request &)>;
+
+/// Thrown by a handler that cannot do what it is asked; becomes an error reply with this status and text.
+class Refusal : public std::exception
+{
+public:
+    Refusal(int httpStatus, QString text) : status(httpStatus), message(std::move(text)) {}
+    const char *what() const noexcept override { return "request refused"; }
+
+    int status;
+    QString message;
+};
+
+Response jsonResponse(const QJsonObject &object, int status = 200);
+Response jsonResponse(const QJsonArray &array);
+
+/// A JSON object with the single member `message`.
+Response errorResponse(int status, const QString &message);
+
+/// The decoded value of a query item in form encoding ("+" is a blank); empty when it is missing.
+QString queryValue(const Request &request, QByteArrayView name);
+
+/// The value of one cookie of the request; empty when it is missing.
+QByteArray cookieValue(const Request &request, QByteArrayView name);
+
+} // namespace tideloft::service

@@ -1,0 +1,63 @@
+// The HTTP server: connections, TLS, limits and time-outs. Knows nothing of what is served.
+#pragma once
+
+#include "service/http_message.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace tideloft::service
+{
+
+struct ServerLimits {
+    std::uint32_t headerBytes = 16 * 1024;
+    std::uint64_t bodyBytes = 1024 * 1024;
+    std::size_t connections = 1000;
+    std::size_t waitingJobs = 64; ///< deferred answers that may wait for a thread; further ones get 503
+    std::chrono::milliseconds headerTime{10'000};
+    std::chrono::milliseconds bodyTime{30'000}; ///< for reading a body, and for writing a reply
+    std::chrono::milliseconds idleTime{65'000}; ///< between two requests
+    std::chrono::milliseconds stopTime{3'000};  ///< for replies under way when the server is stopped
+};
+
+struct ServerSettings {
+    QString address = QStringLiteral("127.0.0.1"); ///< a numeric address
+    std::uint16_t port = 8443;                     ///< 0 = any free port
+    QString certificateFile;                       ///< PEM, the chain; empty = plain HTTP
+    QString keyFile;                               ///< PEM
+    ServerLimits limits;
+    std::function<void(const QByteArray &line)> log = [](const QByteArray &) {};
+};
+
+/// Answers requests one after the other on the thread that calls run(); only deferred work uses other
+/// threads.
+class HttpServer
+{
+public:
+    /// Opens the port. Throws std::exception when the address or the certificate cannot be used.
+    HttpServer(const ServerSettings &settings, Handler handler);
+    Q_DISABLE_COPY_MOVE(HttpServer)
+    ~HttpServer();
+
+    std::uint16_t port() const;
+
+    /// Serves until the server is stopped and the replies under way are finished.
+    void run();
+
+    /// From any thread.
+    void stop();
+
+    /// Makes SIGTERM and SIGINT stop the server.
+    void stopOnSignals();
+
+private:
+    class Implementation;
+    std::unique_ptr<Implementation> implementation;
+};
+
+} // namespace tideloft::service

@@ -1,0 +1,14 @@
+// Device keys: publishing the own one, and reading one's own and other users'.
+#pragma once
+
+#include "service/api_context.h"
+#include "service/router.h"
+
+namespace tideloft::service
+{
+
+/// POST /api/chat/device-key, GET /api/chat/device-keys/me and GET /api/chat/public-key/{username}. `context`
+/// must outlive the router.
+void addKeyRoutes(Router &router, ApiContext &context);
+
+} // namespace tideloft::service

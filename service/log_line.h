@@ -1,0 +1,13 @@
+// What the log says about a request: never a body, a name or a cookie.
+#pragma once
+
+#include "service/http_message.h"
+
+namespace tideloft::service
+{
+
+/// "METHOD ROUTE STATUS", and what went wrong inside if anything did. Control characters are written as \xHH,
+/// so that no request can forge a line.
+QByteArray logLine(const QByteArray &method, const Response &response);
+
+} // namespace tideloft::service

@@ -1,0 +1,90 @@
+// Reading of the command line.
+#include "service/options.h"
+
+#include <QCommandLineParser>
+
+#include <boost/asio/ip/address.hpp>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QList<QCommandLineOption> knownOptions()
+{
+    return {
+        {u"listen"_s, u"Address to listen on, in numbers. Default: 127.0.0.1, this machine only."_s,
+         u"ADDRESS"_s, u"127.0.0.1"_s},
+        {u"port"_s, u"Port to listen on. 0 takes any free one. Default: 8443."_s, u"N"_s, u"8443"_s},
+        {u"tls-cert"_s,
+         u"PEM file with the certificate chain. Needs --tls-key. Without both the service speaks plain HTTP, "
+         u"which "
+         "is allowed on a loopback address only."_s,
+         u"FILE"_s},
+        {u"tls-key"_s, u"PEM file with the certificate's private key. Needs --tls-cert."_s, u"FILE"_s},
+        {u"database"_s,
+         u"SQLite file that keeps accounts, keys and messages; made when missing, readable for its owner "
+         u"only. "
+         "Default: tideloftd.sqlite in the user's data folder."_s,
+         u"FILE"_s},
+        {u"quiet"_s, u"Do not write a line to the standard error output for each request."_s},
+        {{u"h"_s, u"help"_s}, u"Print this text and end."_s},
+        {{u"v"_s, u"version"_s}, u"Print the version and end."_s},
+    };
+}
+
+Command mistake(const QString &what)
+{
+    return {std::nullopt, u"tideloftd: %1\nTry 'tideloftd --help'.\n"_s.arg(what), 2};
+}
+
+QString problemWith(const QCommandLineParser &parser)
+{
+    if (!parser.positionalArguments().isEmpty())
+        return u"Unexpected argument '%1'."_s.arg(parser.positionalArguments().constFirst());
+    bool isNumber = false;
+    parser.value(u"port"_s).toUShort(&isNumber);
+    if (!isNumber)
+        return u"--port must be a number from 0 to 65535."_s;
+    boost::system::error_code error;
+    const auto address = boost::asio::ip::make_address(parser.value(u"listen"_s).toStdString(), error);
+    if (error)
+        return u"--listen must be a numeric address, like 127.0.0.1 or ::1."_s;
+    if (parser.value(u"tls-cert"_s).isEmpty() != parser.value(u"tls-key"_s).isEmpty())
+        return u"--tls-cert and --tls-key belong together."_s;
+    if (parser.value(u"tls-cert"_s).isEmpty() && !address.is_loopback())
+        return u"Without --tls-cert and --tls-key only a loopback address is allowed."_s;
+    return {};
+}
+
+} // namespace
+
+Command parseCommandLine(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"The TideLoft service: keeps accounts and public keys, and relays messages "
+        "that it cannot read."_s);
+    parser.addOptions(knownOptions());
+    if (!parser.parse(arguments))
+        return mistake(parser.errorText());
+    if (parser.isSet(u"help"_s))
+        return {std::nullopt, parser.helpText(), 0};
+    if (parser.isSet(u"version"_s))
+        return {std::nullopt, u"tideloftd %1\n"_s.arg(QLatin1StringView(TIDELOFT_VERSION)), 0};
+    if (const QString problem = problemWith(parser); !problem.isEmpty())
+        return mistake(problem);
+    Options options;
+    options.listen = parser.value(u"listen"_s);
+    options.port = parser.value(u"port"_s).toUShort();
+    options.certificateFile = parser.value(u"tls-cert"_s);
+    options.keyFile = parser.value(u"tls-key"_s);
+    options.database = parser.value(u"database"_s);
+    options.quiet = parser.isSet(u"quiet"_s);
+    return {options, {}, 0};
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,13 @@
+// The own profile, and finding other users.
+#pragma once
+
+#include "service/api_context.h"
+#include "service/router.h"
+
+namespace tideloft::service
+{
+
+/// GET /api/me, POST /api/profile/update and GET /api/users/search. `context` must outlive the router.
+void addProfileRoutes(Router &router, ApiContext &context);
+
+} // namespace tideloft::service

@@ -1,0 +1,12 @@
+// Unpredictable bytes.
+#pragma once
+
+#include <QByteArray>
+
+namespace tideloft::service
+{
+
+/// Throws std::runtime_error when the system has no randomness to give.
+QByteArray randomBytes(int count);
+
+} // namespace tideloft::service

@@ -1,0 +1,16 @@
+// The tables of the service, and the steps from one version of them to the next.
+#pragma once
+
+namespace tideloft::service
+{
+
+class Database;
+
+/// The version that this program writes; stored in the database as PRAGMA user_version.
+int currentSchemaVersion();
+
+/// Brings the database to the current version, all or nothing. Throws StorageError when it is newer than
+/// that.
+void migrate(Database &database);
+
+} // namespace tideloft::service

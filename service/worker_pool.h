@@ -1,0 +1,46 @@
+// Threads for the few things that take long, with a queue that cannot grow without end.
+#pragma once
+
+#include <boost/asio/post.hpp>
+#include <boost/asio/thread_pool.hpp>
+
+#include <atomic>
+#include <cstddef>
+#include <utility>
+
+namespace tideloft::service
+{
+
+class WorkerPool
+{
+public:
+    WorkerPool(std::size_t threadCount, std::size_t queueLength)
+        : most(threadCount + queueLength),
+          threads(threadCount)
+    {
+    }
+    WorkerPool(const WorkerPool &) = delete;
+    WorkerPool &operator=(const WorkerPool &) = delete;
+    ~WorkerPool() { threads.join(); }
+
+    /// False, and nothing done, when too many jobs wait already. `job` must not throw.
+    template <typename Job> bool submit(Job job)
+    {
+        if (unfinished.fetch_add(1) >= most) {
+            --unfinished;
+            return false;
+        }
+        boost::asio::post(threads, [this, job = std::move(job)]() mutable {
+            job();
+            --unfinished;
+        });
+        return true;
+    }
+
+private:
+    const std::size_t most;
+    std::atomic<std::size_t> unfinished = 0;
+    boost::asio::thread_pool threads; // last: its threads use what stands above
+};
+
+} // namespace tideloft::service
