@@ -1,0 +1,52 @@
+"""The real service, with a fresh database, on a free port."""
+
+import pathlib
+import socket
+import ssl
+import subprocess
+import urllib.error
+import urllib.request
+
+from checks import Broken, wait_until
+
+
+def free_port():
+    with socket.create_server(("127.0.0.1", 0)) as probe:
+        return probe.getsockname()[1]
+
+
+class Service:
+    """A running tideloftd; everything that it prints is kept."""
+
+    def __init__(self, program, directory, certificates):
+        self.database = pathlib.Path(directory, "service.sqlite")
+        self.log = pathlib.Path(directory, "service.log")
+        self.port = free_port()
+        self.trust = ssl.create_default_context(cafile=certificates / "ca.pem")
+        with open(self.log, "wb") as output:
+            self.process = subprocess.Popen(
+                [program, "--port", str(self.port), "--database", str(self.database),
+                 "--tls-cert", str(certificates / "server.pem"), "--tls-key", str(certificates / "server-key.pem")],
+                stdout=output, stderr=subprocess.STDOUT)
+        wait_until("the service's answer", self._is_well)
+
+    def _is_well(self):
+        if self.process.poll() is not None:
+            raise Broken(f"the service ended with {self.process.returncode}: {self.log.read_text('utf-8')}")
+        opener = urllib.request.build_opener(urllib.request.ProxyHandler({}),
+                                             urllib.request.HTTPSHandler(context=self.trust))
+        try:
+            with opener.open(f"https://localhost:{self.port}/healthz", timeout=5) as reply:
+                return reply.status == 200
+        except (urllib.error.URLError, OSError):
+            return False
+
+    def stop(self):
+        """Asks the service to end; its exit code."""
+        if self.process.poll() is None:
+            self.process.terminate()
+        try:
+            return self.process.wait(timeout=30)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            return None

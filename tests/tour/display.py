@@ -1,0 +1,120 @@
+"""A screen of the tour's own: a virtual display with a small window manager, its keyboard and its pictures."""
+
+import contextlib
+import hashlib
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+
+from checks import wait_until
+
+WIDTH, HEIGHT = 2240, 760
+
+TOOLS = ("Xvfb", "openbox", "xdotool", "xmodmap", "import", "convert", "dbus-run-session")
+
+# Windows without a frame stand exactly where they are put. Keys do what they do on most desktops.
+WINDOW_MANAGER = """<?xml version="1.0"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
+  <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+  <mouse>
+    <context name="Client">
+      <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
+    </context>
+  </mouse>
+  <applications><application class="*"><decor>no</decor></application></applications>
+</openbox_config>
+"""
+
+
+def missing_tools():
+    return [tool for tool in TOOLS if not shutil.which(tool)]
+
+
+@contextlib.contextmanager
+def virtual_display():
+    """A fresh X server on a free display number, which it picks itself; yields the name of the display."""
+    reader, writer = os.pipe()
+    server = subprocess.Popen(
+        ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp"],
+        pass_fds=(writer,), stderr=subprocess.DEVNULL)
+    os.close(writer)
+    try:
+        with os.fdopen(reader) as number:
+            display = number.readline().strip()
+        if not display:
+            raise SystemExit("tour: Xvfb did not start")
+        yield f":{display}"
+    finally:
+        server.terminate()
+        server.wait()
+
+
+def clean_environment(display, directory):
+    """The environment of everything on the tour's screen: nothing of the person's own desktop reaches it."""
+    unwanted = ("QT_", "XDG_", "GTK_", "LC_", "TIDELOFT_")
+    proxies = ("http_proxy", "https_proxy", "all_proxy", "no_proxy")
+    environment = {name: value for name, value in os.environ.items()
+                   if not name.startswith(unwanted) and name.lower() not in proxies
+                   and name not in ("WAYLAND_DISPLAY", "SESSION_MANAGER", "NO_AT_BRIDGE", "LANGUAGE")}
+    runtime = pathlib.Path(directory, "runtime")
+    runtime.mkdir(mode=0o700)
+    environment.update(DISPLAY=display, LANG="C.UTF-8", LC_ALL="C.UTF-8", XDG_RUNTIME_DIR=str(runtime),
+                       QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+    return environment
+
+
+def tool(*arguments, **options):
+    return subprocess.run(arguments, check=True, capture_output=True, **options).stdout
+
+
+@contextlib.contextmanager
+def window_manager():
+    with tempfile.TemporaryDirectory() as directory:
+        settings = pathlib.Path(directory, "rc.xml")
+        settings.write_text(WINDOW_MANAGER, encoding="utf-8")
+        manager = subprocess.Popen(["openbox", "--sm-disable", "--config-file", str(settings)],
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        try:
+            wait_until("the window manager", lambda: subprocess.run(
+                ["xdotool", "get_desktop"], capture_output=True, check=False).returncode == 0)
+            yield
+        finally:
+            manager.terminate()
+            manager.wait()
+
+
+def put_on_keyboard(texts):
+    """Gives every letter of TEXTS that the keyboard lacks a key of its own. Changing the keyboard between two key
+    presses instead would race with the program that reads them."""
+    keys = tool("xmodmap", "-pke").decode().splitlines()
+    free = [line.split()[1] for line in keys if line.split("=")[1].strip() == ""]
+    letters = sorted({letter for text in texts for letter in text if ord(letter) > 126})
+    for letter in letters:
+        tool("xmodmap", "-e", f"keycode {free.pop()} = U{ord(letter):04X}")
+
+
+def screen_pixels():
+    return tool("import", "-silent", "-window", "root", "-depth", "8", "rgb:-")
+
+
+def steady_screen(seconds=3.0):
+    """The screen once two looks in a row were the same, so that no picture shows half a fade."""
+    deadline = time.monotonic() + seconds
+    before = None
+    while True:
+        pixels = screen_pixels()
+        digest = hashlib.sha256(pixels).digest()
+        if digest == before or time.monotonic() > deadline:
+            return pixels
+        before = digest
+
+
+def save_picture(path, area):
+    """Writes AREA (x, y, width, height) of the screen to PATH."""
+    x, y, width, height = area
+    tool("convert", "-size", f"{WIDTH}x{HEIGHT}", "-depth", "8", "rgb:-", "-crop", f"{width}x{height}+{x}+{y}",
+         "+repage", "-strip", str(path), input=steady_screen())

@@ -1,0 +1,80 @@
+"""The main job from outside: two real clients, the real service, and a person's mouse and keyboard.
+
+tour.py --client PROGRAM --service PROGRAM --certificates DIR --pictures DIR [--port N]
+
+With --port 0 the clients are told where the service is (TIDELOFT_E2E_ORIGIN, TIDELOFT_E2E_CA), which only the
+program made for this test understands; the shipped client finds the port that it was built for.
+"""
+
+import argparse
+import contextlib
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import traceback
+
+import display
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(description="Two clients exchange a message while everything is looked at.")
+    for name in ("client", "service", "certificates", "pictures"):
+        parser.add_argument(f"--{name}", required=True, type=lambda path: pathlib.Path(path).absolute())
+    parser.add_argument("--port", type=int, default=0)
+    parser.add_argument("--on-screen", action="store_true", help=argparse.SUPPRESS)
+    return parser.parse_args()
+
+
+def run_under_virtual_display():
+    """Starts this program again with a screen and a session bus of its own."""
+    missing = display.missing_tools()
+    if missing:
+        raise SystemExit(f"tour: not installed: {', '.join(missing)}. ./run and ./test install what they need.")
+    with display.virtual_display() as screen, tempfile.TemporaryDirectory() as directory:
+        return subprocess.run(
+            ["dbus-run-session", "--", sys.executable, *sys.argv, "--on-screen"],
+            env=display.clean_environment(screen, directory), stderr=subprocess.DEVNULL, check=False).returncode
+
+
+def fresh_pictures(directory):
+    directory.mkdir(parents=True, exist_ok=True)
+    for old in directory.glob("[0-9][0-9]-*.png"):
+        old.unlink()
+
+
+def run_on_screen(arguments):
+    import steps  # needs the session bus that is there only now
+    from checks import Broken, Checks
+    from companion import Service
+    from wire import Wire
+
+    checks = Checks()
+    fresh_pictures(arguments.pictures)
+    with tempfile.TemporaryDirectory() as directory, contextlib.ExitStack() as stack:
+        try:
+            stack.enter_context(display.window_manager())
+            service = Service(arguments.service, directory, arguments.certificates)
+            stack.callback(service.stop)
+            wire = Wire(arguments.port, service.port, arguments.certificates)
+            stack.callback(wire.close)
+            os.environ["TIDELOFT_E2E_ORIGIN"] = f"https://localhost:{wire.port}"
+            os.environ["TIDELOFT_E2E_CA"] = str(arguments.certificates / "ca.pem")
+            steps.Tour(arguments, directory, service, wire, checks, stack).take()
+        except Broken as reason:
+            checks.broke(str(reason))
+            with contextlib.suppress(OSError, subprocess.SubprocessError):
+                display.save_picture(arguments.pictures / "99-broken.png", (0, 0, display.WIDTH, display.HEIGHT))
+        except Exception:  # a fault of the tour itself is a failure like any other
+            checks.broke(traceback.format_exc())
+    return checks.report()
+
+
+def main():
+    arguments = parse_arguments()
+    return run_on_screen(arguments) if arguments.on_screen else run_under_virtual_display()
+
+
+if __name__ == "__main__":
+    sys.exit(main())
