@@ -1,0 +1,13 @@
+# Configuring and building a preset. Sourced by ./run and ./test.
+# shellcheck shell=bash
+
+# ccache shortens a second build; nothing depends on it.
+build_preset()
+{
+    local preset=$1
+    shift
+    local launcher=()
+    command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    echo "Building preset $preset in build/$preset"
+    (cd "$root" && cmake --preset "$preset" "${launcher[@]}" --log-level=WARNING && cmake --build --preset "$preset" "$@")
+}

@@ -1,0 +1,67 @@
+# What the project needs from Debian, and how it gets there. Sourced by ./run and ./test.
+# shellcheck shell=bash
+
+readonly packageLists="$root/packaging/debian-packages"
+
+# The packages of the named lists, one a line.
+listed_packages()
+{
+    local list
+    for list in "$@"; do
+        grep -v -e '^#' -e '^$' "$packageLists/$list.txt"
+    done
+}
+
+is_installed()
+{
+    [[ $(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null) == installed ]]
+}
+
+missing_packages()
+{
+    local package
+    while read -r package; do
+        is_installed "$package" || printf '%s\n' "$package"
+    done < <(listed_packages "$@")
+}
+
+# Prints the command that gives root's rights without a question, or fails. Root needs none: an empty line.
+root_command()
+{
+    if ((EUID == 0)); then
+        echo
+    elif command -v sudo >/dev/null && { [[ -t 0 ]] || sudo -n true 2>/dev/null; }; then
+        echo sudo
+    else
+        return 1
+    fi
+}
+
+# Installs what is missing of the named lists; exits with 3 when that is not possible.
+ensure_packages()
+{
+    local missing become line
+    command -v dpkg-query >/dev/null || { echo "No Debian packages here: installed software is taken as it is." >&2
+        return 0; }
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]})) || return 0
+    line="apt-get install --no-install-recommends ${missing[*]}"
+    echo "Missing: ${missing[*]}"
+    if ! become=$(root_command); then
+        printf 'They can be installed by root only. As root:\n\n    %s\n\n' "$line" >&2
+        exit 3
+    fi
+    install_packages "$become" "${missing[@]}" && return 0
+    printf 'That did not work. As root:\n\n    apt-get update && %s\n\n' "$line" >&2
+    exit 3
+}
+
+# BECOME is empty or "sudo"; the rest are packages. Asks nothing.
+install_packages()
+{
+    local become=$1
+    shift
+    local command=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y)
+    [[ -n $become ]] && command=("$become" "${command[@]}")
+    "${command[@]}" update && "${command[@]}" install --no-install-recommends "$@" </dev/null
+}

@@ -1,0 +1,21 @@
+// The service of the end-to-end test, which stands on a port and behind an authority made for one run. Takes the
+// place of the shipped client's endpoint when the test's client is linked; the shipped client has no such switch.
+#include "net/service_endpoint.h"
+
+#include <QSslCertificate>
+#include <QSslConfiguration>
+
+namespace tideloft::net
+{
+
+QString serviceBaseUrl()
+{
+    return qEnvironmentVariable("TIDELOFT_E2E_ORIGIN");
+}
+
+void addTrustAnchors(QSslConfiguration &configuration)
+{
+    configuration.addCaCertificates(QSslCertificate::fromPath(qEnvironmentVariable("TIDELOFT_E2E_CA")));
+}
+
+} // namespace tideloft::net
