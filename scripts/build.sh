@@ -1,5 +1,6 @@
 # Configuring and building a preset. Sourced by ./run and ./test.
 # shellcheck shell=bash
+: "${root:?names the folder of the project}"
 
 # ccache shortens a second build; nothing depends on it.
 build_preset()
@@ -9,5 +10,9 @@ build_preset()
     local launcher=()
     command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     echo "Building preset $preset in build/$preset"
-    (cd "$root" && cmake --preset "$preset" "${launcher[@]}" --log-level=WARNING && cmake --build --preset "$preset" "$@")
+    (
+        cd "$root" || exit
+        cmake --preset "$preset" "${launcher[@]}" --log-level=WARNING
+        cmake --build --preset "$preset" "$@"
+    )
 }

@@ -1,5 +1,6 @@
 # What the project needs from Debian, and how it gets there. Sourced by ./run and ./test.
 # shellcheck shell=bash
+: "${root:?names the folder of the project}"
 
 readonly packageLists="$root/packaging/debian-packages"
 

@@ -1,5 +1,6 @@
-// The service of the end-to-end test, which stands on a port and behind an authority made for one run. It takes
-// the place of the endpoint in the test's client when that is linked; the shipped client has no such switch.
+// The service of the end-to-end test, which stands on a port and behind an authority made for one run. It
+// takes the place of the endpoint in the test's client when that is linked; the shipped client has no such
+// switch.
 #include "net/service_endpoint.h"
 
 #include <QSslCertificate>

@@ -9,7 +9,7 @@ BUTTON = "push button"
 LABEL = "label"
 LINE_EDIT = "text"
 PASSWORD = "password text"
-LIST_ITEM = "list item"
+LIST = "list"
 
 
 def desktop():
@@ -64,6 +64,17 @@ def find_all(process_id, role, matches=lambda name: True):
     except GLib.Error:
         return []  # the next look sees it whole
     return found
+
+
+def find_rows(process_id, list_name, matches):
+    """The rows of the list called LIST_NAME whose name MATCHES."""
+    rows = []
+    try:
+        for rows_of in find_all(process_id, LIST, lambda name: name == list_name):
+            rows += [row for row in children(rows_of) if matches(row.get_name())]
+    except GLib.Error:
+        return []  # rebuilt meanwhile
+    return rows
 
 
 def area(element):

@@ -44,8 +44,10 @@ class Client:
         return self.wait(f"the {role} {name!r}", lambda: next(iter(
             accessibility.find_all(self.process.pid, role, matches)), None), seconds)
 
-    def shows(self, role, name):
-        return bool(accessibility.find_all(self.process.pid, role, lambda text: text == name))
+    def find_row(self, list_name, text):
+        """The first row of a list whose text holds TEXT."""
+        return self.wait(f"{text!r} in the list {list_name!r}", lambda: next(iter(
+            accessibility.find_rows(self.process.pid, list_name, lambda name: text in name)), None))
 
     def window(self):
         """The number of the window that the person sees, which is the only one."""

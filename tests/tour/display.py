@@ -18,6 +18,7 @@ TOOLS = ("Xvfb", "openbox", "xdotool", "xmodmap", "import", "convert", "dbus-run
 # Windows without a frame stand exactly where they are put. Keys do what they do on most desktops.
 WINDOW_MANAGER = """<?xml version="1.0"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
+  <theme><keepBorder>no</keepBorder></theme>
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
   <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
   <mouse>
