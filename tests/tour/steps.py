@@ -6,6 +6,7 @@ import stat
 import display
 import secrecy
 from accessibility import BUTTON, LABEL, LINE_EDIT, PASSWORD
+from checks import Broken
 from client import Client
 
 MESSAGE = "Hej Bob! Ses vi kl. 12? 🌊"
@@ -33,6 +34,13 @@ class Tour:
         return client
 
     def take(self):
+        try:
+            self.take_steps()
+        except Broken as reason:
+            ended = self.service.process.poll()
+            raise reason if ended is None else Broken(f"{reason}; the service had ended with {ended}") from None
+
+    def take_steps(self):
         self.choose_languages()
         self.sign_up(self.alice, ALICE_PASSWORD, "Username", "Password", "Create account", "Welcome to TideLoft")
         self.be_refused()

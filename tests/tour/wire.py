@@ -3,6 +3,7 @@
 import contextlib
 import json
 import re
+import select
 import socket
 import ssl
 import threading
@@ -58,17 +59,35 @@ class Wire:
                     with self.lock:
                         self.connections.append(record)
                         self.versions.add(client.version())
-                    back = threading.Thread(target=self._pass_on, args=(service, client, record[1]), daemon=True)
-                    back.start()
-                    self._pass_on(client, service, record[0])
-                    back.join()
+                    self._pass_on(client, service, record)
 
-    def _pass_on(self, source, target, record):
-        with contextlib.suppress(OSError):
-            while data := source.recv(65536):
+    def _pass_on(self, client, service, record):
+        """Until one side ends. One thread serves both directions: a TLS connection is not for two at once."""
+        ways = {client: (service, record[0]), service: (client, record[1])}
+        while True:
+            readable, _, _ = select.select(list(ways), [], [])
+            for source in readable:
+                target, kept = ways[source]
+                data = self._read(source)
+                if data is None:
+                    continue  # a TLS record without content for us, such as a session ticket
+                if not data:
+                    return
                 with self.lock:
-                    record += data
+                    kept += data
                 target.sendall(data)
-        for end in (source, target):  # whoever ended it: the other side learns of it
-            with contextlib.suppress(OSError):
-                end.shutdown(socket.SHUT_RDWR)
+
+    @staticmethod
+    def _read(source):
+        """What has arrived, b"" at the end, None for nothing. Reads all that TLS has already taken off the socket:
+        select would not report that again."""
+        source.setblocking(False)
+        try:
+            data = source.recv(65536)
+            while source.pending():
+                data += source.recv(65536)
+            return data
+        except ssl.SSLWantReadError:
+            return None
+        finally:
+            source.setblocking(True)
