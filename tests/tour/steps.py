@@ -152,7 +152,7 @@ class Tour:
             "the running service's database": running,
             "the ended service's database": secrecy.database_bytes(self.service.database),
             "the service's log": self.service.log.read_bytes(),
-            "the wire": self.wire.recorded(),
+            "what the wire carried": self.wire.recorded(),
         }
         for text in (MESSAGE, ANSWER):
             for place, data in places.items():
@@ -163,13 +163,14 @@ class Tour:
         """The search above means something only if it sees the whole traffic, and finds what is there."""
         self.checks.check("two messages were sent", self.wire.requests(b"POST /api/chat/send ") == 2)
         self.checks.check("only TLS 1.3 was spoken", self.wire.versions == {"TLSv1.3"})
-        compressed = re.search(rb"(?i)\r\ncontent-encoding:", places["the wire"])
+        self.checks.check("the service's log tells of them", b"/api/chat/send" in places["the service's log"])
+        compressed = re.search(rb"(?i)\r\ncontent-encoding:", places["what the wire carried"])
         self.checks.check("nothing on the wire was compressed", compressed is None)
-        for place in ("the running service's database", "the ended service's database", "the wire"):
+        for place in ("the running service's database", "the ended service's database", "what the wire carried"):
             self.checks.check(f"control: the name alice is found in {place}",
                               secrecy.found_in("alice", places[place]))
         self.checks.check("control: the password is found on the wire, inside TLS",
-                          secrecy.found_in(ALICE_PASSWORD, places["the wire"]))
+                          secrecy.found_in(ALICE_PASSWORD, places["what the wire carried"]))
         for text in (MESSAGE, ANSWER):
             overlooked = secrecy.misses(text)
             self.checks.check(f"control: every form is found where it was planted {overlooked or ''}", not overlooked)
