@@ -1,0 +1,297 @@
+// Looking at the window and using it.
+#include "tests/support/gui_probe.h"
+
+#include "crypto/key_pair.h"
+#include "crypto/key_store.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::tests
+{
+
+namespace
+{
+
+const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
+
+QByteArray conversationsWith(const QStringList &peers)
+{
+    QJsonArray items;
+    for (const QString &peer : peers)
+        items.append(QJsonObject{{u"peer"_s, peer}, {u"text"_s, u"Hello"_s}});
+    return QJsonDocument(items).toJson();
+}
+
+QLineEdit *authField(const QWidget &root, QLineEdit::EchoMode mode)
+{
+    for (auto *field : root.findChildren<QLineEdit *>(u"authInput"_s)) {
+        if (field->echoMode() == mode)
+            return field;
+    }
+    qFatal("A field of the sign-in page is missing");
+}
+
+QListWidgetItem *entryOf(const QListWidget *list, const QString &peer)
+{
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->data(Qt::UserRole).toString() == peer)
+            return list->item(i);
+    }
+    return nullptr;
+}
+
+QString describe(QLayoutItem *item)
+{
+    if (const auto *inner = qobject_cast<const QBoxLayout *>(item->layout()))
+        return u"[%1]"_s.arg(itemsOf(inner));
+    if (const QSpacerItem *spacer = item->spacerItem()) {
+        if (spacer->expandingDirections() != Qt::Orientations())
+            return u"stretch"_s;
+        return QString::number(std::max(spacer->sizeHint().width(), spacer->sizeHint().height()));
+    }
+    const QWidget *widget = item->widget();
+    const QString name = widget->objectName();
+    const QString shown =
+        name.isEmpty() ? QString::fromLatin1(widget->metaObject()->className()) : u'#' + name;
+    const auto *button = qobject_cast<const QAbstractButton *>(widget);
+    return button ? u"%1(%2)"_s.arg(shown, button->text()) : shown;
+}
+
+const QBoxLayout *boxOf(const QWidget *owner)
+{
+    const auto *layout = qobject_cast<const QBoxLayout *>(owner->layout());
+    if (!layout)
+        qFatal("%s has no box layout", qPrintable(owner->objectName()));
+    return layout;
+}
+
+} // namespace
+
+void failOnToolkitWarnings()
+{
+    static const QRegularExpression unwanted(u"QPainter|QObject|QWidget|QLayout|QCss|Could not parse"_s);
+    QTest::failOnWarning(unwanted);
+}
+
+void placeKeyPair()
+{
+    static QString privateKey;
+    static QString publicKey;
+    removeKeyPair();
+    if (privateKey.isEmpty()) {
+        if (!crypto::ensureKeyPair())
+            qFatal("No key pair could be made");
+        privateKey = crypto::readPrivateKeyFile();
+        publicKey = crypto::readPublicKeyFile();
+    } else if (!crypto::writePrivateKeyFile(privateKey) || !crypto::writePublicKeyFile(publicKey)) {
+        qFatal("The key pair could not be written");
+    }
+}
+
+void removeKeyPair()
+{
+    for (const QString &path : {crypto::privateKeyPath(), crypto::publicKeyPath()}) {
+        if (QFileInfo(path).isDir())
+            QDir(path).removeRecursively();
+        QFile::remove(path);
+    }
+}
+
+QWidget *named(const QWidget &root, const QString &what)
+{
+    if (what == u"username")
+        return authField(root, QLineEdit::Normal);
+    if (what == u"password")
+        return authField(root, QLineEdit::Password);
+    const qsizetype sign = what.indexOf(u'=');
+    if (sign < 0)
+        return only<QWidget>(root, what);
+    for (auto *widget : root.findChildren<QWidget *>(what.left(sign))) {
+        if (widget->property("text").toString() == what.mid(sign + 1))
+            return widget;
+    }
+    qFatal("There is no %s", qPrintable(what));
+}
+
+QVariant propertyOf(const QWidget &widget, const QByteArray &property)
+{
+    if (property == "fixedWidth")
+        return widget.minimumWidth() == widget.maximumWidth() ? widget.minimumWidth() : QVariant();
+    if (property == "fixedHeight")
+        return widget.minimumHeight() == widget.maximumHeight() ? widget.minimumHeight() : QVariant();
+    if (property == "cursor")
+        return static_cast<int>(widget.cursor().shape());
+    const QVariant value = widget.property(property);
+    const int index = widget.metaObject()->indexOfProperty(property);
+    const bool counts = index >= 0 && widget.metaObject()->property(index).isEnumType();
+    return counts ? value.toInt() : value;
+}
+
+QString itemsOf(const QBoxLayout *layout)
+{
+    QStringList items;
+    for (int i = 0; i < layout->count(); ++i) {
+        const int factor = layout->stretch(i);
+        items.append(describe(layout->itemAt(i)) + (factor ? u"*%1"_s.arg(factor) : QString()));
+    }
+    return items.join(u' ');
+}
+
+QString itemsOf(const QWidget *owner)
+{
+    return itemsOf(boxOf(owner));
+}
+
+QString spacesOf(const QBoxLayout *layout)
+{
+    const QMargins margins = layout->contentsMargins();
+    return u"%1 %2 %3 %4, spacing %5"_s.arg(margins.left())
+        .arg(margins.top())
+        .arg(margins.right())
+        .arg(margins.bottom())
+        .arg(layout->spacing());
+}
+
+QString spacesOf(const QWidget *owner)
+{
+    return spacesOf(boxOf(owner));
+}
+
+GuiProbe::GuiProbe()
+{
+    QApplication::setCursorFlashTime(0); // two pictures differ only if the window does
+    service.answer("POST /api/auth/login", 200, "{}");
+    service.answer("POST /api/auth/register", 200, "{}");
+    service.answer("GET /api/me", 200, R"({"username":"alice"})");
+    service.answer("POST /api/chat/device-key", 200, "{}");
+    service.answer("GET /api/chat/device-keys/me", 200, R"({"keys":[]})");
+    service.answer(conversations, 200, "[]");
+    service.answer("GET /api/groups", 200, "[]");
+    window = std::make_unique<ui::MainWindow>();
+    window->show();
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window.get()))
+        qFatal("The window does not come up");
+}
+
+GuiProbe::~GuiProbe() = default;
+
+QLineEdit *GuiProbe::username() const
+{
+    return authField(*window, QLineEdit::Normal);
+}
+
+QLineEdit *GuiProbe::password() const
+{
+    return authField(*window, QLineEdit::Password);
+}
+
+QStackedWidget *GuiProbe::root() const
+{
+    return window->centralWidget()->findChild<QStackedWidget *>({}, Qt::FindDirectChildrenOnly);
+}
+
+QStackedWidget *GuiProbe::center() const
+{
+    return the<QWidget>(u"centerPanel"_s)->findChild<QStackedWidget *>({}, Qt::FindDirectChildrenOnly);
+}
+
+QString GuiProbe::centerPage() const
+{
+    const QWidget *shown = center()->currentWidget();
+    return shown->findChild<QWidget *>(u"chatHeader"_s) ? u"chatPage"_s : shown->objectName();
+}
+
+QString GuiProbe::errorText() const
+{
+    const auto *label = the<QLabel>(u"authError"_s);
+    return label->isHidden() ? u"(hidden)"_s + label->text() : label->text();
+}
+
+QTimer *GuiProbe::refreshTimer() const
+{
+    const auto timers = window->findChildren<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    if (timers.size() != 1)
+        qFatal("The window owns %lld timers", qlonglong(timers.size()));
+    return timers.first();
+}
+
+void GuiProbe::click(const QString &name) const
+{
+    QTest::mouseClick(named(*window, name), Qt::LeftButton);
+}
+
+void GuiProbe::fillIn(const QString &name, const QString &secret) const
+{
+    QTest::keyClicks(username(), name);
+    QTest::keyClicks(password(), secret);
+}
+
+bool GuiProbe::signIn(const QString &name)
+{
+    const qsizetype before = service.count("GET /api/groups");
+    fillIn(name, u"correct horse"_s);
+    click(u"primaryButton"_s);
+    return QTest::qWaitFor([this] { return onMainPage(); })
+           && service.waitForRequests("GET /api/groups", before + 1);
+}
+
+bool GuiProbe::waitForPeers(const QStringList &peers) const
+{
+    const auto *list = the<QListWidget>(u"dmList"_s);
+    return QTest::qWaitFor([&] {
+        QStringList listed;
+        for (int i = 0; i < list->count(); ++i)
+            listed.append(list->item(i)->data(Qt::UserRole).toString());
+        return listed == peers;
+    });
+}
+
+bool GuiProbe::listPeers(const QStringList &peers)
+{
+    service.answer(conversations, 200, conversationsWith(peers));
+    return callSlot(*window, "refreshData") && waitForPeers(peers);
+}
+
+void GuiProbe::clickPeer(const QString &peer) const
+{
+    const auto *list = the<QListWidget>(u"dmList"_s);
+    const QListWidgetItem *entry = entryOf(list, peer);
+    if (!entry)
+        qFatal("%s is not listed", qPrintable(peer));
+    // What lies on the entry gets the click first, as on a screen.
+    const QPoint spot = list->visualItemRect(entry).center();
+    QWidget *top = list->viewport()->childAt(spot);
+    QWidget *target = top ? top : list->viewport();
+    QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFrom(list->viewport(), spot));
+}
+
+bool GuiProbe::open(const QString &peer)
+{
+    const QByteArray history = "GET /api/chat/history/" + peer.toUtf8();
+    service.answer(history, 200, "[]");
+    const qsizetype before = service.count(history);
+    if (!listPeers({peer}))
+        return false;
+    clickPeer(peer);
+    return service.waitForRequests(history, before + 1);
+}
+
+bool GuiProbe::settle()
+{
+    return listPeers({u"settled-%1"_s.arg(++settled)});
+}
+
+} // namespace tideloft::tests
