@@ -66,6 +66,7 @@ QLayout *makeTimeBlock(const QString &text, QWidget *row)
 QWidget *makeConversationRow(const ConversationRowModel &model, QWidget *parent)
 {
     auto *row = makeBox(parent);
+    row->setAttribute(Qt::WA_TranslucentBackground);
     row->setStyleSheet(style::rowBackground());
     row->setCursor(Qt::PointingHandCursor);
     auto *line = new QHBoxLayout(row);

@@ -27,6 +27,7 @@ QWidget *makeDayLine(QWidget *row)
 QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent)
 {
     auto *row = makeBox(parent);
+    row->setAttribute(Qt::WA_TranslucentBackground);
     row->setStyleSheet(style::rowBackground());
     auto *day = makeLabel(model.label, row);
     day->setAlignment(Qt::AlignCenter);

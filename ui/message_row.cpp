@@ -77,6 +77,7 @@ QMargins rowMargins(const MessageRowModel &model)
 MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(parent)
 {
     setAttribute(Qt::WA_StyledBackground);
+    setAttribute(Qt::WA_TranslucentBackground);
     setStyleSheet(style::rowBackground());
     auto *line = makeLine(this, 8);
     line->setContentsMargins(rowMargins(model));
