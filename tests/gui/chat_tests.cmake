@@ -1,0 +1,14 @@
+# Tests of the conversation list, the search, the history and sending, all in a signed-in window.
+add_library(tideloft_sealed_messages STATIC
+    ../support/sealed_messages.cpp ../support/sealed_messages.h)
+target_link_libraries(tideloft_sealed_messages PUBLIC tideloft_options tideloft_crypto)
+add_library(tideloft_chat_fixture STATIC tst_chat_fixture.cpp tst_chat_fixture.h)
+target_link_libraries(tideloft_chat_fixture
+    PUBLIC tideloft_ui tideloft_test_service tideloft_sealed_messages Qt6::Test)
+
+function(tideloft_chat_test name)
+    tideloft_test(${name} LIBRARIES tideloft_chat_fixture LABELS gui)
+endfunction()
+
+tideloft_chat_test(tst_conversation_list)
+tideloft_chat_test(tst_conversation_list_row)

@@ -1,0 +1,108 @@
+// A signed-in window before a loopback service, and the ways in which tests look at what it shows.
+#pragma once
+
+#include "tests/support/loopback_service.h"
+#include "ui/main_window.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStringList>
+#include <QTest>
+
+class QMessageBox;
+
+namespace tideloft::tests
+{
+
+/// Called from every test's init(): the toolkit's complaints about painting, objects and styles are failures.
+void failOnToolkitWarnings();
+
+QByteArray json(const QJsonArray &array);
+QByteArray json(const QJsonObject &object);
+
+/// A message that is not encrypted.
+QJsonObject plainMessage(const QString &from, const QString &text, const QString &createdAt = {});
+
+/// The parts of a conversation's row.
+struct ShownConversation {
+    QWidget *row = nullptr;
+    QWidget *avatarPlace = nullptr;
+    QLayout *textBlock = nullptr;
+    QLayout *timeBlock = nullptr;
+    QLabel *name = nullptr;
+    QLabel *preview = nullptr;
+    QLabel *time = nullptr;
+};
+ShownConversation shownConversation(const QListWidget *list, int index);
+
+/// The parts of a message's row; null for what it does not show.
+struct ShownMessage {
+    QWidget *row = nullptr;
+    QWidget *side = nullptr; ///< left of a peer's bubble: the avatar, or the space in its place
+    QLabel *avatar = nullptr;
+    QWidget *bubble = nullptr;
+    QLabel *name = nullptr;
+    QLabel *text = nullptr;
+    QLabel *time = nullptr;
+    bool isMine = false;
+};
+ShownMessage shownMessage(const QListWidget *list, int index);
+
+/// One line for each entry of the chat: "== Today" for a day, "[BO] bob: text @12:00" for a peer's message
+/// ("[]" without an avatar), "(me) text @12:00" for an own one; without "@" where no time is shown.
+QStringList shownHistory(const QListWidget *list);
+
+/// The message box in front, waited for; null if none came.
+QMessageBox *waitForBox();
+
+/// The service and the window before it. No refresh comes by itself: tests ask for each.
+class ChatWindow
+{
+public:
+    explicit ChatWindow(int language = 1);
+
+    LoopbackService service;
+    ui::MainWindow window;
+
+    /// Signs in with keys and a click, and waits until the main page has its conversations.
+    bool signIn(const QString &username = QStringLiteral("alice"));
+    /// Asks for the conversations and the open history, as the timer does.
+    void refresh();
+    /// Makes ITEMS the service's conversations and waits until the list is rebuilt.
+    bool showConversations(const QJsonArray &items);
+    /// Opens the conversation with PEER by a click on its row, with ITEMS as its history.
+    bool open(const QString &peer, const QJsonArray &items = {});
+    /// Makes ITEMS the history with PEER and waits until the view is rebuilt.
+    bool showHistory(const QString &peer, const QJsonArray &items);
+    /// Waits until the window has handled every reply that the service has given so far.
+    bool settle();
+    /// Clicks on the middle of an entry.
+    void click(QListWidget *list, int index);
+
+    QString deviceId() const; ///< this client's, as it told the service
+    template <typename Widget> Widget *child(const char *name) const
+    {
+        auto *found = window.findChild<Widget *>(QString::fromLatin1(name));
+        if (!found)
+            qFatal("The window has no %s", name);
+        return found;
+    }
+    QListWidget *dmList() const { return child<QListWidget>("dmList"); }
+    QListWidget *messageList() const { return child<QListWidget>("messageList"); }
+    QListWidget *searchResults() const { return child<QListWidget>("searchResults"); }
+    QLineEdit *sideSearch() const { return child<QLineEdit>("sideSearch"); }
+    QLineEdit *msgInput() const { return child<QLineEdit>("msgInput"); }
+    QPushButton *sendButton() const { return child<QPushButton>("sendButton"); }
+    QStringList peers() const; ///< of the conversation list, from the entries' data
+
+private:
+    bool waitForRebuild(const QListWidget *list);
+
+    int settled = 0;
+};
+
+} // namespace tideloft::tests
