@@ -12,3 +12,8 @@ endfunction()
 
 tideloft_chat_test(tst_conversation_list)
 tideloft_chat_test(tst_conversation_list_row)
+tideloft_chat_test(tst_search)
+tideloft_chat_test(tst_chat_history)
+tideloft_chat_test(tst_chat_days)
+tideloft_chat_test(tst_chat_sealed)
+tideloft_chat_test(tst_message_row)

@@ -51,7 +51,7 @@ QByteArray json(const QJsonArray &array)
     return QJsonDocument(array).toJson(QJsonDocument::Compact);
 }
 
-QByteArray json(const QJsonObject &object)
+QByteArray objectJson(const QJsonObject &object)
 {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
@@ -123,7 +123,7 @@ ChatWindow::ChatWindow(int language)
 
 bool ChatWindow::signIn(const QString &username)
 {
-    service.answer("GET /api/me", 200, json(QJsonObject{{u"username"_s, username}}));
+    service.answer("GET /api/me", 200, objectJson({{u"username"_s, username}}));
     const auto fields = window.findChildren<QLineEdit *>(u"authInput"_s);
     QTest::keyClicks(fields.value(0), username);
     QTest::keyClicks(fields.value(1), u"secret"_s);
@@ -182,12 +182,17 @@ bool ChatWindow::settle()
 
 void ChatWindow::click(QListWidget *list, int index)
 {
-    const QPoint middle = list->visualItemRect(list->item(index)).center();
-    QWidget *target = list->viewport()->childAt(middle);
+    const auto centre = [&] { return list->visualItemRect(list->item(index)).center(); };
+    // A list that has just appeared still has to be given its height.
+    const auto canBeSeen = [&] {
+        return list->item(index) && list->isVisible() && list->viewport()->rect().contains(centre());
+    };
+    if (!QTest::qWaitFor(canBeSeen))
+        qFatal("Entry %d cannot be seen", index);
+    QWidget *target = list->viewport()->childAt(centre());
     if (!target)
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, middle);
-    else
-        QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFrom(list->viewport(), middle));
+        target = list->viewport();
+    QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFrom(list->viewport(), centre()));
 }
 
 QString ChatWindow::deviceId() const

@@ -22,7 +22,7 @@ namespace tideloft::tests
 void failOnToolkitWarnings();
 
 QByteArray json(const QJsonArray &array);
-QByteArray json(const QJsonObject &object);
+QByteArray objectJson(const QJsonObject &object);
 
 /// A message that is not encrypted.
 QJsonObject plainMessage(const QString &from, const QString &text, const QString &createdAt = {});
