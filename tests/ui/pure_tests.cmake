@@ -1,0 +1,4 @@
+# The rules behind the rows and texts: no window, no service.
+foreach(unit initials text message_time)
+    tideloft_test(tst_${unit} LIBRARIES tideloft_ui)
+endforeach()
