@@ -1,4 +1,4 @@
 # The rules behind the rows and texts: no window, no service.
-foreach(unit initials text message_time)
+foreach(unit initials text message_time conversation_rows device_lists)
     tideloft_test(tst_${unit} LIBRARIES tideloft_ui)
 endforeach()
