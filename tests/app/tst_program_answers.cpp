@@ -1,0 +1,48 @@
+// The built client answers --help and --version where there is no display, and touches nothing.
+#include "tests/support/test_main.h"
+
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+class TestProgramAnswers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void withoutDisplay_data();
+    void withoutDisplay();
+};
+
+void TestProgramAnswers::withoutDisplay_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("firstLine");
+    QTest::newRow("version") << QStringList{u"--version"_s} << QByteArray("TideLoft 1.0.0");
+    QTest::newRow("help") << QStringList{u"--help"_s} << QByteArray("Usage: tideloft [OPTION]...");
+    QTest::newRow("version after an unknown option")
+        << QStringList{u"--frobnicate"_s, u"--version"_s} << QByteArray("TideLoft 1.0.0");
+}
+
+void TestProgramAnswers::withoutDisplay()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QByteArray, firstLine);
+    const QTemporaryDir home;
+    QProcessEnvironment clean;
+    clean.insert(u"HOME"_s, home.path());
+    QProcess client;
+    client.setProcessEnvironment(clean);
+    client.start(QString::fromUtf8(TIDELOFT_PROGRAM), arguments);
+    QVERIFY(client.waitForFinished());
+    QCOMPARE(client.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(client.exitCode(), 0);
+    const QByteArray printed = client.readAllStandardOutput();
+    QCOMPARE(printed.left(printed.indexOf('\n')), firstLine);
+    QCOMPARE(client.readAllStandardError(), QByteArray());
+    const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    QCOMPARE(QDir(home.path()).entryList(everything), QStringList());
+}
+
+TIDELOFT_TEST_MAIN(TestProgramAnswers)
+#include "tst_program_answers.moc"
