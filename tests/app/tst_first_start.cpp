@@ -1,0 +1,121 @@
+// Whole runs of the client, from the first question to the closed window.
+#include "tests/support/test_main.h"
+
+#include <QProcess>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// A person's machine: the client keeps what it stores here from one start to the next.
+class Machine
+{
+public:
+    /// Runs the client, answering the question by CHOICE, and returns the lines that it printed.
+    QStringList start(const QStringList &choice)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        environment.insert(u"HOME"_s, home.path());
+        environment.insert(u"XDG_RUNTIME_DIR"_s, home.path());
+        environment.insert(u"XDG_CONFIG_HOME"_s, home.filePath(u"config"_s));
+        environment.insert(u"XDG_DATA_HOME"_s, home.filePath(u"data"_s));
+        QProcess client;
+        client.setProcessEnvironment(environment);
+        client.start(QString::fromUtf8(FIRST_START_PROGRAM), choice);
+        if (!client.waitForFinished() || client.exitStatus() != QProcess::NormalExit)
+            return {u"did not end: "_s + client.errorString()};
+        exitCode = client.exitCode();
+        complaints = client.readAllStandardError();
+        return QString::fromUtf8(client.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    }
+
+    QString settingsFile() const { return home.filePath(u"config/TideLoft/TideLoft.conf"_s); }
+    QStringList keys() const { return QSettings(settingsFile(), QSettings::IniFormat).allKeys(); }
+    QString language() const
+    {
+        return QSettings(settingsFile(), QSettings::IniFormat).value(u"language"_s).toString();
+    }
+
+    QTemporaryDir home;
+    int exitCode = -1;
+    QByteArray complaints;
+};
+
+} // namespace
+
+class TestFirstStart : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void escapeEndsQuietlyAndIsAskedAgain();
+    void choiceOpensTheWindowAndIsKept_data();
+    void choiceOpensTheWindowAndIsKept();
+    void languageSwitchedInTheWindowIsNotStored();
+    void identity();
+    void helpAnswersInsteadOfStarting();
+};
+
+void TestFirstStart::escapeEndsQuietlyAndIsAskedAgain()
+{
+    Machine machine;
+    for (int start = 0; start < 2; ++start) {
+        QCOMPARE(machine.start({u"escape"_s}), QStringList{u"dialog"_s}); // and no window
+        QCOMPARE(machine.exitCode, 0);
+        QCOMPARE(machine.complaints, QByteArray());
+        QVERIFY(!QFile::exists(machine.settingsFile()));
+    }
+}
+
+void TestFirstStart::choiceOpensTheWindowAndIsKept_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("Svenska") << u"0"_s << u"sv"_s;
+    QTest::newRow("English") << u"1"_s << u"en"_s;
+}
+
+void TestFirstStart::choiceOpensTheWindowAndIsKept()
+{
+    QFETCH(const QString, button);
+    QFETCH(const QString, stored);
+    Machine machine;
+    const QString window = u"window, language "_s + button;
+    QCOMPARE(machine.start({button}).mid(0, 3), (QStringList{u"dialog"_s, window, u"plainly shown: 1"_s}));
+    QCOMPARE(machine.exitCode, 0);
+    QCOMPARE(machine.complaints, QByteArray());
+    QCOMPARE(machine.keys(), QStringList{u"language"_s}); // the only setting
+    QCOMPARE(machine.language(), stored);
+    QCOMPARE(machine.start({u"escape"_s}).value(0), window); // no question this time
+    QCOMPARE(machine.language(), stored);
+}
+
+void TestFirstStart::languageSwitchedInTheWindowIsNotStored()
+{
+    Machine machine;
+    machine.start({u"1"_s, u"switch"_s});
+    QCOMPARE(machine.language(), u"en"_s);
+    QCOMPARE(machine.start({u"escape"_s}).value(0), u"window, language 1"_s);
+}
+
+void TestFirstStart::identity()
+{
+    Machine machine;
+    const QStringList lines = machine.start({u"1"_s});
+    QCOMPARE(lines.value(3), u"TideLoft|TideLoft|TideLoft||1.0.0"_s);
+    QCOMPARE(lines.value(4), machine.home.filePath(u"data/TideLoft/TideLoft"_s));
+}
+
+void TestFirstStart::helpAnswersInsteadOfStarting()
+{
+    Machine machine;
+    QCOMPARE(machine.start({u"--version"_s}), QStringList{u"TideLoft 1.0.0"_s});
+    QCOMPARE(machine.exitCode, 0);
+    QVERIFY(!QFile::exists(machine.settingsFile()));
+}
+
+TIDELOFT_TEST_MAIN(TestFirstStart)
+#include "tst_first_start.moc"
