@@ -40,6 +40,13 @@ QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Open
     return rows;
 }
 
+QString spokenText(const ConversationRowModel &row)
+{
+    QStringList parts{row.peer, row.preview, row.time};
+    parts.removeAll({});
+    return parts.join(u", "_s);
+}
+
 QStringList foundUsers(const QJsonArray &users)
 {
     QStringList names;

@@ -19,6 +19,9 @@ struct ConversationRowModel {
 QList<ConversationRowModel> conversationRows(const QJsonArray &items, const OpenMessage &open,
                                              const QDateTime &now, Language language);
 
+/// What a screen reader says of a conversation: "bob, see you at noon, 12:04".
+QString spokenText(const ConversationRowModel &row);
+
 /// The usable user names of a search reply: objects with a `username` that is not blank, trimmed.
 QStringList foundUsers(const QJsonArray &users);
 

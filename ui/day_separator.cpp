@@ -5,6 +5,7 @@
 #include "ui/widget_parts.h"
 
 #include <QBoxLayout>
+#include <QFrame>
 #include <QLabel>
 
 namespace tideloft::ui
@@ -13,10 +14,13 @@ namespace tideloft::ui
 namespace
 {
 
-// A plain box: the line that a frame draws by itself would cover the style's colour.
-QWidget *makeDayLine(QWidget *row)
+// The style's background is the line: what the frame itself would draw has no width, or it would cover the
+// colour.
+QFrame *makeDayLine(QWidget *row)
 {
-    auto *rule = makeBox(row);
+    auto *rule = makeRule(row);
+    rule->setFrameShadow(QFrame::Sunken);
+    rule->setLineWidth(0);
     rule->setFixedHeight(1);
     rule->setStyleSheet(style::dayLine());
     return rule;

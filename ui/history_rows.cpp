@@ -3,6 +3,10 @@
 
 #include "ui/message_time.h"
 
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
 namespace tideloft::ui
 {
 
@@ -35,6 +39,16 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
         rows.append(messageRow(records.at(i), positions.at(i)));
     }
     return rows;
+}
+
+QString spokenText(const HistoryRow &row)
+{
+    if (const auto *day = std::get_if<DaySeparatorModel>(&row))
+        return day->label;
+    const auto &message = std::get<MessageRowModel>(row);
+    QStringList parts{message.sender, message.text, message.time};
+    parts.removeAll({});
+    return parts.join(u", "_s);
 }
 
 } // namespace tideloft::ui

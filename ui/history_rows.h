@@ -36,4 +36,7 @@ using HistoryRow = std::variant<DaySeparatorModel, MessageRowModel>;
 /// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE.
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language);
 
+/// What a screen reader says of a row: the parts that it shows, "bob, see you at noon, 12:04".
+QString spokenText(const HistoryRow &row);
+
 } // namespace tideloft::ui

@@ -21,7 +21,7 @@ ListRow makeListRow(const HistoryRow &row, QWidget *viewport)
         widget = new MessageRow(*message, viewport);
     else
         widget = makeDaySeparator(std::get<DaySeparatorModel>(row), viewport);
-    return {.widget = widget, .sizeHint = widget->sizeHint()};
+    return {.widget = widget, .sizeHint = widget->sizeHint(), .spoken = spokenText(row)};
 }
 
 } // namespace

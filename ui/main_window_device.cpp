@@ -2,6 +2,7 @@
 #include "ui/main_window.h"
 
 #include "crypto/key_store.h"
+#include "ui/device_lists.h"
 #include "ui/initials.h"
 #include "ui/style/fade_in.h"
 
@@ -49,7 +50,13 @@ void MainWindow::registerThisDevice()
         api.registerDeviceKey(publicKey);
 }
 
-void MainWindow::onDeviceKeyRegistered() {}
+// The device list and the registration are asked for at once, so on a device's first start the list can come
+// without it; what is written then could not be read here. Only in that case the list is asked for again.
+void MainWindow::onDeviceKeyRegistered()
+{
+    if (senderDevices(myDeviceKeys, api.deviceId()).isEmpty())
+        api.fetchMyDeviceKeys();
+}
 
 void MainWindow::onDeviceKeyRegisterFailed(const QString &message)
 {

@@ -24,7 +24,8 @@ void MainWindow::onConversationsLoaded(const QJsonArray &items)
         rows.append({.widget = makeConversationRow(model, dmList->viewport()),
                      .flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled,
                      .sizeHint = QSize(0, 62),
-                     .user = model.peer});
+                     .user = model.peer,
+                     .spoken = spokenText(model)});
     appendRows(dmList, rows);
 }
 

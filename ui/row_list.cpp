@@ -58,6 +58,8 @@ void appendRows(QListWidget *list, const QList<ListRow> &rows)
         entry->setSizeHint(row.sizeHint);
         if (!row.user.isEmpty())
             entry->setData(Qt::UserRole, row.user);
+        if (!row.spoken.isEmpty())
+            entry->setData(Qt::AccessibleTextRole, row.spoken);
         list->addItem(entry);
     }
     for (int i = 0; i < rows.size(); ++i)

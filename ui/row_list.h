@@ -17,7 +17,8 @@ struct ListRow {
     QWidget *widget = nullptr;
     Qt::ItemFlags flags = Qt::NoItemFlags;
     QSize sizeHint;
-    QString user = {}; ///< The user-role data: whom a click on the entry is about. Empty for none.
+    QString user = {};   ///< The user-role data: whom a click on the entry is about. Empty for none.
+    QString spoken = {}; ///< What a screen reader says of the entry: it does not look into row widgets.
 };
 
 /// Appends ROWS to LIST: all entries first, then their widgets. One by one, every entry would lay out all the
