@@ -13,6 +13,10 @@ void MainWindow::onServerLoaded(const QJsonObject &) {}
 
 void MainWindow::onServerCreated(const QJsonObject &) {}
 
-void MainWindow::onServerIconUploaded(const QString &, const QString &) {}
+// The list carries the icons' addresses.
+void MainWindow::onServerIconUploaded(const QString &, const QString &)
+{
+    api.fetchServers();
+}
 
 } // namespace tideloft::ui
