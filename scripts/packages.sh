@@ -42,8 +42,10 @@ root_command()
 ensure_packages()
 {
     local missing become line
-    command -v dpkg-query >/dev/null || { echo "No Debian packages here: installed software is taken as it is." >&2
-        return 0; }
+    if ! command -v dpkg-query >/dev/null; then
+        echo "No Debian packages here: installed software is taken as it is." >&2
+        return 0
+    fi
     mapfile -t missing < <(missing_packages "$@")
     ((${#missing[@]})) || return 0
     line="apt-get install --no-install-recommends ${missing[*]}"

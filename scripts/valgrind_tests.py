@@ -1,7 +1,7 @@
 """Runs the GUI tests under valgrind: valgrind_tests.py DIR SUPPRESSIONS [PATTERN].
 
-An error counts when this project's own code stands in its stack. The toolkit, the fonts and the graphics driver
-make noise of their own, which a suppression file cannot name completely.
+An error counts when this project's own code stands in its stack. The toolkit, the fonts and the graphics
+driver make noise of their own, which a suppression file cannot name completely.
 """
 
 import os
@@ -32,9 +32,11 @@ def run(program, suppressions):
         report = pathlib.Path(directory, "errors.xml")
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TZ="UTC", LC_ALL="C.UTF-8")
         finished = subprocess.run(
-            ["valgrind", "--xml=yes", f"--xml-file={report}", "--leak-check=full", "--show-leak-kinds=definite",
-             "--num-callers=40", f"--suppressions={suppressions}", str(program), "-maxwarnings", "0"],
-            env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True, errors="replace", check=False)
+            ["valgrind", "--xml=yes", f"--xml-file={report}", "--leak-check=full",
+             "--show-leak-kinds=definite", "--num-callers=40",
+             f"--suppressions={suppressions}", str(program), "-maxwarnings", "0"],
+            env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True,
+            errors="replace", check=False)
         try:
             errors = ElementTree.parse(report).getroot().findall("error")
         except (OSError, ElementTree.ParseError) as reason:

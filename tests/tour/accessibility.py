@@ -13,7 +13,7 @@ LIST = "list"
 
 
 def desktop():
-    """All programs that can be read. Nothing is remembered between two looks: the windows change on their own."""
+    """All programs that can be read. Nothing is remembered between two looks: windows change."""
     root = Atspi.get_desktop(0)
     root.set_cache_mask(Atspi.Cache.NONE)
     return root

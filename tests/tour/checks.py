@@ -9,7 +9,7 @@ class Broken(Exception):
 
 
 def wait_until(what, condition, seconds=30.0):
-    """Returns the first true result of CONDITION, asked again and again; raises Broken when none came in time."""
+    """Returns the first true result of CONDITION, asked again and again; Broken when none came in time."""
     deadline = time.monotonic() + seconds
     while True:
         result = condition()
@@ -43,6 +43,6 @@ class Checks:
         """Prints the totals in the form of the other test programs; the process's exit code."""
         sys.stderr.flush()
         milliseconds = round((time.monotonic() - self.started) * 1000)
-        print(f"Totals: {self.passed} passed, {self.failed} failed, 0 skipped, 0 blacklisted, {milliseconds}ms",
-              flush=True)
+        print(f"Totals: {self.passed} passed, {self.failed} failed, 0 skipped, 0 blacklisted, "
+              f"{milliseconds}ms", flush=True)
         return 0 if self.failed == 0 and self.passed > 0 else 1

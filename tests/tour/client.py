@@ -20,7 +20,8 @@ class Client:
         self.home = pathlib.Path(directory, name)
         self.output = pathlib.Path(directory, f"{name}.output")
         self.environment = dict(environment, XDG_DATA_HOME=str(self.home / "data"),
-                                XDG_CONFIG_HOME=str(self.home / "config"), XDG_CACHE_HOME=str(self.home / "cache"))
+                                XDG_CONFIG_HOME=str(self.home / "config"),
+                                XDG_CACHE_HOME=str(self.home / "cache"))
         for folder in ("data", "config", "cache"):
             (self.home / folder).mkdir(mode=0o700, parents=True)
         with open(self.output, "wb") as output:
@@ -31,7 +32,8 @@ class Client:
         """As wait_until, for something in this client's window; at once Broken when the client has ended."""
         def look():
             if self.process.poll() is not None:
-                raise Broken(f"{self.name}'s client ended with {self.process.returncode}: {self.printed()[-2000:]}")
+                ended = f"{self.name}'s client ended with {self.process.returncode}"
+                raise Broken(f"{ended}: {self.printed()[-2000:]}")
             try:
                 return condition()
             except GLib.Error:
@@ -39,7 +41,7 @@ class Client:
         return wait_until(f"{what} in {self.name}'s window", look, seconds)
 
     def find(self, role, name, seconds=30.0):
-        """The one element of ROLE that shows and is called NAME (a text, or what tells it from other texts)."""
+        """The one element of ROLE that shows and is called NAME (a text, or a test of it)."""
         matches = name if callable(name) else lambda text: text == name
         return self.wait(f"the {role} {name!r}", lambda: next(iter(
             accessibility.find_all(self.process.pid, role, matches)), None), seconds)

@@ -26,7 +26,8 @@ class Service:
         with open(self.log, "wb") as output:
             self.process = subprocess.Popen(
                 [program, "--port", str(self.port), "--database", str(self.database),
-                 "--tls-cert", str(certificates / "server.pem"), "--tls-key", str(certificates / "server-key.pem")],
+                 "--tls-cert", str(certificates / "server.pem"),
+                 "--tls-key", str(certificates / "server-key.pem")],
                 stdout=output, stderr=subprocess.STDOUT)
         wait_until("the service's answer", self._is_well)
 

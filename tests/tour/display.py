@@ -1,4 +1,4 @@
-"""A screen of the tour's own: a virtual display with a small window manager, its keyboard and its pictures."""
+"""A screen of the tour's own: a virtual display, its window manager, its keyboard and its pictures."""
 
 import contextlib
 import hashlib
@@ -89,8 +89,8 @@ def window_manager():
 
 
 def put_on_keyboard(texts):
-    """Gives every letter of TEXTS that the keyboard lacks a key of its own. Changing the keyboard between two key
-    presses instead would race with the program that reads them."""
+    """Gives every letter of TEXTS that the keyboard lacks a key of its own. Changing the keyboard between
+    two key presses instead would race with the program that reads them."""
     keys = tool("xmodmap", "-pke").decode().splitlines()
     free = [line.split()[1] for line in keys if line.split("=")[1].strip() == ""]
     letters = sorted({letter for text in texts for letter in text if ord(letter) > 126})
@@ -117,5 +117,5 @@ def steady_screen(seconds=3.0):
 def save_picture(path, area):
     """Writes AREA (x, y, width, height) of the screen to PATH."""
     x, y, width, height = area
-    tool("convert", "-size", f"{WIDTH}x{HEIGHT}", "-depth", "8", "rgb:-", "-crop", f"{width}x{height}+{x}+{y}",
-         "+repage", "-strip", str(path), input=steady_screen())
+    tool("convert", "-size", f"{WIDTH}x{HEIGHT}", "-depth", "8", "rgb:-",
+         "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-strip", str(path), input=steady_screen())

@@ -10,7 +10,7 @@ import urllib.parse
 
 
 def _base64_forms(data):
-    """The characters that DATA always gives inside Base64, for each of its three places in a group of three."""
+    """The characters that DATA gives inside Base64, whichever place in a group of three it starts at."""
     for offset in range(3):
         encoded = base64.b64encode(bytes(offset) + data)
         first = -(-offset * 4 // 3)  # characters that the bytes before it reach into
@@ -41,7 +41,8 @@ def found_in(text, data):
 
 def misses(text):
     """The forms of TEXT that the search would overlook, each planted on its own between other bytes."""
-    return [name for name, form in forms(text).items() if name not in found_in(text, b"\0before" + form + b"after\xff")]
+    return [name for name, form in forms(text).items()
+            if name not in found_in(text, b"\0before" + form + b"after\xff")]
 
 
 def database_bytes(database):

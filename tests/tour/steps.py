@@ -38,13 +38,16 @@ class Tour:
             self.take_steps()
         except Broken as reason:
             ended = self.service.process.poll()
-            raise reason if ended is None else Broken(f"{reason}; the service had ended with {ended}") from None
+            service = "" if ended is None else f"; the service had ended with {ended}"
+            raise Broken(f"{reason}{service}") from None
 
     def take_steps(self):
         self.choose_languages()
-        self.sign_up(self.alice, ALICE_PASSWORD, "Username", "Password", "Create account", "Welcome to TideLoft")
+        self.sign_up(self.alice, ALICE_PASSWORD, "Username", "Password", "Create account",
+                     "Welcome to TideLoft")
         self.be_refused()
-        self.sign_up(self.bob, BOB_PASSWORD, "Användarnamn", "Lösenord", "Skapa konto", "Välkommen till TideLoft")
+        self.sign_up(self.bob, BOB_PASSWORD, "Användarnamn", "Lösenord", "Skapa konto",
+                     "Välkommen till TideLoft")
         self.check_keys()
         self.search()
         self.write()
@@ -76,7 +79,8 @@ class Tour:
         client.move_into_place()
         self.done(f"{client.name} sees the sign-in page: {greeting}", f"sign-in-{client.name}", client)
         settings = (client.home / "config/TideLoft/TideLoft.conf").read_text("utf-8")
-        self.checks.check(f"the settings keep language={stored}", f"language={stored}" in settings.splitlines())
+        self.checks.check(f"the settings keep language={stored}",
+                          f"language={stored}" in settings.splitlines())
 
     def sign_up(self, client, password, name_field, password_field, button, welcome):
         client.type_into(LINE_EDIT, name_field, client.name)
@@ -143,7 +147,8 @@ class Tour:
         for client in (self.alice, self.bob):
             self.checks.check(f"{client.name}'s client ends with 0 when it is closed", client.close() == 0)
             warnings = [line for line in client.printed().splitlines() if TOOLKIT_WARNING.search(line)]
-            self.checks.check(f"{client.name}'s client printed no toolkit warning {warnings or ''}", not warnings)
+            self.checks.check(f"{client.name}'s client printed no toolkit warning {warnings or ''}".rstrip(),
+                              not warnings)
 
     def check_secrecy(self):
         running = secrecy.database_bytes(self.service.database)
@@ -166,13 +171,15 @@ class Tour:
         self.checks.check("the service's log tells of them", b"/api/chat/send" in places["the service's log"])
         compressed = re.search(rb"(?i)\r\ncontent-encoding:", places["what the wire carried"])
         self.checks.check("nothing on the wire was compressed", compressed is None)
-        for place in ("the running service's database", "the ended service's database", "what the wire carried"):
+        for place in ("the running service's database",
+                      "the ended service's database", "what the wire carried"):
             self.checks.check(f"control: the name alice is found in {place}",
                               secrecy.found_in("alice", places[place]))
         self.checks.check("control: the password is found on the wire, inside TLS",
                           secrecy.found_in(ALICE_PASSWORD, places["what the wire carried"]))
         for text in (MESSAGE, ANSWER):
             overlooked = secrecy.misses(text)
-            self.checks.check(f"control: every form is found where it was planted {overlooked or ''}", not overlooked)
+            self.checks.check(f"control: each form is found where it was planted {overlooked or ''}".rstrip(),
+                              not overlooked)
             self.checks.check("control: a message stored as it was typed is found in the database",
                               secrecy.found_after_planting(text, self.service.database))

@@ -19,7 +19,7 @@ import display
 
 
 def parse_arguments():
-    parser = argparse.ArgumentParser(description="Two clients exchange a message while everything is looked at.")
+    parser = argparse.ArgumentParser(description="Two clients exchange a message.")
     for name in ("client", "service", "certificates", "pictures"):
         parser.add_argument(f"--{name}", required=True, type=lambda path: pathlib.Path(path).absolute())
     parser.add_argument("--port", type=int, default=0)
@@ -31,11 +31,12 @@ def run_under_virtual_display():
     """Starts this program again with a screen and a session bus of its own."""
     missing = display.missing_tools()
     if missing:
-        raise SystemExit(f"tour: not installed: {', '.join(missing)}. ./run and ./test install what they need.")
+        raise SystemExit(f"tour: not installed: {', '.join(missing)}. ./test installs what it needs.")
     with display.virtual_display() as screen, tempfile.TemporaryDirectory() as directory:
         return subprocess.run(
             ["dbus-run-session", "--", sys.executable, *sys.argv, "--on-screen"],
-            env=display.clean_environment(screen, directory), stderr=subprocess.DEVNULL, check=False).returncode
+            env=display.clean_environment(screen, directory), stderr=subprocess.DEVNULL,
+            check=False).returncode
 
 
 def fresh_pictures(directory):
@@ -65,7 +66,8 @@ def run_on_screen(arguments):
         except Broken as reason:
             checks.broke(str(reason))
             with contextlib.suppress(OSError, subprocess.SubprocessError):
-                display.save_picture(arguments.pictures / "99-broken.png", (0, 0, display.WIDTH, display.HEIGHT))
+                display.save_picture(arguments.pictures / "99-broken.png",
+                                     (0, 0, display.WIDTH, display.HEIGHT))
         except Exception:  # a fault of the tour itself is a failure like any other
             checks.broke(traceback.format_exc())
     return checks.report()

@@ -1,4 +1,4 @@
-"""What travels between the clients and the service, TLS taken off: a proxy that passes everything on and keeps it."""
+"""What travels between the clients and the service, TLS taken off: a proxy that passes it on and keeps it."""
 
 import contextlib
 import json
@@ -79,8 +79,8 @@ class Wire:
 
     @staticmethod
     def _read(source):
-        """What has arrived, b"" at the end, None for nothing. Reads all that TLS has already taken off the socket:
-        select would not report that again."""
+        """What has arrived, b"" at the end, None for nothing. Reads all that TLS has already taken off
+        the socket: select would not report that again."""
         source.setblocking(False)
         try:
             data = source.recv(65536)
