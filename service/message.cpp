@@ -17,6 +17,7 @@ constexpr qsizetype tagSize = 16;             // at the end of every ciphertext
 constexpr qsizetype smallestWrappedKey = 256; // RSA of 2048 bits
 constexpr qsizetype largestWrappedKey = 512;  // RSA of 4096 bits
 constexpr qsizetype longestField = 1024;
+constexpr qsizetype anyLength = 1024 * 1024; // a body is no longer
 
 [[noreturn]] void refuse(const QString &message)
 {
@@ -86,7 +87,7 @@ void checkPlain(const Message &message)
 
 QString messageText(const JsonBody &body)
 {
-    const QString text = body.text(u"text"_s, maximumTextBytes + 1);
+    const QString text = body.text(u"text"_s, anyLength);
     if (text.toUtf8().size() > maximumTextBytes)
         throw Refusal(413, u"The message is too long."_s);
     return text;

@@ -1,0 +1,90 @@
+// All endpoints over a database of their own, called without a socket; cheap passwords, and a clock to turn.
+#pragma once
+
+#include "service/api.h"
+
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+namespace tideloft::tests
+{
+
+class ApiFixture
+{
+public:
+    ApiFixture() : database(directory.filePath(QStringLiteral("test.sqlite"))), api(database, settings()) {}
+
+    service::Response call(const QByteArray &method, const QByteArray &target, const QByteArray &body = {},
+                           const QByteArray &cookie = {})
+    {
+        return finish(api.handle({method, target, "application/json", cookie, body, {}}));
+    }
+
+    service::Response post(const QByteArray &target, const QJsonObject &body, const QByteArray &cookie = {})
+    {
+        return call("POST", target, QJsonDocument(body).toJson(), cookie); // indented, as the client sends it
+    }
+
+    service::Response get(const QByteArray &target, const QByteArray &cookie)
+    {
+        return call("GET", target, {}, cookie);
+    }
+
+    /// Makes an account, signs in, and returns the Cookie header of the session.
+    QByteArray signUp(const QString &name)
+    {
+        const QJsonObject body{{QStringLiteral("username"), name},
+                               {QStringLiteral("password"), QStringLiteral("a good password")}};
+        post("/api/auth/register", body);
+        return cookieOf(post("/api/auth/login", body));
+    }
+
+    static QByteArray cookieOf(const service::Response &response)
+    {
+        return setCookieOf(response).split(';').constFirst();
+    }
+
+    static QByteArray setCookieOf(const service::Response &response)
+    {
+        for (const auto &[name, value] : response.headers) {
+            if (name == "Set-Cookie")
+                return value;
+        }
+        return {};
+    }
+
+    static service::Response finish(const service::Reply &reply)
+    {
+        const auto *deferred = std::get_if<service::Deferred>(&reply);
+        return deferred ? deferred->work()() : std::get<service::Response>(reply);
+    }
+
+    static QJsonObject object(const service::Response &response)
+    {
+        return QJsonDocument::fromJson(response.body).object();
+    }
+
+    static QJsonArray array(const service::Response &response)
+    {
+        return QJsonDocument::fromJson(response.body).array();
+    }
+
+    static QString message(const service::Response &response)
+    {
+        return object(response).value(QStringLiteral("message")).toString();
+    }
+
+    QTemporaryDir directory;
+    QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
+    service::Database database;
+    service::Api api;
+
+private:
+    service::ApiSettings settings()
+    {
+        return {{16, 8, 1}, true, [this] { return now; }};
+    }
+};
+
+} // namespace tideloft::tests

@@ -1,0 +1,98 @@
+// The command line.
+#include "service/options.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+
+class TestOptions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nothingGivenListensOnThisMachineOnly();
+    void everythingGiven();
+    void helpExplainsEveryOption();
+    void versionIsPrinted();
+    void mistakes_data();
+    void mistakes();
+
+private:
+    static Command parse(const QString &line)
+    {
+        return parseCommandLine((u"tideloftd "_s + line).split(u' ', Qt::SkipEmptyParts));
+    }
+};
+
+void TestOptions::nothingGivenListensOnThisMachineOnly()
+{
+    const Command command = parse({});
+    QVERIFY(command.serve);
+    QCOMPARE(command.serve->listen, u"127.0.0.1"_s);
+    QCOMPARE(command.serve->port, std::uint16_t(8443));
+    QVERIFY(command.serve->certificateFile.isEmpty() && command.serve->database.isEmpty());
+    QVERIFY(!command.serve->quiet);
+}
+
+void TestOptions::everythingGiven()
+{
+    const Command command =
+        parse(u"--listen 0.0.0.0 --port=0 --tls-cert c.pem --tls-key k.pem --database d.sqlite --quiet"_s);
+    QVERIFY(command.serve);
+    QCOMPARE(command.serve->listen, u"0.0.0.0"_s);
+    QCOMPARE(command.serve->port, std::uint16_t(0));
+    QCOMPARE(command.serve->certificateFile, u"c.pem"_s);
+    QCOMPARE(command.serve->keyFile, u"k.pem"_s);
+    QCOMPARE(command.serve->database, u"d.sqlite"_s);
+    QVERIFY(command.serve->quiet);
+}
+
+void TestOptions::helpExplainsEveryOption()
+{
+    const Command command = parse(u"--help"_s);
+    QVERIFY(!command.serve);
+    QCOMPARE(command.exitCode, 0);
+    for (const QString &option :
+         {u"--listen <ADDRESS>"_s, u"--port <N>"_s, u"--tls-cert <FILE>"_s, u"--tls-key <FILE>"_s,
+          u"--database <FILE>"_s, u"--quiet"_s, u"--help"_s, u"--version"_s})
+        QVERIFY2(command.text.contains(option), qPrintable(option));
+}
+
+void TestOptions::versionIsPrinted()
+{
+    const Command command = parse(u"--version"_s);
+    QCOMPARE(command.exitCode, 0);
+    QVERIFY(QRegularExpression(u"^tideloftd \\d+\\.\\d+\\.\\d+\n$"_s).match(command.text).hasMatch());
+}
+
+void TestOptions::mistakes_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("reason");
+    const QString loopback = u"Without --tls-cert and --tls-key only a loopback address is allowed."_s;
+    QTest::newRow("unknown option") << u"--verbose"_s << u"verbose"_s;
+    QTest::newRow("argument") << u"start"_s << u"Unexpected argument 'start'."_s;
+    QTest::newRow("value missing") << u"--port"_s << u"port"_s;
+    QTest::newRow("port too large") << u"--port 65536"_s << u"--port must be a number"_s;
+    QTest::newRow("port negative") << u"--port=-1"_s << u"--port must be a number"_s;
+    QTest::newRow("port is no number") << u"--port x"_s << u"--port must be a number"_s;
+    QTest::newRow("host name") << u"--listen example.org"_s << u"--listen must be a numeric address"_s;
+    QTest::newRow("certificate alone") << u"--tls-cert c.pem"_s << u"belong together"_s;
+    QTest::newRow("key alone") << u"--tls-key k.pem"_s << u"belong together"_s;
+    QTest::newRow("plain on every address") << u"--listen 0.0.0.0"_s << loopback;
+    QTest::newRow("plain on every address, IPv6") << u"--listen ::"_s << loopback;
+    QTest::newRow("plain on a network address") << u"--listen 192.168.1.2"_s << loopback;
+}
+
+void TestOptions::mistakes()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, reason);
+    const Command command = parse(line);
+    QVERIFY(!command.serve);
+    QCOMPARE(command.exitCode, 2);
+    QVERIFY2(command.text.contains(reason), qPrintable(command.text));
+}
+
+TIDELOFT_TEST_MAIN(TestOptions)
+#include "tst_options.moc"
