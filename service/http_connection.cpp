@@ -203,7 +203,9 @@ asio::awaitable<std::optional<Response>> Connection::readRequest(Stream &stream,
                                                                  Parser &parser)
 {
     error_code error;
-    co_await http::async_read_header(stream, buffer, parser, into(error));
+    const std::size_t size = co_await http::async_read_header(stream, buffer, parser, into(error));
+    if (!error && size > context.limits.headerBytes) // the library does not count the first line
+        error = http::error::header_limit;
     if (!error) {
         if (std::optional<Response> failure = headerFailure(parser))
             co_return failure;

@@ -1,0 +1,93 @@
+// The service as a process of its own, with its database and certificate in a folder that goes away.
+#pragma once
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <csignal>
+
+namespace tideloft::tests
+{
+
+class Daemon
+{
+public:
+    ~Daemon()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    /// Returns the exit code, or -1 when the program did not end by itself.
+    int runToEnd(const QStringList &arguments)
+    {
+        process.start(QStringLiteral(TIDELOFTD), arguments);
+        const bool ended = process.waitForFinished() && process.exitStatus() == QProcess::NormalExit;
+        collect();
+        return ended ? process.exitCode() : -1;
+    }
+
+    bool startPlain(const QStringList &more = {}) { return start(more); }
+
+    bool startTls()
+    {
+        return makeCertificate()
+               && start(
+                   {QStringLiteral("--tls-cert"), certificateFile(), QStringLiteral("--tls-key"), keyFile()});
+    }
+
+    /// Sends the signal and returns the exit code, or -1 when the program did not end by itself.
+    int stop(int signal)
+    {
+        ::kill(static_cast<pid_t>(process.processId()), signal);
+        const bool ended = process.waitForFinished() && process.exitStatus() == QProcess::NormalExit;
+        collect();
+        return ended ? process.exitCode() : -1;
+    }
+
+    QString url(const QString &path) const { return origin + path; }
+    quint16 port() const { return origin.mid(origin.lastIndexOf(u':') + 1).toUShort(); }
+    QByteArray output() const { return out; }
+    QByteArray errors() const { return err; }
+    QString databaseFile() const { return folder.filePath(QStringLiteral("test.sqlite")); }
+    QString certificateFile() const { return folder.filePath(QStringLiteral("cert.pem")); }
+    QString keyFile() const { return folder.filePath(QStringLiteral("key.pem")); }
+
+private:
+    bool start(const QStringList &more)
+    {
+        process.start(QStringLiteral(TIDELOFTD), QStringList{QStringLiteral("--port"), QStringLiteral("0"),
+                                                             QStringLiteral("--database"), databaseFile()}
+                                                     + more);
+        if (!process.waitForReadyRead())
+            return false;
+        out = process.readAllStandardOutput();
+        origin = QString::fromUtf8(out).trimmed().section(u' ', -1);
+        return out.startsWith("listening on ");
+    }
+
+    void collect()
+    {
+        out = process.readAllStandardOutput();
+        err = process.readAllStandardError();
+    }
+
+    bool makeCertificate() const
+    {
+        const QString line =
+            QStringLiteral("req -x509 -newkey rsa:2048 -nodes -days 2 -subj /CN=localhost -addext "
+                           "subjectAltName=DNS:localhost,IP:127.0.0.1 -keyout %1 -out %2");
+        return QProcess::execute(QStringLiteral("openssl"),
+                                 line.arg(keyFile(), certificateFile()).split(u' '))
+               == 0;
+    }
+
+    QTemporaryDir folder;
+    QProcess process;
+    QString origin;
+    QByteArray out;
+    QByteArray err;
+};
+
+} // namespace tideloft::tests

@@ -1,0 +1,74 @@
+// A client that sends exactly the bytes it is given, over a real socket.
+#pragma once
+
+#include <QTcpSocket>
+
+#include <utility>
+
+namespace tideloft::tests
+{
+
+class HttpClient
+{
+public:
+    explicit HttpClient(quint16 port)
+    {
+        socket.connectToHost(QStringLiteral("127.0.0.1"), port);
+        socket.waitForConnected();
+    }
+
+    bool isConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
+    void send(const QByteArray &bytes)
+    {
+        socket.write(bytes);
+        socket.flush();
+    }
+
+    /// Reads until the text has come or the connection is closed.
+    QByteArray readUntil(const QByteArray &text)
+    {
+        while (!received.contains(text) && socket.waitForReadyRead())
+            received += socket.readAll();
+        return received;
+    }
+
+    /// One whole reply with a Content-Length.
+    QByteArray readReply()
+    {
+        readUntil("\r\n\r\n");
+        const qsizetype end = received.indexOf("\r\n\r\n");
+        const QByteArray head = received.left(end);
+        const qsizetype field = head.indexOf("Content-Length: ");
+        const qsizetype length = field < 0 ? 0 : head.mid(field + 16).split('\r').constFirst().toLongLong();
+        while (end >= 0 && received.size() < end + 4 + length && socket.waitForReadyRead())
+            received += socket.readAll();
+        return std::exchange(received, {});
+    }
+
+    /// Everything until the server closes; what came is lost when it does not.
+    QByteArray readAll()
+    {
+        while (socket.waitForReadyRead())
+            received += socket.readAll();
+        const bool closed = socket.state() == QAbstractSocket::UnconnectedState;
+        return closed ? std::exchange(received, {}) : QByteArray("still open");
+    }
+
+    QByteArray exchange(const QByteArray &bytes)
+    {
+        send(bytes);
+        return readReply();
+    }
+
+    QTcpSocket socket;
+
+private:
+    QByteArray received;
+};
+
+inline int statusOf(const QByteArray &reply)
+{
+    return reply.mid(9, 3).toInt();
+}
+
+} // namespace tideloft::tests

@@ -1,0 +1,58 @@
+// A server on a thread of its own, with limits that a test need not wait for.
+#pragma once
+
+#include "service/http_server.h"
+
+#include <QMutex>
+
+#include <thread>
+
+namespace tideloft::tests
+{
+
+class ServerFixture
+{
+public:
+    explicit ServerFixture(service::Handler handler, const service::ServerLimits &limits = {})
+        : server(settings(limits), std::move(handler)),
+          thread([this] { server.run(); })
+    {
+    }
+    Q_DISABLE_COPY_MOVE(ServerFixture)
+    ~ServerFixture() { stop(); }
+
+    void stop()
+    {
+        server.stop();
+        if (thread.joinable())
+            thread.join();
+    }
+
+    quint16 port() const { return server.port(); }
+
+    QList<QByteArray> log()
+    {
+        const QMutexLocker lock(&mutex);
+        return lines;
+    }
+
+private:
+    service::ServerSettings settings(const service::ServerLimits &limits)
+    {
+        service::ServerSettings wanted;
+        wanted.port = 0;
+        wanted.limits = limits;
+        wanted.log = [this](const QByteArray &line) {
+            const QMutexLocker lock(&mutex);
+            lines << line;
+        };
+        return wanted;
+    }
+
+    QMutex mutex;
+    QList<QByteArray> lines;
+    service::HttpServer server;
+    std::thread thread;
+};
+
+} // namespace tideloft::tests
