@@ -97,7 +97,7 @@ EncryptedEnvelope encryptMessageEnvelope(const QString &plainText, const QJsonAr
 bool wrapKeyForDevices(const QJsonArray &devices, const QByteArray &contentKey, QJsonArray &wrappedKeys,
                        EncryptedEnvelope &envelope)
 {
-    for (const QJsonValue &device : devices) {
+    for (const auto &device : devices) {
         const QJsonObject record = device.toObject();
         const QString deviceId = trimmedMember(record, u"deviceId"_s);
         const QString publicKey = trimmedMember(record, u"publicKeyBase64"_s);

@@ -16,7 +16,8 @@ QString opensslErrorText()
         return u"Unknown OpenSSL error"_s;
     std::array<char, 256> text{};
     ERR_error_string_n(code, text.data(), text.size());
-    return QString::fromUtf8(text.data(), qstrnlen(text.data(), text.size()));
+    const auto size = static_cast<qsizetype>(qstrnlen(text.data(), text.size()));
+    return QString::fromUtf8(text.data(), size);
 }
 
 } // namespace tideloft::crypto

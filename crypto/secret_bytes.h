@@ -20,8 +20,8 @@ public:
     ~SecretBytes() { wipe(); }
 
     /// The secret itself. Copies of it share its buffer, and so are wiped with it.
-    const QByteArray &view() const { return bytes; }
-    bool isEmpty() const { return bytes.isEmpty(); }
+    [[nodiscard]] const QByteArray &view() const { return bytes; }
+    [[nodiscard]] bool isEmpty() const { return bytes.isEmpty(); }
     /// Overwrites the buffer and empties the object.
     void wipe();
 

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 QList<WrappedKey> collectWrappedKeys(const QJsonArray &records)
 {
     QList<WrappedKey> keys;
-    for (const QJsonValue &value : records) {
+    for (const auto &value : records) {
         const QJsonObject record = value.toObject();
         const WrappedKey key{record.value(u"deviceId"_s).toString().trimmed(),
                              record.value(u"encryptedKey"_s).toString().trimmed()};

@@ -1,4 +1,5 @@
 // Sealing a message for many devices.
+#define OPENSSL_SUPPRESS_DEPRECATED // replacing the random generator is the only way to see it fail
 #include "crypto/aes_gcm.h"
 #include "crypto/base64.h"
 #include "crypto/envelope.h"
@@ -6,8 +7,12 @@
 #include "tests/crypto/test_keys.h"
 #include "tests/support/test_main.h"
 
+#include <openssl/rand.h>
+
 #include <QJsonObject>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
@@ -20,6 +25,30 @@ QJsonObject device(const QJsonValue &deviceId, const QJsonValue &publicKey)
 {
     return {{u"deviceId"_s, deviceId}, {u"publicKeyBase64"_s, publicKey}, {u"deviceName"_s, u"ignored"_s}};
 }
+
+int drawsLeft = 0;
+
+int drawOrFail(unsigned char *bytes, int size)
+{
+    std::fill_n(bytes, size, static_cast<unsigned char>(7));
+    return drawsLeft-- > 0 ? 1 : 0;
+}
+
+// Random bytes for a number of draws, then none, as long as it lives.
+class FailingGenerator
+{
+public:
+    explicit FailingGenerator(int draws)
+    {
+        drawsLeft = draws;
+        RAND_set_rand_method(&method);
+    }
+    Q_DISABLE_COPY_MOVE(FailingGenerator)
+    ~FailingGenerator() { RAND_set_rand_method(RAND_OpenSSL()); }
+
+private:
+    const RAND_METHOD method{nullptr, drawOrFail, nullptr, nullptr, drawOrFail, nullptr};
+};
 
 QStringList identifiers(const QJsonArray &records)
 {
@@ -57,6 +86,8 @@ private slots:
     void everyEnvelopeHasItsOwnKeyAndNonce();
     void pemKeysAreTaken();
     void noDevicesWrapAtOnce();
+    void failingGeneratorIsReported_data();
+    void failingGeneratorIsReported();
     void staleErrorIsNotReported();
 
 private:
@@ -267,6 +298,25 @@ void TestEnvelope::noDevicesWrapAtOnce()
     QVERIFY(wrapKeyForDevices({}, QByteArray(32, 'k'), wrapped, envelope));
     QVERIFY(wrapped.isEmpty());
     QVERIFY(envelope.error.isEmpty());
+}
+
+void TestEnvelope::failingGeneratorIsReported_data()
+{
+    QTest::addColumn<int>("draws");
+    QTest::newRow("content key") << 0;
+    QTest::newRow("nonce") << 1;
+}
+
+void TestEnvelope::failingGeneratorIsReported()
+{
+    QFETCH(const int, draws);
+    const FailingGenerator generator(draws);
+    queueStaleError(); // explains nothing here
+    const auto envelope = encryptMessageEnvelope(u"Hello"_s, {device(u"A"_s, publicKey)}, {});
+    QVERIFY(!envelope.ok);
+    QCOMPARE(envelope.error, u"Could not generate random key/IV: Unknown OpenSSL error"_s);
+    QVERIFY(envelope.ciphertextBase64.isEmpty() && envelope.ivBase64.isEmpty());
+    QCOMPARE(drawsLeft, -1); // the nonce is not drawn after a failed key
 }
 
 void TestEnvelope::staleErrorIsNotReported()

@@ -6,11 +6,30 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// What others could do with a file at the moment at which its permissions were about to be set.
+mode_t modeBeforeChange = 0;
+
+} // namespace
+
+// Stands before the C library's own in this program: the end alone does not show how a file began.
+extern "C" int fchmod(int file, mode_t mode) noexcept
+{
+    struct stat status {
+    };
+    fstat(file, &status);
+    modeBeforeChange = status.st_mode & 0777;
+    return static_cast<int>(syscall(SYS_fchmod, file, mode));
+}
 
 namespace
 {
@@ -216,6 +235,7 @@ void TestKeyStore::newFileIsTheOwnersAlone()
     umask(before);
     QVERIFY(written);
     QCOMPARE(modeOf(path), 0600);
+    QCOMPARE(modeBeforeChange, mode_t(0600)); // from its first moment
 }
 
 void TestKeyStore::earlierFileBecomesTheOwnersAlone()
@@ -226,6 +246,7 @@ void TestKeyStore::earlierFileBecomesTheOwnersAlone()
     QVERIFY(writeFile(path, "earlier"));
     QCOMPARE(chmod(QFile::encodeName(path).constData(), 0666), 0);
     QVERIFY(write(u"QUJD"_s, nullptr));
+    QCOMPARE(modeBeforeChange, mode_t(0666));
     QCOMPARE(modeOf(path), 0600);
     QCOMPARE(readFile(path), QByteArray("QUJD"));
 }
