@@ -98,7 +98,7 @@ QSize MessageRow::sizeHint() const
 {
     const QSize natural = QWidget::sizeHint();
     const int width = parentWidget() ? qMin(natural.width(), parentWidget()->width()) : natural.width();
-    return {width, layout()->totalHeightForWidth(width)};
+    return {width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : natural.height()};
 }
 
 } // namespace tideloft::ui
