@@ -130,6 +130,7 @@ bool ChatWindow::signIn(const QString &username)
     QTest::mouseClick(child<QPushButton>("primaryButton"), Qt::LeftButton);
     if (!waitForRebuild(dmList()))
         return false;
+    ownDevice = QString::fromUtf8(service.lastRequest("GET /api/me").header("X-Device-Token"));
     for (QTimer *timer : window.findChildren<QTimer *>(Qt::FindDirectChildrenOnly)) {
         if (timer->interval() == 3000)
             timer->stop();
@@ -193,11 +194,6 @@ void ChatWindow::click(QListWidget *list, int index)
     if (!target)
         target = list->viewport();
     QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFrom(list->viewport(), centre()));
-}
-
-QString ChatWindow::deviceId() const
-{
-    return QString::fromUtf8(service.lastRequest("GET /api/me").header("X-Device-Token"));
 }
 
 QStringList ChatWindow::peers() const

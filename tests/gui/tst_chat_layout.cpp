@@ -1,0 +1,198 @@
+// How messages fill the width of the window: no text is cut, no bubble too wide, own ones stand at the right.
+#include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/test_main.h"
+
+#include <QApplication>
+#include <QLayout>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+
+namespace
+{
+
+const QList<int> widths{800, 1100, 1600};
+
+/// Why the row is not as it should be below a viewport of WIDTH; empty if it is.
+QString fault(const ShownMessage &shown, int width)
+{
+    const QWidget *row = shown.row;
+    const QWidget *bubble = shown.bubble;
+    if (row->width() != width)
+        return u"the row is %1 px wide in a view of %2 px"_s.arg(row->width()).arg(width);
+    if (bubble->width() > 520)
+        return u"the bubble is %1 px wide"_s.arg(bubble->width());
+    if (shown.isMine && bubble->geometry().right() + 1 != width - 14)
+        return u"the bubble ends %1 px from the right"_s.arg(width - bubble->geometry().right() - 1);
+    if (!shown.isMine && bubble->x() != 14 + 34 + 8)
+        return u"the bubble starts at %1 px"_s.arg(bubble->x());
+    if (bubble->geometry().right() >= width - 14)
+        return u"the bubble reaches out of the row"_s;
+    if (shown.text->height() < shown.text->heightForWidth(shown.text->width()))
+        return u"the text is cut at %1 px"_s.arg(shown.text->height());
+    if (bubble->height() < bubble->layout()->totalHeightForWidth(bubble->width()))
+        return u"the bubble is cut at %1 px"_s.arg(bubble->height());
+    if (bubble->geometry().bottom() + 1 + row->layout()->contentsMargins().bottom() > row->height())
+        return u"the row is cut at %1 px"_s.arg(row->height());
+    return {};
+}
+
+} // namespace
+
+class TestChatLayout : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init() { failOnToolkitWarnings(); }
+    void textsFit_data();
+    void textsFit();
+    void textsFitAfterAResize_data();
+    void textsFitAfterAResize();
+    void shortTextStaysOnOneLine();
+    void longTextFillsTheBubble();
+    void wordWithoutEndNeitherWidensTheWindowNorTheView();
+    void firstHistoryFitsBeforeThePageWasEverShown();
+
+private:
+    void addTexts(const QList<int> &forWidths);
+    bool showAt(int width, const QString &text);
+    QString faults() const;
+    void resize(int width);
+
+    ChatWindow chat;
+};
+
+void TestChatLayout::initTestCase()
+{
+    failOnToolkitWarnings();
+    QVERIFY(chat.signIn());
+    QVERIFY(chat.open(u"bob"_s));
+}
+
+void TestChatLayout::addTexts(const QList<int> &forWidths)
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QString>("text");
+    const QList<QPair<const char *, QString>> texts{
+        {"one letter", u"x"_s},
+        {"short", u"Hello there"_s},
+        {"empty", {}},
+        {"long", u"The quick brown fox jumps over the lazy dog. "_s.repeated(20)},
+        {"many lines", u"line\n"_s.repeated(30)},
+        {"long lines and breaks",
+         u"some words that go on and on for longer than a line is wide, \n\n"_s.repeated(9)},
+        {"emoji", u"🙂🔒🌍"_s},
+        {"many emoji", u"🙂 🔒 🌍 "_s.repeated(20)},
+        {"wide script", u"漢字かな交じり文"_s.repeated(30)},
+        {"tabs and blanks", u"a\tb   c\t"_s.repeated(40)},
+        {"just about a line", u"wwwwwwwwww wwwwwwwwww wwwwwwwwww wwwwwwwwww wwwwwwww"_s},
+    };
+    for (const int width : forWidths) {
+        for (const auto &[name, text] : texts)
+            QTest::addRow("%s at %d px", name, width) << width << text;
+    }
+}
+
+void TestChatLayout::resize(int width)
+{
+    chat.window.resize(width, 720);
+    QApplication::processEvents();
+}
+
+bool TestChatLayout::showAt(int width, const QString &text)
+{
+    resize(width);
+    const QString time = u"2021-03-07T12:00:00.000Z"_s;
+    return chat.showHistory(u"bob"_s,
+                            {plainMessage(u"alice"_s, text, time), plainMessage(u"bob"_s, text, time),
+                             plainMessage(u"bob"_s, text, time), plainMessage(u"alice"_s, text, time)});
+}
+
+QString TestChatLayout::faults() const
+{
+    const QListWidget *list = chat.messageList();
+    if (list->horizontalScrollBar()->maximum() > 0)
+        return u"the view scrolls sideways"_s;
+    for (int i = 1; i < list->count(); ++i) {
+        const ShownMessage shown = shownMessage(list, i);
+        if (list->item(i)->sizeHint() != shown.row->sizeHint() || !shown.row->sizeHint().isValid())
+            return u"entry %1 does not have its row's size hint"_s.arg(i);
+        if (const QString found = fault(shown, list->viewport()->width()); !found.isEmpty())
+            return u"entry %1: %2"_s.arg(i).arg(found);
+    }
+    return {};
+}
+
+void TestChatLayout::textsFit_data()
+{
+    addTexts(widths);
+}
+
+void TestChatLayout::textsFit()
+{
+    QFETCH(const int, width);
+    QFETCH(const QString, text);
+    QVERIFY(showAt(width, text));
+    QCOMPARE(chat.messageList()->count(), 5);
+    QTRY_COMPARE(faults(), QString());
+    QCOMPARE(chat.window.width(), width);
+}
+
+void TestChatLayout::textsFitAfterAResize_data()
+{
+    addTexts({800, 1600});
+}
+
+void TestChatLayout::textsFitAfterAResize()
+{
+    QFETCH(const int, width);
+    QFETCH(const QString, text);
+    QVERIFY(showAt(1100, text));
+    resize(width);
+    QTRY_COMPARE(faults(), QString());
+    resize(1100);
+    QTRY_COMPARE(faults(), QString());
+}
+
+void TestChatLayout::shortTextStaysOnOneLine()
+{
+    QVERIFY(showAt(1100, u"Hello there"_s));
+    const QLabel *text = shownMessage(chat.messageList(), 2).text;
+    QTRY_COMPARE(faults(), QString());
+    QVERIFY(text->height() < 2 * text->fontMetrics().lineSpacing());
+}
+
+void TestChatLayout::longTextFillsTheBubble()
+{
+    QVERIFY(showAt(1600, u"The quick brown fox jumps over the lazy dog. "_s.repeated(20)));
+    QTRY_COMPARE(faults(), QString());
+    QVERIFY(shownMessage(chat.messageList(), 1).bubble->width() > 400);
+    QVERIFY(shownMessage(chat.messageList(), 2).bubble->width() > 400);
+}
+
+void TestChatLayout::wordWithoutEndNeitherWidensTheWindowNorTheView()
+{
+    for (const int width : widths) {
+        QVERIFY(showAt(width, QString(5000, u'x')));
+        QTRY_COMPARE(faults(), QString());
+        QCOMPARE(chat.window.width(), width);
+    }
+}
+
+void TestChatLayout::firstHistoryFitsBeforeThePageWasEverShown()
+{
+    ChatWindow fresh;
+    QVERIFY(fresh.signIn());
+    const QString text = u"The quick brown fox jumps over the lazy dog. "_s.repeated(20);
+    QVERIFY(fresh.open(u"bob"_s, {plainMessage(u"bob"_s, text), plainMessage(u"alice"_s, text)}));
+    for (const int entry : {1, 2})
+        QTRY_COMPARE(
+            fault(shownMessage(fresh.messageList(), entry), fresh.messageList()->viewport()->width()),
+            QString());
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestChatLayout)
+#include "tst_chat_layout.moc"
