@@ -29,6 +29,8 @@ QString fault(const ShownMessage &shown, int width)
         return u"the bubble starts at %1 px"_s.arg(bubble->x());
     if (bubble->geometry().right() >= width - 14)
         return u"the bubble reaches out of the row"_s;
+    if (shown.text->height() < shown.text->fontMetrics().height())
+        return u"the text has no line"_s;
     if (shown.text->height() < shown.text->heightForWidth(shown.text->width()))
         return u"the text is cut at %1 px"_s.arg(shown.text->height());
     if (bubble->height() < bubble->layout()->totalHeightForWidth(bubble->width()))
