@@ -49,8 +49,7 @@ QSize BubbleText::sizeHint() const
         fontMetrics().boundingRect(QRect(0, 0, widestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text());
     // The layout measures in fractions of a pixel: one pixel more keeps the last word on its line.
     const int width = qMin(wrapped.width() + 1, widestText);
-    // A label without text has no height for any width, but a message without text is a bubble all the same.
-    return {width, qMax(heightForWidth(width), fontMetrics().lineSpacing())};
+    return {width, heightForWidth(width)};
 }
 
 // A label's own hint is as wide as its widest word.

@@ -98,6 +98,7 @@ QSize MessageRow::sizeHint() const
 {
     const QSize natural = QWidget::sizeHint();
     const int width = parentWidget() ? qMin(natural.width(), parentWidget()->width()) : natural.width();
+    // A label without text has no height for any width; the bubble around it has one all the same.
     return {width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : natural.height()};
 }
 
