@@ -154,19 +154,15 @@ QString itemsOf(const QWidget *owner)
     return itemsOf(boxOf(owner));
 }
 
-QString spacesOf(const QBoxLayout *layout)
+QString spacesOf(const QWidget *owner)
 {
+    const QBoxLayout *layout = boxOf(owner);
     const QMargins margins = layout->contentsMargins();
     return u"%1 %2 %3 %4, spacing %5"_s.arg(margins.left())
         .arg(margins.top())
         .arg(margins.right())
         .arg(margins.bottom())
         .arg(layout->spacing());
-}
-
-QString spacesOf(const QWidget *owner)
-{
-    return spacesOf(boxOf(owner));
 }
 
 GuiProbe::GuiProbe()

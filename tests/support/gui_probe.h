@@ -41,8 +41,7 @@ QVariant propertyOf(const QWidget &widget, const QByteArray &property);
 /// "[...]" for a layout inside; "*n" behind an item with stretch factor n.
 QString itemsOf(const QBoxLayout *layout);
 QString itemsOf(const QWidget *owner); ///< of its layout
-/// "left top right bottom, spacing n" of LAYOUT.
-QString spacesOf(const QBoxLayout *layout);
+/// "left top right bottom, spacing n" of the layout of OWNER.
 QString spacesOf(const QWidget *owner);
 
 /// Calls the private slot SLOT of WINDOW as the toolkit's meta-object knows it.
