@@ -183,6 +183,7 @@ void TestDeviceKeyFlow::failedRegistrationIsOnlyLogged()
     QTest::ignoreMessage(QtWarningMsg, qPrintable(logged));
     QTest::failOnWarning(QRegularExpression(u"."_s));
     QVERIFY(probe.signIn());
+    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(probe.settle());
     QVERIFY(probe.onMainPage());
     QCOMPARE(probe.service.count("POST /api/chat/device-key"), 1);

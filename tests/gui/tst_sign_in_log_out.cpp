@@ -83,6 +83,7 @@ void TestSignInLogOut::sendsNothing()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn());
+    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(probe.settle());
     probe.refreshTimer()->stop();
     probe.service.clear();

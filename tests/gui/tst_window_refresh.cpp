@@ -105,6 +105,7 @@ void TestWindowRefresh::withoutConversationOnlyTheList()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn());
+    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(probe.settle());
     probe.refreshTimer()->stop();
     probe.service.clear();
@@ -119,6 +120,7 @@ void TestWindowRefresh::withConversationItsHistoryToo()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn());
+    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(probe.open(u"bob"_s));
     probe.refreshTimer()->stop();
     QVERIFY(probe.settle());
