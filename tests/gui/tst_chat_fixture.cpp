@@ -152,11 +152,14 @@ bool ChatWindow::showConversations(const QJsonArray &items)
 
 bool ChatWindow::open(const QString &peer, const QJsonArray &items)
 {
+    // The answer to what was sent before may still be under way, and it asks for a history.
+    if (!settle() || !settle())
+        return false;
     service.answer("GET /api/chat/history/" + peer.toUtf8(), 200, json(items));
     if (!showConversations({QJsonObject{{u"peer"_s, peer}}}))
         return false;
     click(dmList(), 0);
-    return waitForRebuild(messageList()) && msgInput()->isVisible();
+    return waitForRebuild(messageList()) && msgInput()->isVisible() && settle();
 }
 
 bool ChatWindow::showHistory(const QString &peer, const QJsonArray &items)

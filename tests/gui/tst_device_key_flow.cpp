@@ -35,6 +35,7 @@ private slots:
     void ownDeviceKeysGoIntoAMessage_data();
     void ownDeviceKeysGoIntoAMessage();
     void ownDeviceKeysStayAfterAFailure();
+    void aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered();
 
 private:
     static QByteArray keysReply(const QString &device);
@@ -246,6 +247,21 @@ void TestDeviceKeyFlow::ownDeviceKeysStayAfterAFailure()
     QVERIFY(probe.open(u"bob"_s));
     QCOMPARE(sendersOfAMessage(probe), QStringList{own});
     QVERIFY(!probe.window->findChild<QMessageBox *>());
+}
+
+// Its first list can come before the registration; without its own key it could not read what it sends.
+void TestDeviceKeyFlow::aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered()
+{
+    GuiProbe probe;
+    probe.service.hold("POST /api/chat/device-key");
+    QVERIFY(probe.signIn());
+    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
+    QVERIFY(probe.settle());
+    QCOMPARE(probe.service.count("GET /api/chat/device-keys/me"), 1);
+    probe.service.release("POST /api/chat/device-key");
+    QVERIFY(probe.service.waitForRequests("GET /api/chat/device-keys/me", 2));
+    QVERIFY(probe.settle());
+    QCOMPARE(probe.service.count("GET /api/chat/device-keys/me"), 2);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestDeviceKeyFlow)

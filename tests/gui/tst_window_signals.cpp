@@ -34,7 +34,7 @@ private slots:
     void conversationsFailedKeepsTheList();
     void historyLoadedFillsTheView();
     void historyFailedKeepsTheView();
-    void deviceKeyRegisteredDoesNothing();
+    void deviceKeyRegisteredChangesNothingForAKnownDevice();
     void userPublicKeysLoadedSends();
     void userPublicKeysFailedWarns();
     void messageSentClearsTheFieldAndAsksForTheHistory();
@@ -207,9 +207,13 @@ void TestWindowSignals::historyFailedKeepsTheView()
     QCOMPARE(warningOf(probe), QString());
 }
 
-void TestWindowSignals::deviceKeyRegisteredDoesNothing()
+void TestWindowSignals::deviceKeyRegisteredChangesNothingForAKnownDevice()
 {
+    const tideloft::net::ApiClient client; // has the same identifier as every client of this computer
+    const QByteArray known = R"({"keys":[{"deviceId":"%1"}]})";
     GuiProbe probe;
+    probe.service.answer("GET /api/chat/device-keys/me", 200,
+                         QString::fromUtf8(known).arg(client.deviceId()).toUtf8());
     probe.service.hold("POST /api/chat/device-key");
     QVERIFY(probe.signIn());
     QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
@@ -278,6 +282,7 @@ void TestWindowSignals::unconnectedFailuresShowNothing()
     QFETCH(QByteArray, request);
     GuiProbe probe;
     probe.service.answer(request, 500, R"({"message":"Out of order"})");
+    probe.service.hold("POST /api/chat/device-key"); // its reply would ask for the list once more
     QTest::failOnWarning(QRegularExpression(u"."_s));
     QVERIFY(probe.signIn());
     QVERIFY(probe.settle());
