@@ -126,12 +126,6 @@ void Connection::finish()
         watchdog->interrupt();
 }
 
-void Connection::abort()
-{
-    error_code ignored;
-    socket().close(ignored);
-}
-
 asio::awaitable<void> Connection::serve()
 {
     error_code error;
@@ -144,7 +138,7 @@ asio::awaitable<void> Connection::serve()
     } else {
         co_await serveOn(std::get<PlainStream>(transport));
     }
-    abort();
+    socket().close(error);
 }
 
 template <typename Stream> asio::awaitable<void> Connection::serveOn(Stream &stream)

@@ -39,9 +39,6 @@ public:
     /// Ends the connection now if it only waits, otherwise after the reply that is under way.
     void finish();
 
-    /// Ends the connection now.
-    void abort();
-
 private:
     using PlainStream = boost::asio::ip::tcp::socket;
     using TlsStream = boost::asio::ssl::stream<boost::asio::ip::tcp::socket>;

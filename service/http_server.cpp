@@ -187,8 +187,8 @@ void HttpServer::Implementation::stopNow()
     pause.async_wait([this](const error_code &error) {
         if (error)
             return;
-        for (const std::shared_ptr<Connection> &connection : connections)
-            connection->abort();
+        workers.stop();
+        io.stop();
     });
 }
 

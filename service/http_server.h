@@ -16,7 +16,7 @@ namespace tideloft::service
 
 struct ServerLimits {
     std::uint32_t headerBytes = 16 * 1024;
-    std::uint64_t bodyBytes = 1024 * 1024;
+    std::uint64_t bodyBytes = 1024ULL * 1024;
     std::size_t connections = 1000;
     std::size_t waitingJobs = 64; ///< deferred answers that may wait for a thread; further ones get 503
     std::chrono::milliseconds headerTime{10'000};
@@ -46,7 +46,7 @@ public:
 
     std::uint16_t port() const;
 
-    /// Serves until the server is stopped and the replies under way are finished.
+    /// Serves until the server is stopped and the replies under way are finished or have had their time.
     void run();
 
     /// From any thread.

@@ -17,7 +17,7 @@ constexpr qsizetype tagSize = 16;             // at the end of every ciphertext
 constexpr qsizetype smallestWrappedKey = 256; // RSA of 2048 bits
 constexpr qsizetype largestWrappedKey = 512;  // RSA of 4096 bits
 constexpr qsizetype longestField = 1024;
-constexpr qsizetype anyLength = 1024 * 1024; // a body is no longer
+constexpr qsizetype anyLength = qsizetype{1024} * 1024; // a body is no longer
 
 [[noreturn]] void refuse(const QString &message)
 {

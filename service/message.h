@@ -13,7 +13,7 @@ namespace tideloft::service
 constexpr int maximumWrappedKeys = 64;
 
 /// Longest text of a message, in bytes of UTF-8.
-constexpr qsizetype maximumTextBytes = 64 * 1024;
+constexpr qsizetype maximumTextBytes = qsizetype{64} * 1024;
 
 struct Message {
     QString text; ///< Base64 of ciphertext and tag when encrypted, otherwise the text itself

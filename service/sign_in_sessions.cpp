@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qint64 dayInSeconds = 24 * 60 * 60;
+constexpr qint64 dayInSeconds = qint64{24} * 60 * 60;
 constexpr int tokenSize = 32;
 constexpr const char *cookieName = "tideloft_session";
 

@@ -23,6 +23,9 @@ public:
     WorkerPool &operator=(const WorkerPool &) = delete;
     ~WorkerPool() { threads.join(); }
 
+    /// Lets no further job begin; those that run are not interrupted.
+    void stop() { threads.stop(); }
+
     /// False, and nothing done, when too many jobs wait already. `job` must not throw.
     template <typename Job> bool submit(Job job)
     {

@@ -41,6 +41,7 @@ private slots:
     void manyConnections();
     void connectionsAreLimited();
     void replyUnderWayIsFinishedWhenStopping();
+    void stoppingDoesNotWaitForEver();
 
 private:
     static Response echo(const Request &request)
@@ -417,6 +418,34 @@ void TestHttpServer::replyUnderWayIsFinishedWhenStopping()
     QCOMPARE(nothing, QByteArray());
     QCOMPARE(statusOf(reply), 200);
     QVERIFY(reply.contains("\r\nConnection: close\r\n"));
+}
+
+void TestHttpServer::stoppingDoesNotWaitForEver()
+{
+    QSemaphore begun;
+    QSemaphore mayEnd;
+    ServerLimits limits;
+    limits.stopTime = std::chrono::milliseconds(50);
+    {
+        ServerFixture server(
+            [&](const Request &) -> Reply {
+                return Deferred{[&]() -> Continuation {
+                                    begun.release();
+                                    mayEnd.acquire();
+                                    return [] { return jsonResponse(QJsonObject()); };
+                                },
+                                {}};
+            },
+            limits);
+        HttpClient clients[] = {HttpClient(server.port()), HttpClient(server.port()),
+                                HttpClient(server.port())};
+        for (HttpClient &client : clients)
+            client.send(get);
+        begun.acquire(2); // the third waits for a thread
+        server.stop();    // returns although both threads are busy
+        mayEnd.release(2);
+    }
+    QCOMPARE(begun.available(), 0); // and the third was never begun
 }
 
 TIDELOFT_TEST_MAIN(TestHttpServer)
