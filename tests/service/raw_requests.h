@@ -1,0 +1,27 @@
+// Requests as bytes, and a handler that tells what reached it.
+#pragma once
+
+#include "service/http_message.h"
+
+namespace tideloft::tests
+{
+
+inline const QByteArray get = "GET /x HTTP/1.1\r\nHost: h\r\n\r\n";
+
+inline QByteArray post(const QByteArray &body)
+{
+    return "POST /x HTTP/1.1\r\nHost: h\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n"
+           + body;
+}
+
+inline service::Response echo(const service::Request &request)
+{
+    return service::jsonResponse(
+        QJsonObject{{QStringLiteral("method"), QString::fromLatin1(request.method)},
+                    {QStringLiteral("target"), QString::fromLatin1(request.target)},
+                    {QStringLiteral("type"), QString::fromLatin1(request.contentType)},
+                    {QStringLiteral("cookie"), QString::fromLatin1(request.cookie)},
+                    {QStringLiteral("size"), request.body.size()}});
+}
+
+} // namespace tideloft::tests
