@@ -21,7 +21,8 @@ QString helpText()
            "  --help     show this text and end\n"
            "  --version  show the version and end\n"
            "\n"
-           "Options of the toolkit, such as -platform and -style, are taken too; everything else is ignored.\n"_s;
+           "Options of the toolkit, such as -platform and -style, are taken too;\n"
+           "everything else is ignored.\n"_s;
 }
 
 } // namespace

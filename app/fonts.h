@@ -1,11 +1,11 @@
-// Fonts that stand in for the design's own.
+// Fonts that stand in for those that the style sheets name.
 #pragma once
 
 namespace tideloft::app
 {
 
-/// Substitutes the design's text font, so that letters and colour emoji come out as meant also where other
-/// symbol fonts are installed. Needs the application object.
+/// Substitutes "Segoe UI", which the style sheets name, so that letters and colour emoji come out as meant
+/// also where other symbol fonts are installed. Needs the application object.
 void substituteFonts();
 
 } // namespace tideloft::app

@@ -20,8 +20,8 @@ const QString dialogStyle = uR"(
 QDialog { background: transparent; }
 #card { background: #111e2a; border: 1px solid #1a2d40; border-radius: 16px; }
 #logo { background: #2e82e6; border-radius: 10px; color: #ffffff; font-size: 13px; font-weight: 800; }
-#brandName { font-size: 20px; font-weight: 800; color: #dce9f5; font-family: "Segoe UI", system-ui, sans-serif;
-    letter-spacing: 0.5px; }
+#brandName { font-size: 20px; font-weight: 800; color: #dce9f5;
+    font-family: "Segoe UI", system-ui, sans-serif; letter-spacing: 0.5px; }
 #subtitle { font-size: 12px; color: #4a6e8a; font-family: "Segoe UI", system-ui, sans-serif; }
 QPushButton#langBtn { background: #0f1923; border: 1px solid #1a2d40; border-radius: 10px; color: #c8d8e8;
     font-size: 14px; font-family: "Segoe UI", system-ui, sans-serif; text-align: left; padding-left: 16px; }

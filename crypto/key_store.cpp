@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace tideloft::crypto
@@ -107,7 +108,8 @@ bool writePublicKeyFile(const QString &base64, QString *error)
 QByteArray readTrimmedFile(const QString &path, QString *error)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    // Opening a pipe would wait for its other end, and a device never ends.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return fail(error, u"Could not open file: %1"_s.arg(path));
     return file.readAll().trimmed();
 }

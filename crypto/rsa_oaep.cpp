@@ -8,6 +8,8 @@
 #include <openssl/err.h>
 #include <openssl/rsa.h>
 
+#include <utility>
+
 namespace tideloft::crypto
 {
 using namespace Qt::StringLiterals;

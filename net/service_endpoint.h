@@ -1,4 +1,4 @@
-// The one service that this client talks to. Fixed when the client is built: there is no switch for it at run time.
+// The one service that this client talks to. Fixed when the client is built, with no switch at run time.
 #pragma once
 
 #include <QString>

@@ -41,7 +41,10 @@ OpenSslPtr<EVP_PKEY> parseDer(const QByteArray &der)
 OpenSslPtr<EVP_PKEY> parsePem(const QByteArray &pem)
 {
     const OpenSslPtr<BIO> bio(BIO_new_mem_buf(pem.constData(), static_cast<int>(pem.size())));
-    return OpenSslPtr<EVP_PKEY>(bio ? PEM_read_bio_PUBKEY(bio.get(), nullptr, nullptr, nullptr) : nullptr);
+    // Without a callback OpenSSL asks the terminal for the password of an encrypted block, and one user's key
+    // would stop the service for all. An empty password as user data keeps it quiet.
+    char noPassword[] = "";
+    return OpenSslPtr<EVP_PKEY>(bio ? PEM_read_bio_PUBKEY(bio.get(), nullptr, nullptr, noPassword) : nullptr);
 }
 
 } // namespace
@@ -70,11 +73,11 @@ bool storeDeviceKey(ApiContext &context, const User &user, const DeviceKey &key)
     if (!others.next() || others.value(0).toInt() >= maximumDevices)
         return false;
     others.finish();
-    context.database.run(
-        u"INSERT INTO device_keys (user_id, device_id, device_name, public_key, updated_at)"
-        " VALUES (?, ?, ?, ?, ?) ON CONFLICT (user_id, device_id) DO UPDATE SET"
-        " device_name = excluded.device_name, public_key = excluded.public_key, updated_at = excluded.updated_at"_s,
-        {user.id, key.deviceId, key.deviceName, key.publicKey, context.nowInMilliseconds()});
+    context.database.run(u"INSERT INTO device_keys (user_id, device_id, device_name, public_key, updated_at)"
+                         " VALUES (?, ?, ?, ?, ?) ON CONFLICT (user_id, device_id) DO UPDATE SET"
+                         " device_name = excluded.device_name, public_key = excluded.public_key,"
+                         " updated_at = excluded.updated_at"_s,
+                         {user.id, key.deviceId, key.deviceName, key.publicKey, context.nowInMilliseconds()});
     transaction.commit();
     return true;
 }

@@ -24,12 +24,14 @@ QJsonArray toKeys(const QVariant &text)
 
 QString itemColumns()
 {
-    return u"sender.name, recipient.name, text, iv, sender_keys, recipient_keys, encrypted, messages.created_at"_s;
+    return u"sender.name, recipient.name, text, iv, sender_keys, recipient_keys, encrypted,"
+           " messages.created_at"_s;
 }
 
 QString itemTables()
 {
-    return u" JOIN users AS sender ON sender.id = sender_id JOIN users AS recipient ON recipient.id = recipient_id "_s;
+    return u" JOIN users AS sender ON sender.id = sender_id JOIN users AS recipient ON"
+           " recipient.id = recipient_id "_s;
 }
 
 // The row must begin with the columns above.

@@ -1,7 +1,6 @@
 // From the service's conversation and search items to rows.
 #include "ui/conversation_rows.h"
 
-#include "crypto/open_message.h"
 #include "ui/message_time.h"
 
 using namespace Qt::StringLiterals;
@@ -9,24 +8,10 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-namespace
-{
-
-QString preview(const QJsonObject &item, const OpenMessage &open, Language language)
-{
-    if (!crypto::isEncrypted(item))
-        return item.value(u"text"_s).toString();
-    const QString opened = open(item);
-    if (!opened.isEmpty())
-        return opened;
-    return chooseText(language, u"🔒 Krypterat meddelande"_s, u"🔒 Encrypted message"_s);
-}
-
-} // namespace
-
 QList<ConversationRowModel> conversationRows(const QJsonArray &items, const OpenMessage &open,
                                              const QDateTime &now, Language language)
 {
+    const QString unreadable = chooseText(language, u"🔒 Krypterat meddelande"_s, u"🔒 Encrypted message"_s);
     QList<ConversationRowModel> rows;
     for (const QJsonValue &value : items) {
         const QJsonObject item = value.toObject();
@@ -34,7 +19,7 @@ QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Open
         if (peer.isEmpty())
             continue;
         rows.append({.peer = peer,
-                     .preview = preview(item, open, language),
+                     .preview = shownText(item, open, unreadable),
                      .time = conversationTimeText(item, now)});
     }
     return rows;

@@ -5,7 +5,6 @@
 #include "ui/widget_parts.h"
 
 #include <QBoxLayout>
-#include <QFrame>
 #include <QLabel>
 
 namespace tideloft::ui
@@ -14,14 +13,12 @@ namespace tideloft::ui
 namespace
 {
 
-// The style's background is the line: what the frame itself would draw has no width, or it would cover the
-// colour.
-QFrame *makeDayLine(QWidget *row)
+// A plain box whose background is the line: a frame would draw a border of its own over it, three pixels
+// high.
+QWidget *makeDayLine(QWidget *row)
 {
-    auto *rule = makeRule(row);
-    rule->setFrameShadow(QFrame::Sunken);
-    rule->setLineWidth(0);
-    rule->setFixedHeight(1);
+    auto *rule = makeBox(row);
+    rule->setMinimumHeight(1);
     rule->setStyleSheet(style::dayLine());
     return rule;
 }

@@ -9,26 +9,21 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-namespace
-{
-
-QString shownText(const QJsonObject &item, const OpenMessage &open, Language language)
+QString shownText(const QJsonObject &item, const OpenMessage &open, const QString &unreadable)
 {
     if (!crypto::isEncrypted(item))
         return item.value(u"text"_s).toString();
     const QString opened = open(item);
-    if (!opened.isEmpty())
-        return opened;
-    return chooseText(language, u"🔒 Meddelandet kunde inte visas"_s, u"🔒 Message could not be displayed"_s);
+    return opened.isEmpty() ? unreadable : opened;
 }
-
-} // namespace
 
 QList<DisplayRecord> displayRecords(const QJsonArray &items, const QString &ownName, const OpenMessage &open,
                                     const QDateTime &now, Language language)
 {
     QList<DisplayRecord> records;
     records.reserve(items.size());
+    const QString unreadable =
+        chooseText(language, u"🔒 Meddelandet kunde inte visas"_s, u"🔒 Message could not be displayed"_s);
     const QString ownLowered = ownName.toLower();
     for (const QJsonValue &value : items) {
         if (!value.isObject())
@@ -36,7 +31,7 @@ QList<DisplayRecord> displayRecords(const QJsonArray &items, const QString &ownN
         const QJsonObject item = value.toObject();
         const QString from = item.value(u"from"_s).toString().trimmed();
         records.append({.from = from,
-                        .text = shownText(item, open, language),
+                        .text = shownText(item, open, unreadable),
                         .time = messageTime(item, now),
                         .isMine = from.toLower() == ownLowered});
     }

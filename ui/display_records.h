@@ -26,6 +26,10 @@ struct DisplayRecord {
 /// Opens an encrypted message for this device: its plain text, or an empty text on any failure.
 using OpenMessage = std::function<QString(const QJsonObject &item)>;
 
+/// What is shown of an item: its plain text, the opened text of an envelope, or UNREADABLE if it cannot be
+/// opened.
+QString shownText(const QJsonObject &item, const OpenMessage &open, const QString &unreadable);
+
 /// One record for each object of ITEMS, in their order. OWNNAME is the signed-in user's name; a message
 /// without a time gets NOW. A message that cannot be opened says so in LANGUAGE.
 QList<DisplayRecord> displayRecords(const QJsonArray &items, const QString &ownName, const OpenMessage &open,

@@ -134,6 +134,7 @@ private:
     QString myUsername;
     QString pendingMessageText;
     QJsonArray myDeviceKeys;
+    bool ownDevicesLoaded = false; ///< whether myDeviceKeys came in answer to this sign-in
     QJsonArray conversationsData;
     QJsonArray searchResultsData;
     QTimer *refreshTimer = nullptr;

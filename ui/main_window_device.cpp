@@ -23,6 +23,7 @@ void MainWindow::onMeLoaded(const QJsonObject &me)
         footerAvatar->setText(initials(myUsername));
     if (myName)
         myName->setText(myUsername);
+    ownDevicesLoaded = false;
     registerThisDevice();
     api.fetchMyDeviceKeys();
     rootStack->setCurrentWidget(mainPage);
@@ -54,7 +55,7 @@ void MainWindow::registerThisDevice()
 // without it; what is written then could not be read here. Only in that case the list is asked for again.
 void MainWindow::onDeviceKeyRegistered()
 {
-    if (senderDevices(myDeviceKeys, api.deviceId()).isEmpty())
+    if (!ownDevicesLoaded || senderDevices(myDeviceKeys, api.deviceId()).isEmpty())
         api.fetchMyDeviceKeys();
 }
 
@@ -66,6 +67,7 @@ void MainWindow::onDeviceKeyRegisterFailed(const QString &message)
 void MainWindow::onMyDeviceKeysLoaded(const QJsonArray &keys)
 {
     myDeviceKeys = keys;
+    ownDevicesLoaded = true;
 }
 
 } // namespace tideloft::ui

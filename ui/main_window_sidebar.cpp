@@ -36,7 +36,7 @@ void MainWindow::onConversationSelected() {}
 void MainWindow::searchAsTyped(const QString &typed)
 {
     const QString query = typed.trimmed();
-    if (query.size() < 2) {
+    if (query.toUcs4().size() < 2) { // characters, as in initials: an emoji is one
         searchResults->clear();
         searchResults->hide();
         return;

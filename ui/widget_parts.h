@@ -13,7 +13,7 @@ class QWidget;
 namespace tideloft::ui
 {
 
-/// A label that shows TEXT as it stands, never as markup. Every label of the program is made here.
+/// A label that shows TEXT as it stands, never as markup. Plain labels of pages and rows are made here.
 QLabel *makeLabel(const QString &text, QWidget *parent, const QString &objectName = {});
 
 /// A plain container that paints the background and border that the style sheet gives OBJECTNAME.

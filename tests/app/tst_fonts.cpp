@@ -1,4 +1,4 @@
-// The design's font is stood in for by fonts that a Debian has.
+// "Segoe UI" is stood in for by fonts that a Debian has.
 #include "app/fonts.h"
 #include "tests/support/test_main.h"
 

@@ -61,5 +61,9 @@ expect_configure_error("TIDELOFT_TRUST_CA is for a service on this machine only"
     -DTIDELOFT_SERVICE_URL=https://chat.example.org "-DTIDELOFT_TRUST_CA=${WORK_DIR}/authority.pem")
 expect_configure_error("TIDELOFT_TRUST_CA has no place in a release build"
     -DCMAKE_BUILD_TYPE=Release "-DTIDELOFT_TRUST_CA=${WORK_DIR}/authority.pem")
+expect_configure_error("TIDELOFT_TRUST_CA has no place in a release build"
+    -DCMAKE_BUILD_TYPE=release "-DTIDELOFT_TRUST_CA=${WORK_DIR}/authority.pem")
+expect_configure_error("TIDELOFT_TRUST_CA has no place in a release build"
+    -DCMAKE_BUILD_TYPE=MinSizeRel "-DTIDELOFT_TRUST_CA=${WORK_DIR}/authority.pem")
 expect_configure_error("which is no file" "-DTIDELOFT_TRUST_CA=${WORK_DIR}/missing.pem")
 expect_configure_error("which holds no PEM certificate" "-DTIDELOFT_TRUST_CA=${WORK_DIR}/empty.pem")

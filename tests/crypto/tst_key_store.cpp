@@ -3,6 +3,7 @@
 #include "tests/crypto/data_dir.h"
 #include "tests/support/test_main.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -115,6 +116,7 @@ private slots:
     void directoryInTheFilesPlaceIsReported();
     void readOnlyDirectoryIsReported_data() { addHalves(); }
     void readOnlyDirectoryIsReported();
+    void pipeIsNotOpened();
     void missingFileIsReportedWithItsPath_data() { addHalves(); }
     void missingFileIsReportedWithItsPath();
     void outerWhiteSpaceIsRemovedOnReading_data() { addHalves(); }
@@ -304,6 +306,17 @@ void TestKeyStore::readOnlyDirectoryIsReported()
     QCOMPARE(chmod(directory.constData(), 0755), 0);
     QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
     QVERIFY(!QFile::exists(path));
+}
+
+// Reading it would wait for ever: a hang of this test is its failure.
+void TestKeyStore::pipeIsNotOpened()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(u"chat_private_key.b64"_s);
+    QCOMPARE(mkfifo(path.toUtf8().constData(), 0600), 0);
+    QString error;
+    QVERIFY(readTrimmedFile(path, &error).isEmpty());
+    QCOMPARE(error, u"Could not open file: "_s + path);
 }
 
 void TestKeyStore::missingFileIsReportedWithItsPath()

@@ -36,6 +36,7 @@ private slots:
     void ownDeviceKeysGoIntoAMessage();
     void ownDeviceKeysStayAfterAFailure();
     void aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered();
+    void theListOfAnEarlierSignInDoesNotCount();
 
 private:
     static QByteArray keysReply(const QString &device);
@@ -262,6 +263,23 @@ void TestDeviceKeyFlow::aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered(
     QVERIFY(probe.service.waitForRequests("GET /api/chat/device-keys/me", 2));
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.count("GET /api/chat/device-keys/me"), 2);
+}
+
+// The list of whoever was signed in before says nothing about this user's.
+void TestDeviceKeyFlow::theListOfAnEarlierSignInDoesNotCount()
+{
+    const QByteArray list = "GET /api/chat/device-keys/me";
+    GuiProbe probe;
+    probe.service.answer(list, 200, keysReply(tideloft::net::ApiClient().deviceId()));
+    QVERIFY(probe.signIn());
+    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
+    QVERIFY(probe.settle());
+    probe.window->logOut();
+    probe.service.clear();
+    probe.service.hold(list);
+    QVERIFY(probe.signIn());
+    QVERIFY(probe.service.waitForRequests(list, 2));
+    probe.service.release(list);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestDeviceKeyFlow)

@@ -250,8 +250,10 @@ void TestMessageRow::daySeparatorIsMadeOf_data()
     fact("label style", day->styleSheet(),
          u"color: #5a7a9a; font-size: 11px; font-weight: 600; background: transparent;"_s);
     for (const int i : {0, 2}) {
-        const auto *rule = qobject_cast<QFrame *>(line->itemAt(i)->widget());
-        fact(i ? "right line" : "left line", int(rule->frameShape()), int(QFrame::HLine));
+        QWidget *rule = line->itemAt(i)->widget();
+        fact(i ? "right line height" : "left line height", rule->height(), 1);
+        fact(i ? "right line colour" : "left line colour",
+             rule->grab().toImage().pixelColor(rule->width() / 2, 0).name(), u"#1a2d40"_s);
         fact(i ? "right line stretch" : "left line stretch", line->stretch(i), 1);
         fact(i ? "right line style" : "left line style", rule->styleSheet(),
              u"background: #1a2d40; max-height: 1px;"_s);

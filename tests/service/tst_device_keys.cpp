@@ -4,6 +4,8 @@
 #include "tests/service/key_material.h"
 #include "tests/support/test_main.h"
 
+#include <openssl/ui.h>
+
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 using namespace tideloft::tests;
@@ -15,6 +17,7 @@ class TestDeviceKeys : public QObject
 private slots:
     void keys_data();
     void keys();
+    void passwordProtectedKeyAsksNobody();
     void devices_data();
     void devices();
     void registeringAgainReplacesTheKey();
@@ -63,6 +66,25 @@ void TestDeviceKeys::keys()
     QCOMPARE(keys.size(), accepted ? 1 : 0);
     if (accepted)
         QCOMPARE(keys[0][u"publicKeyBase64"_s].toString(), key);
+}
+
+void TestDeviceKeys::passwordProtectedKeyAsksNobody()
+{
+    static bool asked = false;
+    UI_METHOD *prompt = UI_create_method("watched prompt");
+    UI_method_set_opener(prompt, [](UI *) {
+        asked = true;
+        return 0;
+    });
+    UI_set_default_method(prompt);
+    const QByteArray pem = "-----BEGIN PUBLIC KEY-----\nProc-Type: 4,ENCRYPTED\nDEK-Info: "
+                           "AES-128-CBC,00112233445566778899AABBCCDDEEFF\n\n"
+                           + QByteArray(64, 'x').toBase64() + "\n-----END PUBLIC KEY-----\n";
+    const bool accepted = isAcceptablePublicKey(QString::fromLatin1(pem.toBase64()));
+    UI_set_default_method(UI_OpenSSL());
+    UI_destroy_method(prompt);
+    QVERIFY(!accepted);
+    QVERIFY(!asked);
 }
 
 void TestDeviceKeys::devices_data()
