@@ -3,7 +3,6 @@
 
 #include "crypto/open_message.h"
 #include "ui/style/accent.h"
-#include "ui/style/inline_styles.h"
 #include "ui/style/style_sheets.h"
 #include "ui/widget_parts.h"
 
@@ -121,10 +120,8 @@ void MainWindow::refreshData()
 void MainWindow::applyTheme()
 {
     setStyleSheet(darkTheme ? darkStyleSheet() : lightStyleSheet());
-    if (footerAvatar && !footerAvatarPixmap.isNull()) {
-        footerAvatar->setPixmap(footerAvatarPixmap);
-        footerAvatar->setStyleSheet(style::footerPicture());
-    }
+    if (footerAvatar && !footerAvatarPixmap.isNull())
+        showFooterPicture();
     if (currentAccent != defaultAccent)
         setStyleSheet(withAccent(styleSheet(), currentAccent));
 }

@@ -120,6 +120,33 @@ private:
     void showAuthError(const QString &message);
     void hideAuthError();
 
+    void rebuildServerRail();
+    void selectServer(QString groupId);
+    int showCreateServerDialog();
+    void showServerMenu(QString groupId, QWidget *button, QPoint position);
+    void chooseServerIcon(const QString &groupId);
+
+    void chooseAvatar();
+    void showFooterPicture();
+    void confirmInFooter(const QString &confirmation);
+    void showUserMenu(QWidget *footer);
+    QWidget *buildProfileCard(QWidget *parent);
+    void saveProfile(const QString &displayName, const QString &bio, QPushButton *saveButton);
+
+    void showSettingsPage();
+    void openSettings();
+    QWidget *buildSettingsPage();
+    QWidget *buildSettingsNav(QWidget *page);
+    QWidget *buildSettingsAppearance();
+    void addThemeButtons(QWidget *card);
+    void addSwatches(QWidget *card);
+    void chooseTheme(const QList<QPushButton *> &buttons, int index, const QString &selected,
+                     const QString &unselected);
+    void chooseSwatch(const QPushButton *clicked, const QList<QPushButton *> &swatches);
+    void setAccentColor(const QString &colour);
+    void showPrivacyDialog();
+
+    void backToChat();
     void showMessages();
     void showConversation(const QString &peer);
     void openConversation(const QString &peer);
@@ -179,9 +206,12 @@ private:
     QPushButton *emptyActionBtn = nullptr;
 
     QJsonArray servers;
+    QString selectedServerId;
     QWidget *serverColumn = nullptr;
     QPushButton *createServerBtn = nullptr;
     QWidget *settingsPage = nullptr;
+    QListWidget *settingsNavList = nullptr;
+    QStackedWidget *settingsStack = nullptr;
     QString currentAccent;
     bool darkTheme = true;
 };

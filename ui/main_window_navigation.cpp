@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QProcess>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -23,6 +24,13 @@ void MainWindow::showMessages()
     railMessagesBtn->setChecked(true);
     railSettingsBtn->setChecked(false);
     centerStack->setCurrentWidget(emptyState);
+    backToChat();
+}
+
+void MainWindow::backToChat()
+{
+    railMessagesBtn->setChecked(true);
+    railSettingsBtn->setChecked(false);
     if (!currentPeer.isEmpty()) {
         showConversation(currentPeer);
         return;
@@ -55,20 +63,6 @@ void MainWindow::openConversation(const QString &peer)
     api.fetchHistory(currentPeer);
 }
 
-void MainWindow::showSettingsView()
-{
-    if (!settingsPage)
-        return;
-    centerStack->setCurrentWidget(settingsPage);
-    fadeIn(settingsPage);
-}
-
-// The settings view always shows the section that it stands at.
-void MainWindow::showSettingsSection(const QString &)
-{
-    showSettingsView();
-}
-
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == msgInput && event->type() == QEvent::KeyPress) {
@@ -77,6 +71,13 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
             onSendClicked();
             return true;
         }
+    } else if (watched->objectName() == u"sideFooter"_s && event->type() == QEvent::MouseButtonPress) {
+        const QPoint position = static_cast<QMouseEvent *>(event)->position().toPoint();
+        if (footerAvatar && footerAvatar->geometry().contains(position))
+            chooseAvatar();
+        else
+            showUserMenu(static_cast<QWidget *>(watched));
+        return true;
     }
     return QMainWindow::eventFilter(watched, event);
 }

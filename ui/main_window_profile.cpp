@@ -1,9 +1,85 @@
-// The user's own profile and picture.
+// The user's own picture and the menu of the sidebar's footer.
 #include "ui/main_window.h"
+
+#include "ui/message_box.h"
+#include "ui/picture_file.h"
+#include "ui/privacy_dialog.h"
+#include "ui/round_picture.h"
+#include "ui/style/inline_styles.h"
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
 {
 
-void MainWindow::onAvatarUploaded(bool, const QString &) {}
+void MainWindow::chooseAvatar()
+{
+    const QString path = QFileDialog::getOpenFileName(
+        this, text(u"Välj profilbild"_s, u"Choose profile picture"_s), {}, pictureFilter(language()));
+    if (path.isEmpty())
+        return;
+    if (const auto problem = problemWithPicture(path)) {
+        showWarning(this, problem->in(language()));
+        return;
+    }
+    api.uploadAvatar(path);
+}
+
+void MainWindow::onAvatarUploaded(bool ok, const QString &localPath)
+{
+    if (!ok)
+        return;
+    const QPixmap picture(localPath);
+    if (picture.isNull())
+        return;
+    if (footerAvatar) {
+        footerAvatarPixmap = roundPicture(picture, 34);
+        showFooterPicture();
+    }
+    confirmInFooter(text(u"✓ Bild uppdaterad"_s, u"✓ Picture updated"_s));
+    emit avatarPixmapReady(roundPicture(picture, 64));
+}
+
+void MainWindow::showFooterPicture()
+{
+    footerAvatar->setPixmap(footerAvatarPixmap); // takes the place of the initials
+    footerAvatar->setStyleSheet(style::footerPicture());
+}
+
+void MainWindow::confirmInFooter(const QString &confirmation)
+{
+    if (!myStatus)
+        return;
+    myStatus->setText(confirmation);
+    QTimer::singleShot(2000, Qt::CoarseTimer, this, [this] { myStatus->setText(u"● Online"_s); });
+}
+
+void MainWindow::showUserMenu(QWidget *footer)
+{
+    QMenu menu(this);
+    menu.setObjectName(u"userMenu"_s);
+    const QAction *profile = menu.addAction(text(u"Profil"_s, u"Profile"_s));
+    const QAction *settings = menu.addAction(text(u"Inställningar"_s, u"Settings"_s));
+    menu.addSeparator();
+    const QAction *leave = menu.addAction(text(u"Logga ut"_s, u"Log out"_s));
+    const QAction *chosen = menu.exec(footer->mapToGlobal(QPoint(0, -4 - menu.sizeHint().height())));
+    if (chosen == leave)
+        logOut();
+    else if (chosen == profile || chosen == settings)
+        showSettingsPage();
+    if (chosen && chosen == profile)
+        settingsNavList->setCurrentRow(0);
+}
+
+void MainWindow::showPrivacyDialog()
+{
+    PrivacyDialog dialog(language(), this);
+    dialog.exec();
+}
 
 } // namespace tideloft::ui

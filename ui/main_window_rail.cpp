@@ -67,6 +67,8 @@ QWidget *MainWindow::buildRail(QWidget *page)
     column->addStretch();
     column->addWidget(railSettingsBtn, 0, Qt::AlignHCenter);
     connect(railMessagesBtn, &QPushButton::clicked, this, &MainWindow::showMessages);
+    connect(createServerBtn, &QPushButton::clicked, this, &MainWindow::showCreateServerDialog);
+    connect(railSettingsBtn, &QPushButton::clicked, this, &MainWindow::openSettings);
     return rail;
 }
 

@@ -3,7 +3,7 @@
 
 #include "crypto/envelope.h"
 #include "ui/device_lists.h"
-#include "ui/warning_box.h"
+#include "ui/message_box.h"
 
 #include <QLineEdit>
 

@@ -1,5 +1,22 @@
-// The user's servers in the rail.
+// The user's servers in the rail: listing, opening and creating them, and their icons.
 #include "ui/main_window.h"
+
+#include "ui/create_server_dialog.h"
+#include "ui/initials.h"
+#include "ui/picture_file.h"
+#include "ui/row_list.h"
+#include "ui/server_button.h"
+#include "ui/server_notice.h"
+
+#include <QBoxLayout>
+#include <QFileDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
 {
@@ -7,16 +24,91 @@ namespace tideloft::ui
 void MainWindow::onServersLoaded(const QJsonArray &loaded)
 {
     servers = loaded;
+    rebuildServerRail();
 }
 
 void MainWindow::onServerLoaded(const QJsonObject &) {}
 
-void MainWindow::onServerCreated(const QJsonObject &) {}
-
-// The list carries the icons' addresses.
 void MainWindow::onServerIconUploaded(const QString &, const QString &)
 {
     api.fetchServers();
+}
+
+// The new server opens once the list has had time to arrive; if it has not, its identifier stands for its
+// name.
+void MainWindow::onServerCreated(const QJsonObject &server)
+{
+    const QString groupId = server.value(u"groupId"_s).toString();
+    api.fetchServers();
+    if (!groupId.isEmpty())
+        QTimer::singleShot(500, this, [this, groupId] { selectServer(groupId); });
+}
+
+// Runs inside the click and the menu of a button that it deletes: the connections hold their own copy of the
+// identifier, and nothing of the button is touched after the call.
+void MainWindow::rebuildServerRail()
+{
+    if (!serverColumn)
+        return;
+    while (QLayoutItem *item = serverColumn->layout()->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    for (const ServerModel &server : serverModels(servers)) {
+        QPushButton *button = makeServerButton(server, server.groupId == selectedServerId, serverColumn);
+        serverColumn->layout()->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, id = server.groupId] { selectServer(id); });
+        connect(
+            button, &QWidget::customContextMenuRequested, this,
+            [this, id = server.groupId, button](QPoint position) { showServerMenu(id, button, position); });
+    }
+}
+
+// GROUPID is a copy: the rebuild deletes the connection that may hold the caller's.
+void MainWindow::selectServer(QString groupId) // NOLINT(performance-unnecessary-value-param)
+{
+    selectedServerId = groupId;
+    currentPeer.clear(); // no conversation is open any more: what is typed now must not go to its peer
+    rebuildServerRail();
+    const QString name = serverName(servers, groupId);
+    centerTitle->setText(name.isEmpty() ? groupId : name);
+    centerSubtitle->setText(u"Server"_s);
+    peerAvatar->setText(initials(name, 1));
+    centerStack->setCurrentWidget(chatPage);
+    messageList->clear();
+    QWidget *notice =
+        makeServerNotice(text(u"Server-chatt kommer snart. Välj en kanal från webklienten."_s,
+                              u"Server chat coming soon. Select a channel from the web client."_s),
+                         messageList->viewport());
+    appendRows(messageList, {{.widget = notice, .sizeHint = notice->sizeHint()}});
+}
+
+int MainWindow::showCreateServerDialog()
+{
+    auto *dialog = new CreateServerDialog(language(), this);
+    connect(dialog, &QDialog::accepted, this,
+            [this, dialog] { api.createServer(dialog->name(), dialog->description()); });
+    return dialog->exec();
+}
+
+void MainWindow::showServerMenu(QString groupId, QWidget *button, QPoint position) // NOLINT
+{
+    QMenu menu(this);
+    const QAction *upload = menu.addAction(text(u"Ladda upp server-ikon"_s, u"Upload server icon"_s));
+    const QAction *open = menu.addAction(text(u"Öppna server"_s, u"Open server"_s));
+    const QAction *chosen = menu.exec(button->mapToGlobal(position));
+    if (chosen == upload)
+        chooseServerIcon(groupId);
+    else if (chosen == open)
+        selectServer(groupId);
+}
+
+void MainWindow::chooseServerIcon(const QString &groupId)
+{
+    const QString path = QFileDialog::getOpenFileName(
+        this, text(u"Välj server-ikon"_s, u"Choose server icon"_s), {}, pictureFilter(language()));
+    if (!path.isEmpty())
+        api.uploadServerIcon(groupId, path);
 }
 
 } // namespace tideloft::ui

@@ -13,8 +13,26 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
+namespace
+{
+
+// For the keyboard only: the row counts as current again, but nothing marks it.
+void keepCurrentRow(QListWidget *list, const QString &user)
+{
+    for (int i = 0; !user.isEmpty() && i < list->count(); ++i) {
+        if (list->item(i)->data(Qt::UserRole).toString() == user) {
+            list->setCurrentRow(i, QItemSelectionModel::NoUpdate);
+            return;
+        }
+    }
+}
+
+} // namespace
+
 void MainWindow::onConversationsLoaded(const QJsonArray &items)
 {
+    const QListWidgetItem *current = dmList->currentItem();
+    const QString currentRow = current ? current->data(Qt::UserRole).toString() : QString();
     dmList->clear();
     conversationsData = items;
     const auto open = [this](const QJsonObject &item) { return openedText(item); };
@@ -27,6 +45,7 @@ void MainWindow::onConversationsLoaded(const QJsonArray &items)
                      .user = model.peer,
                      .spoken = spokenText(model)});
     appendRows(dmList, rows);
+    keepCurrentRow(dmList, currentRow);
 }
 
 void MainWindow::onConversationsFailed(const QString &) {}

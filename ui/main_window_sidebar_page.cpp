@@ -1,6 +1,7 @@
 // Building the left sidebar: header, search, lists, footer.
 #include "ui/main_window.h"
 
+#include "ui/click_keys.h"
 #include "ui/elided_label.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
@@ -75,6 +76,7 @@ QWidget *MainWindow::buildSideFooter(QWidget *sidebar)
     footer->setFixedHeight(58);
     footer->setCursor(Qt::PointingHandCursor);
     footer->installEventFilter(this);
+    clickByKeys(footer, [this, footer] { showUserMenu(footer); });
     footerAvatar = makeLabel(u"?"_s, footer, u"footerAvatar"_s);
     footerAvatar->setFixedSize(34, 34);
     footerAvatar->setAlignment(Qt::AlignCenter);
@@ -117,6 +119,9 @@ void MainWindow::connectSidebar()
     connect(dmList, &QListWidget::itemClicked, this,
             [this](const QListWidgetItem *entry) { openConversation(entry->data(Qt::UserRole).toString()); });
     connect(searchResults, &QListWidget::itemClicked, this, &MainWindow::pickSearchResult);
+    connect(quilloryBtn, &QPushButton::clicked, this, &MainWindow::showPrivacyDialog);
+    clickByKeys(dmList);
+    clickByKeys(searchResults);
 }
 
 } // namespace tideloft::ui

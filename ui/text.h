@@ -12,6 +12,14 @@ enum class Language { Swedish = 0, English = 1 };
 /// Index 1 is English; every other index, "none" (-1) included, is Swedish.
 Language languageFromIndex(int index);
 
+/// A text in both languages.
+struct Words {
+    QString swedish;
+    QString english;
+
+    const QString &in(Language language) const { return language == Language::English ? english : swedish; }
+};
+
 /// The version of a text that LANGUAGE asks for.
 QString chooseText(Language language, const QString &swedish, const QString &english);
 

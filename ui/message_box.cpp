@@ -1,5 +1,5 @@
-// Showing a warning.
-#include "ui/warning_box.h"
+// Showing a message.
+#include "ui/message_box.h"
 
 #include <QMessageBox>
 
@@ -8,16 +8,21 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-void showWarning(QWidget *parent, const QString &text)
+void showMessage(QWidget *parent, Severity severity, const QString &text)
 {
     auto *box = new QMessageBox(parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setIcon(QMessageBox::Warning);
+    box->setIcon(severity == Severity::Warning ? QMessageBox::Warning : QMessageBox::Information);
     box->setWindowTitle(u"TideLoft"_s);
     box->setStandardButtons(QMessageBox::Ok);
     box->setTextFormat(Qt::PlainText); // before the text: the box would guess its format
     box->setText(text);
     box->open();
+}
+
+void showWarning(QWidget *parent, const QString &text)
+{
+    showMessage(parent, Severity::Warning, text);
 }
 
 } // namespace tideloft::ui

@@ -1,0 +1,105 @@
+// Building and answering the create-server dialog.
+#include "ui/create_server_dialog.h"
+
+#include "ui/style/dialog_styles.h"
+#include "ui/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+QLabel *makeStyledLabel(const QString &text, const QString &style, QWidget *dialog)
+{
+    auto *label = makeLabel(text, dialog);
+    label->setStyleSheet(style);
+    return label;
+}
+
+QLineEdit *makeField(const QString &placeholder, int maximumLength, const QString &name, QWidget *dialog)
+{
+    auto *field = new QLineEdit(dialog);
+    field->setPlaceholderText(placeholder);
+    field->setMaxLength(maximumLength);
+    field->setAccessibleName(name);
+    return field;
+}
+
+} // namespace
+
+CreateServerDialog::CreateServerDialog(Language language, QWidget *parent) : QDialog(parent)
+{
+    setWindowTitle(chooseText(language, u"Skapa server"_s, u"Create server"_s));
+    setFixedWidth(380);
+    setStyleSheet(style::createServerDialog);
+    auto *column = makeColumn(this, 14);
+    column->setContentsMargins(24, 24, 24, 24);
+    column->addWidget(makeStyledLabel(chooseText(language, u"Skapa en ny server"_s, u"Create a new server"_s),
+                                      style::dialogHeading, this));
+    auto *explanation = makeStyledLabel(chooseText(language, u"Ge din server ett namn och en beskrivning."_s,
+                                                   u"Give your server a name and description."_s),
+                                        style::dialogExplanation, this);
+    explanation->setWordWrap(true);
+    column->addWidget(explanation);
+    addFields(language);
+    addButtons(language);
+    nameField->setFocus();
+}
+
+void CreateServerDialog::addFields(Language language)
+{
+    const QString nameLabel = chooseText(language, u"Servernamn"_s, u"Server name"_s);
+    const QString descriptionLabel =
+        chooseText(language, u"Beskrivning (valfritt)"_s, u"Description (optional)"_s);
+    nameField = makeField(chooseText(language, u"t.ex. Mitt Community"_s, u"e.g. My Community"_s), 32,
+                          nameLabel, this);
+    descriptionField =
+        makeField(chooseText(language, u"Beskriv din server..."_s, u"Describe your server..."_s), 200,
+                  descriptionLabel, this);
+    layout()->addWidget(makeStyledLabel(nameLabel, style::dialogFieldLabel, this));
+    layout()->addWidget(nameField);
+    layout()->addWidget(makeStyledLabel(descriptionLabel, style::dialogFieldLabel, this));
+    layout()->addWidget(descriptionField);
+}
+
+void CreateServerDialog::addButtons(Language language)
+{
+    auto *cancel = new QPushButton(chooseText(language, u"Avbryt"_s, u"Cancel"_s), this);
+    cancel->setObjectName(u"cancelBtn"_s);
+    cancel->setAutoDefault(false);
+    auto *create = new QPushButton(chooseText(language, u"Skapa server"_s, u"Create server"_s), this);
+    create->setDefault(true); // Return in a field creates, as a person expects
+    auto *line = new QHBoxLayout;
+    line->addWidget(cancel);
+    line->addWidget(create);
+    static_cast<QBoxLayout *>(layout())->addLayout(line);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(create, &QPushButton::clicked, this, &CreateServerDialog::acceptNamed);
+}
+
+QString CreateServerDialog::name() const
+{
+    return nameField->text().trimmed();
+}
+
+QString CreateServerDialog::description() const
+{
+    return descriptionField->text().trimmed();
+}
+
+// Without a name the dialog stays as it is and waits for one.
+void CreateServerDialog::acceptNamed()
+{
+    if (!name().isEmpty())
+        accept();
+}
+
+} // namespace tideloft::ui

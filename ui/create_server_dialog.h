@@ -1,0 +1,33 @@
+// The dialog that asks for a new server's name and description.
+#pragma once
+
+#include "ui/text.h"
+
+#include <QDialog>
+
+class QLineEdit;
+
+namespace tideloft::ui
+{
+
+/// Accepted only with a name; both texts come trimmed.
+class CreateServerDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    CreateServerDialog(Language language, QWidget *parent);
+
+    QString name() const;
+    QString description() const;
+
+private:
+    void addFields(Language language);
+    void addButtons(Language language);
+    void acceptNamed();
+
+    QLineEdit *nameField = nullptr;
+    QLineEdit *descriptionField = nullptr;
+};
+
+} // namespace tideloft::ui

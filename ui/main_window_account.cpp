@@ -1,0 +1,43 @@
+// The profile card's behaviour: changing the picture and saving the texts.
+#include "ui/main_window.h"
+
+#include "ui/profile_card.h"
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+QWidget *MainWindow::buildProfileCard(QWidget *parent)
+{
+    const ProfileCard parts = makeProfileCard(myUsername, language(), parent);
+    connect(parts.avatarButton, &QPushButton::clicked, this, &MainWindow::chooseAvatar);
+    connect(this, &MainWindow::avatarPixmapReady, parts.avatarButton,
+            [button = parts.avatarButton](const QPixmap &picture) { showPictureOn(button, picture); });
+    connect(parts.saveButton, &QPushButton::clicked, this, [this, parts] {
+        saveProfile(parts.displayName->text().trimmed(), parts.bio->toPlainText().trimmed(),
+                    parts.saveButton);
+    });
+    return parts.card;
+}
+
+void MainWindow::saveProfile(const QString &displayName, const QString &bio, QPushButton *saveButton)
+{
+    saveButton->setEnabled(false);
+    saveButton->setText(text(u"Sparar..."_s, u"Saving..."_s));
+    api.updateProfile(displayName, bio, [this, button = QPointer(saveButton)](bool ok, const QString &) {
+        if (button) {
+            button->setEnabled(true);
+            button->setText(text(u"Spara ändringar"_s, u"Save changes"_s));
+        }
+        if (ok)
+            confirmInFooter(text(u"✓ Sparad"_s, u"✓ Saved"_s));
+    });
+}
+
+} // namespace tideloft::ui

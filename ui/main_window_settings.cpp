@@ -1,0 +1,115 @@
+// The settings view: its navigation, and the ways into it and out of it.
+#include "ui/main_window.h"
+
+#include "ui/settings_sections.h"
+#include "ui/style/fade_in.h"
+#include "ui/style/settings_styles.h"
+#include "ui/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+const QList<Words> &sectionNames()
+{
+    static const QList<Words> names{{u"👤  Konto"_s, u"👤  Account"_s},
+                                    {u"🔒  Privacy"_s, u"🔒  Privacy"_s},
+                                    {u"🛡  Säkerhet"_s, u"🛡  Security"_s},
+                                    {u"🔔  Notiser"_s, u"🔔  Notifications"_s},
+                                    {u"💬  Chatt"_s, u"💬  Chat"_s},
+                                    {u"🎨  Utseende"_s, u"🎨  Appearance"_s},
+                                    {u"⚙  Avancerat"_s, u"⚙  Advanced"_s},
+                                    {u"ℹ️  Om TideLoft"_s, u"ℹ️  About TideLoft"_s}};
+    return names;
+}
+
+} // namespace
+
+// Marks the rail, and builds the page when it is first asked for; it is kept from then on.
+void MainWindow::showSettingsPage()
+{
+    railSettingsBtn->setChecked(true);
+    railMessagesBtn->setChecked(false);
+    if (!settingsPage) {
+        settingsPage = buildSettingsPage();
+        centerStack->addWidget(settingsPage);
+    }
+    centerStack->setCurrentWidget(settingsPage);
+}
+
+void MainWindow::openSettings()
+{
+    showSettingsPage();
+    fadeIn(settingsPage);
+}
+
+void MainWindow::showSettingsView()
+{
+    if (!settingsPage)
+        return;
+    centerStack->setCurrentWidget(settingsPage);
+    fadeIn(settingsPage);
+}
+
+// The settings view always shows the section that it stands at.
+void MainWindow::showSettingsSection(const QString &)
+{
+    showSettingsView();
+}
+
+QWidget *MainWindow::buildSettingsPage()
+{
+    auto *page = new QWidget(centerStack);
+    page->setStyleSheet(style::settingsPage);
+    settingsStack = new QStackedWidget(page);
+    settingsStack->setStyleSheet(style::settingsPage);
+    const SectionContext context{.language = language(), .parent = settingsStack, .window = this};
+    for (QWidget *section :
+         {buildSettingsKonto(context, myUsername, buildProfileCard(settingsStack)),
+          buildSettingsPrivacy(context), buildSettingsSecurity(context), buildSettingsNotifications(context),
+          buildSettingsChat(context), buildSettingsAppearance(), buildSettingsAdvanced(context),
+          buildSettingsAbout(context)})
+        settingsStack->addWidget(section);
+    auto *line = makeLine(page);
+    line->addWidget(buildSettingsNav(page));
+    line->addWidget(settingsStack, 1);
+    connect(settingsNavList, &QListWidget::currentRowChanged, settingsStack,
+            &QStackedWidget::setCurrentIndex);
+    settingsNavList->setCurrentRow(0);
+    return page;
+}
+
+QWidget *MainWindow::buildSettingsNav(QWidget *page)
+{
+    auto *nav = makeBox(page, u"settingsNav"_s);
+    nav->setFixedWidth(220);
+    nav->setStyleSheet(style::settingsNav);
+    auto *caption = makeLabel(text(u"Inställningar"_s, u"Settings"_s), nav);
+    caption->setStyleSheet(style::settingsNavCaption);
+    settingsNavList = new QListWidget(nav);
+    settingsNavList->setStyleSheet(style::settingsNavList);
+    settingsNavList->setAccessibleName(caption->text());
+    for (const Words &name : sectionNames())
+        settingsNavList->addItem(name.in(language()));
+    auto *back = makeButton(u"←  "_s + text(u"Tillbaka till chatten"_s, u"Back to chat"_s), nav);
+    back->setStyleSheet(style::settingsBackButton);
+    connect(back, &QPushButton::clicked, this, &MainWindow::backToChat);
+    auto *column = makeColumn(nav);
+    column->setContentsMargins(12, 20, 12, 16);
+    column->addWidget(caption);
+    column->addWidget(settingsNavList, 1);
+    column->addWidget(back);
+    return nav;
+}
+
+} // namespace tideloft::ui

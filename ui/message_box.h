@@ -1,0 +1,20 @@
+// The program's message boxes.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace tideloft::ui
+{
+
+enum class Severity { Information, Warning };
+
+/// Shows TEXT in a modal box titled "TideLoft" with an OK button, as it stands and never as markup. Returns
+/// at once: replies that arrive meanwhile find the event loop where it always is.
+void showMessage(QWidget *parent, Severity severity, const QString &text);
+
+/// The same as a warning.
+void showWarning(QWidget *parent, const QString &text);
+
+} // namespace tideloft::ui

@@ -1,0 +1,13 @@
+// Tool tips with text from outside.
+#pragma once
+
+class QWidget;
+
+namespace tideloft::ui
+{
+
+/// Shows WIDGET's tool tip as the text that it is. The toolkit would guess, and take markup for markup; the
+/// property keeps the raw text.
+void showToolTipAsPlainText(QWidget *widget);
+
+} // namespace tideloft::ui

@@ -1,0 +1,20 @@
+// The privacy dialog of the sidebar's footer.
+#pragma once
+
+#include "ui/text.h"
+
+#include <QDialog>
+
+namespace tideloft::ui
+{
+
+/// Four check boxes that are neither sent nor stored, and a button that closes.
+class PrivacyDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    PrivacyDialog(Language language, QWidget *parent);
+};
+
+} // namespace tideloft::ui

@@ -1,0 +1,29 @@
+// The first card of the Account section: the user's picture, name and texts.
+#pragma once
+
+#include "ui/text.h"
+
+class QLineEdit;
+class QPlainTextEdit;
+class QPixmap;
+class QPushButton;
+class QWidget;
+
+namespace tideloft::ui
+{
+
+/// The finished card and the parts of it that somebody has to listen to.
+struct ProfileCard {
+    QWidget *card = nullptr;
+    QPushButton *avatarButton = nullptr;
+    QLineEdit *displayName = nullptr;
+    QPlainTextEdit *bio = nullptr;
+    QPushButton *saveButton = nullptr;
+};
+
+ProfileCard makeProfileCard(const QString &username, Language language, QWidget *parent);
+
+/// Shows a round picture of 64 px on the avatar button, at 72 px and instead of the initials.
+void showPictureOn(QPushButton *avatarButton, const QPixmap &picture);
+
+} // namespace tideloft::ui

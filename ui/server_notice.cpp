@@ -1,0 +1,25 @@
+// Building the notice of an open server.
+#include "ui/server_notice.h"
+
+#include "ui/style/dialog_styles.h"
+#include "ui/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+
+namespace tideloft::ui
+{
+
+QWidget *makeServerNotice(const QString &text, QWidget *parent)
+{
+    auto *row = new QWidget(parent);
+    auto *label = makeLabel(text, row);
+    label->setStyleSheet(style::serverNotice);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    auto *column = new QVBoxLayout(row);
+    column->addWidget(label);
+    return row;
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,31 @@
+// The switches of the settings sections. None of them changes what the program does.
+#pragma once
+
+#include "ui/text.h"
+
+#include <QList>
+
+namespace tideloft::ui
+{
+
+/// One switch: what it is called, what it would do, and how it starts.
+struct SwitchModel {
+    Words label;
+    Words hint;
+    bool on = false;
+};
+
+/// Switches under one header.
+struct SwitchGroup {
+    Words header;
+    QList<SwitchModel> switches;
+};
+
+QList<SwitchGroup> privacySwitches();
+QList<SwitchGroup> notificationSwitches();
+QList<SwitchGroup> chatSwitches();
+QList<SwitchGroup> securitySwitches();
+QList<SwitchGroup> advancedSwitches();
+QList<SwitchGroup> appearanceSwitches();
+
+} // namespace tideloft::ui
