@@ -1,0 +1,11 @@
+# Tests of the settings view, the theme and accent chosen there, and the privacy dialog.
+add_library(tideloft_settings_probe STATIC tst_settings_probe.cpp tst_settings_probe.h)
+target_link_libraries(tideloft_settings_probe PUBLIC tideloft_gui_probe Qt6::Test)
+
+function(tideloft_settings_test name)
+    tideloft_test(${name} LIBRARIES tideloft_settings_probe LABELS gui)
+endfunction()
+
+tideloft_settings_test(tst_settings_switches)
+target_sources(tst_settings_switches PRIVATE
+    tst_settings_switches_table.cpp tst_settings_switches_table.h)

@@ -1,0 +1,20 @@
+// The switches that the settings must have.
+#pragma once
+
+#include "tests/gui/tst_settings_probe.h"
+
+namespace tideloft::tests
+{
+
+/// A switch in its section: the header of its card, what it is called, its hint, and whether it starts on.
+struct SwitchRow {
+    Section section = Account;
+    ui::Words header;
+    ui::Words label;
+    ui::Words hint;
+    bool on = false;
+};
+
+const QList<SwitchRow> &switchRows();
+
+} // namespace tideloft::tests
