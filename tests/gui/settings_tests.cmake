@@ -9,3 +9,5 @@ endfunction()
 tideloft_settings_test(tst_settings_switches)
 target_sources(tst_settings_switches PRIVATE
     tst_settings_switches_table.cpp tst_settings_switches_table.h)
+tideloft_settings_test(tst_settings_navigation)
+tideloft_settings_test(tst_settings_opening)
