@@ -11,3 +11,6 @@ target_sources(tst_settings_switches PRIVATE
     tst_settings_switches_table.cpp tst_settings_switches_table.h)
 tideloft_settings_test(tst_settings_navigation)
 tideloft_settings_test(tst_settings_opening)
+tideloft_settings_test(tst_settings_actions)
+tideloft_settings_test(tst_settings_sections)
+tideloft_settings_test(tst_settings_texts)

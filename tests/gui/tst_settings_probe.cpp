@@ -55,7 +55,8 @@ QString describeBlock(QLayoutItem *item)
 SettingsProbe::SettingsProbe(ui::Language language)
 {
     choose(language);
-    if (!signIn() || !settle())
+    // The keys are asked for again once the own one is registered.
+    if (!signIn() || !service.waitForRequests("GET /api/chat/device-keys/me", 2) || !settle())
         qFatal("The sign-in does not come to its end");
     refreshTimer()->stop(); // from here on every request has its reason in the test
 }
