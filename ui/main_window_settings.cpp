@@ -71,17 +71,22 @@ QWidget *MainWindow::buildSettingsPage()
 {
     auto *page = new QWidget(centerStack);
     page->setStyleSheet(style::settingsPage);
+    QWidget *nav = buildSettingsNav(page); // before the sections: the Tab key follows the order of making
     settingsStack = new QStackedWidget(page);
     settingsStack->setStyleSheet(style::settingsPage);
     const SectionContext context{.language = language(), .parent = settingsStack, .window = this};
     for (QWidget *section :
-         {buildSettingsKonto(context, myUsername, buildProfileCard(settingsStack)),
+         {buildSettingsKonto(context, myUsername,
+                             [this](QWidget *parent) { return buildProfileCard(parent); }),
           buildSettingsPrivacy(context), buildSettingsSecurity(context), buildSettingsNotifications(context),
           buildSettingsChat(context), buildSettingsAppearance(), buildSettingsAdvanced(context),
-          buildSettingsAbout(context)})
+          buildSettingsAbout(context)}) {
+        // Its area takes the keyboard to scroll, so it needs a name: that of its row, without the icon.
+        section->setAccessibleName(settingsNavList->item(settingsStack->count())->text().section(u"  "_s, 1));
         settingsStack->addWidget(section);
+    }
     auto *line = makeLine(page);
-    line->addWidget(buildSettingsNav(page));
+    line->addWidget(nav);
     line->addWidget(settingsStack, 1);
     connect(settingsNavList, &QListWidget::currentRowChanged, settingsStack,
             &QStackedWidget::setCurrentIndex);

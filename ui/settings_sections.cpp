@@ -33,10 +33,11 @@ void addAction(const SectionContext &context, QWidget *card, const Words &label,
 
 } // namespace
 
-QWidget *buildSettingsKonto(const SectionContext &context, const QString &username, QWidget *profileCard)
+QWidget *buildSettingsKonto(const SectionContext &context, const QString &username,
+                            const CardBuilder &makeProfileCard)
 {
     SettingsSection section({u"Konto"_s, u"Account"_s}, context.language, context.parent);
-    section.add(profileCard);
+    section.add(makeProfileCard(section.content()));
     section.addHeader({u"KONTOINFORMATION"_s, u"ACCOUNT INFO"_s});
     QWidget *card = section.addCard();
     columnOf(card)->addWidget(

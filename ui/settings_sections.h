@@ -3,6 +3,8 @@
 
 #include "ui/text.h"
 
+#include <functional>
+
 class QWidget;
 
 namespace tideloft::ui
@@ -15,8 +17,11 @@ struct SectionContext {
     QWidget *window = nullptr; ///< of the message boxes
 };
 
-/// Shows USERNAME; PROFILECARD becomes its first card.
-QWidget *buildSettingsKonto(const SectionContext &context, const QString &username, QWidget *profileCard);
+using CardBuilder = std::function<QWidget *(QWidget *parent)>;
+
+/// Shows USERNAME; what MAKEPROFILECARD returns becomes its first card.
+QWidget *buildSettingsKonto(const SectionContext &context, const QString &username,
+                            const CardBuilder &makeProfileCard);
 QWidget *buildSettingsPrivacy(const SectionContext &context);
 QWidget *buildSettingsSecurity(const SectionContext &context);
 QWidget *buildSettingsNotifications(const SectionContext &context);
