@@ -121,9 +121,9 @@ private:
     void hideAuthError();
 
     void rebuildServerRail();
-    void selectServer(QString groupId);
+    void selectServer(const QString &groupId);
     int showCreateServerDialog();
-    void showServerMenu(QString groupId, QWidget *button, QPoint position);
+    void showServerMenu(const QString &serverId, QWidget *button, QPoint position);
     void chooseServerIcon(const QString &groupId);
 
     void chooseAvatar();

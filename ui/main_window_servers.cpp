@@ -64,14 +64,14 @@ void MainWindow::rebuildServerRail()
     }
 }
 
-// GROUPID is a copy: the rebuild deletes the connection that may hold the caller's.
-void MainWindow::selectServer(QString groupId) // NOLINT(performance-unnecessary-value-param)
+// The rebuild deletes the connection that may hold GROUPID: from there on only the window's own copy is read.
+void MainWindow::selectServer(const QString &groupId)
 {
     selectedServerId = groupId;
     currentPeer.clear(); // no conversation is open any more: what is typed now must not go to its peer
     rebuildServerRail();
-    const QString name = serverName(servers, groupId);
-    centerTitle->setText(name.isEmpty() ? groupId : name);
+    const QString name = serverName(servers, selectedServerId);
+    centerTitle->setText(name.isEmpty() ? selectedServerId : name);
     centerSubtitle->setText(u"Server"_s);
     peerAvatar->setText(initials(name, 1));
     centerStack->setCurrentWidget(chatPage);
@@ -91,8 +91,11 @@ int MainWindow::showCreateServerDialog()
     return dialog->exec();
 }
 
-void MainWindow::showServerMenu(QString groupId, QWidget *button, QPoint position) // NOLINT
+// A list that arrives while the menu is open deletes the button, and with it the connection that holds
+// SERVERID.
+void MainWindow::showServerMenu(const QString &serverId, QWidget *button, QPoint position)
 {
+    const QString groupId = serverId;
     QMenu menu(this);
     const QAction *upload = menu.addAction(text(u"Ladda upp server-ikon"_s, u"Upload server icon"_s));
     const QAction *open = menu.addAction(text(u"Öppna server"_s, u"Open server"_s));
