@@ -1,0 +1,4 @@
+# The rules behind servers and pictures: no window, no service.
+foreach(unit server_models picture_file round_picture)
+    tideloft_test(tst_${unit} LIBRARIES tideloft_ui)
+endforeach()
