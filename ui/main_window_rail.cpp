@@ -1,6 +1,7 @@
 // Building the rail at the left edge: messages, servers, settings.
 #include "ui/main_window.h"
 
+#include "ui/server_scroll.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
 
@@ -8,6 +9,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 
@@ -62,7 +64,7 @@ QWidget *MainWindow::buildRail(QWidget *page)
     column->addSpacing(16);
     column->addWidget(railMessagesBtn, 0, Qt::AlignHCenter);
     column->addWidget(makeRailSeparator(rail));
-    column->addWidget(serverColumn, 0, Qt::AlignHCenter);
+    column->addWidget(makeServerScroll(serverColumn, rail), 0, Qt::AlignHCenter);
     column->addWidget(createServerBtn, 0, Qt::AlignHCenter);
     column->addStretch();
     column->addWidget(railSettingsBtn, 0, Qt::AlignHCenter);

@@ -11,6 +11,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPointer>
+#include <QScrollArea>
 #include <QTextDocument>
 #include <QToolTip>
 
@@ -29,12 +30,8 @@ QJsonObject server(const QString &id, const QString &name)
 
 QLayout *columnOf(const GuiProbe &probe)
 {
-    // The only widget of the rail that holds a column of its own.
-    for (const auto *child :
-         probe.the<QWidget>(u"rail"_s)->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
-        if (child->layout())
-            return child->layout();
-    }
+    if (const auto *place = probe.the<QWidget>(u"rail"_s)->findChild<QScrollArea *>())
+        return place->widget()->layout();
     qFatal("The rail has no column for servers");
 }
 

@@ -29,6 +29,13 @@ inline QString createServerButton()
         "QPushButton:hover { background: rgba(31,216,130,0.2); }");
 }
 
+/// The place of the servers, in which the rail shows.
+inline QString serverScroll()
+{
+    return QStringLiteral("QScrollArea, QScrollArea > QWidget > QWidget "
+                          "{ background: transparent; border: none; }");
+}
+
 // Sidebar footer
 
 /// The footer's avatar while it shows initials.

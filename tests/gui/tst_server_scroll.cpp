@@ -1,0 +1,134 @@
+// Many servers in the rail: they scroll inside their place and push nothing away.
+#include "tests/support/gui_probe.h"
+#include "tests/support/test_main.h"
+
+#include <QApplication>
+#include <QLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+
+namespace
+{
+
+QJsonArray servers(int count)
+{
+    QJsonArray list;
+    for (int i = 0; i < count; ++i)
+        list.append(QJsonObject{{u"groupId"_s, QString::number(i)}, {u"name"_s, u"Server %1"_s.arg(i)}});
+    return list;
+}
+
+QScrollArea *placeIn(const GuiProbe &probe)
+{
+    return probe.the<QWidget>(u"rail"_s)->findChild<QScrollArea *>();
+}
+
+bool list(GuiProbe &probe, int count)
+{
+    return probe.settle() && callSlot(*probe.window, "onServersLoaded", Q_ARG(QJsonArray, servers(count)))
+           && QTest::qWaitFor([&] { return placeIn(probe)->widget()->height() >= count * 36; });
+}
+
+QRect inWindow(const QWidget *widget, const QWidget *window)
+{
+    return {widget->mapTo(window, QPoint(0, 0)), widget->size()};
+}
+
+void turnWheel(QWidget *widget, int notches)
+{
+    const QPoint middle = widget->rect().center();
+    for (int i = 0; i < notches; ++i) {
+        QWheelEvent turn(middle, widget->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton,
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(widget, &turn);
+    }
+}
+
+} // namespace
+
+class TestServerScroll : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { placeKeyPair(); }
+    void init() { failOnToolkitWarnings(); }
+    void fewServersHaveThePlaceTheyNeed();
+    void manyServersLeaveTheWindowAndTheButtonsWhereTheyAre();
+    void theWheelReachesTheLastServer();
+    void theTabKeyBringsAServerIntoView();
+    void theRailShowsBetweenTheButtons();
+};
+
+void TestServerScroll::fewServersHaveThePlaceTheyNeed()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 3));
+    QTRY_COMPARE(placeIn(probe)->height(), 3 * 36 + 2 * 4);
+    QVERIFY(list(probe, 5));
+    QTRY_COMPARE(placeIn(probe)->height(), 5 * 36 + 4 * 4);
+    QVERIFY(list(probe, 0));
+    QTRY_COMPARE(placeIn(probe)->height(), 0);
+}
+
+void TestServerScroll::manyServersLeaveTheWindowAndTheButtonsWhereTheyAre()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 0));
+    probe.window->resize(probe.window->minimumSize());
+    const QSize least = probe.window->minimumSizeHint();
+    const QSize size = probe.window->size();
+    QVERIFY(list(probe, 200));
+    QCOMPARE(probe.window->minimumSizeHint(), least);
+    QCOMPARE(probe.window->size(), size);
+    for (const auto *button : probe.window->findChildren<QPushButton *>(u"railBtn"_s)) {
+        QCOMPARE(button->size(), QSize(36, 36));
+        QVERIFY(probe.window->rect().contains(inWindow(button, probe.window.get())));
+    }
+}
+
+void TestServerScroll::theWheelReachesTheLastServer()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 60));
+    const QScrollArea *place = placeIn(probe);
+    const QWidget *last = place->widget()->layout()->itemAt(59)->widget();
+    QVERIFY(last->visibleRegion().isEmpty());
+    turnWheel(place->viewport(), 200);
+    QTRY_COMPARE(last->visibleRegion().boundingRect(), last->rect());
+}
+
+void TestServerScroll::theTabKeyBringsAServerIntoView()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 60));
+    const QLayout *column = placeIn(probe)->widget()->layout();
+    column->itemAt(0)->widget()->setFocus();
+    for (int i = 1; i < 60; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const QWidget *button = column->itemAt(i)->widget();
+        QCOMPARE(QApplication::focusWidget(), button);
+        QCOMPARE(button->visibleRegion().boundingRect(), button->rect());
+    }
+}
+
+void TestServerScroll::theRailShowsBetweenTheButtons()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 2));
+    QTRY_COMPARE(placeIn(probe)->height(), 2 * 36 + 4);
+    auto *rail = probe.the<QWidget>(u"rail"_s);
+    const QImage seen = rail->grab().toImage();
+    const QPoint corner = placeIn(probe)->pos();
+    QCOMPARE(seen.pixelColor(corner + QPoint(18, 37)), QColor(0x08, 0x0d, 0x12)); // between the two
+    QCOMPARE(seen.pixelColor(corner), QColor(0x08, 0x0d, 0x12));                  // outside the round corner
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestServerScroll)
+#include "tst_server_scroll.moc"

@@ -1,0 +1,51 @@
+// A scroll area that is as high as what it holds, if it can.
+#include "ui/server_scroll.h"
+
+#include "ui/style/inline_styles.h"
+
+#include <QEvent>
+#include <QScrollArea>
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+class ServerScroll : public QScrollArea
+{
+public:
+    explicit ServerScroll(QWidget *parent) : QScrollArea(parent)
+    {
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setStyleSheet(style::serverScroll());
+    }
+
+    QSize sizeHint() const override { return widget() ? widget()->sizeHint() : QSize(); }
+    QSize minimumSizeHint() const override { return {sizeHint().width(), 0}; }
+
+protected:
+    // The column has changed: so has the height that this place would like to have.
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::LayoutRequest)
+            updateGeometry();
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
+QScrollArea *makeServerScroll(QWidget *column, QWidget *parent)
+{
+    auto *scroll = new ServerScroll(parent);
+    scroll->setWidget(column);
+    column->setAutoFillBackground(false); // the rail shows through
+    return scroll;
+}
+
+} // namespace tideloft::ui
