@@ -148,6 +148,7 @@ private:
 
     void backToChat();
     void showMessages();
+    void showChatHeader(const QString &title, const QString &subtitle, const QString &avatar);
     void showConversation(const QString &peer);
     void openConversation(const QString &peer);
     void searchAsTyped(const QString &typed);

@@ -39,12 +39,19 @@ void MainWindow::backToChat()
     centerStack->setCurrentWidget(emptyState);
 }
 
+void MainWindow::showChatHeader(const QString &title, const QString &subtitle, const QString &avatar)
+{
+    centerTitle->setText(title);
+    centerSubtitle->setText(subtitle);
+    peerAvatar->setText(avatar);
+    peerAvatar->setAccessibleName(title);
+}
+
 void MainWindow::showConversation(const QString &peer)
 {
     currentPeer = peer;
-    centerTitle->setText(peer);
-    centerSubtitle->setText(u"🔒 "_s + text(u"End-to-end krypterad"_s, u"End-to-end encrypted"_s));
-    peerAvatar->setText(initials(peer));
+    showChatHeader(peer, u"🔒 "_s + text(u"End-to-end krypterad"_s, u"End-to-end encrypted"_s),
+                   initials(peer));
     centerStack->setCurrentWidget(chatPage);
     fadeIn(chatPage);
     msgInput->setFocus();

@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <QStackedWidget>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -54,9 +56,11 @@ void MainWindow::rebuildServerRail()
         delete item->widget();
         delete item;
     }
+    QWidget *last = railMessagesBtn;
     for (const ServerModel &server : serverModels(servers)) {
         QPushButton *button = makeServerButton(server, server.groupId == selectedServerId, serverColumn);
         serverColumn->layout()->addWidget(button);
+        setTabOrder(std::exchange(last, button), button); // new widgets come last on the Tab key's way
         connect(button, &QPushButton::clicked, this, [this, id = server.groupId] { selectServer(id); });
         connect(
             button, &QWidget::customContextMenuRequested, this,
@@ -71,9 +75,7 @@ void MainWindow::selectServer(const QString &groupId)
     currentPeer.clear(); // no conversation is open any more: what is typed now must not go to its peer
     rebuildServerRail();
     const QString name = serverName(servers, selectedServerId);
-    centerTitle->setText(name.isEmpty() ? selectedServerId : name);
-    centerSubtitle->setText(u"Server"_s);
-    peerAvatar->setText(initials(name, 1));
+    showChatHeader(name.isEmpty() ? selectedServerId : name, u"Server"_s, initials(name, 1));
     centerStack->setCurrentWidget(chatPage);
     messageList->clear();
     QWidget *notice =

@@ -154,6 +154,7 @@ void MainWindow::retranslateAccessibleNames()
     msgInput->setAccessibleName(text(u"Meddelande"_s, u"Message"_s));
     sendButton->setAccessibleName(text(u"Skicka"_s, u"Send"_s));
     footerAvatar->setAccessibleName(text(u"Profilbild"_s, u"Profile picture"_s));
+    footerAvatar->parentWidget()->setAccessibleName(text(u"Kontomeny"_s, u"Account menu"_s));
 }
 
 } // namespace tideloft::ui

@@ -24,6 +24,7 @@ QLabel *makeAvatar(const QString &sender, QWidget *row)
     avatar->setFixedSize(34, 34);
     avatar->setAlignment(Qt::AlignCenter);
     avatar->setStyleSheet(style::messageAvatar());
+    avatar->setAccessibleName(sender);
     return avatar;
 }
 

@@ -48,8 +48,5 @@ QLabel *labelWith(const QWidget *root, const QString &text);
 QPushButton *buttonWith(const QWidget *root, const QString &text);
 /// The caption of the header that stands right above the card of ROW.
 QString headerAbove(const QWidget *row);
-/// What the keyboard reaches inside PART when Tab is pressed again and again, beginning with FIRST: names for
-/// assistive programs, or texts.
-QStringList tabOrder(const QWidget *part, QWidget *first);
 
 } // namespace tideloft::tests

@@ -202,7 +202,8 @@ void TestSignInPage::accessibleNames_data()
     QTest::addColumn<QString>("widget");
     // What a person must be able to reach although it has no words of its own.
     for (const char *name : {"username", "password", "langCombo", "railBtn=💬", "railBtn=+", "railBtn=⚙",
-                             "addDmBtn", "sideSearch", "msgInput", "sendButton"})
+                             "addDmBtn", "sideSearch", "searchResults", "dmList", "messageList", "msgInput",
+                             "sendButton", "footerAvatar", "sideFooter"})
         QTest::newRow(name) << QString::fromUtf8(name);
 }
 
