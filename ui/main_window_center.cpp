@@ -3,6 +3,7 @@
 
 #include "ui/elided_label.h"
 #include "ui/row_list.h"
+#include "ui/scroll_keys.h"
 #include "ui/style/hint_row.h"
 #include "ui/widget_parts.h"
 
@@ -168,6 +169,7 @@ QWidget *MainWindow::buildInputArea(QWidget *page)
 
 void MainWindow::connectChat()
 {
+    scrollByKeys(msgInput, messageList);
     connect(sendButton, &QPushButton::clicked, this, &MainWindow::onSendClicked);
     connect(emptyActionBtn, &QPushButton::clicked, sideSearch, qOverload<>(&QWidget::setFocus));
 }
