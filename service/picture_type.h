@@ -1,0 +1,13 @@
+// What kind of picture some bytes are.
+#pragma once
+
+#include <QByteArray>
+
+namespace tideloft::service
+{
+
+/// The media type of a PNG, JPEG, GIF or WebP, told from its first bytes alone; empty for everything else.
+/// What a sender calls a file says nothing about it.
+QByteArray pictureType(QByteArrayView content);
+
+} // namespace tideloft::service

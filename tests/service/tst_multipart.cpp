@@ -1,0 +1,196 @@
+// Which forms are read, and which are refused because two readers could see different things in them.
+#include "service/multipart.h"
+#include "tests/service/picture_material.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+using namespace tideloft::tests;
+
+class TestMultipart : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void contentTypes_data();
+    void contentTypes();
+    void readForms_data();
+    void readForms();
+    void brokenForms_data();
+    void brokenForms();
+    void truncatedAnywhereIsBroken();
+    void repeatedLookalikesAreReadInOnePass();
+
+private:
+    // What is read, or the status of the refusal.
+    struct Outcome {
+        int status = 200;
+        QByteArray content;
+        QString message;
+    };
+
+    static Outcome read(const QByteArray &body, const QByteArray &contentType = formType)
+    {
+        try {
+            return {200, formField({"POST", "/", contentType, {}, body, {}}, "icon"), {}};
+        } catch (const Refusal &refusal) {
+            return {refusal.status, {}, refusal.message};
+        }
+    }
+};
+
+void TestMultipart::contentTypes_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<QByteArray>("boundary");
+    QTest::addColumn<int>("status");
+    const auto row = [](const char *name, const QByteArray &type, const QByteArray &text, int status) {
+        QTest::newRow(name) << type << text << status;
+    };
+    const QByteArray longest(70, 'b');
+    row("plain boundary", "multipart/form-data; boundary=abc", "abc", 200);
+    row("quoted boundary", "multipart/form-data; boundary=\"a b:c\"", "a b:c", 200);
+    row("escaped character", "multipart/form-data; boundary=\"a\\bc\"", "abc", 200);
+    row("capitals", "Multipart/Form-Data; BOUNDARY=aBc", "aBc", 200);
+    row("further parameters", "multipart/form-data;charset=utf-8;boundary=abc;", "abc", 200);
+    row("70 characters", "multipart/form-data; boundary=" + longest, longest, 200);
+    row("71 characters", "multipart/form-data; boundary=b" + longest, 'b' + longest, 400);
+    row("no boundary", "multipart/form-data", "abc", 400);
+    row("empty boundary", "multipart/form-data; boundary=\"\"", "", 400);
+    row("boundary ends in a blank", "multipart/form-data; boundary=\"abc \"", "abc ", 400);
+    row("other characters", "multipart/form-data; boundary=\"a*c\"", "a*c", 400);
+    row("line break", "multipart/form-data; boundary=\"a\r\nc\"", "a\r\nc", 400);
+    row("NUL", QByteArray("multipart/form-data; boundary=\"a\0c\"", 35), QByteArray("a\0c", 3), 400);
+    row("quotation does not end", "multipart/form-data; boundary=\"abc", "abc", 415);
+    row("two boundaries", "multipart/form-data; boundary=abc; boundary=x", "abc", 415);
+    row("rubbish behind", "multipart/form-data; boundary=abc x", "abc", 415);
+    row("JSON", "application/json", "abc", 415);
+    row("other multipart", "multipart/mixed; boundary=abc", "abc", 415);
+    row("none", "", "abc", 415);
+}
+
+void TestMultipart::contentTypes()
+{
+    QFETCH(QByteArray, type);
+    QFETCH(QByteArray, boundary);
+    QFETCH(int, status);
+    const QByteArray part = "\r\nContent-Disposition: form-data; name=icon\r\n\r\ncontent\r\n--";
+    const Outcome outcome = read("--" + boundary + part + boundary + "--", type);
+    QCOMPARE(outcome.status, status);
+    QCOMPARE(outcome.content, status == 200 ? QByteArray("content") : QByteArray());
+    QCOMPARE(outcome.message.isEmpty(), status == 200);
+}
+
+void TestMultipart::readForms_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QByteArray>("content");
+    const auto row = [](const char *name, const QByteArray &body, const QByteArray &content) {
+        QTest::newRow(name) << body << content;
+    };
+    const QByteArray part = filePart("icon", "abc");
+    row("one part", form(part), "abc");
+    row("preamble", "not read\r\n" + form(part), "abc");
+    row("only a line break before", "\r\n" + form(part), "abc");
+    row("epilogue", form(part) + "not read\r\n--" + boundary + "\r\n", "abc");
+    row("no line break at the end", form(part).chopped(2), "abc");
+    row("blanks behind the boundaries", form(part).replace(boundary, boundary + " \t").replace(" \t--", "--"),
+        "abc");
+    row("empty file", form(filePart("icon", "")), "");
+    row("second of three", form(filePart("a", "1") + part + filePart("b", "2")), "abc");
+    row("line breaks at both ends", form(filePart("icon", "\r\n\r\nabc\r\n")), "\r\n\r\nabc\r\n");
+    row("boundary inside a line", form(filePart("icon", "a--" + boundary + "--\r\nc")),
+        "a--" + boundary + "--\r\nc");
+    row("boundary behind a bare line feed", form(filePart("icon", "a\n--" + boundary + "--\r\nc")),
+        "a\n--" + boundary + "--\r\nc");
+    row("beginning of a boundary", form(filePart("icon", "a\r\n--" + boundary.chopped(1))),
+        "a\r\n--" + boundary.chopped(1));
+    row("NUL in the content", form(filePart("icon", QByteArray("a\0c", 3))), QByteArray("a\0c", 3));
+    row("no type", form(part).replace("Content-Type: image/png\r\n", ""), "abc");
+    row("type without a kind", form(part).replace("image/png", "image/"), "abc");
+    row("names of headers in capitals", form(part).replace("Content-Disp", "CONTENT-DISP"), "abc");
+    row("name without quotation", form(part).replace("\"icon\"", "icon"), "abc");
+    row("no file name", form(part).replace("; filename=\"icon.png\"", ""), "abc");
+    row("file name leads out", form(part).replace("icon.png", "../../etc/passwd"), "abc");
+    row("file name in other letters", form(part).replace("icon.png", "\xc3\xa5.png"), "abc");
+    row("16 parts", form(part + filePart("a", "1").repeated(15)), "abc");
+}
+
+void TestMultipart::readForms()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QByteArray, content);
+    const Outcome outcome = read(body);
+    QVERIFY2(outcome.status == 200, qPrintable(outcome.message));
+    QCOMPARE(outcome.content, content);
+}
+
+void TestMultipart::brokenForms_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    const auto row = [](const char *name, const QByteArray &body) { QTest::newRow(name) << body; };
+    const QByteArray part = filePart("icon", "abc");
+    const QByteArray disposition = "Content-Disposition: form-data; name=\"icon\"";
+    row("empty", "");
+    row("no boundary in the body", "abc");
+    row("other boundary", form(part).replace(boundary, "other"));
+    row("only the end", form(""));
+    row("no such field", form(filePart("avatar", "abc")));
+    row("field in other letters", form(filePart("ICON", "abc")));
+    row("field twice", form(part + part));
+    row("17 parts", form(part + filePart("a", "1").repeated(16)));
+    row("longer boundary in the content", form(filePart("icon", "a\r\n--" + boundary + "x\r\nc")));
+    row("rubbish behind the first boundary",
+        form(part).replace(0, boundary.size() + 2, "--" + boundary + 'x'));
+    row("rubbish behind the end", form(part).chopped(2) + "x");
+    row("bare line feeds", form(part).replace("\r\n", "\n"));
+    row("part without header", form("--" + boundary + "\r\n\r\nabc\r\n"));
+    row("header without end", form("--" + boundary + "\r\n" + disposition + "\r\n"));
+    row("no disposition", form(part).replace("Content-Disposition", "X-Disposition"));
+    row("two dispositions", form(part).replace("Content-Type: image/png", disposition));
+    row("other disposition", form(part).replace("form-data", "attachment"));
+    row("no name", form(part).replace("name=\"icon\"; ", ""));
+    row("empty name", form(filePart("", "abc")));
+    row("two names", form(part).replace("; filename", "; name=\"a\"; filename"));
+    row("NUL in the name", form(filePart(QByteArray("icon\0", 5), "abc")));
+    row("NUL in the file name", form(part).replace("icon.png", QByteArray("icon\0.png", 9)));
+    row("bare line feed in the name", form(filePart("ic\non", "abc")));
+    row("quotation does not end", form(part).replace("icon.png\"", "icon.png"));
+    row("folded header", form(part).replace("; filename", ";\r\n filename"));
+    row("blank before the colon", form(part).replace("Content-Disposition:", "Content-Disposition :"));
+    row("header line without colon", form(part).replace("Content-Type:", "Content-Type"));
+    row("another part is broken", form(part + "--" + boundary + "\r\nX: y\r\n\r\nabc\r\n"));
+    row("header of 5 KiB", form(part).replace("image/png", QByteArray(5 * 1024, 'x')));
+}
+
+void TestMultipart::brokenForms()
+{
+    QFETCH(QByteArray, body);
+    const Outcome outcome = read(body);
+    QCOMPARE(outcome.status, 400);
+    QVERIFY(!outcome.message.isEmpty());
+}
+
+void TestMultipart::truncatedAnywhereIsBroken()
+{
+    const QByteArray whole = form(filePart("a", "1") + filePart("icon", "abc")).chopped(2);
+    QCOMPARE(read(whole).status, 200);
+    for (qsizetype length = 0; length < whole.size(); ++length)
+        QVERIFY2(read(whole.first(length)).status == 400, QByteArray::number(length).constData());
+}
+
+// A search that went back after every near miss would not come to an end here.
+void TestMultipart::repeatedLookalikesAreReadInOnePass()
+{
+    const QByteArray longest(70, 'b');
+    const QByteArray lookalike = "\r\n--" + longest.chopped(1);
+    const QByteArray content = lookalike.repeated(5 * 1024 * 1024 / int(lookalike.size()));
+    const QByteArray begin = "--" + longest + "\r\nContent-Disposition: form-data; name=\"icon\"\r\n\r\n";
+    const Outcome outcome =
+        read(begin + content + "\r\n--" + longest + "--", "multipart/form-data; boundary=" + longest);
+    QCOMPARE(outcome.status, 200);
+    QVERIFY(outcome.content == content);
+}
+
+TIDELOFT_TEST_MAIN(TestMultipart)
+#include "tst_multipart.moc"
