@@ -9,6 +9,8 @@
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http.hpp>
 
+#include <algorithm>
+
 namespace tideloft::service
 {
 
@@ -82,14 +84,23 @@ std::optional<Response> headerFailure(const RequestParser &parser)
     return std::nullopt;
 }
 
+// The library compares a declared length with the limit that holds while the header is read, and never again.
+error_code limitBody(RequestParser &parser, std::uint64_t limit)
+{
+    parser.body_limit(limit);
+    const auto length = parser.content_length();
+    return length && *length > limit ? http::make_error_code(http::error::body_limit) : error_code();
+}
+
 http::response<http::string_body> toMessage(const Response &response, unsigned version, bool keepAlive)
 {
     http::response<http::string_body> message(static_cast<http::status>(response.status), version);
     message.set(http::field::content_type, response.contentType.toStdString());
-    message.set(http::field::cache_control, "no-store");
     message.set("X-Content-Type-Options", "nosniff");
     for (const auto &[name, value] : response.headers)
         message.insert(name.toStdString(), value.toStdString());
+    if (message.count(http::field::cache_control) == 0)
+        message.set(http::field::cache_control, "no-store");
     message.body() = response.body.toStdString();
     message.keep_alive(keepAlive);
     message.prepare_payload();
@@ -175,7 +186,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
 {
     RequestParser parser;
     parser.header_limit(context.limits.headerBytes);
-    parser.body_limit(context.limits.bodyBytes);
+    parser.body_limit(std::max(context.limits.bodyBytes, context.limits.uploadBytes));
     // g++ 12 frees temporaries twice when co_await stands inside a larger expression, so each stands alone.
     std::optional<Response> response = co_await readRequest(stream, buffer, parser);
     if (lost)
@@ -203,6 +214,10 @@ asio::awaitable<std::optional<Response>> Connection::readRequest(Stream &stream,
     if (!error) {
         if (std::optional<Response> failure = headerFailure(parser))
             co_return failure;
+        const bool upload = context.allowsUpload(toRequest(parser));
+        error = limitBody(parser, upload ? context.limits.uploadBytes : context.limits.bodyBytes);
+    }
+    if (!error) {
         watchdog->allow(context.limits.bodyTime);
         co_await invite(stream, parser);
         co_await http::async_read(stream, buffer, parser, into(error));

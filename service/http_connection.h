@@ -20,6 +20,7 @@ namespace tideloft::service
 struct ConnectionContext {
     ServerLimits limits;
     std::function<void(const QByteArray &line)> log;
+    std::function<bool(const Request &head)> allowsUpload;
     std::function<boost::asio::awaitable<Response>(Request)> answer;
     bool stopping = false;
 };

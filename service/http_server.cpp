@@ -87,6 +87,7 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
 {
     context.limits = settings.limits;
     context.log = settings.log;
+    context.allowsUpload = settings.allowsUpload;
     context.answer = [this](Request request) { return answer(std::move(request)); };
     if (!settings.certificateFile.isEmpty())
         tls.emplace(tlsContext(settings));

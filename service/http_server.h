@@ -17,6 +17,7 @@ namespace tideloft::service
 struct ServerLimits {
     std::uint32_t headerBytes = 16 * 1024;
     std::uint64_t bodyBytes = 1024ULL * 1024;
+    std::uint64_t uploadBytes = (5ULL * 1024 + 64) * 1024; ///< where ServerSettings::allowsUpload says so
     std::size_t connections = 1000;
     std::size_t waitingJobs = 64; ///< deferred answers that may wait for a thread; further ones get 503
     std::chrono::milliseconds headerTime{10'000};
@@ -31,6 +32,8 @@ struct ServerSettings {
     QString certificateFile;                       ///< PEM, the chain; empty = plain HTTP
     QString keyFile;                               ///< PEM
     ServerLimits limits;
+    /// Asked with everything but the body, before the body is read. Must not throw.
+    std::function<bool(const Request &head)> allowsUpload = [](const Request &) { return false; };
     std::function<void(const QByteArray &line)> log = [](const QByteArray &) {};
 };
 

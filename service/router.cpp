@@ -1,6 +1,7 @@
 // Matching of paths, and the one place where failures become replies.
 #include "service/router.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tideloft::service
@@ -82,9 +83,18 @@ Response notAllowed(const QList<QByteArray> &methods)
 
 } // namespace
 
-void Router::add(const QByteArray &method, const QByteArray &pattern, Handler handler)
+void Router::add(const QByteArray &method, const QByteArray &pattern, Handler handler, BodySize bodySize)
 {
-    routes.append({method, pattern, segmentsOf(pattern), std::move(handler)});
+    routes.append({method, pattern, segmentsOf(pattern), std::move(handler), bodySize});
+}
+
+bool Router::expectsUpload(const Request &head) const
+{
+    const QList<QByteArray> path = segmentsOf(head.target);
+    return std::any_of(routes.begin(), routes.end(), [&](const Route &route) {
+        return route.bodySize == BodySize::Upload && route.method == head.method
+               && match(route.segments, path);
+    });
 }
 
 Reply Router::handle(Request request) const

@@ -8,11 +8,18 @@
 namespace tideloft::service
 {
 
+/// What a handler expects to be sent: a few fields, or a picture.
+enum class BodySize { Usual, Upload };
+
 class Router
 {
 public:
     /// `pattern` is a path whose segments may be placeholders: "/api/chat/history/{peer}".
-    void add(const QByteArray &method, const QByteArray &pattern, Handler handler);
+    void add(const QByteArray &method, const QByteArray &pattern, Handler handler,
+             BodySize bodySize = BodySize::Usual);
+
+    /// True when the handler of this request expects a picture. Looks at method and target only.
+    bool expectsUpload(const Request &head) const;
 
     /// Never throws, neither now nor later: an unknown path is 404, a wrong method 405, a refusal what it
     /// says, everything else 500. Deferred work is guarded in the same way.
@@ -24,6 +31,7 @@ private:
         QByteArray pattern;
         QList<QByteArray> segments;
         Handler handler;
+        BodySize bodySize;
     };
 
     QList<Route> routes;

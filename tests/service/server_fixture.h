@@ -13,8 +13,12 @@ namespace tideloft::tests
 class ServerFixture
 {
 public:
-    explicit ServerFixture(service::Handler handler, const service::ServerLimits &limits = {})
-        : server(settings(limits), std::move(handler)),
+    using UploadRule = std::function<bool(const service::Request &head)>;
+
+    explicit ServerFixture(
+        service::Handler handler, const service::ServerLimits &limits = {},
+        const UploadRule &allowsUpload = [](const auto &) { return false; })
+        : server(settings(limits, allowsUpload), std::move(handler)),
           thread([this] { server.run(); })
     {
     }
@@ -37,11 +41,12 @@ public:
     }
 
 private:
-    service::ServerSettings settings(const service::ServerLimits &limits)
+    service::ServerSettings settings(const service::ServerLimits &limits, const UploadRule &allowsUpload)
     {
         service::ServerSettings wanted;
         wanted.port = 0;
         wanted.limits = limits;
+        wanted.allowsUpload = allowsUpload;
         wanted.log = [this](const QByteArray &line) {
             const QMutexLocker lock(&mutex);
             lines << line;

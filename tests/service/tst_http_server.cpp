@@ -21,6 +21,8 @@ private slots:
     void headerLimit();
     void bodyLimit_data();
     void bodyLimit();
+    void uploadsAreAllowedByTheHeadAlone();
+    void uploadLimitMayBeTheSmallerOne();
     void endlessChunkedBodyIsCutOff();
     void connectionIsKeptAndPipelined();
     void connectionIsClosedOnRequest_data();
@@ -140,6 +142,36 @@ void TestHttpServer::bodyLimit()
     ServerFixture server(&echo);
     HttpClient client(server.port());
     QCOMPARE(statusOf(client.exchange(post(QByteArray(size, 'x')))), status);
+}
+
+void TestHttpServer::uploadsAreAllowedByTheHeadAlone()
+{
+    ServerLimits limits;
+    limits.bodyBytes = 10;
+    limits.uploadBytes = 20;
+    ServerFixture server(&echo, limits, [](const Request &head) {
+        return head.target == "/x" && head.method == "POST" && head.cookie == "a=1" && head.body.isEmpty();
+    });
+    const auto status = [&server](qsizetype size, const QByteArray &cookie) {
+        HttpClient client(server.port());
+        const QByteArray header = "Host: h\r\nCookie: " + cookie + "\r\n";
+        return statusOf(client.exchange(post(QByteArray(size, 'x')).replace("Host: h\r\n", header)));
+    };
+    QCOMPARE(status(20, "a=1"), 200);
+    QCOMPARE(status(21, "a=1"), 413);
+    QCOMPARE(status(10, "a=2"), 200);
+    QCOMPARE(status(11, "a=2"), 413);
+}
+
+void TestHttpServer::uploadLimitMayBeTheSmallerOne()
+{
+    ServerLimits limits;
+    limits.bodyBytes = 20;
+    limits.uploadBytes = 10;
+    ServerFixture server(&echo, limits, [](const Request &head) { return head.target == "/upload"; });
+    HttpClient client(server.port());
+    QCOMPARE(statusOf(client.exchange(post(QByteArray(20, 'x')))), 200);
+    QCOMPARE(statusOf(client.exchange(post(QByteArray(11, 'x')).replace("/x", "/upload"))), 413);
 }
 
 void TestHttpServer::endlessChunkedBodyIsCutOff()

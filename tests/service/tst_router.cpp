@@ -16,6 +16,8 @@ private slots:
     void paths_data();
     void paths();
     void wrongMethodNamesTheRightOnes();
+    void uploadsAreExpectedWhereTheyWereAnnounced_data();
+    void uploadsAreExpectedWhereTheyWereAnnounced();
     void failuresBecomeReplies();
     void queryValues_data();
     void queryValues();
@@ -77,6 +79,32 @@ void TestRouter::wrongMethodNamesTheRightOnes()
     QCOMPARE(response.status, 405);
     QCOMPARE(response.headers.value(0), qMakePair(QByteArray("Allow"), QByteArray("GET, POST")));
     QVERIFY(!ApiFixture::message(response).isEmpty());
+}
+
+void TestRouter::uploadsAreExpectedWhereTheyWereAnnounced_data()
+{
+    QTest::addColumn<QByteArray>("method");
+    QTest::addColumn<QByteArray>("target");
+    QTest::addColumn<bool>("expected");
+    const QByteArray upload = "POST";
+    QTest::newRow("its path") << upload << QByteArray("/a/x/icon") << true;
+    QTest::newRow("with a query") << upload << QByteArray("/a/x/icon?b") << true;
+    QTest::newRow("other method") << QByteArray("PUT") << QByteArray("/a/x/icon") << false;
+    QTest::newRow("longer path") << upload << QByteArray("/a/x/icon/") << false;
+    QTest::newRow("empty placeholder") << upload << QByteArray("/a//icon") << false;
+    QTest::newRow("other route") << upload << QByteArray("/a/x") << false;
+    QTest::newRow("no route") << upload << QByteArray("/") << false;
+}
+
+void TestRouter::uploadsAreExpectedWhereTheyWereAnnounced()
+{
+    QFETCH(QByteArray, method);
+    QFETCH(QByteArray, target);
+    const auto answer = [](const Request &) { return Response(); };
+    Router router;
+    router.add("POST", "/a/{id}", answer);
+    router.add("POST", "/a/{id}/icon", answer, BodySize::Upload);
+    QTEST(router.expectsUpload({method, target, {}, {}, {}, {}}), "expected");
 }
 
 void TestRouter::failuresBecomeReplies()
