@@ -3,8 +3,11 @@
 
 #include "service/account_handlers.h"
 #include "service/chat_handlers.h"
+#include "service/group_handlers.h"
 #include "service/key_handlers.h"
+#include "service/picture_handlers.h"
 #include "service/profile_handlers.h"
+#include "service/sign_in_sessions.h"
 
 namespace tideloft::service
 {
@@ -20,6 +23,17 @@ Api::Api(Database &database, ApiSettings settings) : context{database, std::move
     addProfileRoutes(router, context);
     addChatRoutes(router, context);
     addKeyRoutes(router, context);
+    addGroupRoutes(router, context);
+    addPictureRoutes(router, context);
+}
+
+bool Api::allowsUpload(const Request &head)
+{
+    try {
+        return router.expectsUpload(head) && sessionUser(context, head);
+    } catch (const StorageError &) {
+        return false; // the request itself will show what is wrong
+    }
 }
 
 } // namespace tideloft::service

@@ -16,6 +16,10 @@ public:
 
     Reply handle(const Request &request) const { return router.handle(request); }
 
+    /// Whether a request that begins like this may bring a body as large as a picture: only a signed-in
+    /// user's, and only where a picture belongs. Never throws.
+    bool allowsUpload(const Request &head);
+
 private:
     ApiContext context;
     Router router;

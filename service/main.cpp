@@ -52,9 +52,10 @@ void serve(const Options &options)
     Database database(databaseFile(options));
     ApiSettings apiSettings;
     apiSettings.secureCookies = !options.certificateFile.isEmpty();
-    const Api api(database, apiSettings);
-    HttpServer server(serverSettings(options),
-                      [&api](const Request &request) { return api.handle(request); });
+    Api api(database, apiSettings);
+    ServerSettings settings = serverSettings(options);
+    settings.allowsUpload = [&api](const Request &head) { return api.allowsUpload(head); };
+    HttpServer server(settings, [&api](const Request &request) { return api.handle(request); });
     server.stopOnSignals();
     print(stdout, u"listening on %1\n"_s.arg(origin(options, server.port())));
     server.run();

@@ -2,6 +2,7 @@
 #include "service/profile_handlers.h"
 
 #include "service/json_body.h"
+#include "service/pictures.h"
 #include "service/sign_in_sessions.h"
 
 namespace tideloft::service
@@ -19,8 +20,9 @@ Response me(ApiContext &context, const User &user)
 {
     QSqlQuery query = context.database.run(u"SELECT bio FROM users WHERE id = ?"_s, {user.id});
     query.next();
+    const QString bio = query.value(0).toString();
     return jsonResponse(QJsonObject{
-        {u"username"_s, user.name}, {u"bio"_s, query.value(0).toString()}, {u"avatarUrl"_s, QString()}});
+        {u"username"_s, user.name}, {u"bio"_s, bio}, {u"avatarUrl"_s, avatarUrl(context.database, user)}});
 }
 
 Response updateProfile(ApiContext &context, const Request &request, const User &user)

@@ -42,9 +42,29 @@ QStringList accountsAndMessages()
     };
 }
 
+// A group's identifier is random, so that nobody learns how many there are. A picture belongs to one user or
+// to one group, never has a name again that another one had, and goes when its owner does.
+QStringList groupsAndPictures()
+{
+    return {
+        u"CREATE TABLE chat_groups (id INTEGER PRIMARY KEY AUTOINCREMENT, public_id TEXT NOT NULL UNIQUE,"
+        " name TEXT NOT NULL, description TEXT NOT NULL, created_at INTEGER NOT NULL)"_s,
+        u"CREATE TABLE group_members (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE,"
+        " group_id INTEGER NOT NULL REFERENCES chat_groups ON DELETE CASCADE,"
+        " PRIMARY KEY (user_id, group_id)) WITHOUT ROWID"_s,
+        u"CREATE INDEX group_members_by_group ON group_members (group_id)"_s,
+        // The content stands last: whoever wants the rest of a row does not read through it.
+        u"CREATE TABLE pictures (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE,"
+        " user_id INTEGER UNIQUE REFERENCES users ON DELETE CASCADE,"
+        " group_id INTEGER UNIQUE REFERENCES chat_groups ON DELETE CASCADE,"
+        " content_type TEXT NOT NULL, content BLOB NOT NULL,"
+        " CHECK ((user_id IS NULL) <> (group_id IS NULL)))"_s,
+    };
+}
+
 QList<QStringList> steps()
 {
-    return {accountsAndMessages()};
+    return {accountsAndMessages(), groupsAndPictures()};
 }
 
 } // namespace

@@ -1,0 +1,14 @@
+// Groups: making and listing them, and their icons.
+#pragma once
+
+#include "service/api_context.h"
+#include "service/router.h"
+
+namespace tideloft::service
+{
+
+/// GET and POST /api/groups, GET /api/groups/{id} and POST /api/groups/{id}/icon. `context` must outlive the
+/// router.
+void addGroupRoutes(Router &router, ApiContext &context);
+
+} // namespace tideloft::service

@@ -1,0 +1,81 @@
+// All endpoints behind a real port, on a thread of their own, and a client that speaks to them.
+#pragma once
+
+#include "service/api.h"
+#include "service/http_server.h"
+#include "tests/service/http_client.h"
+#include "tests/service/http_reply.h"
+
+#include <QSemaphore>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <thread>
+
+namespace tideloft::tests
+{
+
+class ApiServer
+{
+public:
+    ApiServer() : thread([this] { run(); }) { ready.acquire(); }
+    Q_DISABLE_COPY_MOVE(ApiServer)
+    ~ApiServer()
+    {
+        server->stop();
+        thread.join();
+    }
+
+    quint16 port() const { return server->port(); }
+
+    HttpReply call(const QByteArray &method, const QByteArray &target, const QByteArray &cookie,
+                   const QByteArray &body = {}, const QByteArray &contentType = "application/json") const
+    {
+        HttpClient client(port());
+        const QByteArray length = QByteArray::number(body.size());
+        return parsedReply(client.exchange(method + ' ' + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
+                                           + "\r\nContent-Type: " + contentType
+                                           + "\r\nContent-Length: " + length + "\r\n\r\n" + body));
+    }
+
+    HttpReply get(const QByteArray &target, const QByteArray &cookie) const
+    {
+        return call("GET", target, cookie);
+    }
+
+    HttpReply post(const QByteArray &target, const QJsonObject &body, const QByteArray &cookie = {}) const
+    {
+        return call("POST", target, cookie, QJsonDocument(body).toJson());
+    }
+
+    /// Makes an account, signs in, and returns the Cookie header of the session.
+    QByteArray signUp(const QString &name) const
+    {
+        const QJsonObject user{{QStringLiteral("username"), name},
+                               {QStringLiteral("password"), QStringLiteral("a good password")}};
+        post("/api/auth/register", user);
+        return post("/api/auth/login", user).headers.value("set-cookie").split(';').constFirst();
+    }
+
+private:
+    // The database belongs to the thread that opens it.
+    void run()
+    {
+        service::Database database(folder.filePath(QStringLiteral("test.sqlite")));
+        service::Api api(database, {{16, 8, 1}, false});
+        service::ServerSettings settings;
+        settings.port = 0;
+        settings.allowsUpload = [&api](const service::Request &head) { return api.allowsUpload(head); };
+        server = std::make_unique<service::HttpServer>(
+            settings, [&api](const service::Request &request) { return api.handle(request); });
+        ready.release();
+        server->run();
+    }
+
+    QTemporaryDir folder;
+    QSemaphore ready;
+    std::unique_ptr<service::HttpServer> server;
+    std::thread thread;
+};
+
+} // namespace tideloft::tests

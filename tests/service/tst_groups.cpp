@@ -1,0 +1,200 @@
+// Groups over the wire: who sees which, and what may be their name.
+#include "tests/service/api_server.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+
+class TestGroups : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newUserHasNone();
+    void createdGroupIsGivenBackAndListed();
+    void listIsInTheOrderOfCreation();
+    void texts_data();
+    void texts();
+    void rawBodies_data();
+    void rawBodies();
+    void membersOnly_data();
+    void membersOnly();
+    void signedInOnly_data();
+    void signedInOnly();
+    void sameNameMakesAnotherGroup();
+
+private:
+    static QJsonObject groupBody(const QJsonValue &name, const QJsonValue &description = u""_s)
+    {
+        return {{u"name"_s, name}, {u"description"_s, description}};
+    }
+
+    const ApiServer server;
+    const QByteArray alice = server.signUp(u"alice"_s);
+    const QByteArray bob = server.signUp(u"bob"_s);
+};
+
+void TestGroups::newUserHasNone()
+{
+    const HttpReply reply = server.get("/api/groups", server.signUp(u"carol"_s));
+    QCOMPARE(reply.status, 200);
+    QCOMPARE(reply.body, QByteArray("[]"));
+}
+
+void TestGroups::createdGroupIsGivenBackAndListed()
+{
+    const QByteArray dave = server.signUp(u"dave"_s);
+    const HttpReply created = server.post("/api/groups", groupBody(u" Chess\t"_s, u" every week "_s), dave);
+    QCOMPARE(created.status, 201);
+    const QString id = created.text(u"groupId"_s);
+    QVERIFY2(QRegularExpression(u"^[0-9a-f]{32}$"_s).match(id).hasMatch(), qPrintable(id));
+    const QJsonObject expected{{u"groupId"_s, id},
+                               {u"name"_s, u"Chess"_s},
+                               {u"description"_s, u"every week"_s},
+                               {u"iconUrl"_s, u""_s}};
+    QCOMPARE(created.object(), expected);
+    QCOMPARE(server.get("/api/groups", dave).array(), QJsonArray{expected});
+    QCOMPARE(server.get("/api/groups/" + id.toLatin1(), dave).object(), expected);
+}
+
+void TestGroups::listIsInTheOrderOfCreation()
+{
+    const QByteArray erin = server.signUp(u"erin"_s);
+    const QStringList names{u"zebra"_s, u"ant"_s, u"Moose"_s, u"bee"_s, u"Ant"_s, u"älg"_s, u"1"_s};
+    for (const QString &name : names)
+        QCOMPARE(server.post("/api/groups", groupBody(name), erin).status, 201);
+    for (int i = 0; i < 2; ++i) {
+        QStringList listed;
+        for (const QJsonValue &group : server.get("/api/groups", erin).array())
+            listed << group[u"name"_s].toString();
+        QCOMPARE(listed, names);
+    }
+}
+
+void TestGroups::texts_data()
+{
+    QTest::addColumn<QJsonValue>("name");
+    QTest::addColumn<QJsonValue>("description");
+    QTest::addColumn<int>("status");
+    const auto row = [](const char *label, const QJsonValue &name, const QJsonValue &description,
+                        int status) { QTest::newRow(label) << name << description << status; };
+    const QString emoji = u"😀"_s;
+    row("one character", u"x"_s, u""_s, 201);
+    row("32 characters", QString(32, u'x'), u""_s, 201);
+    row("33 characters", QString(33, u'x'), u""_s, 400);
+    row("32 emoji", emoji.repeated(32), u""_s, 201);
+    row("33 emoji", emoji.repeated(33), u""_s, 400);
+    row("32 characters among 2000 blanks", QString(1000, u' ') + QString(32, u'x') + QString(1000, u' '),
+        u""_s, 201);
+    row("empty name", u""_s, u""_s, 400);
+    row("name of blanks", u" \t\n "_s, u""_s, 400);
+    row("no name", QJsonValue(QJsonValue::Undefined), u""_s, 400);
+    row("name is a number", 5, u""_s, 400);
+    row("name is null", QJsonValue(), u""_s, 400);
+    row("200 characters of description", u"x"_s, QString(200, u'd'), 201);
+    row("201 characters of description", u"x"_s, QString(201, u'd'), 400);
+    row("200 emoji of description", u"x"_s, emoji.repeated(200), 201);
+    row("201 emoji of description", u"x"_s, emoji.repeated(201), 400);
+    row("200 characters among blanks", u"x"_s, u"  "_s + QString(200, u'd') + u"\n "_s, 201);
+    row("description of blanks", u"x"_s, u"  "_s, 201);
+    row("no description", u"x"_s, QJsonValue(QJsonValue::Undefined), 400);
+    row("description is an array", u"x"_s, QJsonArray(), 400);
+    row("line break in the name", u"a\nb"_s, u""_s, 400);
+    row("NUL in the name", QString(u"a"_s + QChar(0) + u"b"_s), u""_s, 400);
+    row("escape in the name", u"a\x1b[2J"_s, u""_s, 400);
+    row("C1 control in the name", u"a\u0085b"_s, u""_s, 400);
+    row("line break in the description", u"x"_s, u"a\nb"_s, 400);
+    row("markup is only text", u"<b>&amp;</b>"_s, u"<script>"_s, 201);
+    row("SQL is only text", u"'); DROP TABLE users; --"_s, u"' OR '1'='1"_s, 201);
+}
+
+void TestGroups::texts()
+{
+    QFETCH(QJsonValue, name);
+    QFETCH(QJsonValue, description);
+    QFETCH(int, status);
+    const qsizetype before = server.get("/api/groups", bob).array().size();
+    const HttpReply reply = server.post("/api/groups", groupBody(name, description), bob);
+    QCOMPARE(reply.status, status);
+    const QJsonArray groups = server.get("/api/groups", bob).array();
+    QCOMPARE(groups.size(), before + (status == 201 ? 1 : 0));
+    if (status == 201) {
+        QCOMPARE(groups.last()[u"name"_s].toString(), name.toString().trimmed());
+        QCOMPARE(groups.last()[u"description"_s].toString(), description.toString().trimmed());
+    } else {
+        QVERIFY(!reply.message().isEmpty());
+    }
+}
+
+void TestGroups::rawBodies_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("invalid UTF-8") << QByteArray("{\"name\":\"a\xff\",\"description\":\"\"}");
+    QTest::newRow("UTF-8 cut short") << QByteArray("{\"name\":\"a\xc3\",\"description\":\"\"}");
+    QTest::newRow("half a surrogate pair") << QByteArray(R"({"name":"a\ud83d","description":""})");
+    QTest::newRow("half a pair as UTF-8") << QByteArray("{\"name\":\"a\xed\xa0\xbd\",\"description\":\"\"}");
+    QTest::newRow("array") << QByteArray("[]");
+    QTest::newRow("no JSON") << QByteArray("name=x");
+    QTest::newRow("empty") << QByteArray();
+}
+
+void TestGroups::rawBodies()
+{
+    QFETCH(QByteArray, body);
+    const HttpReply reply = server.call("POST", "/api/groups", alice, body);
+    QCOMPARE(reply.status, 400);
+    QVERIFY(!reply.message().isEmpty());
+}
+
+void TestGroups::membersOnly_data()
+{
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("group of others") << true;
+    QTest::newRow("no group") << false;
+}
+
+// The two answers must not differ in anything, or the one would tell that the group is there.
+void TestGroups::membersOnly()
+{
+    QFETCH(bool, exists);
+    const QByteArray hers =
+        server.post("/api/groups", groupBody(u"hers"_s), alice).text(u"groupId"_s).toLatin1();
+    const QByteArray target = "/api/groups/" + (exists ? hers : QByteArray(32, '0'));
+    const HttpReply reply = server.get(target, bob);
+    QCOMPARE(reply.status, 404);
+    QCOMPARE(reply.body, QByteArray("{\"message\":\"There is no such group.\"}"));
+    for (const QJsonValue &group : server.get("/api/groups", bob).array())
+        QVERIFY(group[u"name"_s].toString() != u"hers"_s);
+    QCOMPARE(server.get("/api/groups/" + hers, alice).status, 200);
+}
+
+void TestGroups::signedInOnly_data()
+{
+    QTest::addColumn<QByteArray>("method");
+    QTest::addColumn<QByteArray>("target");
+    QTest::newRow("list") << QByteArray("GET") << QByteArray("/api/groups");
+    QTest::newRow("create") << QByteArray("POST") << QByteArray("/api/groups");
+    QTest::newRow("one") << QByteArray("GET") << QByteArray("/api/groups/1");
+    QTest::newRow("icon") << QByteArray("POST") << QByteArray("/api/groups/1/icon");
+    QTest::newRow("avatar") << QByteArray("POST") << QByteArray("/api/profile/avatar/upload");
+    QTest::newRow("picture") << QByteArray("GET") << QByteArray("/pictures/1");
+}
+
+void TestGroups::signedInOnly()
+{
+    QFETCH(QByteArray, method);
+    QFETCH(QByteArray, target);
+    QCOMPARE(server.call(method, target, {}).status, 401);
+    QCOMPARE(server.call(method, target, "tideloft_session=forged").status, 401);
+}
+
+void TestGroups::sameNameMakesAnotherGroup()
+{
+    const QString first = server.post("/api/groups", groupBody(u"twin"_s), alice).text(u"groupId"_s);
+    const QString second = server.post("/api/groups", groupBody(u"twin"_s), bob).text(u"groupId"_s);
+    QVERIFY(!second.isEmpty() && first != second);
+    QCOMPARE(server.get("/api/groups/" + first.toLatin1(), bob).status, 404);
+}
+
+TIDELOFT_TEST_MAIN(TestGroups)
+#include "tst_groups.moc"

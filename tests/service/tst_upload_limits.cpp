@@ -1,0 +1,130 @@
+// How large a body may be: more where a signed-in user sends a picture, and nowhere else.
+#include "tests/service/api_server.h"
+#include "tests/service/daemon.h"
+#include "tests/service/picture_material.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+
+class TestUploadLimits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void bodies_data();
+    void bodies();
+    void endlessUploadIsCutOff();
+    void hugeUploadNeedsNoMemory();
+
+private:
+    static constexpr qsizetype usual = 1024 * 1024;
+    static constexpr qsizetype upload = (5 * 1024 + 64) * 1024;
+
+    // A form of exactly this size: what is missing stands in front of it, where nobody reads it.
+    static QByteArray formOf(const QByteArray &field, qsizetype size)
+    {
+        const QByteArray whole = "\r\n" + form(filePart(field, png()));
+        return QByteArray(size - whole.size(), 'x') + whole;
+    }
+
+    static QByteArray signUp(quint16 port);
+    static qint64 peakMemory(qint64 process);
+
+    const ApiServer server;
+    const QByteArray alice = server.signUp(u"alice"_s);
+};
+
+void TestUploadLimits::bodies_data()
+{
+    QTest::addColumn<QByteArray>("method");
+    QTest::addColumn<QByteArray>("target");
+    QTest::addColumn<qsizetype>("size");
+    QTest::addColumn<bool>("signedIn");
+    QTest::addColumn<int>("status");
+    const auto row = [](const char *name, const QByteArray &method, const QByteArray &target, qsizetype size,
+                        bool signedIn, int status) {
+        QTest::newRow(name) << method << target << size << signedIn << status;
+    };
+    const QByteArray avatar = "/api/profile/avatar/upload";
+    row("picture", "POST", avatar, upload, true, 200);
+    row("picture, one byte more", "POST", avatar, upload + 1, true, 413);
+    row("icon of no group", "POST", "/api/groups/none/icon", upload, true, 404);
+    row("icon, one byte more", "POST", "/api/groups/none/icon", upload + 1, true, 413);
+    row("picture of a stranger", "POST", avatar, usual, false, 401);
+    row("picture of a stranger, one byte more", "POST", avatar, usual + 1, false, 413);
+    row("icon of a stranger, one byte more", "POST", "/api/groups/none/icon", usual + 1, false, 413);
+    row("new group", "POST", "/api/groups", usual, true, 415);
+    row("new group, one byte more", "POST", "/api/groups", usual + 1, true, 413);
+    row("profile, one byte more", "POST", "/api/profile/update", usual + 1, true, 413);
+    row("path that does not exist", "POST", avatar + "/x", usual + 1, true, 413);
+    row("other method", "PUT", avatar, usual + 1, true, 413);
+}
+
+void TestUploadLimits::bodies()
+{
+    QFETCH(QByteArray, method);
+    QFETCH(QByteArray, target);
+    QFETCH(qsizetype, size);
+    QFETCH(bool, signedIn);
+    const QByteArray body = formOf("avatar", size);
+    QCOMPARE(body.size(), size);
+    const HttpReply reply = server.call(method, target, signedIn ? alice : QByteArray(), body, formType);
+    QTEST(reply.status, "status");
+    QCOMPARE(reply.message().isEmpty(), reply.status == 200);
+}
+
+void TestUploadLimits::endlessUploadIsCutOff()
+{
+    HttpClient client(server.port());
+    client.send("POST /api/profile/avatar/upload HTTP/1.1\r\nHost: h\r\nCookie: " + alice
+                + "\r\nTransfer-Encoding: chunked\r\n\r\n");
+    for (qsizetype sent = 0; sent <= upload; sent += 0x10000)
+        client.send("10000\r\n" + QByteArray(0x10000, 'x') + "\r\n");
+    QCOMPARE(statusOf(client.readReply()), 413);
+}
+
+QByteArray TestUploadLimits::signUp(quint16 port)
+{
+    const QByteArray user = R"({"username":"alice","password":"a good password"})";
+    QByteArray cookie;
+    for (const QByteArray &target : {QByteArray("/api/auth/register"), QByteArray("/api/auth/login")}) {
+        HttpClient client(port);
+        const QByteArray reply =
+            client.exchange("POST " + target
+                            + " HTTP/1.1\r\nHost: h\r\nContent-Type: application/json\r\n"
+                              "Content-Length: "
+                            + QByteArray::number(user.size()) + "\r\n\r\n" + user);
+        cookie = parsedReply(reply).headers.value("set-cookie").split(';').constFirst();
+    }
+    return cookie;
+}
+
+qint64 TestUploadLimits::peakMemory(qint64 process)
+{
+    QFile status(u"/proc/%1/status"_s.arg(process));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray text = status.readAll();
+    return text.mid(text.indexOf("VmHWM:") + 6).trimmed().split(' ').constFirst().toLongLong() * 1024;
+}
+
+// The reply comes although most of the body was never sent, and nothing is set aside for what was announced.
+void TestUploadLimits::hugeUploadNeedsNoMemory()
+{
+    Daemon daemon;
+    QVERIFY(daemon.startPlain());
+    const QByteArray cookie = signUp(daemon.port());
+    QVERIFY(cookie.startsWith("tideloft_session="));
+    const qint64 before = peakMemory(daemon.processId());
+    QVERIFY(before > 0);
+    HttpClient client(daemon.port());
+    client.send("POST /api/profile/avatar/upload HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
+                + "\r\nContent-Length: 629145600\r\n\r\n" + QByteArray(20 * 1024 * 1024, 'x'));
+    QCOMPARE(statusOf(client.readReply()), 413);
+    const qint64 grown = peakMemory(daemon.processId()) - before;
+    QVERIFY2(grown < 8 * 1024 * 1024, QByteArray::number(grown).constData());
+}
+
+TIDELOFT_TEST_MAIN(TestUploadLimits)
+#include "tst_upload_limits.moc"
