@@ -78,11 +78,10 @@ void MainWindow::selectServer(const QString &groupId)
     showChatHeader(name.isEmpty() ? selectedServerId : name, u"Server"_s, initials(name, 1));
     centerStack->setCurrentWidget(chatPage);
     messageList->clear();
-    QWidget *notice =
-        makeServerNotice(text(u"Server-chatt kommer snart. Välj en kanal från webklienten."_s,
-                              u"Server chat coming soon. Select a channel from the web client."_s),
-                         messageList->viewport());
-    appendRows(messageList, {{.widget = notice, .sizeHint = notice->sizeHint()}});
+    const QString words = text(u"Server-chatt kommer snart. Välj en kanal från webklienten."_s,
+                               u"Server chat coming soon. Select a channel from the web client."_s);
+    QWidget *notice = makeServerNotice(words, messageList->viewport());
+    appendRows(messageList, {{.widget = notice, .sizeHint = notice->sizeHint(), .spoken = words}});
 }
 
 int MainWindow::showCreateServerDialog()

@@ -10,6 +10,8 @@ LABEL = "label"
 LINE_EDIT = "text"
 PASSWORD = "password text"
 LIST = "list"
+ROW = "list item"
+CHECK_BOX = "check box"
 
 
 def desktop():

@@ -17,6 +17,7 @@ class Client:
     def __init__(self, name, program, directory, left, environment):
         self.name = name
         self.left = left
+        self.main_window = None
         self.home = pathlib.Path(directory, name)
         self.output = pathlib.Path(directory, f"{name}.output")
         self.environment = dict(environment, XDG_DATA_HOME=str(self.home / "data"),
@@ -52,12 +53,17 @@ class Client:
             accessibility.find_rows(self.process.pid, list_name, lambda name: text in name)), None))
 
     def window(self):
-        """The number of the window that the person sees, which is the only one."""
-        def visible():
-            found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)],
-                                   capture_output=True, text=True, check=False).stdout.split()
-            return found[0] if len(found) == 1 else None
-        return self.wait("a window", visible)
+        """The number of the window that the person sees; with dialogs or menus before it, of the one below."""
+        def known():
+            found = self.visible_windows()
+            if len(found) == 1:
+                self.main_window = found[0]
+            return self.main_window if self.main_window in found else None
+        return self.wait("a window", known)
+
+    def visible_windows(self):
+        return subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)],
+                              capture_output=True, text=True, check=False).stdout.split()
 
     def area(self):
         """x, y, width and height of the window."""
@@ -67,20 +73,34 @@ class Client:
 
     def move_into_place(self):
         """Puts the window on its half of the screen, and waits until the program knows it."""
-        display.tool("xdotool", "windowmove", self.window(), str(self.left), "20")
-        self.wait("its new place", lambda: self.area()[0] == self.left)
+        self.move(self.window(), self.left, 20)
+
+    def move_dialog_into_place(self):
+        """Likewise the dialog before the window. Unmoved ones may never hear where they were put."""
+        self.window()
+        self.move(self.wait("a dialog", lambda: next(
+            (window for window in self.visible_windows() if window != self.main_window), None)),
+            self.left + 250, 110)
+
+    def move(self, window, left, top):
+        display.tool("xdotool", "windowmove", window, str(left), str(top))
         program = accessibility.application(self.process.pid)
         self.wait("its new place", lambda: any(
-            accessibility.area(window)[0] == self.left for window in accessibility.children(program)))
+            accessibility.area(known)[:2] == (left, top) for known in accessibility.children(program)))
 
-    def click(self, element):
+    def click(self, element, button="1"):
         """A click into the middle of ELEMENT, once it has stopped moving."""
         def resting():
             place = accessibility.centre(element)
             return place if place == accessibility.centre(element) else None
         x, y = self.wait("something to click on", resting)
         display.tool("xdotool", "mousemove", "--sync", str(x), str(y))
-        display.tool("xdotool", "click", "1")
+        display.tool("xdotool", "click", button)
+
+    def move_pointer_away(self):
+        """So that a picture shows nothing as hovered over."""
+        x, y, width, height = self.area()
+        display.tool("xdotool", "mousemove", "--sync", str(x + width // 2), str(y + height + 10))
 
     def press(self, key):
         display.tool("xdotool", "key", key)
@@ -97,6 +117,22 @@ class Client:
         else:
             self.wait(f"{text!r}", lambda: accessibility.text_of(field) == text)
         return field
+
+    def choose_in_menu(self, position, look=lambda: None):
+        """Has a LOOK at the menu that opens and takes its entry at POSITION. Menus cannot be read."""
+        self.wait("a menu", lambda: len(self.visible_windows()) > 1)
+        look()
+        for _ in range(position):
+            self.press("Down")
+        self.press("Return")
+
+    def choose_file(self, path, look=lambda: None):
+        """Answers the file dialog: types PATH, has a LOOK at it, and presses Return."""
+        self.find(accessibility.LINE_EDIT, "File name:")
+        self.move_dialog_into_place()
+        self.type_into(accessibility.LINE_EDIT, "File name:", str(path))
+        look()
+        self.press("Return")
 
     def close(self):
         """Closes the window as the window manager does; the client's exit code."""

@@ -98,6 +98,14 @@ def put_on_keyboard(texts):
         tool("xmodmap", "-e", f"keycode {free.pop()} = U{ord(letter):04X}")
 
 
+def draw_picture(directory):
+    """A picture such as a person might take for their own, wider than high."""
+    path = pathlib.Path(directory, "By the Sea.PNG")
+    tool("convert", "-size", "200x100", "gradient:#ffb36b-#2f6fb0", "-fill", "#fff3c4",
+         "-draw", "circle 150,32 150,50", f"png:{path}")
+    return path
+
+
 def screen_pixels():
     return tool("import", "-silent", "-window", "root", "-depth", "8", "rgb:-")
 

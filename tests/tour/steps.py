@@ -8,6 +8,7 @@ import secrecy
 from accessibility import BUTTON, LABEL, LINE_EDIT, PASSWORD
 from checks import Broken
 from client import Client
+from own_pages import OwnPages
 
 MESSAGE = "Hej Bob! Ses vi kl. 12? 🌊"
 ANSWER = "Ja, gärna vid ån ☀ Det blir fint!"
@@ -26,6 +27,7 @@ class Tour:
         display.put_on_keyboard([MESSAGE, ANSWER])
         self.alice = self.open_client("alice", arguments.client, directory, 10, stack)
         self.bob = self.open_client("bob", arguments.client, directory, 1130, stack)
+        self.own_pages = OwnPages(self.alice, wire, directory, checks, self.done)
 
     @staticmethod
     def open_client(name, program, directory, left, stack):
@@ -53,6 +55,7 @@ class Tour:
         self.write()
         self.answer()
         self.check_windows()
+        self.own_pages.take(ALICE_PASSWORD)
         self.leave()
         self.check_secrecy()
 
