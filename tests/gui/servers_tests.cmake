@@ -1,4 +1,8 @@
-# The servers rail, its dialogs, the profile picture and the user menu.
-foreach(unit server_rail server_scroll)
-    tideloft_test(tst_${unit} LIBRARIES tideloft_gui_probe LABELS gui)
+# The servers rail and its dialogs.
+add_library(tideloft_rail_probe STATIC
+    tst_popups.cpp tst_popups.h tst_rail_probe.cpp tst_rail_probe.h)
+target_link_libraries(tideloft_rail_probe PUBLIC tideloft_settings_probe)
+
+foreach(unit server_buttons server_opening server_menu server_names server_scroll)
+    tideloft_test(tst_${unit} LIBRARIES tideloft_rail_probe LABELS gui)
 endforeach()

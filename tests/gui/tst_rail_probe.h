@@ -1,0 +1,25 @@
+// What tests of the servers in the rail share.
+#pragma once
+
+#include "tests/gui/tst_popups.h"
+#include "tests/support/gui_probe.h"
+
+#include <QAbstractButton>
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace tideloft::tests
+{
+
+/// A group as the service tells of it.
+QJsonObject server(const QString &id, const QString &name);
+/// The layout that holds the servers' buttons.
+QLayout *serverColumn(const GuiProbe &probe);
+QList<QAbstractButton *> serverButtons(const GuiProbe &probe);
+QList<bool> serverChecks(const GuiProbe &probe); ///< which of the buttons are checked
+/// Makes SERVERS the service's list and the rail's.
+bool listServers(GuiProbe &probe, const QJsonArray &servers);
+/// Opens the context menu of the first button by a right click at (5, 5); see withMenu().
+bool withServerMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use);
+
+} // namespace tideloft::tests
