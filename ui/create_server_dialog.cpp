@@ -74,9 +74,8 @@ void CreateServerDialog::addButtons(Language language)
 {
     auto *cancel = new QPushButton(chooseText(language, u"Avbryt"_s, u"Cancel"_s), this);
     cancel->setObjectName(u"cancelBtn"_s);
-    cancel->setAutoDefault(false);
     auto *create = new QPushButton(chooseText(language, u"Skapa server"_s, u"Create server"_s), this);
-    create->setDefault(true); // Return in a field creates, as a person expects
+    create->setDefault(true); // Return in a field creates, as a person expects; on Cancel it cancels
     auto *line = new QHBoxLayout;
     line->addWidget(cancel);
     line->addWidget(create);
