@@ -1,0 +1,58 @@
+// Finding and using the parts of the create-server dialog.
+#include "tests/gui/tst_create_dialog_probe.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::tests
+{
+
+bool withCreateDialog(const SettingsProbe &probe, const std::function<void(QDialog &)> &use)
+{
+    return withDialog([&probe] { clickAt(named(*probe.window, u"railBtn=+"_s), {18, 18}); }, use);
+}
+
+QLineEdit *nameOf(const QDialog &dialog)
+{
+    return dialog.findChildren<QLineEdit *>().value(0);
+}
+
+QLineEdit *descriptionOf(const QDialog &dialog)
+{
+    return dialog.findChildren<QLineEdit *>().value(1);
+}
+
+QPushButton *cancelOf(const QDialog &dialog)
+{
+    return only<QPushButton>(dialog, u"cancelBtn"_s);
+}
+
+QPushButton *createOf(const QDialog &dialog)
+{
+    for (auto *button : dialog.findChildren<QPushButton *>()) {
+        if (button->objectName().isEmpty())
+            return button;
+    }
+    qFatal("The dialog has no button that creates");
+}
+
+void fillIn(const QDialog &dialog, const QString &name, const QString &description)
+{
+    clickAt(nameOf(dialog), nameOf(dialog)->rect().center());
+    typeText(name);
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
+    typeText(description);
+}
+
+bool createServer(const SettingsProbe &probe, const QString &name)
+{
+    return withCreateDialog(probe, [&name](QDialog &dialog) {
+        fillIn(dialog, name, {});
+        clickAt(createOf(dialog), createOf(dialog)->rect().center());
+    });
+}
+
+} // namespace tideloft::tests

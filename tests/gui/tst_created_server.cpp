@@ -1,0 +1,222 @@
+// What follows the creation of a server: the list, the opening half a second later, and failures.
+#include "tests/gui/tst_create_dialog_probe.h"
+#include "tests/gui/tst_rail_probe.h"
+#include "tests/support/test_main.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+
+class TestCreatedServer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { placeKeyPair(); }
+    void init() { failOnToolkitWarnings(); }
+    void opensWithTheRefreshedList();
+    void opensBeforeTheListArrives();
+    void waitsHalfASecond();
+    void withoutAnIdentifierOnlyListsAgain_data();
+    void withoutAnIdentifierOnlyListsAgain();
+    void opensOverAnotherServer();
+    void opensOverAConversation();
+    void twoInARowOpenTheSecond();
+    void leavesTheSignInPageAlone();
+    void endsWithTheWindow();
+    void failureShowsNothing_data();
+    void failureShowsNothing();
+};
+
+namespace
+{
+
+const QByteArray create = QByteArrayLiteral("POST /api/groups");
+const QByteArray groups = QByteArrayLiteral("GET /api/groups");
+
+/// The intervals of the single shots under way that wait at all.
+QList<int> pendingShots()
+{
+    auto *dispatcher = QAbstractEventDispatcher::instance();
+    QList<int> intervals;
+    for (QObject *shot : dispatcher->findChildren<QObject *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!shot->inherits("QSingleShotTimer"))
+            continue;
+        for (const auto &timer : dispatcher->registeredTimers(shot))
+            intervals.append(timer.interval);
+    }
+    return intervals;
+}
+
+QString titleOf(const GuiProbe &probe)
+{
+    return probe.the<QLabel>(u"centerTitle"_s)->text();
+}
+
+/// The service knows the new server from its creation on.
+void answerCreation(SettingsProbe &probe)
+{
+    probe.service.answer(create, 201, R"({"groupId":"g9","name":"My Club"})");
+    probe.service.answer(groups, 200, R"([{"groupId":"g1","name":"One"},{"groupId":"g9","name":"My Club"}])");
+}
+
+} // namespace
+
+void TestCreatedServer::opensWithTheRefreshedList()
+{
+    SettingsProbe probe;
+    answerCreation(probe);
+    const qsizetype before = probe.service.count(groups);
+    QVERIFY(createServer(probe, u"My Club"_s));
+    QVERIFY(probe.service.waitForRequests(groups, before + 1));
+    QTRY_COMPARE(titleOf(probe), u"My Club"_s);
+    QCOMPARE(probe.centerPage(), u"chatPage"_s);
+    QCOMPARE(probe.the<QLabel>(u"centerSubtitle"_s)->text(), u"Server"_s);
+    QCOMPARE(serverChecks(probe), (QList<bool>{false, true}));
+    QCOMPARE(probe.service.count(groups), before + 1); // opening asks for nothing
+}
+
+void TestCreatedServer::opensBeforeTheListArrives()
+{
+    SettingsProbe probe;
+    answerCreation(probe);
+    probe.service.hold(groups);
+    QVERIFY(createServer(probe, u"My Club"_s));
+    QTRY_COMPARE(titleOf(probe), u"g9"_s);
+    QCOMPARE(probe.the<QLabel>(u"peerAvatar"_s)->text(), QString());
+    QCOMPARE(probe.centerPage(), u"chatPage"_s);
+    QVERIFY(serverButtons(probe).isEmpty());
+    probe.service.release(groups); // the list marks it, but the header stays as it was opened
+    QTRY_COMPARE(serverChecks(probe), (QList<bool>{false, true}));
+    QCOMPARE(titleOf(probe), u"g9"_s);
+}
+
+void TestCreatedServer::waitsHalfASecond()
+{
+    const SettingsProbe probe;
+    QCOMPARE(pendingShots(), QList<int>());
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
+    QCOMPARE(pendingShots(), QList<int>{500});
+    QCOMPARE(probe.centerPage(), u"emptyState"_s);
+    QTRY_COMPARE(titleOf(probe), u"g9"_s);
+    QCOMPARE(pendingShots(), QList<int>()); // once
+}
+
+void TestCreatedServer::withoutAnIdentifierOnlyListsAgain_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::newRow("no identifier") << QByteArray(R"({"name":"My Club"})");
+    QTest::newRow("an empty one") << QByteArray(R"({"groupId":"","name":"My Club"})");
+    QTest::newRow("a number") << QByteArray(R"({"groupId":9})");
+    QTest::newRow("an array") << QByteArray(R"([{"groupId":"g9"}])");
+    QTest::newRow("no JSON") << QByteArray("Created");
+}
+
+void TestCreatedServer::withoutAnIdentifierOnlyListsAgain()
+{
+    QFETCH(QByteArray, reply);
+    SettingsProbe probe;
+    answerCreation(probe);
+    probe.service.answer(create, 200, reply);
+    QVERIFY(createServer(probe, u"My Club"_s));
+    QTRY_COMPARE(serverButtons(probe).size(), 2);
+    QCOMPARE(pendingShots(), QList<int>()); // nothing is going to be opened
+    QCOMPARE(probe.centerPage(), u"emptyState"_s);
+    QCOMPARE(serverChecks(probe), (QList<bool>{false, false}));
+}
+
+// Whatever the person opens meanwhile, the new server comes to the front when its time has come.
+void TestCreatedServer::opensOverAnotherServer()
+{
+    SettingsProbe probe;
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
+    answerCreation(probe);
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
+    clickAt(serverButtons(probe).first(), {18, 18});
+    QCOMPARE(titleOf(probe), u"One"_s);
+    QTRY_COMPARE(serverChecks(probe), (QList<bool>{false, true}));
+    QCOMPARE(probe.centerPage(), u"chatPage"_s);
+}
+
+void TestCreatedServer::opensOverAConversation()
+{
+    SettingsProbe probe;
+    QVERIFY(probe.open(u"bob"_s));
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
+    QCOMPARE(titleOf(probe), u"bob"_s);
+    QTRY_COMPARE(titleOf(probe), u"g9"_s);
+    QCOMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 1); // the notice
+}
+
+void TestCreatedServer::twoInARowOpenTheSecond()
+{
+    const SettingsProbe probe;
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g8"_s, u"First"_s))));
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"Second"_s))));
+    QCOMPARE(pendingShots(), (QList<int>{500, 500}));
+    QTRY_COMPARE(pendingShots(), QList<int>());
+    QCOMPARE(titleOf(probe), u"g9"_s);
+}
+
+// Logging out leaves the main page as it is, and what comes late only changes that page.
+void TestCreatedServer::leavesTheSignInPageAlone()
+{
+    SettingsProbe probe;
+    answerCreation(probe);
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
+    auto *footer = probe.the<QWidget>(u"sideFooter"_s);
+    QVERIFY(withMenu([footer] { press(footer, {150, 5}); }, [](QMenu *menu) { clickEntry(menu, 3); }));
+    QVERIFY(!probe.onMainPage());
+    QTRY_COMPARE(pendingShots(), QList<int>());
+    QVERIFY(titleOf(probe) == u"My Club"_s || titleOf(probe) == u"g9"_s);
+    QVERIFY(!probe.onMainPage());
+    QVERIFY(probe.username()->hasFocus());
+}
+
+void TestCreatedServer::endsWithTheWindow()
+{
+    SettingsProbe probe;
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
+    QCOMPARE(pendingShots(), QList<int>{500});
+    QTest::failOnWarning(QRegularExpression(u"."_s));
+    probe.window.reset();
+    QTRY_COMPARE(pendingShots(), QList<int>());
+}
+
+void TestCreatedServer::failureShowsNothing_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("refused") << 400 << QByteArray(R"({"message":"Name taken"})");
+    QTest::newRow("out of order") << 500 << QByteArray("Internal error");
+}
+
+void TestCreatedServer::failureShowsNothing()
+{
+    QFETCH(int, status);
+    QFETCH(QByteArray, body);
+    SettingsProbe probe;
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
+    probe.service.answer(create, status, body);
+    const QPointer<QAbstractButton> button = serverButtons(probe).first();
+    const qsizetype before = probe.service.count(groups);
+    QVERIFY(createServer(probe, u"My Club"_s));
+    QVERIFY(probe.service.waitForRequests(create, 1));
+    QVERIFY(probe.settle());
+    QVERIFY(probe.settle()); // over whichever connection, the failure has come by now
+    QCOMPARE(probe.service.count(groups), before);
+    QCOMPARE(pendingShots(), QList<int>());
+    QVERIFY(button); // the rail stays as it was
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(probe.centerPage(), u"emptyState"_s);
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestCreatedServer)
+#include "tst_created_server.moc"
