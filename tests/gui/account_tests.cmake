@@ -1,4 +1,4 @@
-# The sidebar's footer with its menu.
-foreach(unit user_menu side_footer)
+# The sidebar's footer with its menu, and the keys of the sidebar's lists.
+foreach(unit user_menu side_footer click_keys current_row)
     tideloft_test(tst_${unit} LIBRARIES tideloft_rail_probe LABELS gui)
 endforeach()
