@@ -20,7 +20,7 @@ class TestCreatedServer : public QObject
 
 private slots:
     void initTestCase() { placeKeyPair(); }
-    void init() { failOnToolkitWarnings(); }
+    void init();
     void opensWithTheRefreshedList();
     void opensBeforeTheListArrives();
     void waitsHalfASecond();
@@ -68,6 +68,12 @@ void answerCreation(SettingsProbe &probe)
 }
 
 } // namespace
+
+void TestCreatedServer::init()
+{
+    failOnToolkitWarnings();
+    QTRY_COMPARE(pendingShots(), QList<int>()); // of a window before that a test gave up
+}
 
 void TestCreatedServer::opensWithTheRefreshedList()
 {
