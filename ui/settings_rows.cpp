@@ -57,7 +57,7 @@ QWidget *makeSectionHeader(const QString &caption, QWidget *parent)
 QWidget *makeSettingsCard(QWidget *parent)
 {
     auto *card = makeBox(parent, u"settingsCard"_s);
-    makeColumn(card);
+    makeColumn(card)->setContentsMargins(1, 1, 1, 1); // rows must not cover the border of the light card
     return card;
 }
 
