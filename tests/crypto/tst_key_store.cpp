@@ -1,90 +1,17 @@
-// The two key files: where they are, what is in them, who may read them, and every refusal.
+// The two key files: where they are, what is in them, and every refusal.
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"
+#include "tests/crypto/key_halves.h"
 #include "tests/support/test_main.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
-
-namespace
-{
-
-// What others could do with a file at the moment at which its permissions were about to be set.
-mode_t modeBeforeChange = 0;
-
-} // namespace
-
-// Stands before the C library's own in this program: the end alone does not show how a file began.
-extern "C" int fchmod(int file, mode_t mode) noexcept
-{
-    struct stat status {
-    };
-    fstat(file, &status);
-    modeBeforeChange = status.st_mode & 0777;
-    return static_cast<int>(syscall(SYS_fchmod, file, mode));
-}
-
-namespace
-{
-
-using Writer = bool (*)(const QString &, QString *);
-using Reader = QString (*)(QString *);
-
-int modeOf(const QString &path)
-{
-    struct stat status {
-    };
-    return stat(QFile::encodeName(path).constData(), &status) == 0 ? static_cast<int>(status.st_mode & 0777)
-                                                                   : -1;
-}
-
-// Root may write anywhere, so a test that needs a refusal gives the right up for a while.
-class Unprivileged
-{
-public:
-    Unprivileged() : dropped(geteuid() == 0 && seteuid(65534) == 0) {}
-    Q_DISABLE_COPY_MOVE(Unprivileged)
-    ~Unprivileged()
-    {
-        if (dropped && seteuid(0) != 0)
-            qFatal("The test could not become root again.");
-    }
-
-private:
-    bool dropped;
-};
-
-// One row for each half, so that both are held to the same rules.
-void addHalves()
-{
-    QTest::addColumn<QString>("half");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<Writer>("write");
-    QTest::addColumn<Reader>("read");
-    const QString directory = dataLocation();
-    QTest::newRow("private") << u"private"_s << directory + u"/chat_private_key.b64"_s
-                             << Writer(writePrivateKeyFile) << Reader(readPrivateKeyFile);
-    QTest::newRow("public") << u"public"_s << directory + u"/chat_public_key.b64"_s
-                            << Writer(writePublicKeyFile) << Reader(readPublicKeyFile);
-}
-
-QString capitalised(const QString &half)
-{
-    return half.left(1).toUpper() + half.mid(1);
-}
-
-} // namespace
-
-Q_DECLARE_METATYPE(Writer)
-Q_DECLARE_METATYPE(Reader)
 
 class TestKeyStore : public QObject
 {
@@ -104,18 +31,12 @@ private slots:
     void ensureReportsAnUnwritableDirectory();
     void writtenTextReadsBack_data() { addHalves(); }
     void writtenTextReadsBack();
-    void newFileIsTheOwnersAlone_data() { addHalves(); }
-    void newFileIsTheOwnersAlone();
-    void earlierFileBecomesTheOwnersAlone_data() { addHalves(); }
-    void earlierFileBecomesTheOwnersAlone();
     void shorterTextReplacesTheWholeFile_data() { addHalves(); }
     void shorterTextReplacesTheWholeFile();
     void blankTextIsRefusedAndTouchesNothing_data() { addHalves(); }
     void blankTextIsRefusedAndTouchesNothing();
     void directoryInTheFilesPlaceIsReported_data() { addHalves(); }
     void directoryInTheFilesPlaceIsReported();
-    void readOnlyDirectoryIsReported_data() { addHalves(); }
-    void readOnlyDirectoryIsReported();
     void pipeIsNotOpened();
     void missingFileIsReportedWithItsPath_data() { addHalves(); }
     void missingFileIsReportedWithItsPath();
@@ -228,31 +149,6 @@ void TestKeyStore::writtenTextReadsBack()
     QCOMPARE(error, u"before"_s);
 }
 
-void TestKeyStore::newFileIsTheOwnersAlone()
-{
-    QFETCH(const QString, path);
-    QFETCH(const Writer, write);
-    const mode_t before = umask(0); // nothing but the program itself keeps others out now
-    const bool written = write(u"QUJD"_s, nullptr);
-    umask(before);
-    QVERIFY(written);
-    QCOMPARE(modeOf(path), 0600);
-    QCOMPARE(modeBeforeChange, mode_t(0600)); // from its first moment
-}
-
-void TestKeyStore::earlierFileBecomesTheOwnersAlone()
-{
-    QFETCH(const QString, path);
-    QFETCH(const Writer, write);
-    QVERIFY(!appDataDir().isEmpty());
-    QVERIFY(writeFile(path, "earlier"));
-    QCOMPARE(chmod(QFile::encodeName(path).constData(), 0666), 0);
-    QVERIFY(write(u"QUJD"_s, nullptr));
-    QCOMPARE(modeBeforeChange, mode_t(0666));
-    QCOMPARE(modeOf(path), 0600);
-    QCOMPARE(readFile(path), QByteArray("QUJD"));
-}
-
 void TestKeyStore::shorterTextReplacesTheWholeFile()
 {
     QFETCH(const QString, path);
@@ -288,24 +184,6 @@ void TestKeyStore::directoryInTheFilesPlaceIsReported()
     QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
     QVERIFY(read(&error).isEmpty());
     QCOMPARE(error, u"Could not open file: "_s + path);
-}
-
-void TestKeyStore::readOnlyDirectoryIsReported()
-{
-    QFETCH(const QString, half);
-    QFETCH(const QString, path);
-    QFETCH(const Writer, write);
-    const QByteArray directory = QFile::encodeName(appDataDir());
-    QCOMPARE(chmod(qgetenv("HOME").constData(), 0755), 0); // or another user could not even look
-    QCOMPARE(chmod(directory.constData(), 0555), 0);
-    QString error;
-    {
-        const Unprivileged user;
-        QVERIFY(!write(u"QUJD"_s, &error));
-    }
-    QCOMPARE(chmod(directory.constData(), 0755), 0);
-    QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
-    QVERIFY(!QFile::exists(path));
 }
 
 // Reading it would wait for ever: a hang of this test is its failure.

@@ -1,0 +1,123 @@
+// Who may read the key files, from their first moment on.
+#include "crypto/key_store.h"
+#include "tests/crypto/data_dir.h"
+#include "tests/crypto/key_halves.h"
+#include "tests/support/test_main.h"
+
+#include <QTest>
+
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+using namespace tideloft::crypto;
+using namespace tideloft::tests;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// What others could do with a file at the moment at which its permissions were about to be set.
+mode_t modeBeforeChange = 0;
+
+} // namespace
+
+// Stands before the C library's own in this program: the end alone does not show how a file began.
+extern "C" int fchmod(int file, mode_t mode) noexcept
+{
+    struct stat status {
+    };
+    fstat(file, &status);
+    modeBeforeChange = status.st_mode & 0777;
+    return static_cast<int>(syscall(SYS_fchmod, file, mode));
+}
+
+namespace
+{
+
+int modeOf(const QString &path)
+{
+    struct stat status {
+    };
+    return stat(QFile::encodeName(path).constData(), &status) == 0 ? static_cast<int>(status.st_mode & 0777)
+                                                                   : -1;
+}
+
+// Root may write anywhere, so a test that needs a refusal gives the right up for a while.
+class Unprivileged
+{
+public:
+    Unprivileged() : dropped(geteuid() == 0 && seteuid(65534) == 0) {}
+    Q_DISABLE_COPY_MOVE(Unprivileged)
+    ~Unprivileged()
+    {
+        if (dropped && seteuid(0) != 0)
+            qFatal("The test could not become root again.");
+    }
+
+private:
+    bool dropped;
+};
+
+} // namespace
+
+class TestKeyFilePermissions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { removeDataDir(); }
+    void cleanupTestCase() { removeDataDir(); }
+    void newFileIsTheOwnersAlone_data() { addHalves(); }
+    void newFileIsTheOwnersAlone();
+    void earlierFileBecomesTheOwnersAlone_data() { addHalves(); }
+    void earlierFileBecomesTheOwnersAlone();
+    void readOnlyDirectoryIsReported_data() { addHalves(); }
+    void readOnlyDirectoryIsReported();
+};
+
+void TestKeyFilePermissions::newFileIsTheOwnersAlone()
+{
+    QFETCH(const QString, path);
+    QFETCH(const Writer, write);
+    const mode_t before = umask(0); // nothing but the program itself keeps others out now
+    const bool written = write(u"QUJD"_s, nullptr);
+    umask(before);
+    QVERIFY(written);
+    QCOMPARE(modeOf(path), 0600);
+    QCOMPARE(modeBeforeChange, mode_t(0600)); // from its first moment
+}
+
+void TestKeyFilePermissions::earlierFileBecomesTheOwnersAlone()
+{
+    QFETCH(const QString, path);
+    QFETCH(const Writer, write);
+    QVERIFY(!appDataDir().isEmpty());
+    QVERIFY(writeFile(path, "earlier"));
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), 0666), 0);
+    QVERIFY(write(u"QUJD"_s, nullptr));
+    QCOMPARE(modeBeforeChange, mode_t(0666));
+    QCOMPARE(modeOf(path), 0600);
+    QCOMPARE(readFile(path), QByteArray("QUJD"));
+}
+
+void TestKeyFilePermissions::readOnlyDirectoryIsReported()
+{
+    QFETCH(const QString, half);
+    QFETCH(const QString, path);
+    QFETCH(const Writer, write);
+    const QByteArray directory = QFile::encodeName(appDataDir());
+    QCOMPARE(chmod(qgetenv("HOME").constData(), 0755), 0); // or another user could not even look
+    QCOMPARE(chmod(directory.constData(), 0555), 0);
+    QString error;
+    {
+        const Unprivileged user;
+        QVERIFY(!write(u"QUJD"_s, &error));
+    }
+    QCOMPARE(chmod(directory.constData(), 0755), 0);
+    QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
+    QVERIFY(!QFile::exists(path));
+}
+
+TIDELOFT_TEST_MAIN(TestKeyFilePermissions)
+#include "tst_key_file_permissions.moc"
