@@ -5,6 +5,7 @@
 #include "crypto/base64.h"
 #include "crypto/failure.h"
 #include "crypto/key_store.h"
+#include "crypto/reading_memory.h"
 #include "crypto/rsa_oaep.h"
 #include "crypto/secret_bytes.h"
 
@@ -24,10 +25,8 @@ struct SealedTexts {
     QString wrappedKey;
 };
 
-// The same decoded, with the key that opens them.
+// What AES-GCM opens.
 struct SealedBytes {
-    SecretBytes privateKey;
-    QByteArray wrappedKey;
     QByteArray iv;
     QByteArray text;
 };
@@ -70,21 +69,15 @@ QByteArray decode(const QString &base64, const QString &fallback, QString *error
     return bytes;
 }
 
-std::optional<SealedBytes> decodeAll(const QString &privateKey, const SealedTexts &sealed, QString *error)
+std::optional<SealedBytes> decodeText(const SealedTexts &sealed, QString *error)
 {
-    SecretBytes key(decode(privateKey, u"Private key decode failed."_s, error));
-    if (key.isEmpty())
-        return {};
-    const QByteArray wrappedKey = decode(sealed.wrappedKey, u"Encrypted key decode failed."_s, error);
-    if (wrappedKey.isEmpty())
-        return {};
     const QByteArray iv = decode(sealed.iv, u"IV decode failed."_s, error);
     if (iv.isEmpty())
         return {};
     const QByteArray text = decode(sealed.text, u"Ciphertext decode failed."_s, error);
     if (text.isEmpty())
         return {};
-    return SealedBytes{std::move(key), wrappedKey, iv, text};
+    return SealedBytes{iv, text};
 }
 
 QString readPrivateKey(QString *error)
@@ -95,9 +88,11 @@ QString readPrivateKey(QString *error)
     return key;
 }
 
-SecretBytes unwrapContentKey(const SealedBytes &sealed, QString *error)
+SecretBytes unwrapContentKey(const QByteArray &privateKey, const QByteArray &wrappedKey,
+                             ReadingMemory *memory, QString *error)
 {
-    SecretBytes contentKey(rsaOaepDecrypt(sealed.privateKey.view(), sealed.wrappedKey, error));
+    SecretBytes contentKey(memory ? memory->unwrap(privateKey, wrappedKey, error)
+                                  : rsaOaepDecrypt(privateKey, wrappedKey, error));
     if (contentKey.isEmpty())
         failUnlessExplained(error, u"RSA decrypt failed."_s);
     return contentKey;
@@ -113,22 +108,69 @@ DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
     return {true, {}, QString::fromUtf8(plaintext)};
 }
 
-DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId)
+// All parts are decoded before RSA begins. Only a message that opens is remembered: one that fails is tried
+// again in full, and cannot drive out others.
+DecryptResult openUnwrapping(const QString &privateKey, const SealedTexts &texts, ReadingMemory *memory)
+{
+    DecryptResult failed;
+    const SecretBytes key(decode(privateKey, u"Private key decode failed."_s, &failed.error));
+    if (key.isEmpty())
+        return failed;
+    const QByteArray wrappedKey = decode(texts.wrappedKey, u"Encrypted key decode failed."_s, &failed.error);
+    if (wrappedKey.isEmpty())
+        return failed;
+    const auto sealed = decodeText(texts, &failed.error);
+    if (!sealed)
+        return failed;
+    const SecretBytes contentKey = unwrapContentKey(key.view(), wrappedKey, memory, &failed.error);
+    if (contentKey.isEmpty())
+        return failed;
+    DecryptResult result = openText(contentKey.view(), *sealed);
+    if (result.ok && memory)
+        memory->remember(texts.wrappedKey, contentKey.view());
+    return result;
+}
+
+// Both keys were decoded when the content key was remembered, so only the rest can still fail.
+DecryptResult openRemembered(const QByteArray &contentKey, const SealedTexts &texts)
+{
+    DecryptResult failed;
+    const auto sealed = decodeText(texts, &failed.error);
+    return sealed ? openText(contentKey, *sealed) : failed;
+}
+
+DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
+                           ReadingMemory *memory)
 {
     DecryptResult failed;
     const auto texts = findSealedTexts(message, ownName, ownDeviceId, &failed.error);
     if (!texts)
         return failed;
     const QString privateKey = readPrivateKey(&failed.error);
+    if (memory)
+        memory->readFor(privateKey, ownName, ownDeviceId);
     if (privateKey.isEmpty())
         return failed;
-    const auto sealed = decodeAll(privateKey, *texts, &failed.error);
-    if (!sealed)
-        return failed;
-    const SecretBytes contentKey = unwrapContentKey(*sealed, &failed.error);
-    if (contentKey.isEmpty())
-        return failed;
-    return openText(contentKey.view(), *sealed);
+    const QByteArray known = memory ? memory->contentKey(texts->wrappedKey) : QByteArray();
+    return known.isEmpty() ? openUnwrapping(privateKey, *texts, memory) : openRemembered(known, *texts);
+}
+
+DecryptResult open(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
+                   ReadingMemory *memory)
+{
+    if (!isEncrypted(message))
+        return {true, {}, message.value(u"text"_s).toString()};
+    return openEnvelope(message, ownName, ownDeviceId, memory);
+}
+
+// Unlike elsewhere, success empties an error text left from before.
+QString textOf(const DecryptResult &result, QString *error)
+{
+    if (!result.ok)
+        return fail(error, result.error);
+    if (error && !error->isEmpty())
+        *error = QString();
+    return result.text;
 }
 
 } // namespace
@@ -141,20 +183,25 @@ bool isEncrypted(const QJsonObject &item)
 
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId)
 {
-    if (!isEncrypted(message))
-        return {true, {}, message.value(u"text"_s).toString()};
-    return openEnvelope(message, ownName, ownDeviceId);
+    return open(message, ownName, ownDeviceId, nullptr);
+}
+
+DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
+                             ReadingMemory &memory)
+{
+    return open(message, ownName, ownDeviceId, &memory);
 }
 
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                            QString *error)
 {
-    const DecryptResult result = decryptMessage(message, ownName, ownDeviceId);
-    if (!result.ok)
-        return fail(error, result.error);
-    if (error && !error->isEmpty())
-        *error = QString();
-    return result.text;
+    return textOf(decryptMessage(message, ownName, ownDeviceId), error);
+}
+
+QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
+                           ReadingMemory &memory, QString *error)
+{
+    return textOf(decryptMessage(message, ownName, ownDeviceId, memory), error);
 }
 
 } // namespace tideloft::crypto

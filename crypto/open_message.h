@@ -9,6 +9,8 @@
 namespace tideloft::crypto
 {
 
+class ReadingMemory;
+
 /// Whether an item of a conversation list or a history is an envelope: `encrypted` is JSON true, or a JSON
 /// number other than 0, the form in which this client sends it. All readers ask here.
 bool isEncrypted(const QJsonObject &item);
@@ -24,8 +26,15 @@ struct DecryptResult {
 /// passed through. Reads the private key file afresh at every call, so that a replaced key holds at once.
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId);
 
+/// The same results without RSA for a message that opened before with `memory`. The key file is read afresh
+/// all the same; when it changes, the memory forgets.
+DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
+                             ReadingMemory &memory);
+
 /// decryptMessage() reduced to its text. Unlike elsewhere, success empties an error text left from before.
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                            QString *error = nullptr);
+QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
+                           ReadingMemory &memory, QString *error = nullptr);
 
 } // namespace tideloft::crypto

@@ -4,11 +4,10 @@
 #include "crypto/failure.h"
 #include "crypto/openssl_bytes.h"
 #include "crypto/rsa_key.h"
+#include "crypto/rsa_oaep_key.h"
 
 #include <openssl/err.h>
 #include <openssl/rsa.h>
-
-#include <utility>
 
 namespace tideloft::crypto
 {
@@ -32,11 +31,9 @@ bool chooseOaepSha256(EVP_PKEY_CTX *context)
            && EVP_PKEY_CTX_set_rsa_mgf1_md(context, EVP_sha256()) > 0;
 }
 
-QByteArray runOaep(const Direction &direction, OpenSslPtr<EVP_PKEY> key, const QByteArray &input,
-                   QString *error)
+QByteArray runOaep(const Direction &direction, EVP_PKEY *key, const QByteArray &input, QString *error)
 {
-    const OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new(key.get(), nullptr));
-    key.reset(); // the context keeps a reference of its own
+    const OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new(key, nullptr));
     if (!context)
         return failOpenssl(error, direction.contextFailure);
     const auto inputSize = static_cast<size_t>(input.size());
@@ -56,23 +53,27 @@ QByteArray runOaep(const Direction &direction, OpenSslPtr<EVP_PKEY> key, const Q
 QByteArray rsaOaepEncrypt(const QByteArray &publicKey, const QByteArray &plaintext, QString *error)
 {
     ERR_clear_error();
-    OpenSslPtr<EVP_PKEY> key = parsePublicKey(publicKey);
+    const OpenSslPtr<EVP_PKEY> key = parsePublicKey(publicKey);
     if (!key)
         return failOpenssl(error, u"Could not parse public key (tried DER and PEM): %1"_s);
     return runOaep({EVP_PKEY_encrypt_init, EVP_PKEY_encrypt, u"Could not create RSA encrypt context: %1"_s,
                     u"RSA-OAEP encrypt failed: %1"_s},
-                   std::move(key), plaintext, error);
+                   key.get(), plaintext, error);
 }
 
 QByteArray rsaOaepDecrypt(const QByteArray &privateKey, const QByteArray &ciphertext, QString *error)
 {
     ERR_clear_error();
-    OpenSslPtr<EVP_PKEY> key = parsePrivateKey(privateKey);
-    if (!key)
+    return rsaOaepDecrypt(parsePrivateKey(privateKey).get(), ciphertext, error);
+}
+
+QByteArray rsaOaepDecrypt(EVP_PKEY *privateKey, const QByteArray &ciphertext, QString *error)
+{
+    if (!privateKey)
         return failOpenssl(error, u"Could not parse private key: %1"_s);
     return runOaep({EVP_PKEY_decrypt_init, EVP_PKEY_decrypt, u"Could not create RSA context: %1"_s,
                     u"RSA-OAEP decrypt failed: %1"_s},
-                   std::move(key), ciphertext, error);
+                   privateKey, ciphertext, error);
 }
 
 } // namespace tideloft::crypto

@@ -1,7 +1,7 @@
 // Opening damaged messages: every step's message, and one flipped bit for every field.
 #include "crypto/key_store.h"
-#include "crypto/open_message.h"
 #include "tests/crypto/data_dir.h"
+#include "tests/crypto/opened.h"
 #include "tests/crypto/sealed_items.h"
 #include "tests/support/test_main.h"
 
@@ -52,7 +52,7 @@ void TestOpenDamaged::missingTextOrIvIsReported()
 {
     QFETCH(const QString, member);
     QFETCH(const QJsonValue, value);
-    const DecryptResult result = decryptMessage(changed(sealed(u"hi"_s), member, value), u"alice"_s, own);
+    const DecryptResult result = opened(changed(sealed(u"hi"_s), member, value), u"alice"_s, own);
     QVERIFY(!result.ok);
     QCOMPARE(result.error, u"Encrypted payload is missing text or iv."_s);
     QVERIFY(result.text.isEmpty());
@@ -71,9 +71,9 @@ void TestOpenDamaged::undecodablePartsAreReported_data()
 void TestOpenDamaged::undecodablePartsAreReported()
 {
     QFETCH(const QJsonObject, broken);
-    QCOMPARE(decryptMessage(broken, u"alice"_s, own).error, u"Invalid base64 data."_s);
+    QCOMPARE(opened(broken, u"alice"_s, own).error, u"Invalid base64 data."_s);
     QVERIFY(writePrivateKeyFile(u"QUJD"_s));
-    QCOMPARE(decryptMessage(broken, u"alice"_s, own).error, u"Invalid base64 data."_s);
+    QCOMPARE(opened(broken, u"alice"_s, own).error, u"Invalid base64 data."_s);
 }
 
 // A no-break space is no white space in a file of bytes, but it is in a text: nothing is left to decode.
@@ -81,40 +81,40 @@ void TestOpenDamaged::privateKeyOfForeignBlanksHasTheFallbackMessage()
 {
     QVERIFY(writeFile(privateKeyPath(), "\xc2\xa0"));
     const QJsonObject broken = withRecipientKey(sealed(u"hi"_s), u"encryptedKey"_s, u"!!!!"_s);
-    QCOMPARE(decryptMessage(broken, u"alice"_s, own).error, u"Private key decode failed."_s);
+    QCOMPARE(opened(broken, u"alice"_s, own).error, u"Private key decode failed."_s);
 }
 
 void TestOpenDamaged::brokenPrivateKeyIsReported()
 {
     QVERIFY(writePrivateKeyFile(u"!!!!"_s));
-    QCOMPARE(decryptMessage(sealed(u"hi"_s), u"alice"_s, own).error, u"Invalid base64 data."_s);
+    QCOMPARE(opened(sealed(u"hi"_s), u"alice"_s, own).error, u"Invalid base64 data."_s);
     QVERIFY(writePrivateKeyFile(u"QUJD"_s));
-    const QString error = decryptMessage(sealed(u"hi"_s), u"alice"_s, own).error;
+    const QString error = opened(sealed(u"hi"_s), u"alice"_s, own).error;
     QVERIFY2(error.startsWith(u"Could not parse private key: error:"_s), qPrintable(error));
 }
 
 void TestOpenDamaged::wrappedNothingHasTheFallbackMessage()
 {
     const QJsonObject message = sealedBy(QByteArray(), QByteArray(12, 'n'), QByteArray(20, 'c'));
-    QCOMPARE(decryptMessage(message, u"alice"_s, own).error, u"RSA decrypt failed."_s);
+    QCOMPARE(opened(message, u"alice"_s, own).error, u"RSA decrypt failed."_s);
 }
 
 void TestOpenDamaged::nonceOfEightBytesIsReported()
 {
     const QJsonObject message = sealedBy(QByteArray(32, 'k'), QByteArray(8, 'n'), QByteArray(20, 'c'));
-    QCOMPARE(decryptMessage(message, u"alice"_s, own).error, u"IV must be 12 bytes for this client."_s);
+    QCOMPARE(opened(message, u"alice"_s, own).error, u"IV must be 12 bytes for this client."_s);
 }
 
 void TestOpenDamaged::wrappedKeyOfTheWrongSizeIsReported()
 {
     const QJsonObject message = sealedBy(QByteArray(16, 'k'), QByteArray(12, 'n'), QByteArray(20, 'c'));
-    QCOMPARE(decryptMessage(message, u"alice"_s, own).error, u"AES key must be 32 bytes."_s);
+    QCOMPARE(opened(message, u"alice"_s, own).error, u"AES key must be 32 bytes."_s);
 }
 
 void TestOpenDamaged::shortCiphertextIsReported()
 {
     const QJsonObject message = sealedBy(QByteArray(32, 'k'), QByteArray(12, 'n'), QByteArray(15, 'c'));
-    QCOMPARE(decryptMessage(message, u"alice"_s, own).error, u"Ciphertext is too short."_s);
+    QCOMPARE(opened(message, u"alice"_s, own).error, u"Ciphertext is too short."_s);
 }
 
 void TestOpenDamaged::oneFlippedBitIsNoticed_data()
@@ -142,7 +142,7 @@ void TestOpenDamaged::oneFlippedBitIsNoticed()
 {
     QFETCH(const QJsonObject, altered);
     QFETCH(const QString, beginning);
-    const DecryptResult result = decryptMessage(altered, u"alice"_s, own);
+    const DecryptResult result = opened(altered, u"alice"_s, own);
     QVERIFY(!result.ok);
     QVERIFY2(result.error.startsWith(beginning), qPrintable(result.error));
     QVERIFY(result.text.isEmpty());

@@ -3,6 +3,7 @@
 #include "crypto/key_store.h"
 #include "crypto/open_message.h"
 #include "tests/crypto/data_dir.h"
+#include "tests/crypto/opened.h"
 #include "tests/crypto/sealed_items.h"
 #include "tests/support/test_main.h"
 
@@ -85,7 +86,7 @@ void TestOpenMessage::unencryptedTextIsPassedThrough()
 {
     QFETCH(const QJsonObject, message);
     removeDataDir(); // no key is needed
-    const DecryptResult result = decryptMessage(message, u"alice"_s, own);
+    const DecryptResult result = opened(message, u"alice"_s, own);
     QVERIFY(result.ok);
     QVERIFY(result.error.isEmpty());
     QTEST(result.text, "text");
@@ -110,7 +111,7 @@ void TestOpenMessage::opensWhatWasSealed_data()
 void TestOpenMessage::opensWhatWasSealed()
 {
     QFETCH(const QJsonObject, message);
-    const DecryptResult result = decryptMessage(message, u"alice"_s, own);
+    const DecryptResult result = opened(message, u"alice"_s, own);
     QVERIFY2(result.ok, qPrintable(result.error));
     QTEST(result.text, "text");
     QVERIFY(result.error.isEmpty());
@@ -122,67 +123,66 @@ void TestOpenMessage::ownMessageTakesItsKeyFromSenderKeys()
     message.insert(u"senderKeys"_s, message.value(u"recipientKeys"_s));
     message = withRecipientKey(message, u"encryptedKey"_s, u"!!!!"_s); // would fail if it were taken
     message.insert(u"from"_s, u"Alice "_s);
-    QCOMPARE(decryptMessage(message, u"alice"_s, own).text, u"to you"_s);
-    QCOMPARE(decryptMessage(message, u" ALICE"_s, own).text, u"to you"_s);
-    QCOMPARE(decryptMessage(message, u"bob"_s, own).error, u"Invalid base64 data."_s);
+    QCOMPARE(opened(message, u"alice"_s, own).text, u"to you"_s);
+    QCOMPARE(opened(message, u" ALICE"_s, own).text, u"to you"_s);
+    QCOMPARE(opened(message, u"bob"_s, own).error, u"Invalid base64 data."_s);
 }
 
 void TestOpenMessage::otherArrayIsNeverSearched()
 {
     const QJsonObject message = sealed(u"for alice"_s);
-    QCOMPARE(decryptMessage(changed(message, u"from"_s, u"alice"_s), u"alice"_s, own).error, noKeyFor(own));
+    QCOMPARE(opened(changed(message, u"from"_s, u"alice"_s), u"alice"_s, own).error, noKeyFor(own));
     QJsonObject swapped = changed(message, u"senderKeys"_s, message.value(u"recipientKeys"_s));
     swapped.insert(u"recipientKeys"_s, QJsonArray{});
-    QCOMPARE(decryptMessage(swapped, u"alice"_s, own).error, noKeyFor(own));
+    QCOMPARE(opened(swapped, u"alice"_s, own).error, noKeyFor(own));
 }
 
 void TestOpenMessage::identifierIsComparedWithoutCaseAndSpace()
 {
     const QJsonObject message = withRecipientKey(sealed(u"hi"_s), u"deviceId"_s, u"DEV-1"_s);
-    QCOMPARE(decryptMessage(message, u"alice"_s, u" dev-1 "_s).text, u"hi"_s);
+    QCOMPARE(opened(message, u"alice"_s, u" dev-1 "_s).text, u"hi"_s);
 }
 
 void TestOpenMessage::absentDeviceIsReportedAsGiven()
 {
     removeDataDir(); // the key file is not looked at yet
     for (const QString &identifier : {u" Dev-2 "_s, u"%1 %2"_s, QString()})
-        QCOMPARE(decryptMessage(sealed(u"hi"_s), u"alice"_s, identifier).error, noKeyFor(identifier));
+        QCOMPARE(opened(sealed(u"hi"_s), u"alice"_s, identifier).error, noKeyFor(identifier));
     const QJsonObject noArray = changed(sealed(u"hi"_s), u"recipientKeys"_s, u"text"_s);
-    QCOMPARE(decryptMessage(noArray, u"alice"_s, own).error, noKeyFor(own));
+    QCOMPARE(opened(noArray, u"alice"_s, own).error, noKeyFor(own));
 }
 
 void TestOpenMessage::deletedKeyFileIsReported()
 {
     QVERIFY(QFile::remove(privateKeyPath()));
-    QCOMPARE(decryptMessage(sealed(u"hi"_s), u"alice"_s, own).error,
-             u"Could not open file: "_s + privateKeyPath());
+    QCOMPARE(opened(sealed(u"hi"_s), u"alice"_s, own).error, u"Could not open file: "_s + privateKeyPath());
     QVERIFY(blockDataDir());
-    QCOMPARE(decryptMessage(sealed(u"hi"_s), u"alice"_s, own).error, u"Private key path is empty."_s);
+    QCOMPARE(opened(sealed(u"hi"_s), u"alice"_s, own).error, u"Private key path is empty."_s);
 }
 
 void TestOpenMessage::blankKeyFileIsReported()
 {
     QVERIFY(writeFile(privateKeyPath(), " \r\n"));
-    QCOMPARE(decryptMessage(sealed(u"hi"_s), u"alice"_s, own).error, u"Private key not found."_s);
+    QCOMPARE(opened(sealed(u"hi"_s), u"alice"_s, own).error, u"Private key not found."_s);
 }
 
 void TestOpenMessage::replacedKeyFileHoldsAtOnce()
 {
     const QJsonObject message = sealed(u"hi"_s);
-    QVERIFY(decryptMessage(message, u"alice"_s, own).ok);
+    QVERIFY(opened(message, u"alice"_s, own).ok);
     const KeyPtr other(EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", size_t(2048)));
     const QByteArray otherKey = encoded(i2d_PrivateKey, static_cast<const EVP_PKEY *>(other.get()));
     QVERIFY(writePrivateKeyFile(toBase64Text(otherKey)));
-    const QString error = decryptMessage(message, u"alice"_s, own).error;
+    const QString error = opened(message, u"alice"_s, own).error;
     QVERIFY2(error.startsWith(u"RSA-OAEP decrypt failed: error:"_s), qPrintable(error));
     QVERIFY(writePrivateKeyFile(toBase64Text(publishedPrivateKey())));
-    QCOMPARE(decryptMessage(message, u"alice"_s, own).text, u"hi"_s);
+    QCOMPARE(opened(message, u"alice"_s, own).text, u"hi"_s);
 }
 
 void TestOpenMessage::keyFileMayHoldPkcs8()
 {
     QVERIFY(writePrivateKeyFile(toBase64Text(pkcs8Of(publishedPrivateKey()))));
-    QCOMPARE(decryptMessage(sealed(u"hi"_s), u"alice"_s, own).text, u"hi"_s);
+    QCOMPARE(opened(sealed(u"hi"_s), u"alice"_s, own).text, u"hi"_s);
 }
 
 void TestOpenMessage::sealedEmptyTextOpens()
@@ -190,7 +190,7 @@ void TestOpenMessage::sealedEmptyTextOpens()
     const QByteArray key(32, 'k');
     const QByteArray iv(12, 'n');
     const DecryptResult result =
-        decryptMessage(sealedBy(key, iv, aesGcmEncrypt(key, iv, QByteArray())), u"alice"_s, own);
+        opened(sealedBy(key, iv, aesGcmEncrypt(key, iv, QByteArray())), u"alice"_s, own);
     QVERIFY2(result.ok, qPrintable(result.error));
     QVERIFY(result.text.isEmpty());
 }

@@ -1,0 +1,57 @@
+// Content keys that were unwrapped before, each under the wrapped key that it came from.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <array>
+#include <memory_resource>
+#include <optional>
+#include <vector>
+
+namespace tideloft::crypto
+{
+
+/// A table of at most `mostKeys` entries of one size; a full one gives up its oldest entry for a new one.
+/// Whatever it gives up is overwritten with zeros first, and so is the whole when the table dies.
+class ContentKeyTable
+{
+public:
+    /// Takes nothing from `storage` before the first key; then all at once, so that no key is ever moved and
+    /// left behind. A full entry takes 68 bytes.
+    ContentKeyTable(quint32 mostKeys, std::pmr::memory_resource *storage);
+    Q_DISABLE_COPY_MOVE(ContentKeyTable)
+    ~ContentKeyTable() { clear(); }
+
+    /// The 32-byte content key of a wrapped key text, seen in its place: good until the table changes. Empty
+    /// if it is not there.
+    [[nodiscard]] QByteArray find(const QString &wrappedKey) const;
+    /// Keeps a content key. One that is there already, or has another size than 32 bytes, changes nothing.
+    void insert(const QString &wrappedKey, const QByteArray &contentKey);
+    /// Wipes all keys and gives the storage back.
+    void clear();
+    [[nodiscard]] qsizetype size() const { return static_cast<qsizetype>(entries.size()); }
+
+private:
+    using Digest = std::array<unsigned char, 32>;
+
+    struct Entry {
+        Digest wrappedKey;
+        std::array<char, 32> contentKey;
+        quint32 next; ///< the next entry of the same bucket
+    };
+
+    static std::optional<Digest> digestOf(const QString &wrappedKey);
+    [[nodiscard]] size_t bucketOf(const Digest &digest) const;
+    [[nodiscard]] const Entry *find(const Digest &digest) const;
+    void reserveAll();
+    quint32 takePlace();
+    void unlink(quint32 place);
+
+    const quint32 capacity;
+    std::pmr::vector<Entry> entries;
+    std::pmr::vector<quint32> buckets; ///< for each the entry that came last
+    quint32 oldest = 0;                ///< the place of the oldest entry, once the table is full
+};
+
+} // namespace tideloft::crypto

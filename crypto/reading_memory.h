@@ -1,0 +1,63 @@
+// What opening messages has to pay for with RSA, remembered from one reading to the next.
+#pragma once
+
+#include "crypto/content_key_table.h"
+
+#include <QString>
+
+#include <memory>
+#include <memory_resource>
+#include <vector>
+
+struct evp_pkey_st; // OpenSSL's EVP_PKEY, whose header belongs to this room alone
+
+namespace tideloft::crypto
+{
+
+/// Holds the parsed private key and the content keys of messages that opened: with them a message opens in
+/// microseconds instead of a millisecond. Failures are not remembered. All of it belongs to one private key
+/// text, user and device; for any other it is forgotten. What is forgotten is overwritten with zeros first.
+///
+/// One object serves one thread. Hand it to decryptMessage(); call forget() when the user logs out.
+class ReadingMemory
+{
+public:
+    static constexpr quint32 defaultCapacity = 65'536; ///< content keys; below 5 MiB when full
+
+    /// With more content keys than `capacity` the oldest is forgotten for the newest. Keys and the private
+    /// key text are kept in `storage`.
+    explicit ReadingMemory(quint32 capacity = defaultCapacity,
+                           std::pmr::memory_resource *storage = std::pmr::get_default_resource());
+    Q_DISABLE_COPY_MOVE(ReadingMemory)
+    ~ReadingMemory() { forget(); }
+
+    void forget();
+    /// How many content keys are remembered.
+    [[nodiscard]] qsizetype size() const { return contentKeys.size(); }
+
+    /// Says with which private key text messages are read from now on, for whom and on which device; forgets
+    /// everything if one of them differs from before, and if there is no key text.
+    void readFor(const QString &keyText, const QString &ownName, const QString &ownDeviceId);
+    /// The content key of a message that opened before, under its wrapped key text: a view, good until the
+    /// memory changes. Empty if it is not known.
+    [[nodiscard]] QByteArray contentKey(const QString &wrappedKey) const
+    {
+        return contentKeys.find(wrappedKey);
+    }
+    void remember(const QString &wrappedKey, const QByteArray &contentKey);
+    /// rsaOaepDecrypt() that parses the private key once. `privateKey` is the decoded text of readFor().
+    QByteArray unwrap(const QByteArray &privateKey, const QByteArray &wrappedKey, QString *error);
+
+private:
+    struct FreeKey {
+        void operator()(evp_pkey_st *key) const noexcept;
+    };
+
+    std::pmr::vector<char16_t> privateKeyText;
+    QString userName;
+    QString deviceId;
+    std::unique_ptr<evp_pkey_st, FreeKey> parsedKey;
+    ContentKeyTable contentKeys;
+};
+
+} // namespace tideloft::crypto

@@ -1,0 +1,131 @@
+// The key file rules over the memory: whatever happens to it between two readings holds at once.
+#include "crypto/key_store.h"
+#include "tests/crypto/data_dir.h"
+#include "tests/crypto/reading.h"
+#include "tests/support/test_main.h"
+
+#include <QTest>
+
+#include <functional>
+
+using namespace tideloft::crypto;
+using namespace tideloft::tests;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+bool writeKeyFile(const QByteArray &bytes)
+{
+    QDir(privateKeyPath()).removeRecursively(); // the directory of another case
+    return writeFile(privateKeyPath(), bytes);
+}
+
+bool putDirectoryInItsPlace()
+{
+    return QFile::remove(privateKeyPath()) && QDir().mkdir(privateKeyPath());
+}
+
+QByteArray anotherPrivateKey()
+{
+    const KeyPtr key(EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", size_t(2048)));
+    return encoded(i2d_PrivateKey, static_cast<const EVP_PKEY *>(key.get()));
+}
+
+} // namespace
+
+class TestReadingKeyFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void brokenPrivateKeyIsNotRemembered();
+    void keyFileThatChangedIsObeyed_data();
+    void keyFileThatChangedIsObeyed();
+    void replacedKeyOpensItsOwnMessages();
+    void equalKeyTextKeepsTheMemory();
+};
+
+void TestReadingKeyFile::init()
+{
+    removeDataDir();
+    QVERIFY(writePrivateKeyFile(keyText()));
+}
+
+void TestReadingKeyFile::brokenPrivateKeyIsNotRemembered()
+{
+    ReadingMemory memory;
+    const QJsonObject message = sealed(u"hi"_s);
+    QVERIFY(writeKeyFile("QUJD"));
+    for (int i = 0; i < 2; ++i) {
+        const QString error = errorWith(memory, message);
+        QVERIFY2(error.startsWith(u"Could not parse private key: error:"_s), qPrintable(error));
+    }
+    QVERIFY(writeKeyFile(keyText().toLatin1()));
+    QCOMPARE(textWith(memory, message), u"hi"_s);
+}
+
+void TestReadingKeyFile::keyFileThatChangedIsObeyed_data()
+{
+    using Change = std::function<bool()>;
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QString>("beginning");
+    const QString unopened = u"Could not open file: "_s + privateKeyPath();
+    QTest::newRow("replaced") << Change([] { return writeKeyFile(anotherPrivateKey().toBase64()); })
+                              << u"RSA-OAEP decrypt failed: error:"_s;
+    QTest::newRow("not a key") << Change([] { return writeKeyFile("QUJD"); })
+                               << u"Could not parse private key: error:"_s;
+    QTest::newRow("not Base64") << Change([] { return writeKeyFile("!!!!"); }) << u"Invalid base64 data."_s;
+    QTest::newRow("foreign blanks") << Change([] { return writeKeyFile("\xc2\xa0"); })
+                                    << u"Private key decode failed."_s;
+    QTest::newRow("blanked") << Change([] { return writeKeyFile(" \n"); }) << u"Private key not found."_s;
+    QTest::newRow("emptied") << Change([] { return writeKeyFile(""); }) << u"Private key not found."_s;
+    QTest::newRow("unreadable") << Change(putDirectoryInItsPlace) << unopened;
+    QTest::newRow("deleted") << Change([] { return QFile::remove(privateKeyPath()); }) << unopened;
+    QTest::newRow("its directory gone") << Change(blockDataDir) << u"Private key path is empty."_s;
+}
+
+void TestReadingKeyFile::keyFileThatChangedIsObeyed()
+{
+    QFETCH(const std::function<bool()>, change);
+    QFETCH(const QString, beginning);
+    ReadingMemory memory;
+    const QJsonObject message = sealed(u"hi"_s);
+    QCOMPARE(textWith(memory, message), u"hi"_s);
+    QVERIFY(change());
+    for (int i = 0; i < 2; ++i) {
+        const QString error = errorWith(memory, message);
+        QVERIFY2(error.startsWith(beginning), qPrintable(error));
+        QCOMPARE(error, decryptMessage(message, u"alice"_s, own).error);
+        QCOMPARE(memory.size(), 0);
+    }
+    removeDataDir();
+    QVERIFY(writePrivateKeyFile(keyText()));
+    QCOMPARE(textWith(memory, message), u"hi"_s);
+    QCOMPARE(memory.size(), 1);
+}
+
+void TestReadingKeyFile::replacedKeyOpensItsOwnMessages()
+{
+    ReadingMemory memory;
+    QCOMPARE(textWith(memory, sealed(u"old"_s)), u"old"_s);
+    const QByteArray other = anotherPrivateKey();
+    QVERIFY(writeKeyFile(other.toBase64()));
+    const QString wrapped = toBase64Text(rsaOaepEncrypt(publicKeyOf(other), contentKey));
+    const QJsonObject message = withRecipientKey(sealedWith(contentKey, "new"), u"encryptedKey"_s, wrapped);
+    QCOMPARE(textWith(memory, message), u"new"_s);
+    QCOMPARE(memory.size(), 1);
+}
+
+void TestReadingKeyFile::equalKeyTextKeepsTheMemory()
+{
+    ReadingMemory memory;
+    QCOMPARE(textWith(memory, sealed(u"one"_s)), u"one"_s);
+    QVERIFY(writeKeyFile(" " + keyText().toLatin1() + "\r\n"));
+    QCOMPARE(textWith(memory, sealed(u"two"_s)), u"two"_s);
+    QCOMPARE(memory.size(), 2);
+}
+
+TIDELOFT_TEST_MAIN(TestReadingKeyFile)
+#include "tst_reading_key_file.moc"
