@@ -96,7 +96,7 @@ void ContentKeyTable::reserveAll()
         buckets.resize(std::bit_ceil(size_t(capacity)), none);
 }
 
-// A free place, or else that of the oldest entry.
+// A free place, or else that of the oldest entry, for the new one to overwrite.
 quint32 ContentKeyTable::takePlace()
 {
     if (entries.size() < capacity) {
@@ -105,7 +105,6 @@ quint32 ContentKeyTable::takePlace()
     }
     const quint32 place = std::exchange(oldest, (oldest + 1) % capacity);
     unlink(place);
-    OPENSSL_cleanse(&entries[place], sizeof(Entry));
     return place;
 }
 

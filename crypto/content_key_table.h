@@ -12,8 +12,8 @@
 namespace tideloft::crypto
 {
 
-/// A table of at most `mostKeys` entries of one size; a full one gives up its oldest entry for a new one.
-/// Whatever it gives up is overwritten with zeros first, and so is the whole when the table dies.
+/// A table of at most `mostKeys` entries of one size; a full one overwrites its oldest entry with a new
+/// one. The whole is overwritten with zeros when it is cleared and when it dies.
 class ContentKeyTable
 {
 public:

@@ -16,7 +16,7 @@ namespace tideloft::crypto
 
 /// Holds the parsed private key and the content keys of messages that opened: with them a message opens in
 /// microseconds instead of a millisecond. Failures are not remembered. All of it belongs to one private key
-/// text, user and device; for any other it is forgotten. What is forgotten is overwritten with zeros first.
+/// text, user and device; for any other it is forgotten. What is forgotten is overwritten.
 ///
 /// One object serves one thread. Hand it to decryptMessage(); call forget() when the user logs out.
 class ReadingMemory

@@ -65,6 +65,13 @@ inline QByteArray publicPemOf(const QByteArray &privateDer)
     return pem("PUBLIC KEY", publicKeyOf(privateDer));
 }
 
+/// PKCS#1 DER of a key that nobody has seen before.
+inline QByteArray anotherPrivateKey()
+{
+    const KeyPtr key(EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", size_t(2048)));
+    return encoded(i2d_PrivateKey, static_cast<const EVP_PKEY *>(key.get()));
+}
+
 /// A key that is well-formed but of the wrong kind.
 inline QByteArray ellipticPublicKey()
 {

@@ -170,9 +170,7 @@ void TestOpenMessage::replacedKeyFileHoldsAtOnce()
 {
     const QJsonObject message = sealed(u"hi"_s);
     QVERIFY(opened(message, u"alice"_s, own).ok);
-    const KeyPtr other(EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", size_t(2048)));
-    const QByteArray otherKey = encoded(i2d_PrivateKey, static_cast<const EVP_PKEY *>(other.get()));
-    QVERIFY(writePrivateKeyFile(toBase64Text(otherKey)));
+    QVERIFY(writePrivateKeyFile(toBase64Text(anotherPrivateKey())));
     const QString error = opened(message, u"alice"_s, own).error;
     QVERIFY2(error.startsWith(u"RSA-OAEP decrypt failed: error:"_s), qPrintable(error));
     QVERIFY(writePrivateKeyFile(toBase64Text(publishedPrivateKey())));

@@ -26,12 +26,6 @@ bool putDirectoryInItsPlace()
     return QFile::remove(privateKeyPath()) && QDir().mkdir(privateKeyPath());
 }
 
-QByteArray anotherPrivateKey()
-{
-    const KeyPtr key(EVP_PKEY_Q_keygen(nullptr, nullptr, "RSA", size_t(2048)));
-    return encoded(i2d_PrivateKey, static_cast<const EVP_PKEY *>(key.get()));
-}
-
 } // namespace
 
 class TestReadingKeyFile : public QObject

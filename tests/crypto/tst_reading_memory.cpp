@@ -38,6 +38,7 @@ private slots:
     void messageThatOpenedIsRemembered();
     void rememberedContentKeyStandsForRsa();
     void privateKeyIsParsedOnce();
+    void parsedPrivateKeyStandsForTheFile();
     void rememberedMessageIsStillAuthenticated();
     void unencryptedMessageLeavesNothing();
     void failureIsNotRemembered_data();
@@ -90,6 +91,19 @@ void TestReadingMemory::privateKeyIsParsedOnce()
     QCOMPARE(memory.unwrap("not looked at any more", wrapped, nullptr), contentKey);
     memory.forget();
     QVERIFY(memory.unwrap("no key", wrapped, nullptr).isEmpty());
+}
+
+// The memory has parsed another key than the one in the file, which alone would not open this message.
+void TestReadingMemory::parsedPrivateKeyStandsForTheFile()
+{
+    ReadingMemory memory;
+    const QByteArray other = anotherPrivateKey();
+    const QString wrapped = toBase64Text(rsaOaepEncrypt(publicKeyOf(other), contentKey));
+    const QJsonObject message = withRecipientKey(sealedWith(contentKey, "hi"), u"encryptedKey"_s, wrapped);
+    QVERIFY(!decryptMessage(message, u"alice"_s, own).ok);
+    memory.readFor(keyText(), u"alice"_s, own);
+    QCOMPARE(memory.unwrap(other, fromBase64Text(wrapped), nullptr), contentKey);
+    QCOMPARE(textWith(memory, message), u"hi"_s);
 }
 
 void TestReadingMemory::rememberedMessageIsStillAuthenticated()
