@@ -14,7 +14,7 @@ namespace tideloft::net
 namespace
 {
 
-constexpr qint64 longestFile = 64 * 1024;
+constexpr qint64 longestFile = qint64{64} * 1024;
 
 QString readDeviceId(const QString &path)
 {

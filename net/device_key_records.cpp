@@ -23,7 +23,7 @@ QJsonObject normalised(QJsonObject key)
 QJsonArray normaliseDeviceKeys(const QJsonArray &source)
 {
     QJsonArray keys;
-    for (const QJsonValue &element : source) {
+    for (const auto element : source) {
         if (element.isObject())
             keys.append(normalised(element.toObject()));
     }
