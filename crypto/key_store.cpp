@@ -109,7 +109,8 @@ QByteArray readTrimmedFile(const QString &path, QString *error)
 {
     QFile file(path);
     // Opening a pipe would wait for its other end, and a device never ends.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    // Unbuffered, because the whole is read at once, for every message that is opened.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return fail(error, u"Could not open file: %1"_s.arg(path));
     return file.readAll().trimmed();
 }

@@ -113,8 +113,10 @@ DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
 DecryptResult openUnwrapping(const QString &privateKey, const SealedTexts &texts, ReadingMemory *memory)
 {
     DecryptResult failed;
-    const SecretBytes key(decode(privateKey, u"Private key decode failed."_s, &failed.error));
-    if (key.isEmpty())
+    const bool parsed = memory && memory->hasPrivateKey();
+    const SecretBytes key(parsed ? QByteArray()
+                                 : decode(privateKey, u"Private key decode failed."_s, &failed.error));
+    if (key.isEmpty() && !parsed)
         return failed;
     const QByteArray wrappedKey = decode(texts.wrappedKey, u"Encrypted key decode failed."_s, &failed.error);
     if (wrappedKey.isEmpty())

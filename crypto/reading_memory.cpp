@@ -1,11 +1,9 @@
 // Remembering and forgetting.
 #include "crypto/reading_memory.h"
 
-#include "crypto/rsa_key.h"
-#include "crypto/rsa_oaep_key.h"
+#include "crypto/rsa_oaep_context.h"
 
 #include <openssl/crypto.h>
-#include <openssl/err.h>
 
 namespace tideloft::crypto
 {
@@ -16,9 +14,9 @@ ReadingMemory::ReadingMemory(quint32 capacity, std::pmr::memory_resource *storag
 {
 }
 
-void ReadingMemory::FreeKey::operator()(evp_pkey_st *key) const noexcept
+void ReadingMemory::Free::operator()(evp_pkey_ctx_st *context) const noexcept
 {
-    EVP_PKEY_free(key); // wipes the private numbers
+    EVP_PKEY_CTX_free(context); // and with it the key, whose private numbers OpenSSL wipes
 }
 
 void ReadingMemory::forget()
@@ -27,7 +25,7 @@ void ReadingMemory::forget()
     privateKeyText.clear();
     userName.clear();
     deviceId.clear();
-    parsedKey.reset();
+    decryption.reset();
     contentKeys.clear();
 }
 
@@ -52,10 +50,9 @@ void ReadingMemory::remember(const QString &wrappedKey, const QByteArray &conten
 
 QByteArray ReadingMemory::unwrap(const QByteArray &privateKey, const QByteArray &wrappedKey, QString *error)
 {
-    ERR_clear_error();
-    if (!parsedKey)
-        parsedKey.reset(parsePrivateKey(privateKey).release());
-    return rsaOaepDecrypt(parsedKey.get(), wrappedKey, error);
+    if (!decryption)
+        decryption.reset(makeOaepDecryption(privateKey, error).release());
+    return decryption ? runOaepDecryption(decryption.get(), wrappedKey, error) : QByteArray();
 }
 
 } // namespace tideloft::crypto

@@ -9,7 +9,7 @@
 #include <memory_resource>
 #include <vector>
 
-struct evp_pkey_st; // OpenSSL's EVP_PKEY, whose header belongs to this room alone
+struct evp_pkey_ctx_st; // OpenSSL's EVP_PKEY_CTX, whose header belongs to this room alone
 
 namespace tideloft::crypto
 {
@@ -45,18 +45,20 @@ public:
         return contentKeys.find(wrappedKey);
     }
     void remember(const QString &wrappedKey, const QByteArray &contentKey);
+    /// Whether the private key was parsed, so that unwrap() needs it no more.
+    [[nodiscard]] bool hasPrivateKey() const { return decryption != nullptr; }
     /// rsaOaepDecrypt() that parses the private key once. `privateKey` is the decoded text of readFor().
     QByteArray unwrap(const QByteArray &privateKey, const QByteArray &wrappedKey, QString *error);
 
 private:
-    struct FreeKey {
-        void operator()(evp_pkey_st *key) const noexcept;
+    struct Free {
+        void operator()(evp_pkey_ctx_st *context) const noexcept;
     };
 
     std::pmr::vector<char16_t> privateKeyText;
     QString userName;
     QString deviceId;
-    std::unique_ptr<evp_pkey_st, FreeKey> parsedKey;
+    std::unique_ptr<evp_pkey_ctx_st, Free> decryption; ///< holds the parsed private key
     ContentKeyTable contentKeys;
 };
 

@@ -4,10 +4,12 @@
 #include "crypto/failure.h"
 #include "crypto/openssl_bytes.h"
 #include "crypto/rsa_key.h"
-#include "crypto/rsa_oaep_key.h"
+#include "crypto/rsa_oaep_context.h"
 
 #include <openssl/err.h>
 #include <openssl/rsa.h>
+
+#include <utility>
 
 namespace tideloft::crypto
 {
@@ -31,21 +33,41 @@ bool chooseOaepSha256(EVP_PKEY_CTX *context)
            && EVP_PKEY_CTX_set_rsa_mgf1_md(context, EVP_sha256()) > 0;
 }
 
-QByteArray runOaep(const Direction &direction, EVP_PKEY *key, const QByteArray &input, QString *error)
+// Ready to run any number of times in one direction.
+OpenSslPtr<EVP_PKEY_CTX> makeContext(const Direction &direction, OpenSslPtr<EVP_PKEY> key, QString *error)
 {
-    const OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new(key, nullptr));
+    OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new(key.get(), nullptr));
+    key.reset(); // the context keeps a reference of its own
     if (!context)
         return failOpenssl(error, direction.contextFailure);
+    if (direction.init(context.get()) <= 0 || !chooseOaepSha256(context.get()))
+        return failOpenssl(error, u"RSA-OAEP size query failed: %1"_s);
+    return context;
+}
+
+QByteArray run(const Direction &direction, EVP_PKEY_CTX *context, const QByteArray &input, QString *error)
+{
     const auto inputSize = static_cast<size_t>(input.size());
     size_t size = 0;
-    if (direction.init(context.get()) <= 0 || !chooseOaepSha256(context.get())
-        || direction.run(context.get(), nullptr, &size, readable(input), inputSize) <= 0)
+    if (direction.run(context, nullptr, &size, readable(input), inputSize) <= 0)
         return failOpenssl(error, u"RSA-OAEP size query failed: %1"_s);
     QByteArray output(static_cast<qsizetype>(size), '\0');
-    if (direction.run(context.get(), writable(output), &size, readable(input), inputSize) <= 0)
+    if (direction.run(context, writable(output), &size, readable(input), inputSize) <= 0)
         return failOpenssl(error, direction.runFailure);
     output.resize(static_cast<qsizetype>(size));
     return output;
+}
+
+Direction encryption()
+{
+    return {EVP_PKEY_encrypt_init, EVP_PKEY_encrypt, u"Could not create RSA encrypt context: %1"_s,
+            u"RSA-OAEP encrypt failed: %1"_s};
+}
+
+Direction decryption()
+{
+    return {EVP_PKEY_decrypt_init, EVP_PKEY_decrypt, u"Could not create RSA context: %1"_s,
+            u"RSA-OAEP decrypt failed: %1"_s};
 }
 
 } // namespace
@@ -53,27 +75,32 @@ QByteArray runOaep(const Direction &direction, EVP_PKEY *key, const QByteArray &
 QByteArray rsaOaepEncrypt(const QByteArray &publicKey, const QByteArray &plaintext, QString *error)
 {
     ERR_clear_error();
-    const OpenSslPtr<EVP_PKEY> key = parsePublicKey(publicKey);
+    OpenSslPtr<EVP_PKEY> key = parsePublicKey(publicKey);
     if (!key)
         return failOpenssl(error, u"Could not parse public key (tried DER and PEM): %1"_s);
-    return runOaep({EVP_PKEY_encrypt_init, EVP_PKEY_encrypt, u"Could not create RSA encrypt context: %1"_s,
-                    u"RSA-OAEP encrypt failed: %1"_s},
-                   key.get(), plaintext, error);
+    const auto context = makeContext(encryption(), std::move(key), error);
+    return context ? run(encryption(), context.get(), plaintext, error) : QByteArray();
 }
 
 QByteArray rsaOaepDecrypt(const QByteArray &privateKey, const QByteArray &ciphertext, QString *error)
 {
-    ERR_clear_error();
-    return rsaOaepDecrypt(parsePrivateKey(privateKey).get(), ciphertext, error);
+    const auto context = makeOaepDecryption(privateKey, error);
+    return context ? run(decryption(), context.get(), ciphertext, error) : QByteArray();
 }
 
-QByteArray rsaOaepDecrypt(EVP_PKEY *privateKey, const QByteArray &ciphertext, QString *error)
+OpenSslPtr<EVP_PKEY_CTX> makeOaepDecryption(const QByteArray &privateKey, QString *error)
 {
-    if (!privateKey)
+    ERR_clear_error();
+    OpenSslPtr<EVP_PKEY> key = parsePrivateKey(privateKey);
+    if (!key)
         return failOpenssl(error, u"Could not parse private key: %1"_s);
-    return runOaep({EVP_PKEY_decrypt_init, EVP_PKEY_decrypt, u"Could not create RSA context: %1"_s,
-                    u"RSA-OAEP decrypt failed: %1"_s},
-                   privateKey, ciphertext, error);
+    return makeContext(decryption(), std::move(key), error);
+}
+
+QByteArray runOaepDecryption(EVP_PKEY_CTX *context, const QByteArray &ciphertext, QString *error)
+{
+    ERR_clear_error();
+    return run(decryption(), context, ciphertext, error);
 }
 
 } // namespace tideloft::crypto
