@@ -46,11 +46,11 @@ bool writeKeyFile(const QString &half, const QString &base64, const QString &pat
     return true;
 }
 
-QString readKeyFile(const QString &half, const QString &path, QString *error)
+QByteArray readKeyFile(const QString &half, const QString &path, QString *error)
 {
     if (path.isEmpty())
         return failUnlessExplained(error, u"%1 key path is empty."_s.arg(half));
-    return QString::fromUtf8(readTrimmedFile(path, error));
+    return readTrimmedFile(path, error);
 }
 
 } // namespace
@@ -117,12 +117,17 @@ QByteArray readTrimmedFile(const QString &path, QString *error)
 
 QString readPrivateKeyFile(QString *error)
 {
+    return QString::fromUtf8(readPrivateKeyBytes(error));
+}
+
+QByteArray readPrivateKeyBytes(QString *error)
+{
     return readKeyFile(u"Private"_s, privateKeyPath(), error);
 }
 
 QString readPublicKeyFile(QString *error)
 {
-    return readKeyFile(u"Public"_s, publicKeyPath(), error);
+    return QString::fromUtf8(readKeyFile(u"Public"_s, publicKeyPath(), error));
 }
 
 } // namespace tideloft::crypto

@@ -36,5 +36,7 @@ QByteArray readTrimmedFile(const QString &path, QString *error = nullptr);
 /// The Base64 text in the file. Empty on failure and for a blank file; only the failure has a message.
 QString readPrivateKeyFile(QString *error = nullptr);
 QString readPublicKeyFile(QString *error = nullptr);
+/// The same as the bytes that are in the file.
+QByteArray readPrivateKeyBytes(QString *error = nullptr);
 
 } // namespace tideloft::crypto

@@ -80,12 +80,23 @@ std::optional<SealedBytes> decodeText(const SealedTexts &sealed, QString *error)
     return SealedBytes{iv, text};
 }
 
-QString readPrivateKey(QString *error)
+QByteArray readPrivateKey(QString *error)
 {
-    const QString key = readPrivateKeyFile(error);
-    if (key.isEmpty())
+    QByteArray keyText = readPrivateKeyBytes(error);
+    if (keyText.isEmpty())
         return failUnlessExplained(error, u"Private key not found."_s);
-    return key;
+    return keyText;
+}
+
+// Bytes can be no text at all: a byte order mark alone is as good as blank.
+SecretBytes decodePrivateKey(const QByteArray &keyText, QString *error)
+{
+    const QString base64 = QString::fromUtf8(keyText);
+    if (base64.isEmpty()) {
+        *error = u"Private key not found."_s;
+        return SecretBytes(QByteArray());
+    }
+    return SecretBytes(decode(base64, u"Private key decode failed."_s, error));
 }
 
 SecretBytes unwrapContentKey(const QByteArray &privateKey, const QByteArray &wrappedKey,
@@ -110,12 +121,11 @@ DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
 
 // All parts are decoded before RSA begins. Only a message that opens is remembered: one that fails is tried
 // again in full, and cannot drive out others.
-DecryptResult openUnwrapping(const QString &privateKey, const SealedTexts &texts, ReadingMemory *memory)
+DecryptResult openUnwrapping(const QByteArray &keyText, const SealedTexts &texts, ReadingMemory *memory)
 {
     DecryptResult failed;
     const bool parsed = memory && memory->hasPrivateKey();
-    const SecretBytes key(parsed ? QByteArray()
-                                 : decode(privateKey, u"Private key decode failed."_s, &failed.error));
+    const SecretBytes key = parsed ? SecretBytes(QByteArray()) : decodePrivateKey(keyText, &failed.error);
     if (key.isEmpty() && !parsed)
         return failed;
     const QByteArray wrappedKey = decode(texts.wrappedKey, u"Encrypted key decode failed."_s, &failed.error);
@@ -148,13 +158,13 @@ DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, c
     const auto texts = findSealedTexts(message, ownName, ownDeviceId, &failed.error);
     if (!texts)
         return failed;
-    const QString privateKey = readPrivateKey(&failed.error);
+    const QByteArray keyText = readPrivateKey(&failed.error);
     if (memory)
-        memory->readFor(privateKey, ownName, ownDeviceId);
-    if (privateKey.isEmpty())
+        memory->readFor(keyText, ownName, ownDeviceId);
+    if (keyText.isEmpty())
         return failed;
     const QByteArray known = memory ? memory->contentKey(texts->wrappedKey) : QByteArray();
-    return known.isEmpty() ? openUnwrapping(privateKey, *texts, memory) : openRemembered(known, *texts);
+    return known.isEmpty() ? openUnwrapping(keyText, *texts, memory) : openRemembered(known, *texts);
 }
 
 DecryptResult open(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,

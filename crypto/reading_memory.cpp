@@ -21,7 +21,7 @@ void ReadingMemory::Free::operator()(evp_pkey_ctx_st *context) const noexcept
 
 void ReadingMemory::forget()
 {
-    OPENSSL_cleanse(privateKeyText.data(), privateKeyText.size() * sizeof(char16_t));
+    OPENSSL_cleanse(privateKeyText.data(), privateKeyText.size());
     privateKeyText.clear();
     userName.clear();
     deviceId.clear();
@@ -29,16 +29,15 @@ void ReadingMemory::forget()
     contentKeys.clear();
 }
 
-void ReadingMemory::readFor(const QString &keyText, const QString &ownName, const QString &ownDeviceId)
+void ReadingMemory::readFor(const QByteArray &keyText, const QString &ownName, const QString &ownDeviceId)
 {
-    const QStringView before(privateKeyText.data(), static_cast<qsizetype>(privateKeyText.size()));
+    const QByteArrayView before(privateKeyText.data(), static_cast<qsizetype>(privateKeyText.size()));
     if (before == keyText && userName == ownName && deviceId == ownDeviceId)
         return;
     forget();
     if (keyText.isEmpty())
         return;
-    const QStringView text(keyText);
-    privateKeyText.assign(text.utf16(), text.utf16() + text.size());
+    privateKeyText.assign(keyText.cbegin(), keyText.cend());
     userName = ownName;
     deviceId = ownDeviceId;
 }

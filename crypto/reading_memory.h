@@ -35,9 +35,9 @@ public:
     /// How many content keys are remembered.
     [[nodiscard]] qsizetype size() const { return contentKeys.size(); }
 
-    /// Says with which private key text messages are read from now on, for whom and on which device; forgets
-    /// everything if one of them differs from before, and if there is no key text.
-    void readFor(const QString &keyText, const QString &ownName, const QString &ownDeviceId);
+    /// Says with which bytes of the key file messages are read from now on, for whom and on which device;
+    /// forgets everything if one of them differs from before, and if there is no key text.
+    void readFor(const QByteArray &keyText, const QString &ownName, const QString &ownDeviceId);
     /// The content key of a message that opened before, under its wrapped key text: a view, good until the
     /// memory changes. Empty if it is not known.
     [[nodiscard]] QByteArray contentKey(const QString &wrappedKey) const
@@ -55,7 +55,7 @@ private:
         void operator()(evp_pkey_ctx_st *context) const noexcept;
     };
 
-    std::pmr::vector<char16_t> privateKeyText;
+    std::pmr::vector<char> privateKeyText;
     QString userName;
     QString deviceId;
     std::unique_ptr<evp_pkey_ctx_st, Free> decryption; ///< holds the parsed private key

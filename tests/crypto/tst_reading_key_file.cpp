@@ -73,6 +73,8 @@ void TestReadingKeyFile::keyFileThatChangedIsObeyed_data()
     QTest::newRow("not Base64") << Change([] { return writeKeyFile("!!!!"); }) << u"Invalid base64 data."_s;
     QTest::newRow("foreign blanks") << Change([] { return writeKeyFile("\xc2\xa0"); })
                                     << u"Private key decode failed."_s;
+    QTest::newRow("byte order mark") << Change([] { return writeKeyFile("\xef\xbb\xbf"); })
+                                     << u"Private key not found."_s;
     QTest::newRow("blanked") << Change([] { return writeKeyFile(" \n"); }) << u"Private key not found."_s;
     QTest::newRow("emptied") << Change([] { return writeKeyFile(""); }) << u"Private key not found."_s;
     QTest::newRow("unreadable") << Change(putDirectoryInItsPlace) << unopened;
