@@ -1,0 +1,175 @@
+// Hands for the file dialog, and eyes for uploads.
+#include "tests/gui/tst_picture_probe.h"
+
+#include "tests/net/wire.h"
+
+#include <QAbstractButton>
+#include <QAbstractEventDispatcher>
+#include <QFile>
+#include <QFileDialog>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPainter>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::tests
+{
+
+QString PictureFolder::write(const QString &name, const QByteArray &content) const
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("%s cannot be written", qPrintable(name));
+    return file.fileName();
+}
+
+QString PictureFolder::writeOfSize(const QString &name, qint64 size) const
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || !file.resize(size))
+        qFatal("%s cannot be made", qPrintable(name));
+    return file.fileName();
+}
+
+QString PictureFolder::writeWidePicture(const QString &name) const
+{
+    QImage picture(200, 100, QImage::Format_RGB32);
+    picture.fill(Qt::green);
+    QPainter painter(&picture);
+    painter.fillRect(0, 0, 50, 100, Qt::red);
+    painter.fillRect(150, 0, 50, 100, Qt::blue);
+    painter.end();
+    if (!picture.save(path(name)))
+        qFatal("%s cannot be saved", qPrintable(name));
+    return path(name);
+}
+
+void typeInto(const QWidget &window, const QString &text)
+{
+    for (const QChar character : text)
+        QTest::sendKeyEvent(QTest::Click, window.windowHandle(), Qt::Key_unknown, character, Qt::NoModifier);
+}
+
+void press(const QWidget &window, Qt::Key key)
+{
+    QTest::keyClick(window.windowHandle(), key);
+}
+
+void choosePath(const QFileDialog &dialog, const QString &path)
+{
+    auto *edit = only<QLineEdit>(dialog, u"fileNameEdit"_s);
+    edit->setCompleter(nullptr); // where no window manager runs, its popup takes the keyboard for good
+    edit->setFocus();
+    edit->selectAll();
+    typeInto(dialog, path);
+    press(dialog, Qt::Key_Return);
+}
+
+void clickOnScreen(const QWidget &target)
+{
+    const QWidget *window = target.window();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
+                      target.mapTo(window, target.rect().center()));
+}
+
+bool useServerMenu(const QAbstractButton &server, const std::function<void(QMenu &)> &use)
+{
+    QWindow *window = server.window()->windowHandle();
+    const QPoint spot = server.mapTo(server.window(), server.rect().center());
+    const Person<QMenu> person([&](QMenu &menu) {
+        QTest::mouseRelease(window, Qt::RightButton, {}, spot);
+        use(menu);
+    });
+    QTest::mousePress(window, Qt::RightButton, {},
+                      spot); // returns once the menu and what it opens are closed
+    return person.hasAnswered();
+}
+
+bool chooseAvatar(const SettingsProbe &probe, const QString &path)
+{
+    const Person<QFileDialog> person([&](const QFileDialog &dialog) { choosePath(dialog, path); });
+    clickOnScreen(*probe.the<QLabel>(u"footerAvatar"_s));
+    return person.hasAnswered();
+}
+
+QMessageBox *waitForMessage()
+{
+    QMessageBox *box = nullptr;
+    const auto shown = [&] {
+        box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        return box && box->isVisible();
+    };
+    return QTest::qWaitFor(shown) ? box : nullptr;
+}
+
+qsizetype messageCount()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::count_if(windows.begin(), windows.end(), [](const QWidget *window) {
+        return window->isVisible() && qobject_cast<const QMessageBox *>(window);
+    });
+}
+
+bool listServers(GuiProbe &probe, const QJsonArray &servers)
+{
+    probe.service.answer("GET /api/groups", 200, QJsonDocument(servers).toJson());
+    // A list that is still under way would take this one's place; and the buttons are laid out after the
+    // call.
+    return probe.settle() && callSlot(*probe.window, "onServersLoaded", Q_ARG(QJsonArray, servers))
+           && probe.settle();
+}
+
+QList<QAbstractButton *> serverButtons(const GuiProbe &probe)
+{
+    QList<QAbstractButton *> buttons;
+    for (auto *button : probe.the<QWidget>(u"rail"_s)->findChildren<QAbstractButton *>()) {
+        if (button->contextMenuPolicy() == Qt::CustomContextMenu)
+            buttons.append(button);
+    }
+    return buttons;
+}
+
+QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, const QByteArray &part,
+                        const QByteArray &suffix, const QByteArray &content)
+{
+    const QByteArray boundary = request.header("Content-Type").split('"').value(1);
+    const QByteArray body = "--" + boundary + "\r\nContent-Disposition: form-data; name=\"" + part
+                            + "\"; filename=\"" + part + '.' + suffix + "\"\r\nContent-Type: image/" + suffix
+                            + "\r\n\r\n" + content + "\r\n--" + boundary + "--\r\n";
+    return "POST " + path + " HTTP/1.1\r\nContent-Type: multipart/form-data; boundary=\"" + boundary
+           + "\"\r\nMIME-Version: 1.0\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n"
+           + body;
+}
+
+QByteArray sentUpload(const RecordedRequest &request)
+{
+    return ownHead(request) + request.body;
+}
+
+void PendingTimer::runOut() const
+{
+    QTimerEvent event(id);
+    if (timer)
+        QCoreApplication::sendEvent(timer, &event);
+}
+
+QList<PendingTimer> pendingTimers()
+{
+    const auto *dispatcher = QAbstractEventDispatcher::instance();
+    QList<PendingTimer> pending;
+    for (QObject *child : dispatcher->children()) {
+        if (!child->inherits("QSingleShotTimer"))
+            continue;
+        for (const auto &info : dispatcher->registeredTimers(child))
+            pending.append({child, info.timerId, info.interval, info.timerType});
+    }
+    return pending;
+}
+
+} // namespace tideloft::tests

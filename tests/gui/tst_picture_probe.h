@@ -1,0 +1,108 @@
+// What tests of pictures share: files to choose, a person at the file dialog, and confirmations that run out.
+#pragma once
+
+#include "tests/gui/tst_settings_probe.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+class QAbstractButton;
+class QFileDialog;
+class QMenu;
+class QMessageBox;
+
+namespace tideloft::tests
+{
+
+/// Files to choose, in a folder of their own.
+class PictureFolder
+{
+public:
+    QString path(const QString &name = {}) const { return folder.filePath(name); }
+    QString write(const QString &name, const QByteArray &content) const;
+    QString writeOfSize(const QString &name, qint64 size) const; ///< zeros
+    QString
+    writeWidePicture(const QString &name) const; ///< 200 x 100: a quarter red, half green, a quarter blue
+
+private:
+    QTemporaryDir folder;
+};
+
+/// Waits, from any event loop that runs meanwhile, for a modal widget or a menu of type Widget, and then uses
+/// it once, like the person before the screen. What the person leaves open is closed and counts as a fault.
+template <typename Widget> class Person
+{
+public:
+    explicit Person(std::function<void(Widget &)> use)
+    {
+        QObject::connect(&look, &QTimer::timeout, &look, [this, use] {
+            QWidget *menu = QApplication::activePopupWidget();
+            const QPointer front = qobject_cast<Widget *>(menu ? menu : QApplication::activeModalWidget());
+            if (!front || !front->isVisible())
+                return;
+            look.stop();
+            if (!menu && !QTest::qWaitForWindowActive(front))
+                qFatal("The dialog does not come up");
+            use(*front);
+            done = !front || !front->isVisible();
+            if (!done)
+                front->close();
+        });
+        look.start(1);
+    }
+    bool hasAnswered() const { return done; } ///< false too when nothing came up
+
+private:
+    QTimer look;
+    bool done = false;
+};
+
+/// Presses the keys of TEXT with the keyboard's way through WINDOW: a popup in front of it gets them first.
+void typeInto(const QWidget &window, const QString &text);
+void press(const QWidget &window, Qt::Key key);
+/// Types PATH over the name that DIALOG shows, and presses Return.
+void choosePath(const QFileDialog &dialog, const QString &path);
+
+/// A click as the screen has it: the window finds what lies there.
+void clickOnScreen(const QWidget &target);
+/// Opens the menu of a server's button with the right mouse button. False: none came up, or USE left it open.
+bool useServerMenu(const QAbstractButton &server, const std::function<void(QMenu &)> &use);
+
+/// Clicks on the footer's picture and chooses PATH. False: no dialog came up, or it did not close.
+bool chooseAvatar(const SettingsProbe &probe, const QString &path);
+
+/// The message box in front, waited for; null if none came.
+QMessageBox *waitForMessage();
+/// The message boxes on screen.
+qsizetype messageCount();
+
+/// Makes SERVERS the service's list and the rail's.
+bool listServers(GuiProbe &probe, const QJsonArray &servers);
+/// The buttons of the rail's servers.
+QList<QAbstractButton *> serverButtons(const GuiProbe &probe);
+
+/// How an upload to PATH must look: the head without the toolkit's own headers, and the body. The boundary is
+/// the one that REQUEST chose.
+QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, const QByteArray &part,
+                        const QByteArray &suffix, const QByteArray &content);
+/// The same parts of REQUEST.
+QByteArray sentUpload(const RecordedRequest &request);
+
+/// A single-shot timer that has not run out yet.
+struct PendingTimer {
+    QPointer<QObject> timer;
+    int id = 0;
+    int interval = 0; ///< ms
+    Qt::TimerType type = Qt::PreciseTimer;
+
+    void runOut() const; ///< now, without the wait
+};
+/// The program's, the oldest first.
+QList<PendingTimer> pendingTimers();
+
+} // namespace tideloft::tests
