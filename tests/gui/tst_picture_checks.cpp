@@ -195,9 +195,7 @@ void TestPictureChecks::aDanglingLinkIsNotEvenChosen()
     QVERIFY(QFile::link(folder.path(u"gone.png"_s), folder.path(u"link.png"_s)));
     SettingsProbe probe;
     const Person<QFileDialog> person([&](const QFileDialog &dialog) {
-        const Person<QMessageBox> reader([](const QMessageBox &box) { press(box, Qt::Key_Return); });
-        choosePath(dialog, folder.path(u"link.png"_s));
-        QVERIFY(reader.hasAnswered());
+        QVERIFY(!choosePath(dialog, folder.path(u"link.png"_s)));
         QVERIFY(dialog.isVisible());
         press(dialog, Qt::Key_Escape);
     });

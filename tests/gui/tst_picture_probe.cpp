@@ -50,10 +50,17 @@ QString PictureFolder::writeWidePicture(const QString &name) const
     return path(name);
 }
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void typeInto(const QWidget &window, const QString &text)
 {
-    for (const QChar character : text)
-        QTest::sendKeyEvent(QTest::Click, window.windowHandle(), Qt::Key_unknown, character, Qt::NoModifier);
+    for (const char32_t character : text.toUcs4())
+        QTest::sendKeyEvent(QTest::Click, window.windowHandle(), Qt::Key_unknown,
+                            QString::fromUcs4(&character, 1), Qt::NoModifier);
 }
 
 void press(const QWidget &window, Qt::Key key)
@@ -61,14 +68,16 @@ void press(const QWidget &window, Qt::Key key)
     QTest::keyClick(window.windowHandle(), key);
 }
 
-void choosePath(const QFileDialog &dialog, const QString &path)
+bool choosePath(const QFileDialog &dialog, const QString &path)
 {
+    const Person<QMessageBox> reader([](const QMessageBox &refusal) { press(refusal, Qt::Key_Return); });
     auto *edit = only<QLineEdit>(dialog, u"fileNameEdit"_s);
     edit->setCompleter(nullptr); // where no window manager runs, its popup takes the keyboard for good
     edit->setFocus();
     edit->selectAll();
     typeInto(dialog, path);
     press(dialog, Qt::Key_Return);
+    return !reader.hasAnswered();
 }
 
 void clickOnScreen(const QWidget &target)
@@ -170,6 +179,12 @@ QList<PendingTimer> pendingTimers()
             pending.append({child, info.timerId, info.interval, info.timerType});
     }
     return pending;
+}
+
+void forgetTimers()
+{
+    for (const PendingTimer &timer : pendingTimers())
+        timer.runOut();
 }
 
 } // namespace tideloft::tests

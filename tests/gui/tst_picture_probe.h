@@ -1,13 +1,11 @@
 // What tests of pictures share: files to choose, a person at the file dialog, and confirmations that run out.
 #pragma once
 
+#include "tests/gui/tst_person.h"
 #include "tests/gui/tst_settings_probe.h"
 
-#include <QApplication>
 #include <QPointer>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 
 #include <functional>
 
@@ -33,40 +31,14 @@ private:
     QTemporaryDir folder;
 };
 
-/// Waits, from any event loop that runs meanwhile, for a modal widget or a menu of type Widget, and then uses
-/// it once, like the person before the screen. What the person leaves open is closed and counts as a fault.
-template <typename Widget> class Person
-{
-public:
-    explicit Person(std::function<void(Widget &)> use)
-    {
-        QObject::connect(&look, &QTimer::timeout, &look, [this, use] {
-            QWidget *menu = QApplication::activePopupWidget();
-            const QPointer front = qobject_cast<Widget *>(menu ? menu : QApplication::activeModalWidget());
-            if (!front || !front->isVisible())
-                return;
-            look.stop();
-            if (!menu && !QTest::qWaitForWindowActive(front))
-                qFatal("The dialog does not come up");
-            use(*front);
-            done = !front || !front->isVisible();
-            if (!done)
-                front->close();
-        });
-        look.start(1);
-    }
-    bool hasAnswered() const { return done; } ///< false too when nothing came up
-
-private:
-    QTimer look;
-    bool done = false;
-};
+QByteArray contentOf(const QString &path); ///< empty where it cannot be read
 
 /// Presses the keys of TEXT with the keyboard's way through WINDOW: a popup in front of it gets them first.
 void typeInto(const QWidget &window, const QString &text);
 void press(const QWidget &window, Qt::Key key);
-/// Types PATH over the name that DIALOG shows, and presses Return.
-void choosePath(const QFileDialog &dialog, const QString &path);
+/// Types PATH over the name that DIALOG shows, and presses Return. False: the dialog itself refused it in a
+/// box, which is closed by then.
+bool choosePath(const QFileDialog &dialog, const QString &path);
 
 /// A click as the screen has it: the window finds what lies there.
 void clickOnScreen(const QWidget &target);
@@ -104,5 +76,7 @@ struct PendingTimer {
 };
 /// The program's, the oldest first.
 QList<PendingTimer> pendingTimers();
+/// Lets those run out that windows of earlier tests have left behind.
+void forgetTimers();
 
 } // namespace tideloft::tests

@@ -1,0 +1,109 @@
+// The footer's word that the profile was saved, alone and beside the picture's.
+#include "tests/gui/tst_profile_probe.h"
+#include "tests/support/test_main.h"
+
+#include <QFileDialog>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+using tideloft::ui::Language;
+
+namespace
+{
+
+const QByteArray saveKey = QByteArrayLiteral("POST /api/profile/update");
+const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
+
+} // namespace
+
+class TestProfileConfirmation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        placeKeyPair();
+    }
+    void init()
+    {
+        failOnToolkitWarnings();
+        forgetTimers();
+    }
+    void confirmationRunsOut_data();
+    void confirmationRunsOut();
+    void confirmationRunsOutByItself();
+    void saveThenUpload();
+    void uploadThenSave();
+
+private:
+    const PictureFolder files;
+};
+
+void TestProfileConfirmation::confirmationRunsOut_data()
+{
+    QTest::addColumn<Language>("language");
+    QTest::addColumn<QString>("confirmation");
+    QTest::newRow("English") << Language::English << u"✓ Saved"_s;
+    QTest::newRow("Swedish") << Language::Swedish << u"✓ Sparad"_s;
+}
+
+void TestProfileConfirmation::confirmationRunsOut()
+{
+    QFETCH(Language, language);
+    QFETCH(QString, confirmation);
+    ProfileProbe probe(language);
+    probe.service.answer(saveKey, 200, "{}");
+    clickOnScreen(*probe.save);
+    QTRY_COMPARE(probe.status->text(), confirmation);
+    QCOMPARE(pendingTimers().size(), 1);
+    const PendingTimer timer = pendingTimers().first();
+    QCOMPARE(timer.interval, 2000);
+    QCOMPARE(timer.type, Qt::CoarseTimer);
+    timer.runOut();
+    QCOMPARE(probe.status->text(), u"● Online"_s);
+}
+
+void TestProfileConfirmation::confirmationRunsOutByItself()
+{
+    ProfileProbe probe;
+    probe.service.answer(saveKey, 200, "{}");
+    clickOnScreen(*probe.save);
+    QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
+    QTRY_COMPARE(probe.status->text(), u"● Online"_s);
+}
+
+void TestProfileConfirmation::saveThenUpload()
+{
+    ProfileProbe probe;
+    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(avatarKey, 200, "{}");
+    clickOnScreen(*probe.save);
+    QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
+    QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
+    QTRY_COMPARE(probe.status->text(), u"✓ Picture updated"_s);
+    const QList<PendingTimer> timers = pendingTimers();
+    QCOMPARE(timers.size(), 2);
+    timers.first().runOut(); // the save's ends the picture's confirmation too
+    QCOMPARE(probe.status->text(), u"● Online"_s);
+    timers.last().runOut();
+    QCOMPARE(probe.status->text(), u"● Online"_s);
+}
+
+void TestProfileConfirmation::uploadThenSave()
+{
+    ProfileProbe probe;
+    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(avatarKey, 200, "{}");
+    QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
+    QTRY_COMPARE(probe.status->text(), u"✓ Picture updated"_s);
+    clickOnScreen(*probe.save);
+    QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
+    QCOMPARE(pendingTimers().size(), 2);
+    pendingTimers().first().runOut();
+    QCOMPARE(probe.status->text(), u"● Online"_s);
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestProfileConfirmation)
+#include "tst_profile_confirmation.moc"
