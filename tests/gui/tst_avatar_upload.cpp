@@ -125,9 +125,10 @@ void TestAvatarUpload::aRefusalShowsNothing()
     const auto *avatar = probe.the<QLabel>(u"footerAvatar"_s);
     const QString style = avatar->styleSheet();
     QSignalSpy ready(probe.window.get(), &MainWindow::avatarPixmapReady);
-    QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
+    const QString path = files.writeWidePicture(u"wide.png"_s);
+    QVERIFY(chooseAvatar(probe, path));
     QVERIFY(probe.service.waitForRequests(avatarKey, 1));
-    QVERIFY(probe.settle());
+    QVERIFY(uploadIsOver(path));
     QCOMPARE(ready.size(), 0);
     QCOMPARE(messageCount(), 0);
     QCOMPARE(avatar->text(), u"AL"_s);
@@ -153,9 +154,10 @@ void TestAvatarUpload::whatHoldsNoPictureChangesNothing()
     probe.openSettings();
     probe.service.answer(avatarKey, 200, "{}");
     QSignalSpy ready(probe.window.get(), &MainWindow::avatarPixmapReady);
-    QVERIFY(chooseAvatar(probe, files.write(u"image.png"_s, content)));
+    const QString path = files.write(u"image.png"_s, content);
+    QVERIFY(chooseAvatar(probe, path));
     QVERIFY(probe.service.waitForRequests(avatarKey, 1)); // it is uploaded all the same
-    QVERIFY(probe.settle());
+    QVERIFY(uploadIsOver(path));
     QCOMPARE(ready.size(), 0);
     QCOMPARE(messageCount(), 0);
     QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text(), u"AL"_s);

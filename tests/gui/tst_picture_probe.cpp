@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractEventDispatcher>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QJsonDocument>
@@ -54,6 +55,16 @@ QByteArray contentOf(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool uploadIsOver(const QString &path)
+{
+    const QDir descriptors(u"/proc/self/fd"_s);
+    return QTest::qWaitFor([&] {
+        const QFileInfoList open = descriptors.entryInfoList(QDir::Files | QDir::System);
+        return std::none_of(open.begin(), open.end(),
+                            [&](const QFileInfo &entry) { return entry.symLinkTarget() == path; });
+    });
 }
 
 void typeInto(const QWidget &window, const QString &text)

@@ -32,6 +32,8 @@ private:
 };
 
 QByteArray contentOf(const QString &path); ///< empty where it cannot be read
+/// Waits until the client has handled the answer to its upload of PATH: the file stays open until then.
+bool uploadIsOver(const QString &path);
 
 /// Presses the keys of TEXT with the keyboard's way through WINDOW: a popup in front of it gets them first.
 void typeInto(const QWidget &window, const QString &text);
