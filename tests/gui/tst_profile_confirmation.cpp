@@ -38,6 +38,8 @@ private slots:
     void uploadThenSave();
 
 private:
+    bool askForBoth(ProfileProbe &probe) const;
+
     const PictureFolder files;
 };
 
@@ -77,11 +79,10 @@ void TestProfileConfirmation::confirmationRunsOutByItself()
 void TestProfileConfirmation::saveThenUpload()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
-    probe.service.answer(avatarKey, 200, "{}");
-    clickOnScreen(*probe.save);
+    QVERIFY(askForBoth(probe));
+    probe.service.release(saveKey);
     QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
-    QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
+    probe.service.release(avatarKey);
     QTRY_COMPARE(probe.status->text(), u"✓ Picture updated"_s);
     const QList<PendingTimer> timers = pendingTimers();
     QCOMPARE(timers.size(), 2);
@@ -94,15 +95,27 @@ void TestProfileConfirmation::saveThenUpload()
 void TestProfileConfirmation::uploadThenSave()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
-    probe.service.answer(avatarKey, 200, "{}");
-    QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
+    QVERIFY(askForBoth(probe));
+    probe.service.release(avatarKey);
     QTRY_COMPARE(probe.status->text(), u"✓ Picture updated"_s);
-    clickOnScreen(*probe.save);
+    probe.service.release(saveKey);
     QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
     QCOMPARE(pendingTimers().size(), 2);
     pendingTimers().first().runOut();
     QCOMPARE(probe.status->text(), u"● Online"_s);
+}
+
+// Both answers wait: the file dialog may take longer than a confirmation lasts.
+bool TestProfileConfirmation::askForBoth(ProfileProbe &probe) const
+{
+    for (const QByteArray &key : {saveKey, avatarKey}) {
+        probe.service.answer(key, 200, "{}");
+        probe.service.hold(key);
+    }
+    clickOnScreen(*probe.save);
+    return probe.service.waitForRequests(saveKey, 1)
+           && chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
+           && probe.service.waitForRequests(avatarKey, 1);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestProfileConfirmation)

@@ -176,7 +176,6 @@ void TestProfileSave::savingAgainSendsAgain()
     QTRY_VERIFY(probe.save->isEnabled());
     QCOMPARE(probe.service.count(saveKey), 2);
     QCOMPARE(probe.service.lastRequest(saveKey).body, bodyWith(u"More"_s));
-    QCOMPARE(pendingTimers().size(), 2); // each confirmation its own
 }
 
 void TestProfileSave::namesStayAsTheyWere()
