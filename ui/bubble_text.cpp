@@ -18,11 +18,18 @@ constexpr int widestText = 520 - 2 * 12;
 // Below this length a word fits into a bubble in the narrowest window, whatever its letters.
 constexpr int longWord = 24;
 
+// Lines break at blanks, except at those made to hold words together.
+bool endsWord(QChar character)
+{
+    return character.isSpace() && character != QChar::Nbsp && character != u'\u2007'
+           && character != u'\u202f';
+}
+
 bool containsLongWord(const QString &text)
 {
     int length = 0;
     for (const QChar character : text) {
-        length = character.isSpace() ? 0 : length + 1;
+        length = endsWord(character) ? 0 : length + 1;
         if (length > longWord)
             return true;
     }

@@ -105,9 +105,12 @@ void MainWindow::setLanguageIndex(int index)
         langCombo->setCurrentIndex(index);
 }
 
-QString MainWindow::openedText(const QJsonObject &item) const
+// With nobody signed in, a late reply is still shown, but leaves no key behind.
+QString MainWindow::openedText(const QJsonObject &item)
 {
-    return crypto::decryptMessageText(item, myUsername, api.deviceId());
+    if (myUsername.isEmpty())
+        return crypto::decryptMessageText(item, myUsername, api.deviceId());
+    return crypto::decryptMessageText(item, myUsername, api.deviceId(), readingMemory);
 }
 
 void MainWindow::refreshData()

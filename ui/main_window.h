@@ -1,6 +1,7 @@
 // The one window of the client: every page, list and flow that the user sees.
 #pragma once
 
+#include "crypto/reading_memory.h"
 #include "net/api_client.h"
 #include "ui/text.h"
 
@@ -84,7 +85,7 @@ private slots:
 private:
     QString text(const QString &swedish, const QString &english) const;
     Language language() const;
-    QString openedText(const QJsonObject &item) const;
+    QString openedText(const QJsonObject &item);
 
     void buildShell();
     QWidget *buildAuthPage();
@@ -127,6 +128,7 @@ private:
     void chooseServerIcon(const QString &groupId);
 
     void chooseAvatar();
+    void showFooterInitials();
     void showFooterPicture();
     void confirmInFooter(const QString &confirmation);
     void showUserMenu(QWidget *footer);
@@ -162,7 +164,6 @@ private:
     QString myUsername;
     QString pendingMessageText;
     QJsonArray myDeviceKeys;
-    bool ownDevicesLoaded = false; ///< whether myDeviceKeys came in answer to this sign-in
     QJsonArray conversationsData;
     QJsonArray searchResultsData;
     QTimer *refreshTimer = nullptr;
@@ -215,6 +216,8 @@ private:
     QStackedWidget *settingsStack = nullptr;
     QString currentAccent;
     bool darkTheme = true;
+    bool ownDevicesLoaded = false; ///< whether myDeviceKeys came in answer to this sign-in
+    crypto::ReadingMemory readingMemory;
 };
 
 } // namespace tideloft::ui

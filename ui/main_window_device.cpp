@@ -3,7 +3,6 @@
 
 #include "crypto/key_store.h"
 #include "ui/device_lists.h"
-#include "ui/initials.h"
 #include "ui/style/fade_in.h"
 
 #include <QDebug>
@@ -20,10 +19,11 @@ void MainWindow::onMeLoaded(const QJsonObject &me)
     setBusy(false);
     myUsername = me.value(u"username"_s).toString().trimmed().toLower();
     if (footerAvatar)
-        footerAvatar->setText(initials(myUsername));
+        showFooterInitials();
     if (myName)
         myName->setText(myUsername);
     ownDevicesLoaded = false;
+    pendingMessageText.clear(); // whoever wrote it may be somebody else
     registerThisDevice();
     api.fetchMyDeviceKeys();
     rootStack->setCurrentWidget(mainPage);

@@ -1,6 +1,7 @@
 // The user's own picture and the menu of the sidebar's footer.
 #include "ui/main_window.h"
 
+#include "ui/initials.h"
 #include "ui/message_box.h"
 #include "ui/picture_file.h"
 #include "ui/privacy_dialog.h"
@@ -43,6 +44,14 @@ void MainWindow::onAvatarUploaded(bool ok, const QString &localPath)
     }
     confirmInFooter(text(u"✓ Bild uppdaterad"_s, u"✓ Picture updated"_s));
     emit avatarPixmapReady(roundPicture(picture, 64));
+}
+
+// Every sign-in begins without a picture: the one before may have been another user's.
+void MainWindow::showFooterInitials()
+{
+    footerAvatarPixmap = {};
+    footerAvatar->setText(initials(myUsername));
+    footerAvatar->setStyleSheet(style::footerInitials());
 }
 
 void MainWindow::showFooterPicture()

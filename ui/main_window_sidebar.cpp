@@ -16,15 +16,18 @@ namespace tideloft::ui
 namespace
 {
 
-// For the keyboard only: the row counts as current again, but nothing marks it.
+// For the keyboard only: the row counts as current again, but nothing marks it, and who has scrolled
+// elsewhere stays there.
 void keepCurrentRow(QListWidget *list, const QString &user)
 {
+    list->setAutoScroll(false);
     for (int i = 0; !user.isEmpty() && i < list->count(); ++i) {
         if (list->item(i)->data(Qt::UserRole).toString() == user) {
             list->setCurrentRow(i, QItemSelectionModel::NoUpdate);
-            return;
+            break;
         }
     }
+    list->setAutoScroll(true);
 }
 
 } // namespace

@@ -79,6 +79,7 @@ void MainWindow::onRegisterFailed(const QString &message)
 void MainWindow::logOut()
 {
     refreshTimer->stop();
+    readingMemory.forget();
     myUsername.clear();
     usernameField->clear();
     passwordField->clear();

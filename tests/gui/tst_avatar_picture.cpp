@@ -261,8 +261,16 @@ void TestAvatarPicture::anotherUserGetsInitials()
     probe.window->logOut();
     probe.service.answer("GET /api/me", 200, R"({"username":"carol"})");
     QVERIFY(probe.signIn(u"carol"_s));
-    QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text(), u"CA"_s);
+    const auto *footer = probe.the<QLabel>(u"footerAvatar"_s);
+    QCOMPARE(footer->text(), u"CA"_s);
     QVERIFY(footerPicture(probe).isNull());
+    QVERIFY(footer->styleSheet() != pictureStyle);
+    // Nor does the theme bring the other's picture back.
+    probe.openSettings();
+    probe.clickRow(Appearance);
+    clickOnScreen(*buttonWith(probe.content(Appearance), u"Light"_s));
+    QVERIFY(footerPicture(probe).isNull());
+    QCOMPARE(footer->text(), u"CA"_s);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestAvatarPicture)

@@ -90,6 +90,8 @@ void TestChatLayout::addTexts(const QList<int> &forWidths)
         {"many emoji", u"🙂 🔒 🌍 "_s.repeated(20)},
         {"wide script", u"漢字かな交じり文"_s.repeated(30)},
         {"tabs and blanks", u"a\tb   c\t"_s.repeated(40)},
+        {"words held together", u"abcdefgh\u00a0"_s.repeated(60)},
+        {"words held together narrowly", u"abcdefgh\u202f"_s.repeated(60)},
         {"just about a line", u"wwwwwwwwww wwwwwwwwww wwwwwwwwww wwwwwwwwww wwwwwwww"_s},
     };
     for (const int width : forWidths) {

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QListWidget>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -22,6 +23,7 @@ private slots:
     void goesWithItsEntry();
     void doesNotComeBack();
     void noneStaysNone();
+    void doesNotDrawBackWhoHasScrolledAway();
     void aClickedRowSurvivesUnmarked();
     void leavesNoMark();
 };
@@ -120,6 +122,23 @@ void TestCurrentRow::noneStaysNone()
     QCOMPARE(currentPeer(probe), u"(none)"_s);
     QVERIFY(probe.listPeers({u"bob"_s, u"anna"_s}));
     QCOMPARE(currentPeer(probe), u"(none)"_s);
+}
+
+void TestCurrentRow::doesNotDrawBackWhoHasScrolledAway()
+{
+    SettingsProbe probe;
+    QStringList peers = threePeers;
+    for (int i = 0; i < 40; ++i)
+        peers.append(u"peer-%1"_s.arg(i));
+    QVERIFY(probe.listPeers(peers));
+    probe.clickPeer(u"anna"_s);
+    QScrollBar *bar = dmList(probe)->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 1000);
+    bar->setValue(1000);
+    QVERIFY(probe.listPeers(peers + QStringList{u"zoe"_s}));
+    dmList(probe)->doItemsLayout();
+    QCOMPARE(bar->value(), 1000);
+    QCOMPARE(currentPeer(probe), u"anna"_s);
 }
 
 void TestCurrentRow::aClickedRowSurvivesUnmarked()

@@ -1,5 +1,6 @@
 // The privacy dialog of the sidebar's footer: four check boxes that are neither sent nor stored.
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>

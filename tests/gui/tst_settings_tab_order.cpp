@@ -1,5 +1,6 @@
 // What the keyboard reaches in the settings, section by section.
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
 #include "ui/style/style_sheets.h"
 

@@ -30,6 +30,7 @@ private slots:
     void lateProfileStillOpensTheMainPage();
     void lateFailureShowsOnThePage();
     void lateListsOnlyFillTheirLists();
+    void waitingMessageEndsWithTheNextSignIn();
     void repliesAfterTheWindow_data();
     void repliesAfterTheWindow();
 };
@@ -178,6 +179,26 @@ void TestSignInLogOut::lateListsOnlyFillTheirLists()
     QVERIFY(!probe.refreshTimer()->isActive());
     QVERIFY(probe.username()->hasFocus());
     QVERIFY(!probe.window->findChild<QMessageBox *>());
+}
+
+// What one person wanted to write is never sent in the name of the next.
+void TestSignInLogOut::waitingMessageEndsWithTheNextSignIn()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && probe.open(u"bob"_s));
+    const QByteArray keys = "GET /api/chat/public-key/bob";
+    probe.service.answer(keys, 200, R"({"devices":[],"publicKey":"AAAA"})");
+    probe.service.hold(keys);
+    QTest::keyClicks(probe.the<QLineEdit>(u"msgInput"_s), u"Only from alice"_s);
+    probe.click(u"sendButton"_s);
+    QVERIFY(probe.service.waitForRequests(keys, 1));
+    probe.window->logOut();
+    probe.service.answer("GET /api/me", 200, R"({"username":"carol"})");
+    QVERIFY(probe.signIn(u"carol"_s) && probe.open(u"bob"_s));
+    probe.service.release(keys);
+    QVERIFY(probe.settle());
+    QCOMPARE(probe.service.count("POST /api/chat/send"), 0);
+    QVERIFY(!probe.window->findChild<QMessageBox *>()); // nor was sealing even tried
 }
 
 void TestSignInLogOut::repliesAfterTheWindow_data()

@@ -27,7 +27,6 @@ private slots:
     void blankUserDataOpensNothing_data();
     void blankUserDataOpensNothing();
     void userDataIsTrimmed();
-    void openingLeavesTheRailAlone();
     void messagesButtonReturnsToTheConversation();
     void messagesButtonWithoutConversation();
     void fadeInReplacesTheEffect();
@@ -119,21 +118,6 @@ void TestWindowConversation::userDataIsTrimmed()
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"carol"_s);
     QVERIFY(probe.service.waitForRequests("GET /api/chat/history/carol", 1));
-}
-
-// The rail stands as it does while the settings are shown.
-void TestWindowConversation::openingLeavesTheRailAlone()
-{
-    GuiProbe probe;
-    QVERIFY(probe.signIn());
-    auto *messages = qobject_cast<QAbstractButton *>(named(*probe.window, u"railBtn=💬"_s));
-    auto *settings = qobject_cast<QAbstractButton *>(named(*probe.window, u"railBtn=⚙"_s));
-    messages->setChecked(false);
-    settings->setChecked(true);
-    QVERIFY(probe.open(u"bob"_s));
-    QCOMPARE(probe.centerPage(), u"chatPage"_s);
-    QVERIFY(!messages->isChecked());
-    QVERIFY(settings->isChecked());
 }
 
 void TestWindowConversation::messagesButtonReturnsToTheConversation()

@@ -68,7 +68,7 @@ void TestWindowShell::layouts_data()
     QTest::newRow("three columns") << u"main page"_s << u"#rail #leftSidebar #centerPanel*1"_s
                                    << u"0 0 0 0, spacing 0"_s;
     QTest::newRow("rail") << u"rail"_s
-                          << u"#railLogo 16 #railBtn(💬) QFrame QWidget #railBtn(+) stretch #railBtn(⚙)"_s
+                          << u"#railLogo 16 #railBtn(💬) QFrame QScrollArea #railBtn(+) stretch #railBtn(⚙)"_s
                           << u"8 14 8 14, spacing 6"_s;
     QTest::newRow("center panel") << u"centerPanel"_s << u"QStackedWidget*1"_s << u"0 0 0 0, spacing 0"_s;
 }
@@ -158,7 +158,9 @@ void TestWindowShell::separatorOfTheRail()
     QVERIFY(line);
     QCOMPARE(line->frameShape(), QFrame::HLine);
     QCOMPARE(line->styleSheet(), u"background: #1a2d40; max-height: 1px; border: none; margin: 0 8px;"_s);
-    const QWidget *servers = rail->layout()->itemAt(4)->widget();
+    const auto *place = qobject_cast<QScrollArea *>(rail->layout()->itemAt(4)->widget());
+    QVERIFY(place);
+    const QWidget *servers = place->widget();
     QVERIFY(qobject_cast<QVBoxLayout *>(servers->layout()));
     QCOMPARE(itemsOf(servers), QString());
     QCOMPARE(spacesOf(servers), u"0 0 0 0, spacing 4"_s);

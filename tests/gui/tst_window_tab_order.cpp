@@ -1,5 +1,6 @@
 // The way of the Tab key through the pages: in reading order, and past nothing without a name.
 #include "tests/support/gui_probe.h"
+#include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
 
 #include <QListWidget>

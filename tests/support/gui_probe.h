@@ -44,10 +44,6 @@ QString itemsOf(const QWidget *owner); ///< of its layout
 /// "left top right bottom, spacing n" of the layout of OWNER.
 QString spacesOf(const QWidget *owner);
 
-/// What the keyboard reaches inside PART when Tab is pressed again and again, beginning with FIRST: names for
-/// assistive programs, or texts.
-QStringList tabOrder(const QWidget *part, QWidget *first);
-
 /// Calls the private slot SLOT of WINDOW as the toolkit's meta-object knows it.
 template <typename... Arguments>
 bool callSlot(ui::MainWindow &window, const char *slot, Arguments... arguments)

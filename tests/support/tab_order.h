@@ -1,0 +1,15 @@
+// The way of the Tab key through a page.
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+
+namespace tideloft::tests
+{
+
+/// What the keyboard reaches inside PART when Tab is pressed again and again, beginning with FIRST: names for
+/// assistive programs, or texts.
+QStringList tabOrder(const QWidget *part, QWidget *first);
+
+} // namespace tideloft::tests
