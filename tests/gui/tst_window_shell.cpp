@@ -7,6 +7,7 @@
 #include <QBoxLayout>
 #include <QFrame>
 #include <QLabel>
+#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
