@@ -122,6 +122,7 @@ private:
     void hideAuthError();
 
     void rebuildServerRail();
+    void connectServerButton(QPushButton *button, const QString &groupId);
     void selectServer(const QString &groupId);
     int showCreateServerDialog();
     void showServerMenu(const QString &serverId, QWidget *button, QPoint position);
@@ -194,6 +195,7 @@ private:
     QLabel *myStatus = nullptr;
     QLabel *footerAvatar = nullptr;
     QPixmap footerAvatarPixmap;
+    QString pictureOwner; ///< who chose the picture that was uploaded last
     QPushButton *quilloryBtn = nullptr;
 
     QStackedWidget *centerStack = nullptr;

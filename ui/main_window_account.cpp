@@ -30,14 +30,15 @@ void MainWindow::saveProfile(const QString &displayName, const QString &bio, QPu
 {
     saveButton->setEnabled(false);
     saveButton->setText(text(u"Sparar..."_s, u"Saving..."_s));
-    api.updateProfile(displayName, bio, [this, button = QPointer(saveButton)](bool ok, const QString &) {
+    const auto saved = [this, user = myUsername, button = QPointer(saveButton)](bool ok, const QString &) {
         if (button) {
             button->setEnabled(true);
             button->setText(text(u"Spara ändringar"_s, u"Save changes"_s));
         }
-        if (ok)
+        if (ok && user == myUsername) // another user may have signed in since
             confirmInFooter(text(u"✓ Sparad"_s, u"✓ Saved"_s));
-    });
+    };
+    api.updateProfile(displayName, bio, saved);
 }
 
 } // namespace tideloft::ui

@@ -28,12 +28,14 @@ void MainWindow::chooseAvatar()
         showWarning(this, problem->in(language()));
         return;
     }
+    pictureOwner = myUsername;
     api.uploadAvatar(path);
 }
 
 void MainWindow::onAvatarUploaded(bool ok, const QString &localPath)
 {
-    if (!ok)
+    const bool isOfAnother = !pictureOwner.isEmpty() && pictureOwner != myUsername;
+    if (!ok || isOfAnother) // who chose it may have logged out since
         return;
     const QPixmap picture(localPath);
     if (picture.isNull())

@@ -83,6 +83,7 @@ private slots:
     void outlivesThemesAndAccents();
     void outlivesTheLanguage();
     void anotherUserGetsInitials();
+    void aLatePictureIsNotTheNextUsers();
 
 private:
     const PictureFolder files;
@@ -271,6 +272,24 @@ void TestAvatarPicture::anotherUserGetsInitials()
     clickOnScreen(*buttonWith(probe.content(Appearance), u"Light"_s));
     QVERIFY(footerPicture(probe).isNull());
     QCOMPARE(footer->text(), u"CA"_s);
+}
+
+void TestAvatarPicture::aLatePictureIsNotTheNextUsers()
+{
+    SettingsProbe probe;
+    probe.service.answer(avatarKey, 200, "{}");
+    probe.service.hold(avatarKey);
+    const QString path = files.writeWidePicture(u"wide.png"_s);
+    QVERIFY(chooseAvatar(probe, path));
+    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
+    probe.window->logOut();
+    probe.service.answer("GET /api/me", 200, R"({"username":"carol"})");
+    QVERIFY(probe.signIn(u"carol"_s));
+    probe.service.release(avatarKey);
+    QVERIFY(uploadIsOver(path));
+    QVERIFY(footerPicture(probe).isNull());
+    QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text(), u"CA"_s);
+    QCOMPARE(probe.the<QLabel>(u"myStatus"_s)->text(), u"● Online"_s);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestAvatarPicture)
