@@ -7,6 +7,7 @@
 #include "ui/row_list.h"
 #include "ui/server_button.h"
 #include "ui/server_notice.h"
+#include "ui/server_scroll.h"
 
 #include <QBoxLayout>
 #include <QFileDialog>
@@ -52,6 +53,7 @@ void MainWindow::rebuildServerRail()
 {
     if (!serverColumn)
         return;
+    const QString focused = serverWithFocus(serverColumn);
     while (QLayoutItem *item = serverColumn->layout()->takeAt(0)) {
         delete item->widget();
         delete item;
@@ -61,11 +63,17 @@ void MainWindow::rebuildServerRail()
         QPushButton *button = makeServerButton(server, server.groupId == selectedServerId, serverColumn);
         serverColumn->layout()->addWidget(button);
         setTabOrder(std::exchange(last, button), button); // new widgets come last on the Tab key's way
-        connect(button, &QPushButton::clicked, this, [this, id = server.groupId] { selectServer(id); });
-        connect(
-            button, &QWidget::customContextMenuRequested, this,
-            [this, id = server.groupId, button](QPoint position) { showServerMenu(id, button, position); });
+        connectServerButton(button, server.groupId);
+        if (!focused.isEmpty() && server.groupId == focused)
+            button->setFocus();
     }
+}
+
+void MainWindow::connectServerButton(QPushButton *button, const QString &groupId)
+{
+    connect(button, &QPushButton::clicked, this, [this, groupId] { selectServer(groupId); });
+    connect(button, &QWidget::customContextMenuRequested, this,
+            [this, groupId, button](QPoint position) { showServerMenu(groupId, button, position); });
 }
 
 // The rebuild deletes the connection that may hold GROUPID: from there on only the window's own copy is read.
@@ -74,6 +82,8 @@ void MainWindow::selectServer(const QString &groupId)
     selectedServerId = groupId;
     currentPeer.clear(); // no conversation is open any more: what is typed now must not go to its peer
     rebuildServerRail();
+    if (QPushButton *button = serverButton(serverColumn, selectedServerId))
+        scrollServerIntoView(button);
     const QString name = serverName(servers, selectedServerId);
     showChatHeader(name.isEmpty() ? selectedServerId : name, u"Server"_s, initials(name, 1));
     centerStack->setCurrentWidget(chatPage);

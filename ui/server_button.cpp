@@ -7,11 +7,21 @@
 #include "ui/widget_parts.h"
 
 #include <QPushButton>
+#include <QVariant>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
 {
+
+namespace
+{
+
+constexpr char groupProperty[] = "groupId";
+
+} // namespace
 
 QPushButton *makeServerButton(const ServerModel &server, bool selected, QWidget *parent)
 {
@@ -19,13 +29,29 @@ QPushButton *makeServerButton(const ServerModel &server, bool selected, QWidget 
     auto *button = makeButton(initials(server.name, 1).replace(u'&', u"&&"_s), parent);
     button->setToolTip(server.name);
     showToolTipAsPlainText(button);
-    button->setAccessibleName(server.name);
+    button->setAccessibleName(server.name.isEmpty() ? server.groupId : server.name);
     button->setFixedSize(36, 36);
     button->setCheckable(true);
     button->setChecked(selected);
     button->setStyleSheet(style::serverButton(selected));
     button->setContextMenuPolicy(Qt::CustomContextMenu);
+    button->setProperty(groupProperty, server.groupId);
     return button;
+}
+
+QString serverWithFocus(const QWidget *column)
+{
+    const QWidget *focused = column->window()->focusWidget();
+    return focused && column->isAncestorOf(focused) ? focused->property(groupProperty).toString() : QString();
+}
+
+QPushButton *serverButton(const QWidget *column, const QString &groupId)
+{
+    const auto buttons = column->findChildren<QPushButton *>(Qt::FindDirectChildrenOnly);
+    const auto found = std::find_if(buttons.cbegin(), buttons.cend(), [&](const QPushButton *button) {
+        return button->property(groupProperty).toString() == groupId;
+    });
+    return found == buttons.cend() ? nullptr : *found;
 }
 
 } // namespace tideloft::ui

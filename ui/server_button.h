@@ -13,4 +13,10 @@ namespace tideloft::ui
 /// its context menu.
 QPushButton *makeServerButton(const ServerModel &server, bool selected, QWidget *parent);
 
+/// The `groupId` of the server whose button in COLUMN has the keyboard; empty if none has.
+QString serverWithFocus(const QWidget *column);
+
+/// The first button in COLUMN of the server GROUPID; null if there is none.
+QPushButton *serverButton(const QWidget *column, const QString &groupId);
+
 } // namespace tideloft::ui

@@ -5,6 +5,7 @@
 
 #include <QEvent>
 #include <QScrollArea>
+#include <QTimer>
 
 namespace tideloft::ui
 {
@@ -46,6 +47,15 @@ QScrollArea *makeServerScroll(QWidget *column, QWidget *parent)
     scroll->setWidget(column);
     column->setAutoFillBackground(false); // the rail shows through
     return scroll;
+}
+
+void scrollServerIntoView(QWidget *button)
+{
+    QTimer::singleShot(0, button, [button] { // behind the layout of what was just built
+        auto *column = button->parentWidget();
+        static_cast<ServerScroll *>(column->parentWidget()->parentWidget())
+            ->ensureWidgetVisible(button, 0, 0);
+    });
 }
 
 } // namespace tideloft::ui

@@ -11,4 +11,7 @@ namespace tideloft::ui
 /// and the Tab key scroll when there is less: many servers push neither a button nor the window's edge away.
 QScrollArea *makeServerScroll(QWidget *column, QWidget *parent);
 
+/// Scrolls BUTTON of the column into view, once it has been laid out.
+void scrollServerIntoView(QWidget *button);
+
 } // namespace tideloft::ui

@@ -3,6 +3,8 @@
 #include "tests/support/test_main.h"
 
 #include <QApplication>
+#include <QJsonDocument>
+#include <QLabel>
 #include <QLayout>
 #include <QPushButton>
 #include <QScrollArea>
@@ -35,6 +37,11 @@ bool list(GuiProbe &probe, int count)
            && QTest::qWaitFor([&] { return placeIn(probe)->widget()->height() >= count * 36; });
 }
 
+QWidget *buttonAt(const GuiProbe &probe, int index)
+{
+    return placeIn(probe)->widget()->layout()->itemAt(index)->widget();
+}
+
 QRect inWindow(const QWidget *widget, const QWidget *window)
 {
     return {widget->mapTo(window, QPoint(0, 0)), widget->size()};
@@ -63,6 +70,9 @@ private slots:
     void manyServersLeaveTheWindowAndTheButtonsWhereTheyAre();
     void theWheelReachesTheLastServer();
     void theTabKeyBringsAServerIntoView();
+    void openingAServerBringsItIntoView();
+    void aNewListLeavesTheScrollingAlone();
+    void theKeyboardStaysWithItsServer();
     void theRailShowsBetweenTheButtons();
 };
 
@@ -116,6 +126,42 @@ void TestServerScroll::theTabKeyBringsAServerIntoView()
         QCOMPARE(QApplication::focusWidget(), button);
         QCOMPARE(button->visibleRegion().boundingRect(), button->rect());
     }
+}
+
+void TestServerScroll::openingAServerBringsItIntoView()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 60));
+    probe.service.answer("GET /api/groups", 200, QJsonDocument(servers(60)).toJson());
+    const QJsonObject created{{u"groupId"_s, u"59"_s}};
+    QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, created)));
+    QTRY_COMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"Server 59"_s);
+    QTRY_COMPARE(buttonAt(probe, 59)->visibleRegion().boundingRect(), QRect(0, 0, 36, 36));
+}
+
+void TestServerScroll::aNewListLeavesTheScrollingAlone()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 60));
+    QScrollBar *bar = placeIn(probe)->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 500);
+    bar->setValue(500);
+    QVERIFY(list(probe, 60) && probe.settle());
+    QCOMPARE(bar->value(), 500);
+}
+
+void TestServerScroll::theKeyboardStaysWithItsServer()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn() && list(probe, 3));
+    buttonAt(probe, 1)->setFocus();
+    QTest::keyClick(buttonAt(probe, 1), Qt::Key_Space); // opens it, which rebuilds the column
+    QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"Server 1"_s);
+    QTRY_COMPARE(QApplication::focusWidget(), buttonAt(probe, 1));
+    QVERIFY(list(probe, 2));
+    QTRY_COMPARE(QApplication::focusWidget(), buttonAt(probe, 1));
+    QVERIFY(list(probe, 1)); // it is gone
+    QVERIFY(!placeIn(probe)->isAncestorOf(QApplication::focusWidget()));
 }
 
 void TestServerScroll::theRailShowsBetweenTheButtons()
