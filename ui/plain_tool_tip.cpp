@@ -30,8 +30,10 @@ public:
         if (event->type() != QEvent::ToolTip)
             return QObject::eventFilter(watched, event);
         QString tip = widget->toolTip();
-        if (tip.size() > longestTip)
-            tip = tip.left(longestTip) + u'…';
+        if (tip.size() > longestTip) {
+            const bool splitsPair = tip.at(longestTip - 1).isHighSurrogate();
+            tip = tip.left(longestTip - (splitsPair ? 1 : 0)) + u'…';
+        }
         const QString shown = tip.isEmpty() ? tip : Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal);
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), shown, widget);
         return true;

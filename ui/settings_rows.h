@@ -15,7 +15,7 @@ namespace tideloft::ui
 /// An upper-case caption with a line below it.
 QWidget *makeSectionHeader(const QString &caption, QWidget *parent);
 
-/// A rounded box for rows; its layout is a column without margins.
+/// A rounded box for rows; its layout is a column inside a border of 1 px.
 QWidget *makeSettingsCard(QWidget *parent);
 /// The column of a card.
 QVBoxLayout *columnOf(QWidget *card);

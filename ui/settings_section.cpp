@@ -63,7 +63,7 @@ QWidget *SettingsSection::finish()
     column->addStretch();
     area->setWidgetResizable(true);
     area->setWidget(page);
-    // The style sheet paints the background. An opaque page would be left out of the fade that shows it first.
+    // The style sheet paints the background: an opaque page would be left out of the fade that shows it.
     page->setAutoFillBackground(false);
     return area;
 }
