@@ -25,6 +25,11 @@ QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Open
     return rows;
 }
 
+size_t qHash(const ConversationRowModel &row, size_t seed)
+{
+    return qHashMulti(seed, row.peer, row.preview, row.time);
+}
+
 QString spokenText(const ConversationRowModel &row)
 {
     QStringList parts{row.peer, row.preview, row.time};

@@ -15,6 +15,8 @@ struct ConversationRowModel {
     bool operator==(const ConversationRowModel &) const = default;
 };
 
+size_t qHash(const ConversationRowModel &row, size_t seed = 0);
+
 /// One row for each object of ITEMS that names a peer, in their order. NOW decides what counts as today.
 QList<ConversationRowModel> conversationRows(const QJsonArray &items, const OpenMessage &open,
                                              const QDateTime &now, Language language);

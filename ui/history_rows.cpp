@@ -41,6 +41,14 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
     return rows;
 }
 
+size_t qHash(const HistoryRow &row, size_t seed)
+{
+    if (const auto *day = std::get_if<DaySeparatorModel>(&row))
+        return qHash(day->label, seed);
+    const auto &message = std::get<MessageRowModel>(row);
+    return qHashMulti(seed, message.sender, message.text, message.time);
+}
+
 QString spokenText(const HistoryRow &row)
 {
     if (const auto *day = std::get_if<DaySeparatorModel>(&row))

@@ -33,6 +33,8 @@ struct MessageRowModel {
 
 using HistoryRow = std::variant<DaySeparatorModel, MessageRowModel>;
 
+size_t qHash(const HistoryRow &row, size_t seed = 0);
+
 /// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE.
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language);
 

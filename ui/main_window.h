@@ -205,6 +205,7 @@ private:
     QLabel *centerTitle = nullptr;
     QLabel *centerSubtitle = nullptr;
     QListWidget *messageList = nullptr;
+    QString shownHistory; ///< whose history was drawn into messageList last
     QLineEdit *msgInput = nullptr;
     QPushButton *sendButton = nullptr;
     QPushButton *emptyActionBtn = nullptr;

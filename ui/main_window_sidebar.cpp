@@ -1,8 +1,7 @@
 // The conversation list and the search for users.
 #include "ui/main_window.h"
 
-#include "ui/conversation_row.h"
-#include "ui/row_list.h"
+#include "ui/conversation_list.h"
 
 #include <QDateTime>
 #include <QLineEdit>
@@ -13,42 +12,11 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-namespace
-{
-
-// For the keyboard only: the row counts as current again, but nothing marks it, and who has scrolled
-// elsewhere stays there.
-void keepCurrentRow(QListWidget *list, const QString &user)
-{
-    list->setAutoScroll(false);
-    for (int i = 0; !user.isEmpty() && i < list->count(); ++i) {
-        if (list->item(i)->data(Qt::UserRole).toString() == user) {
-            list->setCurrentRow(i, QItemSelectionModel::NoUpdate);
-            break;
-        }
-    }
-    list->setAutoScroll(true);
-}
-
-} // namespace
-
 void MainWindow::onConversationsLoaded(const QJsonArray &items)
 {
-    const QListWidgetItem *current = dmList->currentItem();
-    const QString currentRow = current ? current->data(Qt::UserRole).toString() : QString();
-    dmList->clear();
     conversationsData = items;
     const auto open = [this](const QJsonObject &item) { return openedText(item); };
-    QList<ListRow> rows;
-    for (const ConversationRowModel &model :
-         conversationRows(items, open, QDateTime::currentDateTime(), language()))
-        rows.append({.widget = makeConversationRow(model, dmList->viewport()),
-                     .flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled,
-                     .sizeHint = QSize(0, 62),
-                     .user = model.peer,
-                     .spoken = spokenText(model)});
-    appendRows(dmList, rows);
-    keepCurrentRow(dmList, currentRow);
+    showConversations(dmList, conversationRows(items, open, QDateTime::currentDateTime(), language()));
 }
 
 void MainWindow::onConversationsFailed(const QString &) {}

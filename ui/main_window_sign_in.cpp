@@ -81,6 +81,7 @@ void MainWindow::logOut()
     refreshTimer->stop();
     readingMemory.forget();
     myUsername.clear();
+    shownHistory.clear();
     usernameField->clear();
     passwordField->clear();
     hideAuthError();

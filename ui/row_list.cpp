@@ -52,18 +52,23 @@ private:
 void appendRows(QListWidget *list, const QList<ListRow> &rows)
 {
     const int first = list->count();
-    for (const ListRow &row : rows) {
-        auto *entry = new QListWidgetItem; // the list owns it from addItem() on
-        entry->setFlags(row.flags);
-        entry->setSizeHint(row.sizeHint);
-        if (!row.user.isEmpty())
-            entry->setData(Qt::UserRole, row.user);
-        if (!row.spoken.isEmpty())
-            entry->setData(Qt::AccessibleTextRole, row.spoken);
-        list->addItem(entry);
-    }
+    list->insertItems(first, QStringList(rows.size()));
     for (int i = 0; i < rows.size(); ++i)
-        list->setItemWidget(list->item(first + i), rows.at(i).widget);
+        setRow(list, first + i, rows.at(i));
+}
+
+void setRow(QListWidget *list, int index, const ListRow &row)
+{
+    QListWidgetItem *entry = list->item(index);
+    entry->setFlags(row.flags);
+    entry->setSizeHint(row.sizeHint);
+    entry->setData(Qt::UserRole, row.user.isEmpty() ? QVariant() : row.user);
+    entry->setData(Qt::AccessibleTextRole, row.spoken.isEmpty() ? QVariant() : row.spoken);
+    entry->setData(shownModelRole, row.model);
+    if (QWidget *before = list->itemWidget(entry))
+        before->hide(); // the list deletes it later
+    row.widget->resize(list->viewport()->width(), row.sizeHint.height());
+    list->setItemWidget(entry, row.widget);
 }
 
 void keepRowHeights(QListWidget *list)

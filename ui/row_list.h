@@ -4,6 +4,7 @@
 #include <QList>
 #include <QSize>
 #include <QString>
+#include <QVariant>
 #include <Qt>
 
 class QListWidget;
@@ -19,11 +20,18 @@ struct ListRow {
     QSize sizeHint;
     QString user = {};   ///< The user-role data: whom a click on the entry is about. Empty for none.
     QString spoken = {}; ///< What a screen reader says of the entry: it does not look into row widgets.
+    QVariant model = {}; ///< What the widget shows, as a value. It lives and dies with the entry.
 };
+
+/// Where an entry keeps ListRow::model.
+constexpr int shownModelRole = Qt::UserRole + 1;
 
 /// Appends ROWS to LIST: all entries first, then their widgets. One by one, every entry would lay out all the
 /// row widgets before it again.
 void appendRows(QListWidget *list, const QList<ListRow> &rows);
+
+/// Makes ROW the one that the entry at INDEX shows.
+void setRow(QListWidget *list, int index, const ListRow &row);
 
 /// Keeps every entry's size hint equal to its row widget's own while the width of LIST changes. Wrapped text
 /// needs more height where there is less width. A list that stands at its bottom stays there.

@@ -72,11 +72,11 @@ public:
     bool signIn(const QString &username = QStringLiteral("alice"));
     /// Asks for the conversations and the open history, as the timer does.
     void refresh();
-    /// Makes ITEMS the service's conversations and waits until the list is rebuilt.
+    /// Makes ITEMS the service's conversations and waits until they are listed.
     bool showConversations(const QJsonArray &items);
     /// Opens the conversation with PEER by a click on its row, with ITEMS as its history.
     bool open(const QString &peer, const QJsonArray &items = {});
-    /// Makes ITEMS the history with PEER and waits until the view is rebuilt.
+    /// Makes ITEMS the history with PEER and waits until it is shown.
     bool showHistory(const QString &peer, const QJsonArray &items);
     /// Waits until the window has handled every reply that the service has given so far.
     bool settle();
@@ -100,7 +100,7 @@ public:
     QStringList peers() const; ///< of the conversation list, from the entries' data
 
 private:
-    bool waitForRebuild(const QListWidget *list);
+    bool refreshAndWait(const QByteArray &request);
 
     int settled = 0;
     QString ownDevice;

@@ -29,7 +29,7 @@ private slots:
     void init() { failOnToolkitWarnings(); }
     void itemWithoutPeerHasNoRow();
     void orderIsTheServices();
-    void listIsRebuiltOnEveryReply();
+    void everyReplyIsListedAnew();
     void previewSays_data();
     void previewSays();
     void sealedPreviewIsOpened();
@@ -63,18 +63,24 @@ void TestConversationList::orderIsTheServices()
     QCOMPARE(chat.peers(), names);
 }
 
-void TestConversationList::listIsRebuiltOnEveryReply()
+void TestConversationList::everyReplyIsListedAnew()
 {
-    const QJsonArray items{QJsonObject{{u"peer"_s, u"bob"_s}}, QJsonObject{{u"peer"_s, u"eve"_s}}};
-    QVERIFY(chat.showConversations(items));
-    const QPointer<QWidget> before = chat.dmList()->itemWidget(chat.dmList()->item(1));
+    const auto item = [](const QString &peer, const QString &text) {
+        return QJsonObject{{u"peer"_s, peer}, {u"text"_s, text}};
+    };
+    QVERIFY(chat.showConversations({item(u"bob"_s, u"1"_s), item(u"eve"_s, u"1"_s)}));
+    const QPointer<QWidget> bob = chat.dmList()->itemWidget(chat.dmList()->item(0));
+    const QPointer<QWidget> eve = chat.dmList()->itemWidget(chat.dmList()->item(1));
     chat.dmList()->setCurrentRow(1);
-    QVERIFY(chat.showConversations(items));
+    QVERIFY(chat.showConversations({item(u"bob"_s, u"1"_s), item(u"eve"_s, u"2"_s)}));
     QCOMPARE(chat.peers(), QStringList({u"bob"_s, u"eve"_s}));
-    QTRY_VERIFY(!before);
+    QVERIFY(bob); // it says what it said
+    QTRY_VERIFY(!eve);
+    QCOMPARE(shownConversation(chat.dmList(), 1).preview->text(), u"2"_s);
     QVERIFY(chat.dmList()->selectedItems().isEmpty());
     QVERIFY(chat.showConversations({}));
     QCOMPARE(chat.dmList()->count(), 0);
+    QTRY_VERIFY(!bob);
 }
 
 void TestConversationList::previewSays_data()

@@ -1,0 +1,14 @@
+// The chat history in its list.
+#pragma once
+
+#include "ui/history_rows.h"
+
+class QListWidget;
+
+namespace tideloft::ui
+{
+
+/// Makes LIST show ROWS and scrolls it to its bottom. Rows that it shows already are not touched.
+void showHistory(QListWidget *list, const QList<HistoryRow> &rows);
+
+} // namespace tideloft::ui
