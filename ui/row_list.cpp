@@ -2,6 +2,7 @@
 #include "ui/row_list.h"
 
 #include <QEvent>
+#include <QLayout>
 #include <QListWidget>
 #include <QScrollBar>
 
@@ -49,6 +50,20 @@ private:
 
 } // namespace
 
+namespace
+{
+
+/// Lays out what stands in ROW, the innermost first: left until it is shown, each part would have all around
+/// it laid out once more.
+void layOut(QWidget *row)
+{
+    const QList<QLayout *> layouts = row->findChildren<QLayout *>();
+    for (auto layout = layouts.crbegin(); layout != layouts.crend(); ++layout)
+        (*layout)->activate();
+}
+
+} // namespace
+
 void appendRows(QListWidget *list, const QList<ListRow> &rows)
 {
     const int first = list->count();
@@ -68,6 +83,7 @@ void setRow(QListWidget *list, int index, const ListRow &row)
     if (QWidget *before = list->itemWidget(entry))
         before->hide(); // the list deletes it later
     row.widget->resize(list->viewport()->width(), row.sizeHint.height());
+    layOut(row.widget);
     list->setItemWidget(entry, row.widget);
 }
 

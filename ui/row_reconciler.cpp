@@ -26,8 +26,12 @@ public:
     }
     ~Curtain()
     {
-        if (hidden)
-            hidden->show();
+        if (!hidden)
+            return;
+        // Every widget that is shown searches all that is posted if anything is posted for itself.
+        for (const QEvent::Type waiting : {QEvent::PolishRequest, QEvent::LayoutRequest})
+            QCoreApplication::sendPostedEvents(nullptr, waiting);
+        hidden->show();
     }
     Q_DISABLE_COPY_MOVE(Curtain)
 

@@ -21,3 +21,6 @@ tideloft_chat_test(tst_chat_layout)
 tideloft_chat_test(tst_scroll_keys)
 tideloft_chat_test(tst_send)
 tideloft_chat_test(tst_send_failures)
+tideloft_test(tst_list_refresh
+    SOURCES tst_list_refresh.cpp tst_changing_chat.cpp tst_changing_chat.h tst_list_state.cpp tst_list_state.h
+    LIBRARIES tideloft_chat_fixture LABELS gui)

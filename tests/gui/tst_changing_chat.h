@@ -1,0 +1,37 @@
+// A chat to which all sorts of things happen.
+#pragma once
+
+#include "ui/conversation_rows.h"
+#include "ui/history_rows.h"
+
+#include <QRandomGenerator>
+
+namespace tideloft::tests
+{
+
+/// The service's items, the clock and the language, changed at random.
+class ChangingChat
+{
+public:
+    explicit ChangingChat(quint32 seed) : random(seed) {}
+
+    void change();
+    QList<ui::HistoryRow> history() const;
+    QList<ui::ConversationRowModel> conversations() const;
+    int below(int limit) { return random.bounded(limit); }
+
+private:
+    QJsonObject item();
+    QString name();
+    QString words();
+    QString time();
+    void changeItem();
+    void moveItem();
+
+    QRandomGenerator random;
+    QJsonArray items;
+    QDateTime now{QDate(2024, 5, 17), QTime(23, 50)};
+    ui::Language language = ui::Language::English;
+};
+
+} // namespace tideloft::tests
