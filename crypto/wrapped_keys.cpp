@@ -7,25 +7,41 @@ namespace tideloft::crypto
 {
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+QString trimmedMember(const QJsonObject &record, const QString &name)
+{
+    return record.value(name).toString().trimmed();
+}
+
+} // namespace
+
 QList<WrappedKey> collectWrappedKeys(const QJsonArray &records)
 {
     QList<WrappedKey> keys;
     for (const auto &value : records) {
         const QJsonObject record = value.toObject();
-        const WrappedKey key{record.value(u"deviceId"_s).toString().trimmed(),
-                             record.value(u"encryptedKey"_s).toString().trimmed()};
+        const WrappedKey key{trimmedMember(record, u"deviceId"_s), trimmedMember(record, u"encryptedKey"_s)};
         if (!key.deviceId.isEmpty() && !key.encryptedKey.isEmpty())
             keys << key;
     }
     return keys;
 }
 
+// The first match ends the walk: this is asked for every message, and a message may be for many devices.
 QString findWrappedKeyForDevice(const QJsonArray &records, const QString &deviceId)
 {
     const QString wanted = deviceId.trimmed().toLower();
-    for (const WrappedKey &key : collectWrappedKeys(records))
-        if (key.deviceId.toLower() == wanted)
-            return key.encryptedKey;
+    if (wanted.isEmpty())
+        return {};
+    for (const auto &value : records) {
+        const QJsonObject record = value.toObject();
+        if (trimmedMember(record, u"deviceId"_s).toLower() != wanted)
+            continue;
+        if (QString key = trimmedMember(record, u"encryptedKey"_s); !key.isEmpty())
+            return key;
+    }
     return {};
 }
 
