@@ -23,23 +23,21 @@ constexpr auto none = std::numeric_limits<quint32>::max();
 
 } // namespace
 
+// The service chooses the wrapped keys. Were two of them taken for one, a message would open with the key of
+// another, and would not have opened without this table. So an entry is found by all of a SHA-256 of the
+// text, for which nobody can make two texts; the text itself would take five times the room.
+WrappedKeyDigest::WrappedKeyDigest(const QString &wrappedKey)
+{
+    const auto size = static_cast<size_t>(wrappedKey.size()) * sizeof(QChar);
+    if (!SHA256(reinterpret_cast<const unsigned char *>(wrappedKey.utf16()), size, digest.emplace().data()))
+        digest.reset();
+}
+
 ContentKeyTable::ContentKeyTable(quint32 mostKeys, std::pmr::memory_resource *storage)
     : capacity(std::max(mostKeys, 1U)),
       entries(storage),
       buckets(storage)
 {
-}
-
-// The service chooses the wrapped keys. Were two of them taken for one, a message would open with the key of
-// another, and would not have opened without this table. So an entry is found by all of a SHA-256 of the
-// text, for which nobody can make two texts; the text itself would take five times the room.
-std::optional<ContentKeyTable::Digest> ContentKeyTable::digestOf(const QString &wrappedKey)
-{
-    Digest digest{};
-    const auto size = static_cast<size_t>(wrappedKey.size()) * sizeof(QChar);
-    if (!SHA256(reinterpret_cast<const unsigned char *>(wrappedKey.utf16()), size, digest.data()))
-        return {};
-    return digest;
 }
 
 // Texts whose digests begin alike are easy to make, and would all be searched one after the other. The seed,
@@ -49,7 +47,7 @@ size_t ContentKeyTable::bucketOf(const Digest &digest) const
     return qHashBits(digest.data(), digest.size(), QHashSeed::globalSeed()) & (buckets.size() - 1);
 }
 
-const ContentKeyTable::Entry *ContentKeyTable::find(const Digest &digest) const
+const ContentKeyTable::Entry *ContentKeyTable::entryOf(const Digest &digest) const
 {
     if (buckets.empty())
         return nullptr;
@@ -59,17 +57,17 @@ const ContentKeyTable::Entry *ContentKeyTable::find(const Digest &digest) const
     return place == none ? nullptr : &entries[place];
 }
 
-QByteArray ContentKeyTable::find(const QString &wrappedKey) const
+QByteArray ContentKeyTable::find(const WrappedKeyDigest &wrappedKey) const
 {
-    const auto digest = digestOf(wrappedKey);
-    const Entry *entry = digest ? find(*digest) : nullptr;
+    const auto &digest = wrappedKey.bytes();
+    const Entry *entry = digest ? entryOf(*digest) : nullptr;
     return entry ? QByteArray::fromRawData(entry->contentKey.data(), aesKeySize) : QByteArray();
 }
 
-void ContentKeyTable::insert(const QString &wrappedKey, const QByteArray &contentKey)
+void ContentKeyTable::insert(const WrappedKeyDigest &wrappedKey, const QByteArray &contentKey)
 {
-    const auto digest = digestOf(wrappedKey);
-    if (!digest || contentKey.size() != aesKeySize || find(*digest))
+    const auto &digest = wrappedKey.bytes();
+    if (!digest || contentKey.size() != aesKeySize || entryOf(*digest))
         return;
     reserveAll();
     const quint32 place = takePlace();

@@ -12,6 +12,20 @@
 namespace tideloft::crypto
 {
 
+/// What stands for a wrapped key text: its SHA-256. Made once for a message, however often the table
+/// is asked; where a digest is expected a text will do.
+class WrappedKeyDigest
+{
+public:
+    WrappedKeyDigest(const QString &wrappedKey);
+    using Bytes = std::array<unsigned char, 32>;
+    /// Nothing if the digest could not be made; such a key is neither kept nor found.
+    [[nodiscard]] const std::optional<Bytes> &bytes() const { return digest; }
+
+private:
+    std::optional<Bytes> digest;
+};
+
 /// A table of at most `mostKeys` entries of one size; a full one overwrites its oldest entry with a new
 /// one. The whole is overwritten with zeros when it is cleared and when it dies.
 class ContentKeyTable
@@ -25,15 +39,15 @@ public:
 
     /// The 32-byte content key of a wrapped key text, seen in its place: good until the table changes. Empty
     /// if it is not there.
-    [[nodiscard]] QByteArray find(const QString &wrappedKey) const;
+    [[nodiscard]] QByteArray find(const WrappedKeyDigest &wrappedKey) const;
     /// Keeps a content key. One that is there already, or has another size than 32 bytes, changes nothing.
-    void insert(const QString &wrappedKey, const QByteArray &contentKey);
+    void insert(const WrappedKeyDigest &wrappedKey, const QByteArray &contentKey);
     /// Wipes all keys and gives the storage back.
     void clear();
     [[nodiscard]] qsizetype size() const { return static_cast<qsizetype>(entries.size()); }
 
 private:
-    using Digest = std::array<unsigned char, 32>;
+    using Digest = WrappedKeyDigest::Bytes;
 
     struct Entry {
         Digest wrappedKey;
@@ -41,9 +55,8 @@ private:
         quint32 next; ///< the next entry of the same bucket
     };
 
-    static std::optional<Digest> digestOf(const QString &wrappedKey);
     [[nodiscard]] size_t bucketOf(const Digest &digest) const;
-    [[nodiscard]] const Entry *find(const Digest &digest) const;
+    [[nodiscard]] const Entry *entryOf(const Digest &digest) const;
     void reserveAll();
     quint32 takePlace();
     void unlink(quint32 place);

@@ -25,6 +25,12 @@ struct SealedTexts {
     QString wrappedKey;
 };
 
+// A memory, and under what it keeps the content key of one message.
+struct Remembering {
+    ReadingMemory &memory;
+    WrappedKeyDigest wrappedKey;
+};
+
 // What AES-GCM opens.
 struct SealedBytes {
     QByteArray iv;
@@ -99,11 +105,11 @@ SecretBytes decodePrivateKey(const QByteArray &keyText, QString *error)
     return SecretBytes(decode(base64, u"Private key decode failed."_s, error));
 }
 
-SecretBytes unwrapContentKey(const QByteArray &privateKey, const QByteArray &wrappedKey,
-                             ReadingMemory *memory, QString *error)
+SecretBytes unwrapContentKey(const QByteArray &privateKey, const QByteArray &wrappedKey, Remembering *kept,
+                             QString *error)
 {
-    SecretBytes contentKey(memory ? memory->unwrap(privateKey, wrappedKey, error)
-                                  : rsaOaepDecrypt(privateKey, wrappedKey, error));
+    SecretBytes contentKey(kept ? kept->memory.unwrap(privateKey, wrappedKey, error)
+                                : rsaOaepDecrypt(privateKey, wrappedKey, error));
     if (contentKey.isEmpty())
         failUnlessExplained(error, u"RSA decrypt failed."_s);
     return contentKey;
@@ -121,10 +127,10 @@ DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
 
 // All parts are decoded before RSA begins. Only a message that opens is remembered: one that fails is tried
 // again in full, and cannot drive out others.
-DecryptResult openUnwrapping(const QByteArray &keyText, const SealedTexts &texts, ReadingMemory *memory)
+DecryptResult openUnwrapping(const QByteArray &keyText, const SealedTexts &texts, Remembering *kept)
 {
     DecryptResult failed;
-    const bool parsed = memory && memory->hasPrivateKey();
+    const bool parsed = kept && kept->memory.hasPrivateKey();
     const SecretBytes key = parsed ? SecretBytes(QByteArray()) : decodePrivateKey(keyText, &failed.error);
     if (key.isEmpty() && !parsed)
         return failed;
@@ -134,12 +140,12 @@ DecryptResult openUnwrapping(const QByteArray &keyText, const SealedTexts &texts
     const auto sealed = decodeText(texts, &failed.error);
     if (!sealed)
         return failed;
-    const SecretBytes contentKey = unwrapContentKey(key.view(), wrappedKey, memory, &failed.error);
+    const SecretBytes contentKey = unwrapContentKey(key.view(), wrappedKey, kept, &failed.error);
     if (contentKey.isEmpty())
         return failed;
     DecryptResult result = openText(contentKey.view(), *sealed);
-    if (result.ok && memory)
-        memory->remember(texts.wrappedKey, contentKey.view());
+    if (result.ok && kept)
+        kept->memory.remember(kept->wrappedKey, contentKey.view());
     return result;
 }
 
@@ -163,8 +169,11 @@ DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, c
         memory->readFor(keyText, ownName, ownDeviceId);
     if (keyText.isEmpty())
         return failed;
-    const QByteArray known = memory ? memory->contentKey(texts->wrappedKey) : QByteArray();
-    return known.isEmpty() ? openUnwrapping(keyText, *texts, memory) : openRemembered(known, *texts);
+    if (!memory)
+        return openUnwrapping(keyText, *texts, nullptr);
+    Remembering kept{*memory, texts->wrappedKey};
+    const QByteArray known = memory->contentKey(kept.wrappedKey);
+    return known.isEmpty() ? openUnwrapping(keyText, *texts, &kept) : openRemembered(known, *texts);
 }
 
 DecryptResult open(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,

@@ -42,7 +42,7 @@ void ReadingMemory::readFor(const QByteArray &keyText, const QString &ownName, c
     deviceId = ownDeviceId;
 }
 
-void ReadingMemory::remember(const QString &wrappedKey, const QByteArray &contentKey)
+void ReadingMemory::remember(const WrappedKeyDigest &wrappedKey, const QByteArray &contentKey)
 {
     contentKeys.insert(wrappedKey, contentKey);
 }

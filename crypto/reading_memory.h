@@ -40,11 +40,11 @@ public:
     void readFor(const QByteArray &keyText, const QString &ownName, const QString &ownDeviceId);
     /// The content key of a message that opened before, under its wrapped key text: a view, good until the
     /// memory changes. Empty if it is not known.
-    [[nodiscard]] QByteArray contentKey(const QString &wrappedKey) const
+    [[nodiscard]] QByteArray contentKey(const WrappedKeyDigest &wrappedKey) const
     {
         return contentKeys.find(wrappedKey);
     }
-    void remember(const QString &wrappedKey, const QByteArray &contentKey);
+    void remember(const WrappedKeyDigest &wrappedKey, const QByteArray &contentKey);
     /// Whether the private key was parsed, so that unwrap() needs it no more.
     [[nodiscard]] bool hasPrivateKey() const { return decryption != nullptr; }
     /// rsaOaepDecrypt() that parses the private key once. `privateKey` is the decoded text of readFor().
