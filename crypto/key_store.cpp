@@ -3,11 +3,13 @@
 
 #include "crypto/failure.h"
 #include "crypto/key_pair.h"
+#include "crypto/regular_file.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QStandardPaths>
+
+#include <utility>
 
 namespace tideloft::crypto
 {
@@ -15,6 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+
+const QString privateKeyFile = u"chat_private_key.b64"_s;
+const QString publicKeyFile = u"chat_public_key.b64"_s;
+
+QString dataLocation()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
 
 // In the data directory, or empty without one: why there is none is not told here.
 QString pathOf(const QString &fileName)
@@ -46,8 +56,13 @@ bool writeKeyFile(const QString &half, const QString &base64, const QString &pat
     return true;
 }
 
-QByteArray readKeyFile(const QString &half, const QString &path, QString *error)
+// A file that opens is in a directory that exists. Only where none opens is that directory asked after.
+QByteArray readKeyFile(const QString &half, const QString &fileName, QString *error)
 {
+    const QString location = dataLocation();
+    if (auto bytes = location.isEmpty() ? std::nullopt : readRegularFile(location + u'/' + fileName))
+        return std::move(*bytes).trimmed();
+    const QString path = pathOf(fileName);
     if (path.isEmpty())
         return failUnlessExplained(error, u"%1 key path is empty."_s.arg(half));
     return readTrimmedFile(path, error);
@@ -67,17 +82,17 @@ QString makeDataDir(const QString &location, QString *error)
 
 QString appDataDir(QString *error)
 {
-    return makeDataDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation), error);
+    return makeDataDir(dataLocation(), error);
 }
 
 QString privateKeyPath()
 {
-    return pathOf(u"chat_private_key.b64"_s);
+    return pathOf(privateKeyFile);
 }
 
 QString publicKeyPath()
 {
-    return pathOf(u"chat_public_key.b64"_s);
+    return pathOf(publicKeyFile);
 }
 
 bool privateKeyExists()
@@ -107,12 +122,10 @@ bool writePublicKeyFile(const QString &base64, QString *error)
 
 QByteArray readTrimmedFile(const QString &path, QString *error)
 {
-    QFile file(path);
-    // Opening a pipe would wait for its other end, and a device never ends.
-    // Unbuffered, because the whole is read at once, for every message that is opened.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    auto bytes = readRegularFile(path);
+    if (!bytes)
         return fail(error, u"Could not open file: %1"_s.arg(path));
-    return file.readAll().trimmed();
+    return std::move(*bytes).trimmed();
 }
 
 QString readPrivateKeyFile(QString *error)
@@ -122,12 +135,12 @@ QString readPrivateKeyFile(QString *error)
 
 QByteArray readPrivateKeyBytes(QString *error)
 {
-    return readKeyFile(u"Private"_s, privateKeyPath(), error);
+    return readKeyFile(u"Private"_s, privateKeyFile, error);
 }
 
 QString readPublicKeyFile(QString *error)
 {
-    return QString::fromUtf8(readKeyFile(u"Public"_s, publicKeyPath(), error));
+    return QString::fromUtf8(readKeyFile(u"Public"_s, publicKeyFile, error));
 }
 
 } // namespace tideloft::crypto

@@ -1,0 +1,90 @@
+// Reading a whole file: every byte of a regular one, and nothing of anything else.
+#include "crypto/regular_file.h"
+#include "tests/crypto/data_dir.h"
+#include "tests/support/test_main.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace tideloft::crypto;
+using namespace tideloft::tests;
+using namespace Qt::StringLiterals;
+
+class TestRegularFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void allBytesAreRead_data();
+    void allBytesAreRead();
+    void longerFileThanItSaysIsReadWhole();
+    void linkLeadsToItsFile();
+    void nothingElseIsRead_data();
+    void nothingElseIsRead();
+
+private:
+    [[nodiscard]] QString pathOf(const QString &name) const { return directory.filePath(name); }
+
+    const QTemporaryDir directory;
+};
+
+void TestRegularFile::allBytesAreRead_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("none") << QByteArray("");
+    QTest::newRow("one") << QByteArray("x");
+    QTest::newRow("with a zero and outer white space") << QByteArray(" a\0b\n", 5);
+    QTest::newRow("a million") << QByteArray(1'000'000, 'm');
+}
+
+void TestRegularFile::allBytesAreRead()
+{
+    QFETCH(const QByteArray, bytes);
+    const QString path = pathOf(u"räksmörgås"_s);
+    QFile::remove(path);
+    QVERIFY(writeFile(path, bytes));
+    const auto read = readRegularFile(path);
+    QVERIFY(read.has_value());
+    QCOMPARE(*read, bytes);
+}
+
+// The kernel's own files say that they are empty, as one does that was not yet written when it was looked at.
+void TestRegularFile::longerFileThanItSaysIsReadWhole()
+{
+    const QString path = u"/proc/self/limits"_s;
+    QCOMPARE(QFileInfo(path).size(), 0);
+    const QByteArray expected = readFile(path);
+    QVERIFY(expected.size() > 100);
+    QCOMPARE(readRegularFile(path).value_or(QByteArray()), expected);
+}
+
+void TestRegularFile::linkLeadsToItsFile()
+{
+    QVERIFY(writeFile(pathOf(u"file"_s), "linked"));
+    QVERIFY(QFile::link(pathOf(u"file"_s), pathOf(u"link"_s)));
+    QCOMPARE(readRegularFile(pathOf(u"link"_s)).value_or(QByteArray()), QByteArray("linked"));
+}
+
+void TestRegularFile::nothingElseIsRead_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("nothing there") << pathOf(u"missing"_s);
+    QTest::newRow("no path") << QString();
+    QTest::newRow("directory") << directory.path();
+    QTest::newRow("device without an end") << u"/dev/zero"_s;
+    QTest::newRow("pipe that nobody writes to") << pathOf(u"pipe"_s);
+    QCOMPARE(mkfifo(QFile::encodeName(pathOf(u"pipe"_s)).constData(), 0600), 0);
+    QTest::newRow("link to a pipe") << pathOf(u"link to pipe"_s);
+    QVERIFY(QFile::link(pathOf(u"pipe"_s), pathOf(u"link to pipe"_s)));
+}
+
+void TestRegularFile::nothingElseIsRead()
+{
+    QFETCH(const QString, path);
+    QVERIFY(!readRegularFile(path).has_value());
+}
+
+TIDELOFT_TEST_MAIN(TestRegularFile)
+#include "tst_regular_file.moc"
