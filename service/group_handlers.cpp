@@ -41,7 +41,10 @@ Response createGroup(ApiContext &context, const Request &request, const User &us
     if (name.isEmpty())
         throw Refusal(400, u"The field \"name\" must not be empty."_s);
     const QString description = trimmedLine(body, u"description"_s, longestDescription);
-    return jsonResponse(makeGroup(context, user, name, description), 201);
+    const std::optional<QJsonObject> group = makeGroup(context, user, name, description);
+    if (!group)
+        throw Refusal(409, u"You have too many groups already (%1)."_s.arg(maximumGroups));
+    return jsonResponse(*group, 201);
 }
 
 Response giveGroup(ApiContext &context, const QString &groupId, const User &user)

@@ -35,10 +35,16 @@ QJsonObject groupFromRow(const QSqlQuery &row)
 
 } // namespace
 
-QJsonObject makeGroup(ApiContext &context, const User &maker, const QString &name, const QString &description)
+std::optional<QJsonObject> makeGroup(ApiContext &context, const User &maker, const QString &name,
+                                     const QString &description)
 {
-    const QString id = QString::fromLatin1(randomBytes(idSize).toHex());
     Transaction transaction(context.database);
+    QSqlQuery theirs =
+        context.database.run(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id});
+    if (!theirs.next() || theirs.value(0).toInt() >= maximumGroups)
+        return std::nullopt;
+    theirs.finish();
+    const QString id = QString::fromLatin1(randomBytes(idSize).toHex());
     const QSqlQuery inserted = context.database.run(
         u"INSERT INTO chat_groups (public_id, name, description, created_at) VALUES (?, ?, ?, ?)"_s,
         {id, name, description, context.nowInMilliseconds()});

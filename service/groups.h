@@ -11,9 +11,13 @@
 namespace tideloft::service
 {
 
-/// Makes a group whose only member is `maker`, and returns it as an object.
-QJsonObject makeGroup(ApiContext &context, const User &maker, const QString &name,
-                      const QString &description);
+/// Most groups of one user.
+constexpr int maximumGroups = 100;
+
+/// Makes a group whose only member is `maker`, and returns it as an object; nothing, and nothing made, when
+/// the user has as many groups as one may have.
+std::optional<QJsonObject> makeGroup(ApiContext &context, const User &maker, const QString &name,
+                                     const QString &description);
 
 /// The user's groups as objects with `groupId`, `name`, `description` and `iconUrl`, oldest first.
 QJsonArray groupsOf(Database &database, const User &user);

@@ -1,4 +1,5 @@
 // Groups over the wire: who sees which, and what may be their name.
+#include "service/groups.h"
 #include "tests/service/api_server.h"
 #include "tests/support/test_main.h"
 
@@ -22,6 +23,7 @@ private slots:
     void signedInOnly_data();
     void signedInOnly();
     void sameNameMakesAnotherGroup();
+    void groupsAreLimited();
 
 private:
     static QJsonObject groupBody(const QJsonValue &name, const QJsonValue &description = u""_s)
@@ -194,6 +196,18 @@ void TestGroups::sameNameMakesAnotherGroup()
     const QString second = server.post("/api/groups", groupBody(u"twin"_s), bob).text(u"groupId"_s);
     QVERIFY(!second.isEmpty() && first != second);
     QCOMPARE(server.get("/api/groups/" + first.toLatin1(), bob).status, 404);
+}
+
+void TestGroups::groupsAreLimited()
+{
+    const QByteArray frank = server.signUp(u"frank"_s);
+    for (int i = 0; i < tideloft::service::maximumGroups; ++i)
+        QCOMPARE(server.post("/api/groups", groupBody(u"g%1"_s.arg(i)), frank).status, 201);
+    const HttpReply refused = server.post("/api/groups", groupBody(u"one more"_s), frank);
+    QCOMPARE(refused.status, 409);
+    QCOMPARE(refused.message(), u"You have too many groups already (100)."_s);
+    QCOMPARE(server.get("/api/groups", frank).array().size(), tideloft::service::maximumGroups);
+    QCOMPARE(server.post("/api/groups", groupBody(u"of another user"_s), alice).status, 201);
 }
 
 TIDELOFT_TEST_MAIN(TestGroups)
