@@ -1,6 +1,7 @@
 // Reading of forms. Strict: where two readers could see different parts, the form is refused.
 #include "service/multipart.h"
 
+#include "service/delimiter_search.h"
 #include "service/header_value.h"
 
 #include <algorithm>
@@ -97,15 +98,20 @@ QByteArrayView withoutPadding(QByteArrayView text)
     return text;
 }
 
+qsizetype placeOf(const QByteArray &delimiter, QByteArrayView text)
+{
+    const auto *const place = findDelimiter(text.begin(), text.end(), delimiter);
+    require(place != text.end());
+    return place - text.begin();
+}
+
 // What follows the first delimiter. In front of it may stand a preamble that nobody reads.
 QByteArrayView afterPreamble(QByteArrayView body, const QByteArray &delimiter)
 {
     const QByteArrayView atBeginning = QByteArrayView(delimiter).sliced(2); // needs no line break before it
     if (body.startsWith(atBeginning))
         return body.sliced(atBeginning.size());
-    const qsizetype first = body.indexOf(delimiter);
-    require(first >= 0);
-    return body.sliced(first + delimiter.size());
+    return body.sliced(placeOf(delimiter, body) + delimiter.size());
 }
 
 QList<FormPart> readForm(QByteArrayView body, const QByteArray &boundary)
@@ -117,8 +123,7 @@ QList<FormPart> readForm(QByteArrayView body, const QByteArray &boundary)
         rest = withoutPadding(rest);
         require(rest.startsWith("\r\n") && parts.size() < maximumFormParts);
         rest = rest.sliced(2);
-        const qsizetype end = rest.indexOf(delimiter);
-        require(end >= 0);
+        const qsizetype end = placeOf(delimiter, rest);
         parts.append(readPart(rest.first(end)));
         rest = rest.sliced(end + delimiter.size());
     }

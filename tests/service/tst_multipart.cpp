@@ -1,4 +1,5 @@
 // Which forms are read, and which are refused because two readers could see different things in them.
+#include "service/delimiter_search.h"
 #include "service/multipart.h"
 #include "tests/service/picture_material.h"
 #include "tests/support/test_main.h"
@@ -6,6 +7,40 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 using namespace tideloft::tests;
+
+namespace
+{
+
+// Walks over bytes and counts how often one is looked at.
+class CountingIterator
+{
+public:
+    using iterator_category = std::random_access_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char *;
+    using reference = const char &;
+
+    CountingIterator() = default;
+    CountingIterator(const char *place, qint64 *counter) : at(place), reads(counter) {}
+
+    reference operator*() const { return ++*reads, *at; }
+    reference operator[](difference_type n) const { return ++*reads, at[n]; }
+    CountingIterator &operator++() { return ++at, *this; }
+    CountingIterator operator++(int) { return {at++, reads}; }
+    CountingIterator &operator--() { return --at, *this; }
+    CountingIterator &operator+=(difference_type n) { return at += n, *this; }
+    CountingIterator operator+(difference_type n) const { return {at + n, reads}; }
+    CountingIterator operator-(difference_type n) const { return {at - n, reads}; }
+    difference_type operator-(const CountingIterator &other) const { return at - other.at; }
+    bool operator==(const CountingIterator &other) const { return at == other.at; }
+
+private:
+    const char *at = nullptr;
+    qint64 *reads = nullptr;
+};
+
+} // namespace
 
 class TestMultipart : public QObject
 {
@@ -19,7 +54,8 @@ private slots:
     void brokenForms_data();
     void brokenForms();
     void truncatedAnywhereIsBroken();
-    void repeatedLookalikesAreReadInOnePass();
+    void everyByteIsReadAtMostThreeTimes_data();
+    void everyByteIsReadAtMostThreeTimes();
 
 private:
     // What is read, or the status of the refusal.
@@ -179,17 +215,37 @@ void TestMultipart::truncatedAnywhereIsBroken()
         QVERIFY2(read(whole.first(length)).status == 400, QByteArray::number(length).constData());
 }
 
-// A search that went back after every near miss would not come to an end here.
-void TestMultipart::repeatedLookalikesAreReadInOnePass()
+void TestMultipart::everyByteIsReadAtMostThreeTimes_data()
 {
-    const QByteArray longest(70, 'b');
-    const QByteArray lookalike = "\r\n--" + longest.chopped(1);
-    const QByteArray content = lookalike.repeated(5 * 1024 * 1024 / int(lookalike.size()));
-    const QByteArray begin = "--" + longest + "\r\nContent-Disposition: form-data; name=\"icon\"\r\n\r\n";
-    const Outcome outcome =
-        read(begin + content + "\r\n--" + longest + "--", "multipart/form-data; boundary=" + longest);
-    QCOMPARE(outcome.status, 200);
-    QVERIFY(outcome.content == content);
+    QTest::addColumn<char>("filling");
+    QTest::addColumn<QByteArray>("text");
+    const int size = 100'000;
+    const auto lookalikes = [](const QByteArray &one) { return one.repeated(size / int(one.size())); };
+    const QByteArray longest(70, 'a');
+    QTest::newRow("the boundary's character") << 'a' << QByteArray(size, 'a');
+    QTest::newRow("carriage returns") << 'a' << QByteArray(size, '\r');
+    QTest::newRow("line breaks") << 'a' << lookalikes("\r\n");
+    QTest::newRow("line breaks and hyphens") << 'a' << lookalikes("\r\n--");
+    QTest::newRow("hyphens") << '-' << QByteArray(size, '-');
+    QTest::newRow("delimiters of which the last character is missing")
+        << 'a' << lookalikes("\r\n--" + longest.chopped(1));
+    QTest::newRow("delimiters of which the last character is another")
+        << 'a' << lookalikes("\r\n--" + longest.chopped(1) + 'b');
+    QTest::newRow("delimiters without their line break") << 'a' << lookalikes("--" + longest);
+}
+
+// Counts instead of measuring: a search that goes back after every near miss reads each byte up to 70 times.
+void TestMultipart::everyByteIsReadAtMostThreeTimes()
+{
+    QFETCH(char, filling);
+    QFETCH(QByteArray, text);
+    const QByteArray delimiter = "\r\n--" + QByteArray(70, filling);
+    qint64 reads = 0;
+    const CountingIterator begin{text.constBegin(), &reads};
+    QVERIFY(findDelimiter(begin, begin + text.size(), delimiter) == begin + text.size());
+    QVERIFY2(reads <= 3 * text.size(), QByteArray::number(reads).constData());
+    const QByteArray whole = text + delimiter + text;
+    QCOMPARE(findDelimiter(whole.begin(), whole.end(), delimiter) - whole.begin(), text.size());
 }
 
 TIDELOFT_TEST_MAIN(TestMultipart)
