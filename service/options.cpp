@@ -26,8 +26,8 @@ QList<QCommandLineOption> knownOptions()
          u"FILE"_s},
         {u"tls-key"_s, u"PEM file with the certificate's private key. Needs --tls-cert."_s, u"FILE"_s},
         {u"database"_s,
-         u"SQLite file that keeps accounts, keys and messages; made when missing, readable for its owner "
-         u"only. "
+         u"SQLite file that keeps accounts, keys, messages, groups and pictures; made when missing, readable "
+         u"for its owner only. "
          "Default: tideloftd.sqlite in the user's data folder."_s,
          u"FILE"_s},
         {u"quiet"_s, u"Do not write a line to the standard error output for each request."_s},
@@ -66,7 +66,7 @@ Command parseCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        u"The TideLoft service: keeps accounts and public keys, and relays messages "
+        u"The TideLoft service: keeps accounts, public keys, groups and pictures, and relays messages "
         "that it cannot read."_s);
     parser.addOptions(knownOptions());
     if (!parser.parse(arguments))

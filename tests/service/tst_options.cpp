@@ -13,6 +13,7 @@ private slots:
     void nothingGivenListensOnThisMachineOnly();
     void everythingGiven();
     void helpExplainsEveryOption();
+    void helpSaysWhatIsKept();
     void versionIsPrinted();
     void mistakes_data();
     void mistakes();
@@ -56,6 +57,14 @@ void TestOptions::helpExplainsEveryOption()
          {u"--listen <ADDRESS>"_s, u"--port <N>"_s, u"--tls-cert <FILE>"_s, u"--tls-key <FILE>"_s,
           u"--database <FILE>"_s, u"--quiet"_s, u"--help"_s, u"--version"_s})
         QVERIFY2(command.text.contains(option), qPrintable(option));
+}
+
+// Whoever runs the service has to know what lies on the disk.
+void TestOptions::helpSaysWhatIsKept()
+{
+    const QString text = parse(u"--help"_s).text.simplified();
+    QVERIFY(text.contains(u"keeps accounts, public keys, groups and pictures, and relays messages"_s));
+    QVERIFY(text.contains(u"SQLite file that keeps accounts, keys, messages, groups and pictures;"_s));
 }
 
 void TestOptions::versionIsPrinted()
