@@ -6,6 +6,8 @@
 #include "service/picture_handlers.h"
 #include "service/sign_in_sessions.h"
 
+#include <algorithm>
+
 namespace tideloft::service
 {
 
@@ -23,25 +25,55 @@ constexpr qsizetype anyLength = qsizetype{1024} * 1024; // a body is no longer
     throw Refusal(404, u"There is no such group."_s);
 }
 
-// Blanks around the text do not count, and characters are code points: an emoji is one.
-QString trimmedLine(const JsonBody &body, const QString &field, qsizetype longest)
+bool isLayout(QChar c)
 {
-    const QString text = body.text(field, anyLength).trimmed();
-    if (!isSingleLine(text))
+    return c == u'\n' || c == u'\r' || c == u'\t';
+}
+
+// Characters are code points: an emoji is one.
+void checkCharacters(const QString &text, const QString &field, qsizetype longest)
+{
+    if (std::any_of(text.begin(), text.end(),
+                    [](QChar c) { return c.category() == QChar::Other_Control && !isLayout(c); }))
         throw Refusal(400, u"The field \"%1\" must not hold control characters."_s.arg(field));
     if (text.toUcs4().size() > longest)
         throw Refusal(400, u"The field \"%1\" must have at most %2 characters."_s.arg(field).arg(longest));
-    return text;
+}
+
+// A name of characters that nobody sees looks like none.
+bool isVisible(const QString &text)
+{
+    const QList<uint> characters = text.toUcs4();
+    return std::any_of(characters.begin(), characters.end(), [](uint c) {
+        return !QChar::isSpace(c) && QChar::category(c) != QChar::Other_Format;
+    });
+}
+
+// What is pasted into a line keeps its line breaks and tabs, and nobody sees them there: all white space is
+// a blank.
+QString groupName(const JsonBody &body)
+{
+    const QString field = u"name"_s;
+    const QString name = body.text(field, anyLength).simplified();
+    checkCharacters(name, field, longestName);
+    if (!isVisible(name))
+        throw Refusal(400, u"The field \"name\" must not be empty."_s);
+    return name;
+}
+
+QString groupDescription(const JsonBody &body)
+{
+    const QString field = u"description"_s;
+    const QString description = body.text(field, anyLength).trimmed();
+    checkCharacters(description, field, longestDescription);
+    return description;
 }
 
 Response createGroup(ApiContext &context, const Request &request, const User &user)
 {
     const JsonBody body(request);
-    const QString name = trimmedLine(body, u"name"_s, longestName);
-    if (name.isEmpty())
-        throw Refusal(400, u"The field \"name\" must not be empty."_s);
-    const QString description = trimmedLine(body, u"description"_s, longestDescription);
-    const std::optional<QJsonObject> group = makeGroup(context, user, name, description);
+    const QString name = groupName(body);
+    const std::optional<QJsonObject> group = makeGroup(context, user, name, groupDescription(body));
     if (!group)
         throw Refusal(409, u"You have too many groups already (%1)."_s.arg(maximumGroups));
     return jsonResponse(*group, 201);

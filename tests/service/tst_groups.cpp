@@ -16,6 +16,8 @@ private slots:
     void listIsInTheOrderOfCreation();
     void texts_data();
     void texts();
+    void namesBecomeOneLine_data();
+    void namesBecomeOneLine();
     void rawBodies_data();
     void rawBodies();
     void membersOnly_data();
@@ -101,11 +103,21 @@ void TestGroups::texts_data()
     row("description of blanks", u"x"_s, u"  "_s, 201);
     row("no description", u"x"_s, QJsonValue(QJsonValue::Undefined), 400);
     row("description is an array", u"x"_s, QJsonArray(), 400);
-    row("line break in the name", u"a\nb"_s, u""_s, 400);
     row("NUL in the name", QString(u"a"_s + QChar(0) + u"b"_s), u""_s, 400);
     row("escape in the name", u"a\x1b[2J"_s, u""_s, 400);
-    row("C1 control in the name", u"a\u0085b"_s, u""_s, 400);
-    row("line break in the description", u"x"_s, u"a\nb"_s, 400);
+    row("delete in the name", u"a\x7f"_s, u""_s, 400);
+    row("C1 control in the name", u"a\u0086b"_s, u""_s, 400);
+    row("control character at the end of the name", u"a\x01"_s, u""_s, 400);
+    row("only a line separator", u"\u2028"_s, u""_s, 400);
+    row("only a paragraph separator", u"\u2029"_s, u""_s, 400);
+    row("only a zero-width space", u"\u200b"_s, u""_s, 400);
+    row("marks of direction and blanks", u"\u200e \u202e\u2066 \u00a0"_s, u""_s, 400);
+    row("only a tag beyond the first plane", QString::fromUcs4(U"\U000E0041"), u""_s, 400);
+    row("joined emoji", u"👩\u200d💻"_s, u""_s, 201);
+    row("NUL in the description", u"x"_s, QString(u"a"_s + QChar(0) + u"b"_s), 400);
+    row("escape in the description", u"x"_s, u"a\x1b[2J"_s, 400);
+    row("vertical tab in the description", u"x"_s, u"a\vb"_s, 400);
+    row("line breaks and tabs in the description", u"x"_s, u"a\n\n\tb\r\n  c"_s, 201);
     row("markup is only text", u"<b>&amp;</b>"_s, u"<script>"_s, 201);
     row("SQL is only text", u"'); DROP TABLE users; --"_s, u"' OR '1'='1"_s, 201);
 }
@@ -126,6 +138,31 @@ void TestGroups::texts()
     } else {
         QVERIFY(!reply.message().isEmpty());
     }
+}
+
+void TestGroups::namesBecomeOneLine_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("kept");
+    QTest::newRow("line break") << u"a\nb"_s << u"a b"_s;
+    QTest::newRow("line break of other systems") << u"a\r\nb"_s << u"a b"_s;
+    QTest::newRow("tab") << u"a\tb"_s << u"a b"_s;
+    QTest::newRow("several in a row") << u"a \n\t b  c"_s << u"a b c"_s;
+    QTest::newRow("separators") << u"a\u2028b\u2029c\u00a0d"_s << u"a b c d"_s;
+    QTest::newRow("line breaks behind 32 characters")
+        << QString(32, u'a') + QString(50, u'\n') << QString(32, u'a');
+    QTest::newRow("32 characters with a blank for many")
+        << QString(15, u'a') + QString(50, u'\n') + QString(16, u'b')
+        << QString(15, u'a') + u' ' + QString(16, u'b');
+}
+
+void TestGroups::namesBecomeOneLine()
+{
+    QFETCH(QString, name);
+    const HttpReply reply = server.post("/api/groups", groupBody(name), bob);
+    QCOMPARE(reply.status, 201);
+    QTEST(reply.text(u"name"_s), "kept");
+    QTEST(server.get("/api/groups", bob).array().last()[u"name"_s].toString(), "kept");
 }
 
 void TestGroups::rawBodies_data()
