@@ -34,7 +34,18 @@ QByteArray toBytes(boost::beast::string_view text)
     return {text.data(), static_cast<qsizetype>(text.size())};
 }
 
-Request toRequest(const RequestParser &parser)
+// Browsers alone send an Origin (RFC 6454, section 7.3), and pages cannot change it.
+bool isForeignPage(const RequestParser &parser, bool secure)
+{
+    const auto &header = parser.get();
+    const auto origins = header.count(http::field::origin);
+    if (origins == 0)
+        return false;
+    const std::string own = (secure ? "https://" : "http://") + std::string(header[http::field::host]);
+    return origins > 1 || !boost::beast::iequals(header[http::field::origin], own);
+}
+
+Request toRequest(const RequestParser &parser, bool secure)
 {
     const auto &message = parser.get();
     Request request;
@@ -42,6 +53,7 @@ Request toRequest(const RequestParser &parser)
     request.target = toBytes(message.target());
     request.contentType = toBytes(message[http::field::content_type]);
     request.cookie = toBytes(message[http::field::cookie]);
+    request.fromForeignPage = isForeignPage(parser, secure);
     request.body = QByteArray::fromStdString(message.body());
     return request;
 }
@@ -194,7 +206,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     const bool refused = response.has_value();
     answering = true;
     if (!refused) {
-        Request request = toRequest(parser);
+        Request request = toRequest(parser, isSecure());
         response = co_await context.answer(std::move(request));
     }
     context.log(logLine(toBytes(parser.get().method_string()), *response));
@@ -214,7 +226,7 @@ asio::awaitable<std::optional<Response>> Connection::readRequest(Stream &stream,
     if (!error) {
         if (std::optional<Response> failure = headerFailure(parser))
             co_return failure;
-        const bool upload = context.allowsUpload(toRequest(parser));
+        const bool upload = context.allowsUpload(toRequest(parser, isSecure()));
         error = limitBody(parser, upload ? context.limits.uploadBytes : context.limits.bodyBytes);
     }
     if (!error) {

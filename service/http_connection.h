@@ -59,6 +59,7 @@ private:
                                        bool keepAlive);
     template <typename Stream> boost::asio::awaitable<void> close(Stream &stream);
     boost::asio::ip::tcp::socket &socket();
+    bool isSecure() const { return std::holds_alternative<TlsStream>(transport); }
 
     ConnectionContext &context;
     std::variant<PlainStream, TlsStream> transport;

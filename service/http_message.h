@@ -24,7 +24,8 @@ struct Request {
     QByteArray contentType; ///< empty when the client sent none
     QByteArray cookie;      ///< the Cookie header's value
     QByteArray body;
-    QStringList parameters; ///< what stood in the pattern's placeholders, decoded; filled by the router
+    QStringList parameters;       ///< what stood in the pattern's placeholders, decoded; filled by the router
+    bool fromForeignPage = false; ///< a browser sent it for a page that this service did not give out
 };
 
 /// One reply. Content-Length, Connection and the security headers are the server's business.

@@ -38,6 +38,9 @@ Response givePicture(ApiContext &context, const QString &name)
 
 Picture uploadedPicture(const Request &request, QByteArrayView name)
 {
+    // A page may send forms to any address without asking there, unlike JSON.
+    if (request.fromForeignPage)
+        throw Refusal(403, u"Pages of other services must not send pictures here."_s);
     const QByteArray content = formField(request, name);
     if (content.isEmpty())
         throw Refusal(400, u"The picture is empty."_s);

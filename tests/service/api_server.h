@@ -29,13 +29,14 @@ public:
     quint16 port() const { return server->port(); }
 
     HttpReply call(const QByteArray &method, const QByteArray &target, const QByteArray &cookie,
-                   const QByteArray &body = {}, const QByteArray &contentType = "application/json") const
+                   const QByteArray &body = {}, const QByteArray &contentType = "application/json",
+                   const QByteArray &moreHeaders = {}) const
     {
         HttpClient client(port());
         const QByteArray length = QByteArray::number(body.size());
         return parsedReply(client.exchange(method + ' ' + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
-                                           + "\r\nContent-Type: " + contentType
-                                           + "\r\nContent-Length: " + length + "\r\n\r\n" + body));
+                                           + "\r\nContent-Type: " + contentType + "\r\nContent-Length: "
+                                           + length + "\r\n" + moreHeaders + "\r\n" + body));
     }
 
     HttpReply get(const QByteArray &target, const QByteArray &cookie) const

@@ -1,6 +1,7 @@
 // The program as it is started: command line, TLS, log, and an end in order.
 #include "tests/service/daemon.h"
 #include "tests/service/message_bodies.h"
+#include "tests/service/picture_material.h"
 #include "tests/support/test_main.h"
 
 #include <QJsonDocument>
@@ -26,6 +27,7 @@ private slots:
     void stopsCleanly_data();
     void stopsCleanly();
     void twoUsersTalkOverTls();
+    void ownPagesHaveTheOriginOfTls();
     void nothingSecretIsLogged();
     void oldTlsIsRefused_data();
     void oldTlsIsRefused();
@@ -141,6 +143,31 @@ void TestTideloftd::twoUsersTalkOverTls()
     QCOMPARE(items.size(), 1);
     QCOMPARE(items[0][u"text"_s], sealedMessage(u"bob"_s)[u"text"_s]);
     QCOMPARE(items[0][u"from"_s].toString(), u"alice"_s);
+}
+
+void TestTideloftd::ownPagesHaveTheOriginOfTls()
+{
+    Daemon daemon;
+    QVERIFY(daemon.startTls());
+    QNetworkAccessManager network;
+    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+    QSslConfiguration::setDefaultConfiguration(trusting(daemon));
+    const QJsonObject user{{u"username"_s, u"alice"_s}, {u"password"_s, u"a good password"_s}};
+    QCOMPARE(post(network, daemon.url(u"/api/auth/register"_s), user), 201);
+    QCOMPARE(post(network, daemon.url(u"/api/auth/login"_s), user), 200);
+    const auto upload = [&](const QString &origin) {
+        QNetworkRequest request{QUrl(daemon.url(u"/api/profile/avatar/upload"_s))};
+        request.setHeader(QNetworkRequest::ContentTypeHeader, formType);
+        request.setRawHeader("Origin", origin.toLatin1());
+        const std::unique_ptr<QNetworkReply> reply(network.post(request, form(filePart("avatar", png()))));
+        QSignalSpy(reply.get(), &QNetworkReply::finished).wait(20'000);
+        return reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    };
+    const int own = upload(daemon.url({}));
+    const int other = upload(daemon.url({}).replace(u"https"_s, u"http"_s));
+    QSslConfiguration::setDefaultConfiguration(before);
+    QCOMPARE(own, 200);
+    QCOMPARE(other, 403);
 }
 
 void TestTideloftd::nothingSecretIsLogged()
