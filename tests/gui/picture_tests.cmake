@@ -1,6 +1,6 @@
 # Choosing pictures in the file dialog, their uploads, the round results, and saving the profile.
 add_library(tideloft_picture_probe STATIC
-    tst_picture_probe.cpp tst_picture_probe.h tst_person.h tst_profile_probe.h)
+    tst_picture_probe.cpp tst_picture_probe.h tst_profile_probe.h)
 target_link_libraries(tideloft_picture_probe
     PUBLIC tideloft_settings_probe tideloft_net_test_wire Qt6::Test)
 

@@ -1,7 +1,6 @@
 # The servers rail and its dialogs.
 add_library(tideloft_rail_probe STATIC
-    tst_create_dialog_probe.cpp tst_create_dialog_probe.h
-    tst_popups.cpp tst_popups.h tst_rail_probe.cpp tst_rail_probe.h)
+    tst_create_dialog_probe.cpp tst_create_dialog_probe.h tst_rail_probe.cpp tst_rail_probe.h)
 target_link_libraries(tideloft_rail_probe PUBLIC tideloft_settings_probe)
 
 foreach(unit server_buttons server_opening server_menu server_names server_scroll

@@ -42,7 +42,7 @@ QByteArray bodyWith(const QString &name, const QString &description)
 
 void clickCreate(const QDialog &dialog)
 {
-    clickAt(createOf(dialog), createOf(dialog)->rect().center());
+    clickOnScreen(*createOf(dialog));
 }
 
 } // namespace
@@ -183,7 +183,7 @@ void TestCreateDialogAnswers::leavingSendsNothing()
     const bool came = withCreateDialog(probe, [&way](QDialog &dialog) {
         fillIn(dialog, u"My Club"_s, u"For us"_s);
         if (way == u"Cancel") {
-            clickAt(cancelOf(dialog), cancelOf(dialog)->rect().center());
+            clickOnScreen(*cancelOf(dialog));
         } else if (way == u"Escape") {
             QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
         } else if (way == u"the window's cross") {

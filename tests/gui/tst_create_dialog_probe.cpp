@@ -41,7 +41,7 @@ QPushButton *createOf(const QDialog &dialog)
 
 void fillIn(const QDialog &dialog, const QString &name, const QString &description)
 {
-    clickAt(nameOf(dialog), nameOf(dialog)->rect().center());
+    clickOnScreen(*nameOf(dialog));
     typeText(name);
     QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
     typeText(description);
@@ -51,7 +51,7 @@ bool createServer(const SettingsProbe &probe, const QString &name)
 {
     return withCreateDialog(probe, [&name](QDialog &dialog) {
         fillIn(dialog, name, {});
-        clickAt(createOf(dialog), createOf(dialog)->rect().center());
+        clickOnScreen(*createOf(dialog));
     });
 }
 

@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMenu>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
@@ -177,8 +176,7 @@ void TestCreatedServer::leavesTheSignInPageAlone()
     SettingsProbe probe;
     answerCreation(probe);
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
-    auto *footer = probe.the<QWidget>(u"sideFooter"_s);
-    QVERIFY(withMenu([footer] { press(footer, {150, 5}); }, [](QMenu *menu) { clickEntry(menu, 3); }));
+    QVERIFY(takeFromUserMenu(probe, 3)); // "Log out"
     QVERIFY(!probe.onMainPage());
     QTRY_COMPARE(pendingShots(), QList<int>());
     QVERIFY(titleOf(probe) == u"My Club"_s || titleOf(probe) == u"g9"_s);

@@ -26,6 +26,7 @@ public:
             look.stop();
             if (!menu && !QTest::qWaitForWindowActive(front))
                 qFatal("The dialog does not come up");
+            seen = true;
             use(*front);
             done = !front || !front->isVisible();
             if (!done)
@@ -33,10 +34,12 @@ public:
         });
         look.start(1);
     }
+    bool hasSeen() const { return seen; }     ///< whether anything came up
     bool hasAnswered() const { return done; } ///< false too when nothing came up
 
 private:
     QTimer look;
+    bool seen = false;
     bool done = false;
 };
 

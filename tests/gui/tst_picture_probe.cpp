@@ -91,13 +91,6 @@ bool choosePath(const QFileDialog &dialog, const QString &path)
     return !reader.hasAnswered();
 }
 
-void clickOnScreen(const QWidget &target)
-{
-    const QWidget *window = target.window();
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
-                      target.mapTo(window, target.rect().center()));
-}
-
 bool useServerMenu(const QAbstractButton &server, const std::function<void(QMenu &)> &use)
 {
     QWindow *window = server.window()->windowHandle();

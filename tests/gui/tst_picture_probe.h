@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/gui/tst_person.h"
+#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
 
 #include <QPointer>
@@ -42,8 +43,6 @@ void press(const QWidget &window, Qt::Key key);
 /// box, which is closed by then.
 bool choosePath(const QFileDialog &dialog, const QString &path);
 
-/// A click as the screen has it: the window finds what lies there.
-void clickOnScreen(const QWidget &target);
 /// Opens the menu of a server's button with the right mouse button. False: none came up, or USE left it open.
 bool useServerMenu(const QAbstractButton &server, const std::function<void(QMenu &)> &use);
 

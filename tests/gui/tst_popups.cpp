@@ -1,6 +1,8 @@
 // Catching menus and dialogs inside their own event loops.
 #include "tests/gui/tst_popups.h"
 
+#include "tests/gui/tst_person.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
@@ -13,50 +15,23 @@ using namespace Qt::StringLiterals;
 namespace tideloft::tests
 {
 
-namespace
-{
-
-// Asks again and again: the event that brings it up may still be on its way at the first time-out.
-template <typename Find, typename Use>
-bool catchWhile(const std::function<void()> &open, const Find &find, const Use &use)
-{
-    bool seen = false;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        auto *popup = find();
-        if (seen || !popup)
-            return;
-        seen = true;
-        watch.stop();
-        use(popup);
-        popup->close();
-    });
-    watch.start(0);
-    open();
-    return seen;
-}
-
-} // namespace
-
 bool withMenu(const std::function<void()> &open, const std::function<void(QMenu *)> &use)
 {
-    return catchWhile(
-        open, [] { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }, use);
+    const Person<QMenu> person([&use](QMenu &menu) { use(&menu); });
+    open();
+    return person.hasSeen();
 }
 
 bool withDialog(const std::function<void()> &open, const std::function<void(QDialog &)> &use)
 {
-    return catchWhile(
-        open, [] { return qobject_cast<QDialog *>(QApplication::activeModalWidget()); },
-        [&use](QDialog *dialog) {
-            // The window is active a moment before one of its widgets has the keyboard.
-            const bool up = QTest::qWaitForWindowActive(dialog) && QTest::qWaitFor([dialog] {
-                                return dialog->isAncestorOf(QApplication::focusWidget());
-                            });
-            if (!up)
-                qFatal("The dialog does not come up");
-            use(*dialog);
-        });
+    const Person<QDialog> person([&use](QDialog &dialog) {
+        // The window is active a moment before one of its widgets has the keyboard.
+        if (!QTest::qWaitFor([&dialog] { return dialog.isAncestorOf(QApplication::focusWidget()); }))
+            qFatal("The dialog does not get the keyboard");
+        use(dialog);
+    });
+    open();
+    return person.hasSeen();
 }
 
 QStringList entriesOf(const QMenu *menu)
@@ -82,6 +57,11 @@ void press(const QWidget *widget, QPoint spot, Qt::MouseButton button)
 void clickAt(const QWidget *widget, QPoint spot, Qt::MouseButton button)
 {
     QTest::mouseClick(widget->window()->windowHandle(), button, {}, widget->mapTo(widget->window(), spot));
+}
+
+void clickOnScreen(const QWidget &target)
+{
+    clickAt(&target, target.rect().center());
 }
 
 void typeText(const QString &text)

@@ -28,6 +28,8 @@ void clickEntry(QMenu *menu, int index);
 void press(const QWidget *widget, QPoint spot, Qt::MouseButton button = Qt::LeftButton);
 /// Presses and lets go.
 void clickAt(const QWidget *widget, QPoint spot, Qt::MouseButton button = Qt::LeftButton);
+/// The same in the middle of TARGET.
+void clickOnScreen(const QWidget &target);
 /// Types TEXT into whatever has the keyboard.
 void typeText(const QString &text);
 

@@ -1,4 +1,5 @@
 // The privacy dialog of the sidebar's footer: four check boxes that are neither sent nor stored.
+#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
@@ -60,21 +61,10 @@ const QList<Card> &expectedCards()
     return cards;
 }
 
-/// Opens the dialog from the footer, lets VISIT look at it, and closes it if it still stands. False if no
-/// dialog came up.
-template <typename Visit> bool withDialog(const SettingsProbe &probe, Visit visit)
+/// Opens the dialog from the footer; see withDialog().
+bool withPrivacyDialog(const SettingsProbe &probe, const std::function<void(QDialog &)> &use)
 {
-    bool came = false;
-    QTimer::singleShot(0, qApp, [&] {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        came = true;
-        visit(*dialog);
-        dialog->close();
-    });
-    probe.click(u"quilloryBtn"_s);
-    return came;
+    return withDialog([&probe] { probe.click(u"quilloryBtn"_s); }, use);
 }
 
 QList<QCheckBox *> boxesOf(const QDialog &dialog)
@@ -106,7 +96,7 @@ void TestPrivacyDialog::cards()
     QFETCH(int, index);
     const Card &expected = expectedCards().at(index);
     const SettingsProbe probe(language);
-    const bool came = withDialog(probe, [&](const QDialog &dialog) {
+    const bool came = withPrivacyDialog(probe, [&](const QDialog &dialog) {
         QCOMPARE(boxesOf(dialog).size(), 4);
         const QCheckBox *box = boxesOf(dialog).at(index);
         QCOMPARE(box->text(), expected.label.in(language));
@@ -140,7 +130,7 @@ void TestPrivacyDialog::texts()
 {
     QFETCH(Language, language);
     const SettingsProbe probe(language);
-    const bool came = withDialog(probe, [](const QDialog &dialog) {
+    const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
         QFETCH(QString, heading);
         QFETCH(QString, explanation);
         QTEST(dialog.windowTitle(), "title");
@@ -157,7 +147,7 @@ void TestPrivacyDialog::texts()
 void TestPrivacyDialog::frame()
 {
     const SettingsProbe probe;
-    const bool came = withDialog(probe, [&probe](const QDialog &dialog) {
+    const bool came = withPrivacyDialog(probe, [&probe](const QDialog &dialog) {
         QVERIFY(dialog.isModal());
         QCOMPARE(dialog.parentWidget(), probe.window.get());
         QCOMPARE(propertyOf(dialog, "fixedWidth"), QVariant(400));
@@ -179,7 +169,7 @@ void TestPrivacyDialog::frame()
 void TestPrivacyDialog::saveStandsAtTheRight()
 {
     const SettingsProbe probe;
-    const bool came = withDialog(probe, [](const QDialog &dialog) {
+    const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
         QCOMPARE(itemsOf(&dialog),
                  u"QLabel QLabel QWidget QWidget QWidget QWidget [stretch QPushButton(Save)]"_s);
         const QRect card = boxesOf(dialog).first()->parentWidget()->geometry();
@@ -192,7 +182,7 @@ void TestPrivacyDialog::saveAccepts()
 {
     const SettingsProbe probe;
     int result = -1;
-    const bool came = withDialog(probe, [&result](QDialog &dialog) {
+    const bool came = withPrivacyDialog(probe, [&result](QDialog &dialog) {
         QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
         QVERIFY(!dialog.isVisible());
         result = dialog.result();
@@ -205,7 +195,7 @@ void TestPrivacyDialog::escapeRejects()
 {
     const SettingsProbe probe;
     int result = -1;
-    const bool came = withDialog(probe, [&result](QDialog &dialog) {
+    const bool came = withPrivacyDialog(probe, [&result](QDialog &dialog) {
         QTest::keyClick(&dialog, Qt::Key_Escape);
         QVERIFY(!dialog.isVisible());
         result = dialog.result();
@@ -217,12 +207,12 @@ void TestPrivacyDialog::escapeRejects()
 void TestPrivacyDialog::alwaysStartsChecked()
 {
     const SettingsProbe probe;
-    QVERIFY(withDialog(probe, [](const QDialog &dialog) {
+    QVERIFY(withPrivacyDialog(probe, [](const QDialog &dialog) {
         for (QCheckBox *box : boxesOf(dialog))
             box->click();
         QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
     }));
-    const bool cameAgain = withDialog(probe, [](const QDialog &dialog) {
+    const bool cameAgain = withPrivacyDialog(probe, [](const QDialog &dialog) {
         for (const QCheckBox *box : boxesOf(dialog))
             QVERIFY(box->isChecked());
     });
@@ -233,7 +223,7 @@ void TestPrivacyDialog::neitherSentNorStored()
 {
     SettingsProbe probe;
     probe.service.clear();
-    QVERIFY(withDialog(probe, [](const QDialog &dialog) {
+    QVERIFY(withPrivacyDialog(probe, [](const QDialog &dialog) {
         for (QCheckBox *box : boxesOf(dialog))
             box->click();
         QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
@@ -251,7 +241,7 @@ void TestPrivacyDialog::independentOfThePrivacySection()
     auto *profile = probe.row(Privacy, u"Public profile"_s)->findChild<QPushButton *>();
     auto *messages = probe.row(Privacy, u"Allow DMs from everyone"_s)->findChild<QPushButton *>();
     QTest::mouseClick(profile, Qt::LeftButton); // off in the section
-    const bool came = withDialog(probe, [](const QDialog &dialog) {
+    const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
         QVERIFY(boxesOf(dialog).first()->isChecked());
         boxesOf(dialog).last()->click(); // off in the dialog
         QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
@@ -265,7 +255,7 @@ void TestPrivacyDialog::tabOrderFollowsReadingOrder()
 {
     const SettingsProbe probe;
     QStringList order;
-    const bool came = withDialog(
+    const bool came = withPrivacyDialog(
         probe, [&order](const QDialog &dialog) { order = tabOrder(&dialog, boxesOf(dialog).first()); });
     QVERIFY(came);
     QCOMPARE(order, (QStringList{u"Public profile"_s, u"Show profile picture to everyone"_s,

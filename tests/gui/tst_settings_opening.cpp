@@ -6,7 +6,6 @@
 #include <QGraphicsOpacityEffect>
 #include <QLabel>
 #include <QListWidget>
-#include <QMenu>
 #include <QPushButton>
 #include <QScreen>
 
@@ -37,24 +36,6 @@ private slots:
 
 namespace
 {
-
-/// Opens the footer's menu and takes the entry at INDEX. True if the menu came up.
-bool takeFromUserMenu(const SettingsProbe &probe, int index)
-{
-    bool taken = false;
-    QTimer::singleShot(0, qApp, [&taken, index] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (!menu)
-            return;
-        for (int i = 0; i <= index; ++i)
-            QTest::keyClick(menu, Qt::Key_Down);
-        taken = true;
-        QTest::keyClick(menu, Qt::Key_Return);
-    });
-    auto *footer = probe.the<QWidget>(u"sideFooter"_s);
-    QTest::mouseClick(footer, Qt::LeftButton, {}, QPoint(footer->width() - 5, 5));
-    return taken;
-}
 
 QImage screenOf(const SettingsProbe &probe)
 {

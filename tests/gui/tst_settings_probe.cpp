@@ -1,6 +1,8 @@
 // Finding the parts of the settings view.
 #include "tests/gui/tst_settings_probe.h"
 
+#include "tests/gui/tst_popups.h"
+
 #include <QAbstractAnimation>
 #include <QApplication>
 #include <QComboBox>
@@ -148,6 +150,17 @@ QStringList SettingsProbe::outline(int index) const
     for (int i = 0; i < blocks->count(); ++i)
         outline.append(describeBlock(blocks->itemAt(i)));
     return outline;
+}
+
+bool withUserMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use)
+{
+    const auto *footer = probe.the<QWidget>(u"sideFooter"_s);
+    return withMenu([footer] { press(footer, {footer->width() - 5, 5}); }, use);
+}
+
+bool takeFromUserMenu(const GuiProbe &probe, int index)
+{
+    return withUserMenu(probe, [index](QMenu *menu) { clickEntry(menu, index); });
 }
 
 QStringList labelTexts(const QWidget *root)

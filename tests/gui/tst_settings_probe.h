@@ -4,8 +4,11 @@
 #include "tests/support/gui_probe.h"
 #include "ui/text.h"
 
+#include <functional>
+
 class QLabel;
 class QListWidget;
+class QMenu;
 class QPushButton;
 class QScrollArea;
 
@@ -39,6 +42,11 @@ public:
     /// its rows' first labels, and "stretch".
     QStringList outline(int index) const;
 };
+
+/// Opens the footer's menu by a press beside the avatar; see withMenu().
+bool withUserMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use);
+/// Takes its entry with that INDEX, separators counted. False: the menu did not come up.
+bool takeFromUserMenu(const GuiProbe &probe, int index);
 
 /// The texts of the labels below ROOT, in the order of their making.
 QStringList labelTexts(const QWidget *root);

@@ -47,18 +47,6 @@ namespace
 
 enum Entry { Profile, Settings, Separator, LogOut };
 
-/// Opens the menu by a click beside the avatar.
-bool withUserMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use)
-{
-    auto *footer = probe.the<QWidget>(u"sideFooter"_s);
-    return withMenu([footer] { press(footer, {footer->width() - 5, 5}); }, use);
-}
-
-bool take(const GuiProbe &probe, Entry entry)
-{
-    return withUserMenu(probe, [entry](QMenu *menu) { clickEntry(menu, entry); });
-}
-
 } // namespace
 
 void TestUserMenu::entriesInTheirOrder_data()
@@ -123,7 +111,7 @@ void TestUserMenu::entriesOpenTheSettings()
     SettingsProbe probe;
     probe.service.clear();
     QVERIFY(!probe.settingsPage());
-    QVERIFY(take(probe, Entry(entry))); // builds the page
+    QVERIFY(takeFromUserMenu(probe, Entry(entry))); // builds the page
     const QPointer<QWidget> page = probe.settingsPage();
     QVERIFY(page);
     QCOMPARE(probe.center()->currentWidget(), page);
@@ -131,7 +119,7 @@ void TestUserMenu::entriesOpenTheSettings()
     probe.clickRow(Chat);
     QTest::mouseClick(probe.backButton(), Qt::LeftButton);
     QVERIFY(probe.messagesButton()->isChecked());
-    QVERIFY(take(probe, Entry(entry)));
+    QVERIFY(takeFromUserMenu(probe, Entry(entry)));
     QCOMPARE(probe.settingsPage(), page);
     QCOMPARE(probe.center()->currentWidget(), page);
     QCOMPARE(probe.nav()->currentRow(), expectedRow);
@@ -158,7 +146,7 @@ void TestUserMenu::anOldFadeIsLeftAlone()
     QVERIFY(probe.fadedIn());
     const QPointer<QGraphicsEffect> fade = probe.settingsPage()->graphicsEffect();
     QTest::mouseClick(probe.backButton(), Qt::LeftButton);
-    QVERIFY(take(probe, Entry(entry)));
+    QVERIFY(takeFromUserMenu(probe, Entry(entry)));
     QVERIFY(fade);
     QCOMPARE(probe.settingsPage()->graphicsEffect(), fade);
     QVERIFY(!fade->isEnabled()); // over long since, and not begun again
@@ -228,7 +216,7 @@ void TestUserMenu::logOutSendsNothing()
 {
     SettingsProbe probe;
     probe.service.clear();
-    QVERIFY(take(probe, LogOut));
+    QVERIFY(takeFromUserMenu(probe, LogOut));
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
 }
@@ -237,7 +225,7 @@ void TestUserMenu::logOutLeavesTheMainPage()
 {
     SettingsProbe probe;
     QVERIFY(probe.open(u"bob"_s));
-    QVERIFY(take(probe, LogOut));
+    QVERIFY(takeFromUserMenu(probe, LogOut));
     QCOMPARE(probe.centerPage(), u"chatPage"_s);
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"bob"_s);
     QCOMPARE(probe.the<QListWidget>(u"dmList"_s)->count(), 1);
