@@ -2,7 +2,7 @@
 add_library(tideloft_picture_probe STATIC
     tst_picture_probe.cpp tst_picture_probe.h tst_profile_probe.h)
 target_link_libraries(tideloft_picture_probe
-    PUBLIC tideloft_settings_probe tideloft_net_test_wire Qt6::Test)
+    PUBLIC tideloft_rail_probe tideloft_net_test_wire Qt6::Test)
 
 foreach(unit picture_choice picture_checks avatar_upload avatar_picture
         profile_save profile_confirmation server_icon)

@@ -1,8 +1,8 @@
 // Choosing a picture in the file dialog: every way to it, what it says, and every way out of it.
 #include "tests/gui/tst_picture_probe.h"
+#include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 
-#include <QAbstractButton>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -34,15 +34,12 @@ void take(SettingsProbe &probe, const QString &control)
         probe.the<QPushButton>(u"settingsAvatarBtn"_s)->setFocus();
         press(*probe.window, Qt::Key_Space);
     } else if (control == u"server menu") {
-        useServerMenu(*serverButtons(probe).first(), [](QMenu &menu) {
-            QTest::mouseClick(&menu, Qt::LeftButton, {},
-                              menu.actionGeometry(menu.actions().first()).center());
-        });
+        QVERIFY(withServerMenu(probe, [](QMenu *menu) { clickEntry(menu, 0); }));
     } else if (control == u"server menu by key") {
-        useServerMenu(*serverButtons(probe).first(), [](const QMenu &menu) {
-            press(menu, Qt::Key_Down);
-            press(menu, Qt::Key_Return);
-        });
+        QVERIFY(withServerMenu(probe, [](const QMenu *menu) {
+            press(*menu, Qt::Key_Down);
+            press(*menu, Qt::Key_Return);
+        }));
     } else {
         qFatal("No control is called %s", qPrintable(control));
     }
@@ -117,7 +114,7 @@ void TestPictureChoice::theDialogSays()
     QFETCH(QString, control);
     SettingsProbe probe(language);
     probe.openSettings();
-    QVERIFY(listServers(probe, {QJsonObject{{u"groupId"_s, u"g1"_s}, {u"name"_s, u"One"_s}}}));
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     QString title;
     QStringList filters;
     const QObject *parent = nullptr;
@@ -148,7 +145,7 @@ void TestPictureChoice::aTypedPathIsUploaded()
     const QString path = files.writeWidePicture(u"wide picture.png"_s);
     SettingsProbe probe;
     probe.openSettings();
-    QVERIFY(listServers(probe, {QJsonObject{{u"groupId"_s, u"g1"_s}, {u"name"_s, u"One"_s}}}));
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     const Person<QFileDialog> person([&](const QFileDialog &dialog) { choosePath(dialog, path); });
     take(probe, control);
     QVERIFY(person.hasAnswered());
@@ -174,7 +171,7 @@ void TestPictureChoice::leavingChangesNothing()
     const QString path = files.writeWidePicture(u"wide.png"_s);
     SettingsProbe probe;
     probe.openSettings();
-    QVERIFY(listServers(probe, {QJsonObject{{u"groupId"_s, u"g1"_s}, {u"name"_s, u"One"_s}}}));
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     probe.service.clear();
     const Person<QFileDialog> person([&](QFileDialog &dialog) {
         dialog.selectFile(path); // chosen, but never confirmed

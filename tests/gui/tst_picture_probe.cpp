@@ -3,16 +3,12 @@
 
 #include "tests/net/wire.h"
 
-#include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QJsonDocument>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QtTest>
@@ -91,19 +87,6 @@ bool choosePath(const QFileDialog &dialog, const QString &path)
     return !reader.hasAnswered();
 }
 
-bool useServerMenu(const QAbstractButton &server, const std::function<void(QMenu &)> &use)
-{
-    QWindow *window = server.window()->windowHandle();
-    const QPoint spot = server.mapTo(server.window(), server.rect().center());
-    const Person<QMenu> person([&](QMenu &menu) {
-        QTest::mouseRelease(window, Qt::RightButton, {}, spot);
-        use(menu);
-    });
-    QTest::mousePress(window, Qt::RightButton, {},
-                      spot); // returns once the menu and what it opens are closed
-    return person.hasAnswered();
-}
-
 bool chooseAvatar(const SettingsProbe &probe, const QString &path)
 {
     const Person<QFileDialog> person([&](const QFileDialog &dialog) { choosePath(dialog, path); });
@@ -127,25 +110,6 @@ qsizetype messageCount()
     return std::count_if(windows.begin(), windows.end(), [](const QWidget *window) {
         return window->isVisible() && qobject_cast<const QMessageBox *>(window);
     });
-}
-
-bool listServers(GuiProbe &probe, const QJsonArray &servers)
-{
-    probe.service.answer("GET /api/groups", 200, QJsonDocument(servers).toJson());
-    // A list that is still under way would take this one's place; and the buttons are laid out after the
-    // call.
-    return probe.settle() && callSlot(*probe.window, "onServersLoaded", Q_ARG(QJsonArray, servers))
-           && probe.settle();
-}
-
-QList<QAbstractButton *> serverButtons(const GuiProbe &probe)
-{
-    QList<QAbstractButton *> buttons;
-    for (auto *button : probe.the<QWidget>(u"rail"_s)->findChildren<QAbstractButton *>()) {
-        if (button->contextMenuPolicy() == Qt::CustomContextMenu)
-            buttons.append(button);
-    }
-    return buttons;
 }
 
 QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, const QByteArray &part,

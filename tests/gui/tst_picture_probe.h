@@ -8,11 +8,7 @@
 #include <QPointer>
 #include <QTemporaryDir>
 
-#include <functional>
-
-class QAbstractButton;
 class QFileDialog;
-class QMenu;
 class QMessageBox;
 
 namespace tideloft::tests
@@ -43,9 +39,6 @@ void press(const QWidget &window, Qt::Key key);
 /// box, which is closed by then.
 bool choosePath(const QFileDialog &dialog, const QString &path);
 
-/// Opens the menu of a server's button with the right mouse button. False: none came up, or USE left it open.
-bool useServerMenu(const QAbstractButton &server, const std::function<void(QMenu &)> &use);
-
 /// Clicks on the footer's picture and chooses PATH. False: no dialog came up, or it did not close.
 bool chooseAvatar(const SettingsProbe &probe, const QString &path);
 
@@ -53,11 +46,6 @@ bool chooseAvatar(const SettingsProbe &probe, const QString &path);
 QMessageBox *waitForMessage();
 /// The message boxes on screen.
 qsizetype messageCount();
-
-/// Makes SERVERS the service's list and the rail's.
-bool listServers(GuiProbe &probe, const QJsonArray &servers);
-/// The buttons of the rail's servers.
-QList<QAbstractButton *> serverButtons(const GuiProbe &probe);
 
 /// How an upload to PATH must look: the head without the toolkit's own headers, and the body. The boundary is
 /// the one that REQUEST chose.

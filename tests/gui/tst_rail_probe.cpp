@@ -4,6 +4,8 @@
 #include <QJsonDocument>
 #include <QLayout>
 #include <QScrollArea>
+#include <QTest>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -15,11 +17,16 @@ QJsonObject server(const QString &id, const QString &name)
     return {{u"groupId"_s, id}, {u"name"_s, name}, {u"iconUrl"_s, u"/icons/"_s + id}};
 }
 
+QScrollArea *serverPlace(const GuiProbe &probe)
+{
+    if (auto *place = probe.the<QWidget>(u"rail"_s)->findChild<QScrollArea *>())
+        return place;
+    qFatal("The rail has no place for servers");
+}
+
 QLayout *serverColumn(const GuiProbe &probe)
 {
-    if (const auto *place = probe.the<QWidget>(u"rail"_s)->findChild<QScrollArea *>())
-        return place->widget()->layout();
-    qFatal("The rail has no column for servers");
+    return serverPlace(probe)->widget()->layout();
 }
 
 QList<QAbstractButton *> serverButtons(const GuiProbe &probe)
@@ -48,9 +55,18 @@ bool listServers(GuiProbe &probe, const QJsonArray &servers)
            && probe.settle();
 }
 
-bool withServerMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use)
+bool withServerMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use, int index)
 {
-    return withMenu([&probe] { press(serverButtons(probe).first(), {5, 5}, Qt::RightButton); }, use);
+    const QAbstractButton *button = serverButtons(probe).at(index);
+    const QPoint spot = button->mapTo(probe.window.get(), QPoint(5, 5));
+    return withMenu(
+        [button] {
+            press(button, {5, 5}, Qt::RightButton);
+        },
+        [&](QMenu *menu) {
+            QTest::mouseRelease(probe.window->windowHandle(), Qt::RightButton, {}, spot);
+            use(menu);
+        });
 }
 
 } // namespace tideloft::tests

@@ -8,18 +8,23 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+class QLayout;
+class QScrollArea;
+
 namespace tideloft::tests
 {
 
 /// A group as the service tells of it.
 QJsonObject server(const QString &id, const QString &name);
+/// The part of the rail that scrolls the servers' buttons.
+QScrollArea *serverPlace(const GuiProbe &probe);
 /// The layout that holds the servers' buttons.
 QLayout *serverColumn(const GuiProbe &probe);
 QList<QAbstractButton *> serverButtons(const GuiProbe &probe);
 QList<bool> serverChecks(const GuiProbe &probe); ///< which of the buttons are checked
 /// Makes SERVERS the service's list and the rail's.
 bool listServers(GuiProbe &probe, const QJsonArray &servers);
-/// Opens the context menu of the first button by a right click at (5, 5); see withMenu().
-bool withServerMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use);
+/// Opens the context menu of the button at INDEX by a right click at (5, 5); see withMenu().
+bool withServerMenu(const GuiProbe &probe, const std::function<void(QMenu *)> &use, int index = 0);
 
 } // namespace tideloft::tests

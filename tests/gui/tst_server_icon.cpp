@@ -1,8 +1,8 @@
 // A server's icon, from its menu in the rail to the service.
 #include "tests/gui/tst_picture_probe.h"
+#include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 
-#include <QAbstractButton>
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
@@ -25,20 +25,21 @@ const QByteArray iconKey = QByteArrayLiteral("POST /api/groups/g2/icon");
 
 QJsonArray twoServers(const QString &secondName = u"Two"_s)
 {
-    return {QJsonObject{{u"groupId"_s, u"g1"_s}, {u"name"_s, u"One"_s}},
-            QJsonObject{{u"groupId"_s, u"g2"_s}, {u"name"_s, secondName}}};
+    return {server(u"g1"_s, u"One"_s), server(u"g2"_s, secondName)};
 }
 
 // Takes "Upload server icon" in the menu of the second server, and lets CHOOSE work with the file dialog.
 bool uploadIcon(const GuiProbe &probe, const std::function<void(QFileDialog &)> &choose)
 {
     const Person<QFileDialog> person(choose);
-    return useServerMenu(*serverButtons(probe).at(1),
-                         [](const QMenu &menu) {
-                             press(menu, Qt::Key_Down);
-                             press(menu, Qt::Key_Return);
-                         })
-           && person.hasAnswered();
+    const bool opened = withServerMenu(
+        probe,
+        [](const QMenu *menu) {
+            press(*menu, Qt::Key_Down);
+            press(*menu, Qt::Key_Return);
+        },
+        1);
+    return opened && person.hasAnswered();
 }
 
 bool uploadIcon(const GuiProbe &probe, const QString &path)

@@ -1,11 +1,9 @@
 // Many servers in the rail: they scroll inside their place and push nothing away.
-#include "tests/support/gui_probe.h"
+#include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
-#include <QJsonDocument>
 #include <QLabel>
-#include <QLayout>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -22,24 +20,14 @@ QJsonArray servers(int count)
 {
     QJsonArray list;
     for (int i = 0; i < count; ++i)
-        list.append(QJsonObject{{u"groupId"_s, QString::number(i)}, {u"name"_s, u"Server %1"_s.arg(i)}});
+        list.append(server(QString::number(i), u"Server %1"_s.arg(i)));
     return list;
-}
-
-QScrollArea *placeIn(const GuiProbe &probe)
-{
-    return probe.the<QWidget>(u"rail"_s)->findChild<QScrollArea *>();
 }
 
 bool list(GuiProbe &probe, int count)
 {
-    return probe.settle() && callSlot(*probe.window, "onServersLoaded", Q_ARG(QJsonArray, servers(count)))
-           && QTest::qWaitFor([&] { return placeIn(probe)->widget()->height() >= count * 36; });
-}
-
-QWidget *buttonAt(const GuiProbe &probe, int index)
-{
-    return placeIn(probe)->widget()->layout()->itemAt(index)->widget();
+    return listServers(probe, servers(count))
+           && QTest::qWaitFor([&] { return serverPlace(probe)->widget()->height() >= count * 36; });
 }
 
 QRect inWindow(const QWidget *widget, const QWidget *window)
@@ -80,11 +68,11 @@ void TestServerScroll::fewServersHaveThePlaceTheyNeed()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn() && list(probe, 3));
-    QTRY_COMPARE(placeIn(probe)->height(), 3 * 36 + 2 * 4);
+    QTRY_COMPARE(serverPlace(probe)->height(), 3 * 36 + 2 * 4);
     QVERIFY(list(probe, 5));
-    QTRY_COMPARE(placeIn(probe)->height(), 5 * 36 + 4 * 4);
+    QTRY_COMPARE(serverPlace(probe)->height(), 5 * 36 + 4 * 4);
     QVERIFY(list(probe, 0));
-    QTRY_COMPARE(placeIn(probe)->height(), 0);
+    QTRY_COMPARE(serverPlace(probe)->height(), 0);
 }
 
 void TestServerScroll::manyServersLeaveTheWindowAndTheButtonsWhereTheyAre()
@@ -107,8 +95,8 @@ void TestServerScroll::theWheelReachesTheLastServer()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn() && list(probe, 60));
-    const QScrollArea *place = placeIn(probe);
-    const QWidget *last = place->widget()->layout()->itemAt(59)->widget();
+    const QScrollArea *place = serverPlace(probe);
+    const QWidget *last = serverButtons(probe).at(59);
     QVERIFY(last->visibleRegion().isEmpty());
     turnWheel(place->viewport(), 200);
     QTRY_COMPARE(last->visibleRegion().boundingRect(), last->rect());
@@ -118,11 +106,10 @@ void TestServerScroll::theTabKeyBringsAServerIntoView()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn() && list(probe, 60));
-    const QLayout *column = placeIn(probe)->widget()->layout();
-    column->itemAt(0)->widget()->setFocus();
-    for (int i = 1; i < 60; ++i) {
+    const QList<QAbstractButton *> buttons = serverButtons(probe);
+    buttons.first()->setFocus();
+    for (const QAbstractButton *button : buttons.mid(1)) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        const QWidget *button = column->itemAt(i)->widget();
         QCOMPARE(QApplication::focusWidget(), button);
         QCOMPARE(button->visibleRegion().boundingRect(), button->rect());
     }
@@ -132,18 +119,17 @@ void TestServerScroll::openingAServerBringsItIntoView()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn() && list(probe, 60));
-    probe.service.answer("GET /api/groups", 200, QJsonDocument(servers(60)).toJson());
     const QJsonObject created{{u"groupId"_s, u"59"_s}};
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, created)));
     QTRY_COMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"Server 59"_s);
-    QTRY_COMPARE(buttonAt(probe, 59)->visibleRegion().boundingRect(), QRect(0, 0, 36, 36));
+    QTRY_COMPARE(serverButtons(probe).at(59)->visibleRegion().boundingRect(), QRect(0, 0, 36, 36));
 }
 
 void TestServerScroll::aNewListLeavesTheScrollingAlone()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn() && list(probe, 60));
-    QScrollBar *bar = placeIn(probe)->verticalScrollBar();
+    QScrollBar *bar = serverPlace(probe)->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 500);
     bar->setValue(500);
     QVERIFY(list(probe, 60) && probe.settle());
@@ -154,24 +140,24 @@ void TestServerScroll::theKeyboardStaysWithItsServer()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn() && list(probe, 3));
-    buttonAt(probe, 1)->setFocus();
-    QTest::keyClick(buttonAt(probe, 1), Qt::Key_Space); // opens it, which rebuilds the column
+    serverButtons(probe).at(1)->setFocus();
+    QTest::keyClick(serverButtons(probe).at(1), Qt::Key_Space); // opens it, which rebuilds the column
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"Server 1"_s);
-    QTRY_COMPARE(QApplication::focusWidget(), buttonAt(probe, 1));
+    QTRY_COMPARE(QApplication::focusWidget(), serverButtons(probe).at(1));
     QVERIFY(list(probe, 2));
-    QTRY_COMPARE(QApplication::focusWidget(), buttonAt(probe, 1));
+    QTRY_COMPARE(QApplication::focusWidget(), serverButtons(probe).at(1));
     QVERIFY(list(probe, 1)); // it is gone
-    QVERIFY(!placeIn(probe)->isAncestorOf(QApplication::focusWidget()));
+    QVERIFY(!serverPlace(probe)->isAncestorOf(QApplication::focusWidget()));
 }
 
 void TestServerScroll::theRailShowsBetweenTheButtons()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn() && list(probe, 2));
-    QTRY_COMPARE(placeIn(probe)->height(), 2 * 36 + 4);
+    QTRY_COMPARE(serverPlace(probe)->height(), 2 * 36 + 4);
     auto *rail = probe.the<QWidget>(u"rail"_s);
     const QImage seen = rail->grab().toImage();
-    const QPoint corner = placeIn(probe)->pos();
+    const QPoint corner = serverPlace(probe)->pos();
     QCOMPARE(seen.pixelColor(corner + QPoint(18, 37)), QColor(0x08, 0x0d, 0x12)); // between the two
     QCOMPARE(seen.pixelColor(corner), QColor(0x08, 0x0d, 0x12));                  // outside the round corner
 }
