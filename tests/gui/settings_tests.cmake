@@ -1,6 +1,7 @@
 # Tests of the settings view, the theme and accent chosen there, and the privacy dialog.
 add_library(tideloft_settings_probe STATIC
-    tst_person.h tst_popups.cpp tst_popups.h tst_settings_probe.cpp tst_settings_probe.h)
+    tst_pending_timers.cpp tst_pending_timers.h tst_person.h
+    tst_popups.cpp tst_popups.h tst_settings_probe.cpp tst_settings_probe.h)
 target_link_libraries(tideloft_settings_probe PUBLIC tideloft_gui_probe Qt6::Test)
 
 function(tideloft_settings_test name)

@@ -1,9 +1,9 @@
 // What follows the creation of a server: the list, the opening half a second later, and failures.
 #include "tests/gui/tst_create_dialog_probe.h"
+#include "tests/gui/tst_pending_timers.h"
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 
-#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -40,20 +40,6 @@ namespace
 const QByteArray create = QByteArrayLiteral("POST /api/groups");
 const QByteArray groups = QByteArrayLiteral("GET /api/groups");
 
-/// The intervals of the single shots under way that wait at all.
-QList<int> pendingShots()
-{
-    auto *dispatcher = QAbstractEventDispatcher::instance();
-    QList<int> intervals;
-    for (QObject *shot : dispatcher->findChildren<QObject *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (!shot->inherits("QSingleShotTimer"))
-            continue;
-        for (const auto &timer : dispatcher->registeredTimers(shot))
-            intervals.append(timer.interval);
-    }
-    return intervals;
-}
-
 QString titleOf(const GuiProbe &probe)
 {
     return probe.the<QLabel>(u"centerTitle"_s)->text();
@@ -71,7 +57,7 @@ void answerCreation(SettingsProbe &probe)
 void TestCreatedServer::init()
 {
     failOnToolkitWarnings();
-    QTRY_COMPARE(pendingShots(), QList<int>()); // of a window before that a test gave up
+    QTRY_COMPARE(pendingIntervals(), QList<int>()); // of a window before that a test gave up
 }
 
 void TestCreatedServer::opensWithTheRefreshedList()
@@ -106,12 +92,12 @@ void TestCreatedServer::opensBeforeTheListArrives()
 void TestCreatedServer::waitsHalfASecond()
 {
     const SettingsProbe probe;
-    QCOMPARE(pendingShots(), QList<int>());
+    QCOMPARE(pendingIntervals(), QList<int>());
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
-    QCOMPARE(pendingShots(), QList<int>{500});
+    QCOMPARE(pendingIntervals(), QList<int>{500});
     QCOMPARE(probe.centerPage(), u"emptyState"_s);
     QTRY_COMPARE(titleOf(probe), u"g9"_s);
-    QCOMPARE(pendingShots(), QList<int>()); // once
+    QCOMPARE(pendingIntervals(), QList<int>()); // once
 }
 
 void TestCreatedServer::withoutAnIdentifierOnlyListsAgain_data()
@@ -132,7 +118,7 @@ void TestCreatedServer::withoutAnIdentifierOnlyListsAgain()
     probe.service.answer(create, 200, reply);
     QVERIFY(createServer(probe, u"My Club"_s));
     QTRY_COMPARE(serverButtons(probe).size(), 2);
-    QCOMPARE(pendingShots(), QList<int>()); // nothing is going to be opened
+    QCOMPARE(pendingIntervals(), QList<int>()); // nothing is going to be opened
     QCOMPARE(probe.centerPage(), u"emptyState"_s);
     QCOMPARE(serverChecks(probe), (QList<bool>{false, false}));
 }
@@ -165,8 +151,8 @@ void TestCreatedServer::twoInARowOpenTheSecond()
     const SettingsProbe probe;
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g8"_s, u"First"_s))));
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"Second"_s))));
-    QCOMPARE(pendingShots(), (QList<int>{500, 500}));
-    QTRY_COMPARE(pendingShots(), QList<int>());
+    QCOMPARE(pendingIntervals(), (QList<int>{500, 500}));
+    QTRY_COMPARE(pendingIntervals(), QList<int>());
     QCOMPARE(titleOf(probe), u"g9"_s);
 }
 
@@ -178,7 +164,7 @@ void TestCreatedServer::leavesTheSignInPageAlone()
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
     QVERIFY(takeFromUserMenu(probe, 3)); // "Log out"
     QVERIFY(!probe.onMainPage());
-    QTRY_COMPARE(pendingShots(), QList<int>());
+    QTRY_COMPARE(pendingIntervals(), QList<int>());
     QVERIFY(titleOf(probe) == u"My Club"_s || titleOf(probe) == u"g9"_s);
     QVERIFY(!probe.onMainPage());
     QVERIFY(probe.username()->hasFocus());
@@ -188,10 +174,10 @@ void TestCreatedServer::endsWithTheWindow()
 {
     SettingsProbe probe;
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
-    QCOMPARE(pendingShots(), QList<int>{500});
+    QCOMPARE(pendingIntervals(), QList<int>{500});
     QTest::failOnWarning(QRegularExpression(u"."_s));
     probe.window.reset();
-    QTRY_COMPARE(pendingShots(), QList<int>());
+    QTRY_COMPARE(pendingIntervals(), QList<int>());
 }
 
 void TestCreatedServer::failureShowsNothing_data()
@@ -216,7 +202,7 @@ void TestCreatedServer::failureShowsNothing()
     QVERIFY(probe.settle());
     QVERIFY(probe.settle()); // over whichever connection, the failure has come by now
     QCOMPARE(probe.service.count(groups), before);
-    QCOMPARE(pendingShots(), QList<int>());
+    QCOMPARE(pendingIntervals(), QList<int>());
     QVERIFY(button); // the rail stays as it was
     QVERIFY(!QApplication::activeModalWidget());
     QCOMPARE(probe.centerPage(), u"emptyState"_s);

@@ -3,7 +3,6 @@
 
 #include "tests/net/wire.h"
 
-#include <QAbstractEventDispatcher>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -127,32 +126,6 @@ QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, 
 QByteArray sentUpload(const RecordedRequest &request)
 {
     return ownHead(request) + request.body;
-}
-
-void PendingTimer::runOut() const
-{
-    QTimerEvent event(id);
-    if (timer)
-        QCoreApplication::sendEvent(timer, &event);
-}
-
-QList<PendingTimer> pendingTimers()
-{
-    const auto *dispatcher = QAbstractEventDispatcher::instance();
-    QList<PendingTimer> pending;
-    for (QObject *child : dispatcher->children()) {
-        if (!child->inherits("QSingleShotTimer"))
-            continue;
-        for (const auto &info : dispatcher->registeredTimers(child))
-            pending.append({child, info.timerId, info.interval, info.timerType});
-    }
-    return pending;
-}
-
-void forgetTimers()
-{
-    for (const PendingTimer &timer : pendingTimers())
-        timer.runOut();
 }
 
 } // namespace tideloft::tests

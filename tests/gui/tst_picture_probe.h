@@ -1,11 +1,11 @@
-// What tests of pictures share: files to choose, a person at the file dialog, and confirmations that run out.
+// What tests of pictures share: files to choose, a person at the file dialog, and what is sent.
 #pragma once
 
+#include "tests/gui/tst_pending_timers.h"
 #include "tests/gui/tst_person.h"
 #include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
 
-#include <QPointer>
 #include <QTemporaryDir>
 
 class QFileDialog;
@@ -53,19 +53,5 @@ QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, 
                         const QByteArray &suffix, const QByteArray &content);
 /// The same parts of REQUEST.
 QByteArray sentUpload(const RecordedRequest &request);
-
-/// A single-shot timer that has not run out yet.
-struct PendingTimer {
-    QPointer<QObject> timer;
-    int id = 0;
-    int interval = 0; ///< ms
-    Qt::TimerType type = Qt::PreciseTimer;
-
-    void runOut() const; ///< now, without the wait
-};
-/// The program's, the oldest first.
-QList<PendingTimer> pendingTimers();
-/// Lets those run out that windows of earlier tests have left behind.
-void forgetTimers();
 
 } // namespace tideloft::tests
