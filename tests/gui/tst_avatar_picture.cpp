@@ -60,11 +60,7 @@ class TestAvatarPicture : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        placeKeyPair();
-    }
+    void initTestCase() { prepareForFileDialogs(); }
     void init()
     {
         failOnToolkitWarnings();

@@ -24,11 +24,7 @@ class TestAvatarUpload : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        placeKeyPair();
-    }
+    void initTestCase() { prepareForFileDialogs(); }
     void init()
     {
         failOnToolkitWarnings();

@@ -69,11 +69,7 @@ class TestPictureChecks : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        placeKeyPair();
-    }
+    void initTestCase() { prepareForFileDialogs(); }
     void init() { failOnToolkitWarnings(); }
     void refusedFiles_data();
     void refusedFiles();

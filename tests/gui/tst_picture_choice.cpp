@@ -68,11 +68,7 @@ class TestPictureChoice : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        placeKeyPair();
-    }
+    void initTestCase() { prepareForFileDialogs(); }
     void init() { failOnToolkitWarnings(); }
     void theDialogSays_data();
     void theDialogSays();

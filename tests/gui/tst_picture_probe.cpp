@@ -17,6 +17,12 @@ using namespace Qt::StringLiterals;
 namespace tideloft::tests
 {
 
+void prepareForFileDialogs()
+{
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    placeKeyPair();
+}
+
 QString PictureFolder::write(const QString &name, const QByteArray &content) const
 {
     QFile file(path(name));

@@ -14,6 +14,10 @@ class QMessageBox;
 namespace tideloft::tests
 {
 
+/// Before the first window of a test program: the toolkit's own file dialog, whatever the desktop has, and
+/// the key pair.
+void prepareForFileDialogs();
+
 /// Files to choose, in a folder of their own.
 class PictureFolder
 {

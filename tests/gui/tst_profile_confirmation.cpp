@@ -21,11 +21,7 @@ class TestProfileConfirmation : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        placeKeyPair();
-    }
+    void initTestCase() { prepareForFileDialogs(); }
     void init()
     {
         failOnToolkitWarnings();

@@ -54,11 +54,7 @@ class TestServerIcon : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        placeKeyPair();
-    }
+    void initTestCase() { prepareForFileDialogs(); }
     void init() { failOnToolkitWarnings(); }
     void bytesOnTheWire_data();
     void bytesOnTheWire();
