@@ -1,9 +1,6 @@
-// Hands for the file dialog, and eyes for uploads.
+// Hands for the file dialog.
 #include "tests/gui/tst_picture_probe.h"
 
-#include "tests/net/wire.h"
-
-#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
@@ -58,16 +55,6 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool uploadIsOver(const QString &path)
-{
-    const QDir descriptors(u"/proc/self/fd"_s);
-    return QTest::qWaitFor([&] {
-        const QFileInfoList open = descriptors.entryInfoList(QDir::Files | QDir::System);
-        return std::none_of(open.begin(), open.end(),
-                            [&](const QFileInfo &entry) { return entry.symLinkTarget() == path; });
-    });
-}
-
 void typeInto(const QWidget &window, const QString &text)
 {
     for (const char32_t character : text.toUcs4())
@@ -115,23 +102,6 @@ qsizetype messageCount()
     return std::count_if(windows.begin(), windows.end(), [](const QWidget *window) {
         return window->isVisible() && qobject_cast<const QMessageBox *>(window);
     });
-}
-
-QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, const QByteArray &part,
-                        const QByteArray &suffix, const QByteArray &content)
-{
-    const QByteArray boundary = request.header("Content-Type").split('"').value(1);
-    const QByteArray body = "--" + boundary + "\r\nContent-Disposition: form-data; name=\"" + part
-                            + "\"; filename=\"" + part + '.' + suffix + "\"\r\nContent-Type: image/" + suffix
-                            + "\r\n\r\n" + content + "\r\n--" + boundary + "--\r\n";
-    return "POST " + path + " HTTP/1.1\r\nContent-Type: multipart/form-data; boundary=\"" + boundary
-           + "\"\r\nMIME-Version: 1.0\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n"
-           + body;
-}
-
-QByteArray sentUpload(const RecordedRequest &request)
-{
-    return ownHead(request) + request.body;
 }
 
 } // namespace tideloft::tests

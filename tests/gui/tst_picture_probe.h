@@ -1,10 +1,11 @@
-// What tests of pictures share: files to choose, a person at the file dialog, and what is sent.
+// What tests of pictures share: files to choose, a person at the file dialog, and what is on the screen then.
 #pragma once
 
 #include "tests/gui/tst_pending_timers.h"
 #include "tests/gui/tst_person.h"
 #include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/net/upload_wire.h"
 
 #include <QTemporaryDir>
 
@@ -33,8 +34,6 @@ private:
 };
 
 QByteArray contentOf(const QString &path); ///< empty where it cannot be read
-/// Waits until the client has handled the answer to its upload of PATH: the file stays open until then.
-bool uploadIsOver(const QString &path);
 
 /// Presses the keys of TEXT with the keyboard's way through WINDOW: a popup in front of it gets them first.
 void typeInto(const QWidget &window, const QString &text);
@@ -50,12 +49,5 @@ bool chooseAvatar(const SettingsProbe &probe, const QString &path);
 QMessageBox *waitForMessage();
 /// The message boxes on screen.
 qsizetype messageCount();
-
-/// How an upload to PATH must look: the head without the toolkit's own headers, and the body. The boundary is
-/// the one that REQUEST chose.
-QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, const QByteArray &part,
-                        const QByteArray &suffix, const QByteArray &content);
-/// The same parts of REQUEST.
-QByteArray sentUpload(const RecordedRequest &request);
 
 } // namespace tideloft::tests
