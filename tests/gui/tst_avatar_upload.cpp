@@ -166,12 +166,16 @@ void TestAvatarUpload::aFileGoneSinceChangesNothing()
     SettingsProbe probe;
     probe.service.answer(avatarKey, 200, "{}");
     probe.service.hold(avatarKey);
+    QSignalSpy ready(probe.window.get(), &MainWindow::avatarPixmapReady);
     const QString path = files.writeWidePicture(u"passing.png"_s);
     QVERIFY(chooseAvatar(probe, path));
     QVERIFY(probe.service.waitForRequests(avatarKey, 1));
     QVERIFY(QFile::remove(path));
+    QVERIFY(isOpen(path)); // the client has not heard of its end yet
     probe.service.release(avatarKey);
-    QVERIFY(probe.settle());
+    QVERIFY(uploadIsOver(path));
+    QCOMPARE(ready.size(), 0);
+    QCOMPARE(messageCount(), 0);
     QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text(), u"AL"_s);
     QCOMPARE(probe.the<QLabel>(u"myStatus"_s)->text(), u"● Online"_s);
 }
