@@ -26,25 +26,47 @@ def describe(error):
     return "\n".join([f"  {error.findtext('kind')}: {what}", *frames])
 
 
-def run(program, suppressions):
-    """What went wrong in one test program, as texts."""
-    with tempfile.TemporaryDirectory() as directory:
-        report = pathlib.Path(directory, "errors.xml")
-        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TZ="UTC", LC_ALL="C.UTF-8")
-        finished = subprocess.run(
+def execute(program, suppressions, directory):
+    """Runs one test program. Its process, its exit code, and what it printed."""
+    # A program that starts another is two processes for a moment, and both would write into one file.
+    report = pathlib.Path(directory, "%p.xml")
+    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TZ="UTC", LC_ALL="C.UTF-8",
+                       TIDELOFT_TEST_PATIENCE="20")
+    with subprocess.Popen(
             ["valgrind", "--xml=yes", f"--xml-file={report}", "--leak-check=full",
              "--show-leak-kinds=definite", "--num-callers=40",
              f"--suppressions={suppressions}", str(program), "-maxwarnings", "0"],
-            env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True,
-            errors="replace", check=False)
+            env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+            text=True, errors="replace") as process:
+        output, messages = process.communicate()
+    return process.pid, process.returncode, output, messages
+
+
+def read_report(report):
+    """The errors of one process, and whether the report has an end: a process that has become another
+    program leaves it without one."""
+    parser = ElementTree.XMLPullParser(["end"])
+    parser.feed(report.read_bytes())
+    elements = [element for _, element in parser.read_events()]
+    errors = [element for element in elements if element.tag == "error"]
+    return errors, bool(elements) and elements[-1].tag == "valgrindoutput"
+
+
+def run(program, suppressions):
+    """What went wrong in one test program, as texts."""
+    with tempfile.TemporaryDirectory() as directory:
+        process, code, output, messages = execute(program, suppressions, directory)
         try:
-            errors = ElementTree.parse(report).getroot().findall("error")
+            reports = {report.stem: read_report(report) for report in pathlib.Path(directory).iterdir()}
         except (OSError, ElementTree.ParseError) as reason:
-            return [f"  no report: {reason}\n{finished.stderr[-2000:]}"]
-        faults = [describe(error) for error in errors if is_ours(error)]
-        if finished.returncode != 0:
-            faults.append(f"  exit code {finished.returncode}\n{finished.stdout[-4000:]}")
-        return faults
+            return [f"  no report: {reason}\n{messages[-2000:]}"]
+    faults = [describe(error) for errors, _ in reports.values() for error in errors if is_ours(error)]
+    _, complete = reports.get(str(process), ([], False))
+    if not complete:
+        faults.append(f"  no whole report\n{messages[-2000:]}")
+    if code != 0:
+        faults.append(f"  exit code {code}\n{output[-4000:]}")
+    return faults
 
 
 def main():

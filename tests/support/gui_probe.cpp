@@ -3,6 +3,7 @@
 
 #include "crypto/key_pair.h"
 #include "crypto/key_store.h"
+#include "tests/support/patience.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -168,10 +169,9 @@ QString spacesOf(const QWidget *owner)
 GuiProbe::GuiProbe()
 {
     QApplication::setCursorFlashTime(0); // two pictures differ only if the window does
-    service.answer("POST /api/auth/login", 200, "{}");
-    service.answer("POST /api/auth/register", 200, "{}");
+    for (const char *key : {"POST /api/auth/login", "POST /api/auth/register", "POST /api/chat/device-key"})
+        service.answer(key, 200, "{}");
     service.answer("GET /api/me", 200, R"({"username":"alice"})");
-    service.answer("POST /api/chat/device-key", 200, "{}");
     service.answer("GET /api/chat/device-keys/me", 200, R"({"keys":[]})");
     service.answer(conversations, 200, "[]");
     service.answer("GET /api/groups", 200, "[]");
@@ -244,7 +244,7 @@ bool GuiProbe::signIn(const QString &name)
         before.append(service.count(request));
     fillIn(name, u"correct horse"_s);
     click(u"primaryButton"_s);
-    bool ok = QTest::qWaitFor([this] { return onMainPage(); });
+    bool ok = QTest::qWaitFor([this] { return onMainPage(); }, patience());
     for (qsizetype i = 0; i < asked.size(); ++i)
         ok = ok && service.waitForRequests(asked.at(i), before.at(i) + 1);
     return ok;
@@ -253,12 +253,13 @@ bool GuiProbe::signIn(const QString &name)
 bool GuiProbe::waitForPeers(const QStringList &peers) const
 {
     const auto *list = the<QListWidget>(u"dmList"_s);
-    return QTest::qWaitFor([&] {
+    const auto arrived = [&] {
         QStringList listed;
         for (int i = 0; i < list->count(); ++i)
             listed.append(list->item(i)->data(Qt::UserRole).toString());
         return listed == peers;
-    });
+    };
+    return QTest::qWaitFor(arrived, patience());
 }
 
 bool GuiProbe::listPeers(const QStringList &peers)

@@ -1,6 +1,7 @@
 // The service that tests talk to: HTTP/1.1 with kept connections, as far as a client needs it.
 #include "tests/support/loopback_service.h"
 
+#include "tests/support/patience.h"
 #include "tests/support/test_service_endpoint.h"
 
 #include <QTcpSocket>
@@ -222,7 +223,7 @@ RecordedRequest LoopbackService::lastRequest(const QByteArray &key) const
 
 bool LoopbackService::waitForRequests(const QByteArray &key, qsizetype wanted)
 {
-    return QTest::qWaitFor([&] { return count(key) >= wanted; }, 5000);
+    return QTest::qWaitFor([&] { return count(key) >= wanted; }, patience());
 }
 
 void LoopbackService::incomingConnection(qintptr descriptor)

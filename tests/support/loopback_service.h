@@ -65,7 +65,7 @@ public:
     qsizetype count(const QByteArray &key) const { return requests(key).size(); }
     /// The newest request, of KEY if one is given; an empty one when there was none.
     RecordedRequest lastRequest(const QByteArray &key = {}) const;
-    /// Runs the event loop until COUNT requests of KEY have come; false when they did not within 5 s.
+    /// Runs the event loop until COUNT requests of KEY have come; false when they did not within patience().
     bool waitForRequests(const QByteArray &key, qsizetype wanted);
     void clear() { recorded.clear(); } ///< forgets the recorded requests; answers and holds stay
 
