@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -34,6 +35,7 @@ private slots:
     void keysOpenTheMenu();
     void otherKeysDoNothing_data();
     void otherKeysDoNothing();
+    void aHeldKeyOpensOneMenu_data();
     void aHeldKeyOpensOneMenu();
     void tabReachesIt();
 };
@@ -45,6 +47,20 @@ QWidget *footerOf(const GuiProbe &probe)
 {
     return probe.the<QWidget>(u"sideFooter"_s);
 }
+
+/// Counts the menus that come up.
+class MenuCount : public QObject
+{
+public:
+    MenuCount() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        shown += event->type() == QEvent::Show && qobject_cast<QMenu *>(watched);
+        return false;
+    }
+
+    int shown = 0;
+};
 
 /// What OPEN brings up: "menu", "picture" for the choice of one, or "nothing".
 QString broughtUp(const std::function<void()> &open)
@@ -235,16 +251,36 @@ void TestSideFooter::otherKeysDoNothing()
     QCOMPARE(probe.centerPage(), u"emptyState"_s);
 }
 
+void TestSideFooter::aHeldKeyOpensOneMenu_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Space") << Qt::Key_Space;
+}
+
+// The key is still down when the menu closes: what it repeats comes to the footer again.
 void TestSideFooter::aHeldKeyOpensOneMenu()
 {
+    QFETCH(Qt::Key, key);
     const SettingsProbe probe;
-    QWidget *footer = footerOf(probe);
-    footer->setFocus();
-    QCOMPARE(broughtUp([footer] {
-                 QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, u" "_s, true);
-                 QApplication::sendEvent(footer, &repeated);
+    footerOf(probe)->setFocus();
+    const MenuCount menus;
+    QWindow *window = probe.window->windowHandle();
+    const auto pressKey = [window, key](bool repeated) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, repeated);
+        QApplication::sendEvent(window, &event);
+    };
+    QVERIFY(withMenu([&] { pressKey(false); }, [](QMenu *menu) { menu->close(); }));
+    QCOMPARE(menus.shown, 1);
+    QCOMPARE(QApplication::focusWidget(), footerOf(probe));
+    QCOMPARE(broughtUp([&] {
+                 for (int i = 0; i < 3; ++i)
+                     pressKey(true);
              }),
              u"nothing"_s);
+    QCOMPARE(menus.shown, 1);
+    QVERIFY(withMenu([&] { pressKey(false); }, [](QMenu *menu) { menu->close(); })); // the next press counts
+    QCOMPARE(menus.shown, 2);
 }
 
 void TestSideFooter::tabReachesIt()
