@@ -1,5 +1,6 @@
 // Scrolling the history from the keyboard, while the field has it.
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
 #include <QScrollBar>
@@ -12,6 +13,7 @@ class TestScrollKeys : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { makeKeyPair(); } // not while a sign-in is waited for
     void init() { failOnToolkitWarnings(); }
     void pageKeysScrollTheHistoryAndLeaveTheTextAlone();
 };
