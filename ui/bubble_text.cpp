@@ -2,7 +2,9 @@
 #include "ui/bubble_text.h"
 
 #include "ui/style/inline_styles.h"
+#include "ui/text_height.h"
 
+#include <QEvent>
 #include <QTextDocument>
 #include <QTextOption>
 
@@ -38,51 +40,66 @@ bool containsLongWord(const QString &text)
 
 } // namespace
 
+// The text comes after the flags: the other way round it would be laid out for the flags.
 BubbleText::BubbleText(const QString &text, QWidget *parent)
     : QLabel(parent),
       hasLongWord(containsLongWord(text))
 {
     setTextFormat(Qt::PlainText);
-    setText(text);
     setWordWrap(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     setStyleSheet(style::messageText());
+    setText(text);
 }
 
 QSize BubbleText::sizeHint() const
 {
     ensurePolished();
-    const QRect wrapped =
-        fontMetrics().boundingRect(QRect(0, 0, widestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text());
-    // The layout measures in fractions of a pixel: one pixel more keeps the last word on its line.
-    const int width = qMin(wrapped.width() + 1, widestText);
-    return {width, heightForWidth(width)};
+    if (naturalWidth < 0) {
+        const QRect wrapped =
+            fontMetrics().boundingRect(QRect(0, 0, widestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text());
+        // The layout measures in fractions of a pixel: one pixel more keeps the last word on its line.
+        naturalWidth = qMin(wrapped.width() + 1, widestText);
+    }
+    return {naturalWidth, heightForWidth(naturalWidth)};
 }
 
-// A label's own hint is as wide as its widest word.
+// No text needs more room than the narrowest window leaves it: its long words are broken.
 QSize BubbleText::minimumSizeHint() const
 {
-    const QSize hint = QLabel::minimumSizeHint();
-    return hasLongWord ? QSize(fontMetrics().averageCharWidth(), hint.height()) : hint;
+    ensurePolished();
+    return {fontMetrics().averageCharWidth(), fontMetrics().lineSpacing()};
 }
 
 int BubbleText::heightForWidth(int width) const
 {
-    if (hasLongWord)
-        breakLongWords(width);
-    return QLabel::heightForWidth(width);
+    ensurePolished();
+    if (measuredWidth != width) {
+        measuredHeight =
+            textHeight(text(), font(), width,
+                       hasLongWord ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WordWrap);
+        measuredWidth = width;
+    }
+    return measuredHeight;
+}
+
+void BubbleText::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        naturalWidth = measuredWidth = -1;
+    QLabel::changeEvent(event);
 }
 
 void BubbleText::paintEvent(QPaintEvent *event)
 {
     if (hasLongWord)
-        breakLongWords(width());
+        breakLongWords();
     QLabel::paintEvent(event);
 }
 
-void BubbleText::breakLongWords(int width) const
+void BubbleText::breakLongWords()
 {
-    QLabel::heightForWidth(width); // lays the text out if anything changed, and sets its own wrapping
+    QLabel::heightForWidth(width()); // lays the text out if anything changed, and sets its own wrapping
     auto *document = findChild<QTextDocument *>();
     if (!document)
         return;

@@ -8,7 +8,8 @@ namespace tideloft::ui
 
 /// A wrapped, selectable label that is as wide as its text, up to the width of a bubble. A plain label would
 /// fold even a short text into a block of its own liking, and cut off a word that is wider than the bubble:
-/// here such a word goes on in the next line.
+/// here such a word goes on in the next line. It also would lay its text out dozens of times on its way into
+/// a list: here that waits until the label is drawn, and sizes are measured elsewhere, once each.
 class BubbleText : public QLabel
 {
     Q_OBJECT
@@ -21,12 +22,17 @@ public:
     int heightForWidth(int width) const override;
 
 protected:
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void breakLongWords(int width) const;
+    void breakLongWords();
 
     bool hasLongWord = false;
+    // Measured for the present font; negative while unknown.
+    mutable int naturalWidth = -1;
+    mutable int measuredWidth = -1;
+    mutable int measuredHeight = -1;
 };
 
 } // namespace tideloft::ui

@@ -19,31 +19,37 @@ namespace
 class Curtain
 {
 public:
-    explicit Curtain(QWidget *widget) : hidden(isNeeded(widget) ? widget : nullptr)
+    explicit Curtain(QListWidget *filled) : list(isNeeded(filled->viewport()) ? filled : nullptr)
     {
-        if (hidden)
-            hidden->hide();
+        if (!list)
+            return;
+        list->viewport()->hide();
+        // So many rows need the bar: they are measured beside it, not without it first.
+        policy = list->verticalScrollBarPolicy();
+        list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     }
     ~Curtain()
     {
-        if (!hidden)
+        if (!list)
             return;
+        list->setVerticalScrollBarPolicy(policy);
         // Every widget that is shown searches all that is posted if anything is posted for itself.
         for (const QEvent::Type waiting : {QEvent::PolishRequest, QEvent::LayoutRequest})
             QCoreApplication::sendPostedEvents(nullptr, waiting);
-        hidden->show();
+        list->viewport()->show();
     }
     Q_DISABLE_COPY_MOVE(Curtain)
 
 private:
     /// What has the keyboard would lose it, and with it the text that is selected there.
-    static bool isNeeded(const QWidget *widget)
+    static bool isNeeded(const QWidget *viewport)
     {
         const QWidget *focused = QApplication::focusWidget();
-        return widget->isVisible() && !(focused && widget->isAncestorOf(focused));
+        return viewport->isVisible() && !(focused && viewport->isAncestorOf(focused));
     }
 
-    QWidget *hidden;
+    QListWidget *list;
+    Qt::ScrollBarPolicy policy = Qt::ScrollBarAsNeeded;
 };
 
 /// Moves the entries of a list until they stand as planned, and remembers which is where.
@@ -146,7 +152,7 @@ void applyPlan(QListWidget *list, const QList<RowPlace> &places, const std::func
         return;
     std::optional<Curtain> curtain;
     if (places.size() - keptCount > 50)
-        curtain.emplace(list->viewport());
+        curtain.emplace(list);
     EntryMover mover(list, places);
     mover.removeUnused();
     mover.arrange();

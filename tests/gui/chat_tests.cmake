@@ -24,3 +24,6 @@ tideloft_chat_test(tst_send_failures)
 tideloft_test(tst_list_refresh
     SOURCES tst_list_refresh.cpp tst_changing_chat.cpp tst_changing_chat.h tst_list_state.cpp tst_list_state.h
     LIBRARIES tideloft_chat_fixture LABELS gui)
+tideloft_test(tst_chat_refresh SOURCES tst_chat_refresh.cpp tst_popups.cpp tst_popups.h
+    LIBRARIES tideloft_chat_fixture LABELS gui)
+tideloft_chat_test(tst_bubble_text)
