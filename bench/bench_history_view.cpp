@@ -1,0 +1,209 @@
+// What the rows of both lists cost, as ratios measured in one run. Prints a line for each figure:
+//     QT_QPA_PLATFORM=offscreen bench_history_view
+#include "bench/naive_rows.h"
+#include "ui/conversation_list.h"
+#include "ui/history_list.h"
+#include "ui/row_list.h"
+#include "ui/style/style_sheets.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QMainWindow>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <malloc.h>
+#include <time.h>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft;
+
+namespace
+{
+
+constexpr int runs = 5;
+
+/// A window in the client's colours with one list in it, as wide as the client's own.
+class ListWindow
+{
+public:
+    explicit ListWindow(const QString &name)
+    {
+        window.setStyleSheet(ui::darkStyleSheet());
+        list = new QListWidget(&window);
+        list->setObjectName(name);
+        list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        if (name == u"messageList"_s) {
+            list->setWordWrap(true);
+            list->setSelectionMode(QAbstractItemView::NoSelection);
+            ui::keepRowHeights(list);
+        }
+        window.setCentralWidget(list);
+        window.resize(name == u"messageList"_s ? 784 : 260, 540);
+        window.show();
+        QApplication::processEvents();
+    }
+
+    QMainWindow window;
+    QListWidget *list = nullptr;
+};
+
+QList<ui::HistoryRow> history(int count)
+{
+    const QString words = u"The quick brown fox jumps over the lazy dog and does not look back. "_s;
+    QList<ui::DisplayRecord> records;
+    const QDateTime start(QDate(2024, 5, 1), QTime(8, 0));
+    for (int i = 0; i < count; ++i) {
+        const bool isMine = i / 3 % 2;
+        records.append(
+            {.from = isMine ? u"alice"_s : u"bob"_s,
+             .text = QString::number(i) + u' ' + words.repeated(1 + i % 5 / 2).left(12 + i * 37 % 180),
+             .time = start.addSecs(i * 97),
+             .isMine = isMine});
+    }
+    return ui::historyRows(records, start.date(), ui::Language::English);
+}
+
+QList<ui::ConversationRowModel> conversations(int count)
+{
+    QList<ui::ConversationRowModel> rows;
+    for (int i = 0; i < count; ++i)
+        rows.append(
+            {u"peer-%1"_s.arg(i), u"The quick brown fox jumps over the lazy dog %1"_s.arg(i), u"12:00"_s});
+    return rows;
+}
+
+double processorSeconds()
+{
+    timespec used = {};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return double(used.tv_sec) + double(used.tv_nsec) / 1e9;
+}
+
+/// Milliseconds of processor time until WORK is done and drawn: other programs on the machine do not count.
+double milliseconds(const std::function<void()> &work)
+{
+    const double before = processorSeconds();
+    work();
+    QApplication::processEvents();
+    return (processorSeconds() - before) * 1e3;
+}
+
+/// The middle one of several times, each after PREPARE.
+double median(const std::function<void()> &prepare, const std::function<void()> &work)
+{
+    QList<double> times;
+    for (int i = 0; i < runs; ++i) {
+        prepare();
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        times.append(milliseconds(work));
+    }
+    std::sort(times.begin(), times.end());
+    return times.at(runs / 2);
+}
+
+double heapBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks) + double(info.hblkhd);
+}
+
+/// Bytes on the heap that FILL leaves behind in a fresh window.
+double bytesOf(const std::function<void(QListWidget *)> &fill)
+{
+    ListWindow window(u"messageList"_s);
+    const double before = heapBytes();
+    fill(window.list);
+    QApplication::processEvents();
+    return heapBytes() - before;
+}
+
+void print(const char *figure, const char *unit, double ours, double other, double ratio)
+{
+    std::printf("%-58s %10.3f %s %10.3f %s %9.2f\n", figure, ours, unit, other, unit, ratio);
+    std::fflush(stdout);
+}
+
+void measureHistory(int count, bool withNaive)
+{
+    const QList<ui::HistoryRow> rows = history(count);
+    ListWindow window(u"messageList"_s);
+    const auto clear = [&] { window.list->clear(); };
+    const auto show = [&] { ui::showHistory(window.list, rows); };
+    const double opened = median(clear, show);
+    const double unchanged = median([] {}, show);
+    const QList<ui::HistoryRow> shorter = rows.first(rows.size() - 1);
+    const double appended = median([&] { ui::showHistory(window.list, shorter); }, show);
+    const QList<ui::HistoryRow> later = rows.sliced(2);
+    const double inserted = median([&] { ui::showHistory(window.list, later); }, show);
+    window.list->clear();
+    const double naive = withNaive ? median(clear, [&] { bench::showHistoryNaively(window.list, rows); }) : 0;
+    std::printf("history of %d messages\n", count);
+    print("  opening vs one row at a time", "ms", opened, naive, naive / opened);
+    print("  unchanged vs one row at a time", "ms", unchanged, naive, naive / unchanged);
+    print("  one new message at the end vs one row at a time", "ms", appended, naive, naive / appended);
+    print("  one new message in front vs one row at a time", "ms", inserted, naive, naive / inserted);
+}
+
+void measureGrowth()
+{
+    const auto opening = [](int count) {
+        const QList<ui::HistoryRow> rows = history(count);
+        ListWindow window(u"messageList"_s);
+        return median([&] { window.list->clear(); }, [&] { ui::showHistory(window.list, rows); });
+    };
+    const double small = opening(500);
+    const double large = opening(5000);
+    print("opening 5,000 messages vs 500", "ms", large, small, large / small);
+}
+
+void measureConversations(int count)
+{
+    const QList<ui::ConversationRowModel> rows = conversations(count);
+    ListWindow window(u"dmList"_s);
+    const double naive = median([] {}, [&] { bench::showConversationsNaively(window.list, rows); });
+    const double opened =
+        median([&] { window.list->clear(); }, [&] { ui::showConversations(window.list, rows); });
+    const double unchanged = median([] {}, [&] { ui::showConversations(window.list, rows); });
+    std::printf("%d conversations\n", count);
+    print("  opening vs one row at a time", "ms", opened, naive, naive / opened);
+    print("  unchanged vs one row at a time", "ms", unchanged, naive, naive / unchanged);
+}
+
+void measureMemory()
+{
+    const QList<ui::HistoryRow> rows = history(1000);
+    bytesOf([&](QListWidget *list) { ui::showHistory(list, history(50)); }); // fonts and the like, once
+    const double ours = bytesOf([&](QListWidget *list) { ui::showHistory(list, rows); });
+    const double naive = bytesOf([&](QListWidget *list) { bench::showHistoryNaively(list, rows); });
+    print("memory a message, 1,000 messages, vs one row at a time", "kB", ours / 1e6, naive / 1e6,
+          ours / naive);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    const QString only = arguments.value(1);
+    std::printf("%-58s %10s    %10s    %9s\n", "median of 5", "measured", "other", "ratio");
+    for (const int count : {50, 200, 1000, 5000}) {
+        if (only.isEmpty() || only == QString::number(count))
+            measureHistory(count, count <= 1000);
+    }
+    if (only.isEmpty() || only == u"growth"_s)
+        measureGrowth();
+    for (const int count : {20, 200, 1000}) {
+        if (only.isEmpty() || only == u"conversations"_s)
+            measureConversations(count);
+    }
+    if (only.isEmpty() || only == u"memory"_s)
+        measureMemory();
+    return 0;
+}

@@ -1,0 +1,16 @@
+// The straightforward way to fill both lists, kept to measure against: one row at a time, nothing remembered.
+#pragma once
+
+#include "ui/conversation_rows.h"
+#include "ui/history_rows.h"
+
+class QListWidget;
+
+namespace tideloft::bench
+{
+
+/// Clears LIST, then appends entry after entry, each with its row widget, and scrolls to the bottom.
+void showHistoryNaively(QListWidget *list, const QList<ui::HistoryRow> &rows);
+void showConversationsNaively(QListWidget *list, const QList<ui::ConversationRowModel> &rows);
+
+} // namespace tideloft::bench
