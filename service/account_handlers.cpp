@@ -96,10 +96,12 @@ Reply logout(ApiContext &context, const Request &request)
 
 void addAccountRoutes(Router &router, ApiContext &context)
 {
-    router.add("POST", "/api/auth/register",
-               [&context](const Request &request) { return registerAccount(context, request); });
-    router.add("POST", "/api/auth/login",
-               [&context](const Request &request) { return login(context, request); });
+    router.add(
+        "POST", "/api/auth/register",
+        [&context](const Request &request) { return registerAccount(context, request); }, BodySize::Small);
+    router.add(
+        "POST", "/api/auth/login", [&context](const Request &request) { return login(context, request); },
+        BodySize::Small);
     router.add("POST", "/api/auth/logout",
                forSignedIn(context, [&context](const Request &request, const User &) {
                    return logout(context, request);

@@ -27,13 +27,15 @@ Api::Api(Database &database, ApiSettings settings) : context{database, std::move
     addPictureRoutes(router, context);
 }
 
-bool Api::allowsUpload(const Request &head)
+Admission Api::admit(const Request &head)
 {
+    const BodySize wanted = router.bodySize(head);
     try {
-        return router.expectsUpload(head) && sessionUser(context, head);
-    } catch (const StorageError &) {
-        return false; // the request itself will show what is wrong
+        if (const std::optional<User> user = sessionUser(context, head))
+            return {wanted, user->id, false};
+    } catch (const StorageError &) { // the request itself will show what is wrong
     }
+    return {BodySize::Small, 0, wanted != BodySize::Small};
 }
 
 } // namespace tideloft::service

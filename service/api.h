@@ -16,9 +16,9 @@ public:
 
     Reply handle(const Request &request) const { return router.handle(request); }
 
-    /// Whether a request that begins like this may bring a body as large as a picture: only a signed-in
-    /// user's, and only where a picture belongs. Never throws.
-    bool allowsUpload(const Request &head);
+    /// How large a body the request may bring that begins like this: a picture only where one belongs, and
+    /// from somebody who is not signed in no more than signing in takes. Never throws.
+    Admission admit(const Request &head);
 
 private:
     ApiContext context;

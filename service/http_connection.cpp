@@ -1,6 +1,7 @@
-// HTTP/1.1 on one connection. The only file that knows the HTTP library.
+// HTTP/1.1 on one connection.
 #include "service/http_connection.h"
 
+#include "service/http_translation.h"
 #include "service/log_line.h"
 
 #include <boost/asio/redirect_error.hpp>
@@ -10,6 +11,7 @@
 #include <boost/beast/http.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace tideloft::service
 {
@@ -19,7 +21,6 @@ namespace http = boost::beast::http;
 using namespace Qt::StringLiterals;
 using asio::ip::tcp;
 using boost::system::error_code;
-using RequestParser = http::request_parser<http::string_body>;
 
 namespace
 {
@@ -27,96 +28,6 @@ namespace
 auto into(error_code &error)
 {
     return asio::redirect_error(asio::use_awaitable, error);
-}
-
-QByteArray toBytes(boost::beast::string_view text)
-{
-    return {text.data(), static_cast<qsizetype>(text.size())};
-}
-
-// Browsers alone send an Origin (RFC 6454, section 7.3), and pages cannot change it.
-bool isForeignPage(const RequestParser &parser, bool secure)
-{
-    const auto &header = parser.get();
-    const auto origins = header.count(http::field::origin);
-    if (origins == 0)
-        return false;
-    const std::string own = (secure ? "https://" : "http://") + std::string(header[http::field::host]);
-    return origins > 1 || !boost::beast::iequals(header[http::field::origin], own);
-}
-
-Request toRequest(const RequestParser &parser, bool secure)
-{
-    const auto &message = parser.get();
-    Request request;
-    request.method = toBytes(message.method_string());
-    request.target = toBytes(message.target());
-    request.contentType = toBytes(message[http::field::content_type]);
-    request.cookie = toBytes(message[http::field::cookie]);
-    request.fromForeignPage = isForeignPage(parser, secure);
-    request.body = QByteArray::fromStdString(message.body());
-    return request;
-}
-
-Response badRequest()
-{
-    return errorResponse(400, u"This is not a valid HTTP request."_s);
-}
-
-Response parseFailure(const error_code &error, bool tookTooLong)
-{
-    if (tookTooLong)
-        return errorResponse(408, u"The request took too long to arrive."_s);
-    if (error == http::error::header_limit)
-        return errorResponse(431, u"The header of the request is too large."_s);
-    if (error == http::error::body_limit)
-        return errorResponse(413, u"The request is too large."_s);
-    return badRequest();
-}
-
-bool isLost(const error_code &error)
-{
-    return error == http::error::end_of_stream || error.category() != http::make_error_code({}).category();
-}
-
-// What the library lets through although this service cannot serve it.
-std::optional<Response> headerFailure(const RequestParser &parser)
-{
-    const auto &header = parser.get();
-    const bool knownVersion = header.version() == 11 || header.version() == 10;
-    const auto hosts = header.count(http::field::host);
-    if (!knownVersion || hosts > 1 || (hosts == 0 && header.version() == 11)
-        || !header.target().starts_with('/'))
-        return badRequest();
-    if (header.count(http::field::transfer_encoding) > 0 && !parser.chunked())
-        return errorResponse(501, u"This transfer encoding is not supported."_s);
-    if (header.count(http::field::expect) > 0
-        && !boost::beast::iequals(header[http::field::expect], "100-continue"))
-        return errorResponse(417, u"This expectation cannot be met."_s);
-    return std::nullopt;
-}
-
-// The library compares a declared length with the limit that holds while the header is read, and never again.
-error_code limitBody(RequestParser &parser, std::uint64_t limit)
-{
-    parser.body_limit(limit);
-    const auto length = parser.content_length();
-    return length && *length > limit ? http::make_error_code(http::error::body_limit) : error_code();
-}
-
-http::response<http::string_body> toMessage(const Response &response, unsigned version, bool keepAlive)
-{
-    http::response<http::string_body> message(static_cast<http::status>(response.status), version);
-    message.set(http::field::content_type, response.contentType.toStdString());
-    message.set("X-Content-Type-Options", "nosniff");
-    for (const auto &[name, value] : response.headers)
-        message.insert(name.toStdString(), value.toStdString());
-    if (message.count(http::field::cache_control) == 0)
-        message.set(http::field::cache_control, "no-store");
-    message.body() = response.body.toStdString();
-    message.keep_alive(keepAlive);
-    message.prepare_payload();
-    return message;
 }
 
 } // namespace
@@ -198,21 +109,66 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
 {
     RequestParser parser;
     parser.header_limit(context.limits.headerBytes);
-    parser.body_limit(std::max(context.limits.bodyBytes, context.limits.uploadBytes));
+    parser.body_limit(largestBody(context.limits)); // until it is known who sends it
+    admission.reset();
     // g++ 12 frees temporaries twice when co_await stands inside a larger expression, so each stands alone.
     std::optional<Response> response = co_await readRequest(stream, buffer, parser);
     if (lost)
         co_return false;
     const bool refused = response.has_value();
     answering = true;
+    QByteArray body = takeBody(parser);
     if (!refused) {
-        Request request = toRequest(parser, isSecure());
+        Request request = headOf(parser, isSecure());
+        request.body = std::move(body);
         response = co_await context.answer(std::move(request));
+    }
+    body.clear();
+    transfer = {}; // nothing of the request is left
+    if (!setAside(parser, static_cast<std::uint64_t>(response->body.size()))) {
+        const QByteArray route = std::move(response->route);
+        response = busyResponse();
+        response->route = route;
     }
     context.log(logLine(toBytes(parser.get().method_string()), *response));
     const bool keepAlive = !refused && parser.keep_alive() && !context.stopping;
     const bool written = co_await write(stream, parser, *response, keepAlive);
+    transfer = {};
     co_return written &&keepAlive;
+}
+
+// Finding the account takes a look into the database, so it is asked for only where it matters.
+template <typename Parser> const Admission &Connection::admissionOf(const Parser &parser)
+{
+    if (!admission)
+        admission = context.admit(headOf(parser, isSecure()));
+    return *admission;
+}
+
+// False when there is no memory left for this much.
+template <typename Parser> bool Connection::setAside(const Parser &parser, std::uint64_t size)
+{
+    if (size <= context.limits.untrackedBytes)
+        return true;
+    transfer = context.transfers.take(admissionOf(parser).account, size);
+    return bool(transfer);
+}
+
+// The library compares a declared length with the limit that holds while the header is read, and never again.
+template <typename Parser> std::optional<Response> Connection::admitBody(Parser &parser)
+{
+    const auto &limits = context.limits;
+    const std::uint64_t size = expectedSize(parser, largestBody(limits));
+    if (size <= std::min(smallestLimit(limits), limits.untrackedBytes))
+        return std::nullopt;
+    const Admission &admitted = admissionOf(parser);
+    const std::uint64_t limit = bodyLimit(admitted.bodySize, limits);
+    parser.body_limit(limit);
+    if (!parser.chunked() && size > limit)
+        return admitted.signInAllowsMore ? errorResponse(401, u"Please sign in first."_s) : tooLarge();
+    if (!setAside(parser, std::min(size, limit)))
+        return busyResponse();
+    return std::nullopt;
 }
 
 template <typename Stream, typename Buffer, typename Parser>
@@ -226,8 +182,8 @@ asio::awaitable<std::optional<Response>> Connection::readRequest(Stream &stream,
     if (!error) {
         if (std::optional<Response> failure = headerFailure(parser))
             co_return failure;
-        const bool upload = context.allowsUpload(toRequest(parser, isSecure()));
-        error = limitBody(parser, upload ? context.limits.uploadBytes : context.limits.bodyBytes);
+        if (std::optional<Response> failure = admitBody(parser))
+            co_return failure;
     }
     if (!error) {
         watchdog->allow(context.limits.bodyTime);
@@ -257,7 +213,7 @@ asio::awaitable<bool> Connection::write(Stream &stream, const Parser &parser, co
 {
     auto message = toMessage(response, parser.get().version() == 10 ? 10 : 11, keepAlive);
     if (parser.get().method() == http::verb::head)
-        message.body().clear(); // the length stays, the body must not follow
+        message.body() = {}; // the length stays, the body must not follow
     error_code error;
     watchdog->allow(context.limits.bodyTime);
     co_await http::async_write(stream, message, into(error));

@@ -1,6 +1,7 @@
 // One connection of a client: its requests, one after the other.
 #pragma once
 
+#include "service/byte_budget.h"
 #include "service/http_server.h"
 #include "service/watchdog.h"
 
@@ -18,9 +19,16 @@ namespace tideloft::service
 
 /// What a connection needs of the server; outlives every connection.
 struct ConnectionContext {
-    ServerLimits limits;
+    explicit ConnectionContext(const ServerLimits &wanted)
+        : limits(wanted),
+          transfers(wanted.transferBytes, wanted.accountTransferBytes)
+    {
+    }
+
+    const ServerLimits limits;
+    ByteBudget transfers;
     std::function<void(const QByteArray &line)> log;
-    std::function<bool(const Request &head)> allowsUpload;
+    std::function<Admission(const Request &head)> admit;
     std::function<boost::asio::awaitable<Response>(Request)> answer;
     bool stopping = false;
 };
@@ -52,6 +60,9 @@ private:
     template <typename Stream, typename Buffer, typename Parser>
     boost::asio::awaitable<std::optional<Response>> readRequest(Stream &stream, Buffer &buffer,
                                                                 Parser &parser);
+    template <typename Parser> std::optional<Response> admitBody(Parser &parser);
+    template <typename Parser> const Admission &admissionOf(const Parser &parser);
+    template <typename Parser> bool setAside(const Parser &parser, std::uint64_t size);
     template <typename Stream, typename Parser>
     boost::asio::awaitable<void> invite(Stream &stream, const Parser &parser);
     template <typename Stream, typename Parser>
@@ -64,6 +75,8 @@ private:
     ConnectionContext &context;
     std::variant<PlainStream, TlsStream> transport;
     std::shared_ptr<Watchdog> watchdog;
+    std::optional<Admission> admission; ///< of the current request, once it was needed
+    ByteBudget::Share transfer;         ///< what its body, and then its reply, has of the memory
     bool answering = false;
     bool lost = false; ///< nobody is there any more to be told anything
 };

@@ -26,6 +26,13 @@ Response errorResponse(int status, const QString &message)
     return jsonResponse(QJsonObject{{QStringLiteral("message"), message}}, status);
 }
 
+Response busyResponse()
+{
+    Response response = errorResponse(503, QStringLiteral("The service is busy. Please try again."));
+    response.headers.emplaceBack("Retry-After", "1");
+    return response;
+}
+
 QString queryValue(const Request &request, QByteArrayView name)
 {
     const qsizetype mark = request.target.indexOf('?');

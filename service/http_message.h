@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <utility>
@@ -26,6 +27,16 @@ struct Request {
     QByteArray body;
     QStringList parameters;       ///< what stood in the pattern's placeholders, decoded; filled by the router
     bool fromForeignPage = false; ///< a browser sent it for a page that this service did not give out
+};
+
+/// How large the body of a request may be: as sign-in needs it, as messages do, or as a picture does.
+enum class BodySize { Small, Usual, Upload };
+
+/// What the head of a request tells about its body.
+struct Admission {
+    BodySize bodySize = BodySize::Usual;
+    std::int64_t account = 0;      ///< whose share of the memory it takes; 0 for everybody who is nobody
+    bool signInAllowsMore = false; ///< a body that is too large would not be, from somebody who is signed in
 };
 
 /// One reply. Content-Length, Connection and the security headers are the server's business.
@@ -66,6 +77,9 @@ Response jsonResponse(const QJsonArray &array);
 
 /// A JSON object with the single member `message`.
 Response errorResponse(int status, const QString &message);
+
+/// A 503 that asks the client to come back in a second.
+Response busyResponse();
 
 /// The decoded value of a query item in form encoding ("+" is a blank); empty when it is missing.
 QString queryValue(const Request &request, QByteArrayView name);

@@ -68,8 +68,8 @@ private:
     void stopNow();
 
     const Handler handler;
+    ConnectionContext context; // before io: the connections that end with io give their bytes back to it
     asio::io_context io{1};
-    ConnectionContext context;
     std::optional<asio::ssl::context> tls;
     tcp::acceptor acceptor;
     asio::signal_set stopSignals;
@@ -80,14 +80,14 @@ private:
 
 HttpServer::Implementation::Implementation(const ServerSettings &settings, Handler answering)
     : handler(std::move(answering)),
+      context(settings.limits),
       acceptor(io),
       stopSignals(io),
       pause(io),
       workers(workerThreads, settings.limits.waitingJobs)
 {
-    context.limits = settings.limits;
     context.log = settings.log;
-    context.allowsUpload = settings.allowsUpload;
+    context.admit = settings.admit;
     context.answer = [this](Request request) { return answer(std::move(request)); };
     if (!settings.certificateFile.isEmpty())
         tls.emplace(tlsContext(settings));
@@ -151,9 +151,8 @@ asio::awaitable<Response> HttpServer::Implementation::workOff(Deferred deferred)
         });
     });
     if (!accepted) {
-        Response busy = errorResponse(503, u"The service is busy. Please try again."_s);
+        Response busy = busyResponse();
         busy.route = deferred.route;
-        busy.headers.emplaceBack("Retry-After", "1");
         co_return busy;
     }
     error_code cancelled;

@@ -16,8 +16,12 @@ namespace tideloft::service
 
 struct ServerLimits {
     std::uint32_t headerBytes = 16 * 1024;
+    std::uint64_t smallBodyBytes = 16ULL * 1024; ///< these three where ServerSettings::admit says so
     std::uint64_t bodyBytes = 1024ULL * 1024;
-    std::uint64_t uploadBytes = (5ULL * 1024 + 64) * 1024; ///< where ServerSettings::allowsUpload says so
+    std::uint64_t uploadBytes = (5ULL * 1024 + 64) * 1024;
+    std::uint64_t untrackedBytes = 64ULL * 1024;            ///< bodies and replies up to this always go on
+    std::uint64_t transferBytes = 64ULL * 1024 * 1024;      ///< of all larger ones at a time; others get 503
+    std::uint64_t accountTransferBytes = transferBytes / 2; ///< of those of one account
     std::size_t connections = 1000;
     std::size_t waitingJobs = 64; ///< deferred answers that may wait for a thread; further ones get 503
     std::chrono::milliseconds headerTime{10'000};
@@ -32,8 +36,8 @@ struct ServerSettings {
     QString certificateFile;                       ///< PEM, the chain; empty = plain HTTP
     QString keyFile;                               ///< PEM
     ServerLimits limits;
-    /// Asked with everything but the body, before the body is read. Must not throw.
-    std::function<bool(const Request &head)> allowsUpload = [](const Request &) { return false; };
+    /// Asked with everything but the body, before a large body is read or a large reply sent. Must not throw.
+    std::function<Admission(const Request &head)> admit = [](const Request &) { return Admission(); };
     std::function<void(const QByteArray &line)> log = [](const QByteArray &) {};
 };
 

@@ -54,7 +54,7 @@ void serve(const Options &options)
     apiSettings.secureCookies = !options.certificateFile.isEmpty();
     Api api(database, apiSettings);
     ServerSettings settings = serverSettings(options);
-    settings.allowsUpload = [&api](const Request &head) { return api.allowsUpload(head); };
+    settings.admit = [&api](const Request &head) { return api.admit(head); };
     HttpServer server(settings, [&api](const Request &request) { return api.handle(request); });
     server.stopOnSignals();
     print(stdout, u"listening on %1\n"_s.arg(origin(options, server.port())));

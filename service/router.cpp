@@ -88,13 +88,13 @@ void Router::add(const QByteArray &method, const QByteArray &pattern, Handler ha
     routes.append({method, pattern, segmentsOf(pattern), std::move(handler), bodySize});
 }
 
-bool Router::expectsUpload(const Request &head) const
+BodySize Router::bodySize(const Request &head) const
 {
     const QList<QByteArray> path = segmentsOf(head.target);
-    return std::any_of(routes.begin(), routes.end(), [&](const Route &route) {
-        return route.bodySize == BodySize::Upload && route.method == head.method
-               && match(route.segments, path);
+    const auto route = std::find_if(routes.begin(), routes.end(), [&](const Route &candidate) {
+        return candidate.method == head.method && match(candidate.segments, path);
     });
+    return route == routes.end() ? BodySize::Usual : route->bodySize;
 }
 
 Reply Router::handle(Request request) const

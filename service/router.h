@@ -8,9 +8,6 @@
 namespace tideloft::service
 {
 
-/// What a handler expects to be sent: a few fields, or a picture.
-enum class BodySize { Usual, Upload };
-
 class Router
 {
 public:
@@ -18,8 +15,8 @@ public:
     void add(const QByteArray &method, const QByteArray &pattern, Handler handler,
              BodySize bodySize = BodySize::Usual);
 
-    /// True when the handler of this request expects a picture. Looks at method and target only.
-    bool expectsUpload(const Request &head) const;
+    /// What the handler of this request expects to be sent. Looks at method and target only.
+    BodySize bodySize(const Request &head) const;
 
     /// Never throws, neither now nor later: an unknown path is 404, a wrong method 405, a refusal what it
     /// says, everything else 500. Deferred work is guarded in the same way.

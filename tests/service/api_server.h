@@ -66,7 +66,7 @@ private:
         service::Api api(database, {{16, 8, 1}, false});
         service::ServerSettings settings;
         settings.port = 0;
-        settings.allowsUpload = [&api](const service::Request &head) { return api.allowsUpload(head); };
+        settings.admit = [&api](const service::Request &head) { return api.admit(head); };
         server = std::make_unique<service::HttpServer>(
             settings, [&api](const service::Request &request) { return api.handle(request); });
         ready.release();

@@ -13,12 +13,12 @@ namespace tideloft::tests
 class ServerFixture
 {
 public:
-    using UploadRule = std::function<bool(const service::Request &head)>;
+    using AdmissionRule = std::function<service::Admission(const service::Request &head)>;
 
     explicit ServerFixture(
         service::Handler handler, const service::ServerLimits &limits = {},
-        const UploadRule &allowsUpload = [](const auto &) { return false; })
-        : server(settings(limits, allowsUpload), std::move(handler)),
+        const AdmissionRule &admit = [](const auto &) { return service::Admission(); })
+        : server(settings(limits, admit), std::move(handler)),
           thread([this] { server.run(); })
     {
     }
@@ -41,12 +41,12 @@ public:
     }
 
 private:
-    service::ServerSettings settings(const service::ServerLimits &limits, const UploadRule &allowsUpload)
+    service::ServerSettings settings(const service::ServerLimits &limits, const AdmissionRule &admit)
     {
         service::ServerSettings wanted;
         wanted.port = 0;
         wanted.limits = limits;
-        wanted.allowsUpload = allowsUpload;
+        wanted.admit = admit;
         wanted.log = [this](const QByteArray &line) {
             const QMutexLocker lock(&mutex);
             lines << line;

@@ -150,7 +150,9 @@ void TestHttpServer::uploadsAreAllowedByTheHeadAlone()
     limits.bodyBytes = 10;
     limits.uploadBytes = 20;
     ServerFixture server(&echo, limits, [](const Request &head) {
-        return head.target == "/x" && head.method == "POST" && head.cookie == "a=1" && head.body.isEmpty();
+        const bool upload =
+            head.target == "/x" && head.method == "POST" && head.cookie == "a=1" && head.body.isEmpty();
+        return Admission{upload ? BodySize::Upload : BodySize::Usual};
     });
     const auto status = [&server](qsizetype size, const QByteArray &cookie) {
         HttpClient client(server.port());
@@ -168,7 +170,9 @@ void TestHttpServer::uploadLimitMayBeTheSmallerOne()
     ServerLimits limits;
     limits.bodyBytes = 20;
     limits.uploadBytes = 10;
-    ServerFixture server(&echo, limits, [](const Request &head) { return head.target == "/upload"; });
+    ServerFixture server(&echo, limits, [](const Request &head) {
+        return Admission{head.target == "/upload" ? BodySize::Upload : BodySize::Usual};
+    });
     HttpClient client(server.port());
     QCOMPARE(statusOf(client.exchange(post(QByteArray(20, 'x')))), 200);
     QCOMPARE(statusOf(client.exchange(post(QByteArray(11, 'x')).replace("/x", "/upload"))), 413);

@@ -12,14 +12,22 @@ class TestUploadLimits : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void bodies_data();
     void bodies();
+    void strangersBodyIsNotReadOn();
     void endlessUploadIsCutOff();
     void hugeUploadNeedsNoMemory();
+    void slowReadersNeedLittleMemory();
+    void unfinishedUploadsNeedLittleMemory();
 
 private:
+    static constexpr qsizetype small = 16 * 1024;
     static constexpr qsizetype usual = 1024 * 1024;
     static constexpr qsizetype upload = (5 * 1024 + 64) * 1024;
+
+    static constexpr qsizetype picture = 5 * 1024 * 1024;
+    static constexpr qint64 most = 56 * 1024 * 1024; // the share of one account, and the work on one picture
 
     // A form of exactly this size: what is missing stands in front of it, where nobody reads it.
     static QByteArray formOf(const QByteArray &field, qsizetype size)
@@ -28,12 +36,25 @@ private:
         return QByteArray(size - whole.size(), 'x') + whole;
     }
 
+    static QByteArray uploadHead(const QByteArray &cookie, qsizetype size)
+    {
+        return "POST /api/profile/avatar/upload HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
+               + "\r\nContent-Length: " + QByteArray::number(size) + "\r\n";
+    }
+
     static QByteArray signUp(quint16 port);
     static qint64 peakMemory(qint64 process);
 
     const ApiServer server;
     const QByteArray alice = server.signUp(u"alice"_s);
 };
+
+// What the address sanitizer keeps back of freed memory would count as the service's.
+void TestUploadLimits::initTestCase()
+{
+    qputenv("ASAN_OPTIONS",
+            qgetenv("ASAN_OPTIONS") + ":quarantine_size_mb=0:thread_local_quarantine_size_kb=0");
+}
 
 void TestUploadLimits::bodies_data()
 {
@@ -51,9 +72,15 @@ void TestUploadLimits::bodies_data()
     row("picture, one byte more", "POST", avatar, upload + 1, true, 413);
     row("icon of no group", "POST", "/api/groups/none/icon", upload, true, 404);
     row("icon, one byte more", "POST", "/api/groups/none/icon", upload + 1, true, 413);
-    row("picture of a stranger", "POST", avatar, usual, false, 401);
-    row("picture of a stranger, one byte more", "POST", avatar, usual + 1, false, 413);
-    row("icon of a stranger, one byte more", "POST", "/api/groups/none/icon", usual + 1, false, 413);
+    row("picture of a stranger", "POST", avatar, small, false, 401);
+    row("picture of a stranger, one byte more", "POST", avatar, small + 1, false, 401);
+    row("large picture of a stranger", "POST", avatar, upload, false, 401);
+    row("icon of a stranger, one byte more", "POST", "/api/groups/none/icon", small + 1, false, 401);
+    row("message of a stranger", "POST", "/api/chat/send", usual, false, 401);
+    row("registration", "POST", "/api/auth/register", small, false, 415);
+    row("registration, one byte more", "POST", "/api/auth/register", small + 1, false, 413);
+    row("sign-in, one byte more", "POST", "/api/auth/login", small + 1, false, 413);
+    row("sign-in of who is signed in, one byte more", "POST", "/api/auth/login", small + 1, true, 413);
     row("new group", "POST", "/api/groups", usual, true, 415);
     row("new group, one byte more", "POST", "/api/groups", usual + 1, true, 413);
     row("profile, one byte more", "POST", "/api/profile/update", usual + 1, true, 413);
@@ -72,6 +99,20 @@ void TestUploadLimits::bodies()
     const HttpReply reply = server.call(method, target, signedIn ? alice : QByteArray(), body, formType);
     QTEST(reply.status, "status");
     QCOMPARE(reply.message().isEmpty(), reply.status == 200);
+}
+
+// The answer does not wait for the body, so nothing of it has to be kept.
+void TestUploadLimits::strangersBodyIsNotReadOn()
+{
+    for (const QByteArray &target : {QByteArray("/api/auth/login"), QByteArray("/api/chat/send")}) {
+        HttpClient client(server.port());
+        const QByteArray reply =
+            client.exchange("POST " + target + " HTTP/1.1\r\nHost: h\r\nContent-Length: 1000000\r\n\r\nx");
+        QCOMPARE(statusOf(reply), target.endsWith("login") ? 413 : 401);
+    }
+    HttpClient client(server.port());
+    client.send("POST /api/auth/login HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n4001\r\n");
+    QCOMPARE(statusOf(client.exchange(QByteArray(0x4001, 'x'))), 413);
 }
 
 void TestUploadLimits::endlessUploadIsCutOff()
@@ -124,6 +165,58 @@ void TestUploadLimits::hugeUploadNeedsNoMemory()
     QCOMPARE(statusOf(client.readReply()), 413);
     const qint64 grown = peakMemory(daemon.processId()) - before;
     QVERIFY2(grown < 8 * 1024 * 1024, QByteArray::number(grown).constData());
+}
+
+// Forty connections of one account ask for a picture and do not read it.
+void TestUploadLimits::slowReadersNeedLittleMemory()
+{
+    Daemon daemon;
+    QVERIFY(daemon.startPlain());
+    const QByteArray cookie = signUp(daemon.port());
+    const QByteArray body = form(filePart("avatar", png(picture)));
+    HttpClient uploader(daemon.port());
+    const HttpReply uploaded = parsedReply(
+        uploader.exchange(uploadHead(cookie, body.size()) + "Content-Type: " + formType + "\r\n\r\n" + body));
+    QCOMPARE(uploaded.status, 200);
+    const qint64 before = peakMemory(daemon.processId());
+    QMap<int, int> replies;
+    std::vector<std::unique_ptr<HttpClient>> clients;
+    for (int i = 0; i < 40; ++i) {
+        clients.push_back(std::make_unique<HttpClient>(daemon.port()));
+        clients.back()->socket.setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, 4096);
+        clients.back()->socket.setReadBufferSize(100);
+        clients.back()->send("GET " + uploaded.text(u"avatarUrl"_s).toLatin1()
+                             + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie + "\r\n\r\n");
+        ++replies[statusOf(clients.back()->readUntil("\r\n"))];
+    }
+    QCOMPARE(replies.keys(), (QList{200, 503}));
+    const qint64 grown = peakMemory(daemon.processId()) - before;
+    QVERIFY2(grown < most, QByteArray::number(grown).constData());
+}
+
+// Forty forms of one account, of which the last byte does not come.
+void TestUploadLimits::unfinishedUploadsNeedLittleMemory()
+{
+    Daemon daemon;
+    QVERIFY(daemon.startPlain());
+    const QByteArray cookie = signUp(daemon.port());
+    const qint64 before = peakMemory(daemon.processId());
+    QMap<int, int> replies;
+    std::vector<std::unique_ptr<HttpClient>> clients;
+    for (int i = 0; i < 40; ++i) {
+        clients.push_back(std::make_unique<HttpClient>(daemon.port()));
+        HttpClient &client = *clients.back();
+        const int status =
+            statusOf(client.exchange(uploadHead(cookie, picture) + "Expect: 100-continue\r\n\r\n"));
+        ++replies[status];
+        if (status == 100)
+            client.send(QByteArray(picture - 1, 'x'));
+        while (status == 100 && client.socket.bytesToWrite() > 0)
+            QVERIFY(client.socket.waitForBytesWritten());
+    }
+    QCOMPARE(replies, (QMap<int, int>{{100, 6}, {503, 34}}));
+    const qint64 grown = peakMemory(daemon.processId()) - before;
+    QVERIFY2(grown < most, QByteArray::number(grown).constData());
 }
 
 TIDELOFT_TEST_MAIN(TestUploadLimits)

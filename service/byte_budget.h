@@ -1,0 +1,94 @@
+// A bound on the bytes that all transfers together may hold in memory, and on those of each account.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <utility>
+
+namespace tideloft::service
+{
+
+class ByteBudget
+{
+public:
+    /// Bytes that were set aside; they are given back when it goes. The budget must outlive it.
+    class Share
+    {
+    public:
+        Share() = default;
+        Share(Share &&other) noexcept
+            : budget(std::exchange(other.budget, nullptr)),
+              account(other.account),
+              bytes(other.bytes)
+        {
+        }
+        Share &operator=(Share &&other) noexcept
+        {
+            Share old(std::move(*this));
+            budget = std::exchange(other.budget, nullptr);
+            account = other.account;
+            bytes = other.bytes;
+            return *this;
+        }
+        ~Share()
+        {
+            if (budget)
+                budget->giveBack(account, bytes);
+        }
+
+        explicit operator bool() const { return budget != nullptr; }
+
+    private:
+        friend class ByteBudget;
+        Share(ByteBudget &from, std::int64_t owner, std::uint64_t size)
+            : budget(&from),
+              account(owner),
+              bytes(size)
+        {
+        }
+
+        ByteBudget *budget = nullptr;
+        std::int64_t account = 0;
+        std::uint64_t bytes = 0;
+    };
+
+    ByteBudget(std::uint64_t all, std::uint64_t ofOneAccount)
+        : left(all),
+          mostOfOne(std::min(all, ofOneAccount))
+    {
+    }
+    ByteBudget(const ByteBudget &) = delete;
+    ByteBudget &operator=(const ByteBudget &) = delete;
+
+    /// An empty share when the account or all accounts together would have too much. What is larger than all
+    /// that one account may have counts as that much: it goes through, but nothing else of the account beside
+    /// it.
+    Share take(std::int64_t account, std::uint64_t size)
+    {
+        const std::uint64_t bytes = std::min(size, mostOfOne);
+        const auto taken = takenBy.find(account);
+        const std::uint64_t before = taken == takenBy.end() ? 0 : taken->second;
+        if (bytes > left || bytes > mostOfOne - before)
+            return {};
+        left -= bytes;
+        takenBy[account] = before + bytes;
+        return {*this, account, bytes};
+    }
+
+private:
+    void giveBack(std::int64_t account, std::uint64_t bytes)
+    {
+        left += bytes;
+        const auto taken = takenBy.find(account);
+        taken->second -= bytes;
+        if (taken->second == 0)
+            takenBy.erase(taken);
+    }
+
+    std::uint64_t left;
+    const std::uint64_t mostOfOne;
+    std::map<std::int64_t, std::uint64_t> takenBy;
+};
+
+} // namespace tideloft::service

@@ -1,0 +1,179 @@
+// What large bodies and replies may hold in memory together, and that every end of one gives it back.
+#include "tests/service/http_reply.h"
+#include "tests/service/server_fixture.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+using namespace tideloft::tests;
+
+class TestTransferLimits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void unfinishedBodiesShareTheBudget();
+    void everyEndOfABodyGivesItBack_data();
+    void everyEndOfABodyGivesItBack();
+    void unreadRepliesShareTheBudget();
+    void readerWhoGoesGivesItBack();
+    void largestReplyGoesAlone();
+
+private:
+    static constexpr int large = 32 * 1024 * 1024; // more than the system buffers for a connection
+
+    static ServerLimits limits(std::uint64_t all, std::uint64_t ofOneAccount)
+    {
+        ServerLimits wanted;
+        wanted.untrackedBytes = 100;
+        wanted.transferBytes = all;
+        wanted.accountTransferBytes = ofOneAccount;
+        wanted.bodyBytes = 1000;
+        return wanted;
+    }
+
+    static Admission admit(const Request &head) { return {BodySize::Usual, head.cookie.toLongLong(), false}; }
+
+    static Reply handle(const Request &request)
+    {
+        if (request.method == "PUT")
+            throw std::runtime_error("broken");
+        Response response;
+        response.body = QByteArray(request.target == "/large" ? large : 3, 'r');
+        return response;
+    }
+
+    // The service answers this once it has set memory aside for the body.
+    static QByteArray beginning(int account, const QByteArray &length, const QByteArray &method = "POST")
+    {
+        return method + " / HTTP/1.1\r\nHost: h\r\nCookie: " + QByteArray::number(account)
+               + "\r\nExpect: 100-continue\r\n" + length + "\r\n\r\n";
+    }
+
+    static int announce(HttpClient &client, int account, int size)
+    {
+        return statusOf(client.exchange(beginning(account, "Content-Length: " + QByteArray::number(size))));
+    }
+
+    static QByteArray get(const QByteArray &target, int account = 1)
+    {
+        return "GET " + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + QByteArray::number(account)
+               + "\r\n\r\n";
+    }
+
+    static void readNoFurtherThanTheHead(HttpClient &client)
+    {
+        client.socket.setReadBufferSize(1000);
+        client.readUntil("\r\n\r\n");
+    }
+};
+
+void TestTransferLimits::unfinishedBodiesShareTheBudget()
+{
+    ServerFixture server(&handle, limits(1000, 600), &admit);
+    HttpClient first(server.port());
+    QCOMPARE(announce(first, 1, 500), 100);
+    HttpClient sameAccount(server.port());
+    const HttpReply refused = parsedReply(sameAccount.exchange(beginning(1, "Content-Length: 101")));
+    QCOMPARE(refused.status, 503);
+    QCOMPARE(refused.headers.value("retry-after"), QByteArray("1"));
+    QVERIFY(!refused.message().isEmpty());
+    HttpClient second(server.port());
+    QCOMPARE(announce(second, 2, 500), 100);
+    HttpClient third(server.port());
+    QCOMPARE(announce(third, 3, 101), 503);
+    HttpClient small(server.port());
+    QCOMPARE(announce(small, 1, 100), 100);
+    QCOMPARE(statusOf(small.exchange(QByteArray(100, 'x'))), 200);
+    QCOMPARE(statusOf(small.exchange(get("/"))), 200);
+    QCOMPARE(statusOf(first.exchange(QByteArray(500, 'x'))), 200);
+    HttpClient next(server.port());
+    QCOMPARE(announce(next, 3, 500), 100);
+}
+
+void TestTransferLimits::everyEndOfABodyGivesItBack_data()
+{
+    QTest::addColumn<QByteArray>("head");
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("status");
+    const QByteArray length = "Content-Length: 1000";
+    const QByteArray chunked = "Transfer-Encoding: chunked";
+    const QByteArray whole(1000, 'x');
+    QTest::newRow("whole") << beginning(1, length) << whole << 200;
+    QTest::newRow("whole, length not announced")
+        << beginning(1, chunked) << "3e8\r\n" + whole + "\r\n0\r\n\r\n"
+        << 200;
+    QTest::newRow("too long") << beginning(1, chunked) << "3e9\r\n" + whole + "x\r\n0\r\n\r\n" << 413;
+    QTest::newRow("broken") << beginning(1, chunked) << QByteArray("zz\r\n") << 400;
+    QTest::newRow("too slow") << beginning(1, length) << whole.chopped(1) << 408;
+    QTest::newRow("handler fails") << beginning(1, length, "PUT") << whole << 0;
+    QTest::newRow("client goes") << beginning(1, length) << QByteArray() << 0;
+}
+
+void TestTransferLimits::everyEndOfABodyGivesItBack()
+{
+    QFETCH(QByteArray, head);
+    QFETCH(QByteArray, body);
+    QFETCH(int, status);
+    ServerLimits wanted = limits(1000, 1000);
+    if (status == 408)
+        wanted.bodyTime = std::chrono::milliseconds(100);
+    ServerFixture server(&handle, wanted, &admit);
+    HttpClient client(server.port());
+    QCOMPARE(statusOf(client.exchange(head)), 100);
+    if (body.isEmpty())
+        client.socket.abort();
+    else
+        QCOMPARE(statusOf(client.exchange(body)), status);
+    const auto next = [&server] {
+        HttpClient other(server.port());
+        return announce(other, 2, 1000);
+    };
+    if (status != 0)
+        QCOMPARE(next(), 100);
+    else
+        QTRY_COMPARE(next(), 100); // the service notices that the connection has ended, but tells nobody
+}
+
+void TestTransferLimits::unreadRepliesShareTheBudget()
+{
+    ServerFixture server(&handle, limits(large, large), &admit);
+    HttpClient slow(server.port());
+    slow.send(get("/large"));
+    readNoFurtherThanTheHead(slow);
+    HttpClient other(server.port());
+    const HttpReply refused = parsedReply(other.exchange(get("/large", 2)));
+    QCOMPARE(refused.status, 503);
+    QCOMPARE(refused.headers.value("retry-after"), QByteArray("1"));
+    QCOMPARE(statusOf(other.exchange(get("/", 2))), 200); // on the same connection
+    QCOMPARE(server.log(), (QList<QByteArray>{"GET - 200", "GET - 503", "GET - 200"}));
+    slow.socket.setReadBufferSize(0);
+    QCOMPARE(parsedReply(slow.readReply()).body.size(), large);
+    QCOMPARE(statusOf(slow.exchange(get("/large"))), 200);
+}
+
+void TestTransferLimits::readerWhoGoesGivesItBack()
+{
+    ServerFixture server(&handle, limits(large, large), &admit);
+    {
+        HttpClient slow(server.port());
+        slow.send(get("/large"));
+        readNoFurtherThanTheHead(slow);
+    }
+    const auto next = [&server] {
+        HttpClient other(server.port());
+        return statusOf(other.exchange(get("/large", 2)));
+    };
+    QTRY_COMPARE(next(), 200);
+}
+
+// A long conversation must not become unreadable because of its length.
+void TestTransferLimits::largestReplyGoesAlone()
+{
+    ServerFixture server(&handle, limits(1000, 500), &admit);
+    HttpClient client(server.port());
+    QCOMPARE(parsedReply(client.exchange(get("/large"))).body.size(), large);
+}
+
+TIDELOFT_TEST_MAIN(TestTransferLimits)
+#include "tst_transfer_limits.moc"
