@@ -34,8 +34,9 @@ QString fault(const ShownMessage &shown, int width)
         return u"the text has no line"_s;
     if (shown.text->height() < shown.text->heightForWidth(shown.text->width()))
         return u"the text is cut at %1 px"_s.arg(shown.text->height());
-    if (const auto *lines = shown.text->findChild<QTextDocument *>();
-        lines && lines->idealWidth() > shown.text->width())
+    shown.text->grab(); // a label lays its lines out when it is drawn
+    const auto *lines = shown.text->findChild<QTextDocument *>();
+    if (lines && lines->idealWidth() > shown.text->width())
         return u"a line is %1 px long"_s.arg(lines->idealWidth());
     if (bubble->height() < bubble->layout()->totalHeightForWidth(bubble->width()))
         return u"the bubble is cut at %1 px"_s.arg(bubble->height());

@@ -86,12 +86,14 @@ void rebuildConversations(QListWidget *list, const QList<ConversationRowModel> &
                      .user = model.peer,
                      .spoken = spokenText(model)});
     refill(list, rows);
+    list->setAutoScroll(false); // who has scrolled away from it is not drawn back
     for (int i = 0; i < list->count() && !current.isEmpty(); ++i) {
         if (list->item(i)->data(Qt::UserRole).toString() == current) {
             list->setCurrentRow(i, QItemSelectionModel::NoUpdate);
             break;
         }
     }
+    list->setAutoScroll(true);
 }
 
 } // namespace
