@@ -2,6 +2,7 @@
 #include "ui/main_window.h"
 
 #include "crypto/open_message.h"
+#include "ui/late_page.h"
 #include "ui/style/accent.h"
 #include "ui/style/style_sheets.h"
 #include "ui/widget_parts.h"
@@ -41,8 +42,7 @@ void MainWindow::buildShell()
     auto *column = makeColumn(central);
     rootStack = new QStackedWidget(central);
     column->addWidget(rootStack);
-    authPage = buildAuthPage();
-    rootStack->addWidget(authPage);
+    authPage = buildAuthPage(); // adds itself
     mainPage = buildMainPage();
     rootStack->addWidget(mainPage);
     rootStack->setCurrentWidget(authPage);
@@ -50,7 +50,7 @@ void MainWindow::buildShell()
 
 QWidget *MainWindow::buildMainPage()
 {
-    auto *page = new QWidget(rootStack);
+    auto *page = new LatePage(rootStack);
     auto *line = makeLine(page);
     line->addWidget(buildRail(page));
     line->addWidget(buildSidebar(page));

@@ -68,6 +68,7 @@ QHBoxLayout *makeDivider(const QString &word, QWidget *card)
 QWidget *MainWindow::buildAuthPage()
 {
     auto *page = new GridWidget(rootStack);
+    rootStack->addWidget(page); // while it is empty: the first page of a stack is measured as it is added
     auto *column = makeColumn(page);
     column->addWidget(buildAuthTopbar(page));
     column->addWidget(buildAuthCenter(page), 1);

@@ -47,9 +47,8 @@ QWidget *MainWindow::buildCenterPanel(QWidget *page)
     auto *panel = makeBox(page, u"centerPanel"_s);
     panel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     centerStack = new QStackedWidget(panel);
-    emptyState = buildEmptyState(centerStack);
+    emptyState = buildEmptyState(centerStack); // adds itself
     chatPage = buildChatPage(centerStack);
-    centerStack->addWidget(emptyState);
     centerStack->addWidget(chatPage);
     makeColumn(panel)->addWidget(centerStack, 1);
     return panel;
@@ -58,6 +57,7 @@ QWidget *MainWindow::buildCenterPanel(QWidget *page)
 QWidget *MainWindow::buildEmptyState(QWidget *panel)
 {
     auto *state = makeBox(panel, u"emptyState"_s);
+    centerStack->addWidget(state); // while it is empty: the first page of a stack is measured as it is added
     auto *column = makeColumn(state);
     auto *line = new QHBoxLayout; // not an alignment: that would give the wrapped text no height of its own
     line->addStretch();
