@@ -5,6 +5,7 @@
 #include "app/fonts.h"
 #include "app/identity.h"
 #include "app/language_select_dialog.h"
+#include "app/resting_cursor.h"
 #include "net/tls_policy.h"
 #include "ui/main_window.h"
 
@@ -48,6 +49,7 @@ int run(int argc, char **argv)
     ui::MainWindow window;
     window.setLanguageIndex(*language);
     window.show();
+    const RestingCursor cursor;
     return QApplication::exec();
 }
 
