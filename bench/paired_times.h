@@ -1,10 +1,11 @@
 // Two ways of doing one thing, timed in turn.
 #pragma once
 
+#include "bench/figures.h"
+
 #include <QList>
 
 #include <algorithm>
-#include <cstdio>
 #include <ctime>
 
 namespace tideloft::bench
@@ -65,8 +66,9 @@ template <typename Floor, typename Ours> PairedTimes pairedTimes(int parts, Floo
 
 inline void printRatio(const char *figure, const PairedTimes &times, double target)
 {
-    std::printf("%s: %.2f ms, floor %.2f ms, ratio %.3f (at most %.2f)\n", figure, times.ours, times.floor,
-                times.ratio, target);
+    reportRatio(figure, times.ratio, target,
+                QByteArray::number(times.ours, 'f', 2) + " ms, floor "
+                    + QByteArray::number(times.floor, 'f', 2) + " ms");
 }
 
 } // namespace tideloft::bench
