@@ -117,11 +117,12 @@ public:
 
     void put(qsizetype turn, const LoopbackService::Answer &answer)
     {
-        answers[turn] = answer;
+        answers[turn - sent] = answer;
         if (state() != ConnectedState)
             return;
-        while (sent < answers.size() && answers.at(sent)) {
-            const LoopbackService::Answer next = *answers.at(sent++);
+        while (!answers.isEmpty() && answers.first()) {
+            const LoopbackService::Answer next = *answers.takeFirst();
+            ++sent;
             write(next.bytes);
             if (next.closes)
                 disconnectFromHost();
@@ -141,14 +142,14 @@ private:
             request.body = input.mid(bodyStart, length);
             input.remove(0, bodyStart + length);
             answers.append(std::nullopt);
-            service->handle(this, answers.size() - 1, request);
+            service->handle(this, sent + answers.size() - 1, request);
         }
     }
 
     LoopbackService *service;
     QByteArray input;
-    QList<std::optional<LoopbackService::Answer>> answers; // one place a request, filled when it is answered
-    qsizetype sent = 0;
+    QList<std::optional<LoopbackService::Answer>> answers; // one place a request, until it is answered
+    qsizetype sent = 0;                                    // and forgotten: a soak asks many thousand times
 };
 
 LoopbackService::LoopbackService()
