@@ -21,7 +21,7 @@ inline void report(const QByteArray &figure, const QByteArray &measured, const Q
 /// A ratio that must not be above `target`; `times` tells of which two measurements it is.
 inline void reportRatio(const QByteArray &figure, double ratio, double target, const QByteArray &times)
 {
-    report(figure, QByteArray::number(ratio, 'f', 2) + " (" + times + ')',
+    report(figure, QByteArray::number(ratio, 'f', 3) + " (" + times + ')',
            "at most " + QByteArray::number(target, 'f', 2), ratio <= target);
 }
 
