@@ -17,13 +17,6 @@ namespace tideloft::ui
 namespace
 {
 
-QLabel *makeStyledLabel(const QString &text, const QString &style, QWidget *dialog)
-{
-    auto *label = makeLabel(text, dialog);
-    label->setStyleSheet(style);
-    return label;
-}
-
 QLineEdit *makeField(const QString &placeholder, int maximumLength, const QString &name, QWidget *dialog)
 {
     auto *field = new QLineEdit(dialog);

@@ -50,13 +50,6 @@ QWidget *makeChoiceCard(const PrivacyChoice &choice, Language language, QWidget 
     return card;
 }
 
-QLabel *makeStyledLabel(const QString &text, const QString &look, QWidget *dialog)
-{
-    auto *label = makeLabel(text, dialog);
-    label->setStyleSheet(look);
-    return label;
-}
-
 } // namespace
 
 PrivacyDialog::PrivacyDialog(Language language, QWidget *parent) : QDialog(parent)

@@ -18,13 +18,6 @@ namespace tideloft::ui
 namespace
 {
 
-QLabel *makeStyledLabel(const QString &text, const QString &style, QWidget *parent)
-{
-    auto *label = makeLabel(text, parent);
-    label->setStyleSheet(style);
-    return label;
-}
-
 QPushButton *makeSwitch(const QString &label, bool on, const SwitchToggled &toggled, QWidget *row)
 {
     auto *button = makeButton({}, row);

@@ -18,6 +18,13 @@ QLabel *makeLabel(const QString &text, QWidget *parent, const QString &objectNam
     return label;
 }
 
+QLabel *makeStyledLabel(const QString &text, const QString &style, QWidget *parent)
+{
+    auto *label = makeLabel(text, parent);
+    label->setStyleSheet(style);
+    return label;
+}
+
 QWidget *makeBox(QWidget *parent, const QString &objectName)
 {
     auto *box = new QWidget(parent);

@@ -16,6 +16,9 @@ namespace tideloft::ui
 /// A label that shows TEXT as it stands, never as markup. Plain labels of pages and rows are made here.
 QLabel *makeLabel(const QString &text, QWidget *parent, const QString &objectName = {});
 
+/// The same with a style of its own that no sheet changes.
+QLabel *makeStyledLabel(const QString &text, const QString &style, QWidget *parent);
+
 /// A plain container that paints the background and border that the style sheet gives OBJECTNAME.
 QWidget *makeBox(QWidget *parent, const QString &objectName = {});
 
