@@ -12,7 +12,8 @@ build_preset()
     echo "Building preset $preset in build/$preset"
     (
         cd "$root" || exit
-        cmake --preset "$preset" "${launcher[@]}" --log-level=WARNING
+        cmake --preset "$preset" "${launcher[@]}" -DTIDELOFT_TEST_TIMEOUT="${TIDELOFT_TEST_TIMEOUT:-300}" \
+            --log-level=WARNING
         cmake --build --preset "$preset" "$@"
     )
 }

@@ -1,0 +1,16 @@
+// The short and the long form of a test that repeats something at random.
+#pragma once
+
+#include <QtGlobal>
+
+namespace tideloft::tests
+{
+
+/// How many rounds a test runs: `shortForm` in every run of the suite, `longForm` under `./test --long`, which
+/// sets TIDELOFT_TEST_LONG.
+inline int rounds(int shortForm, int longForm)
+{
+    return qEnvironmentVariableIntValue("TIDELOFT_TEST_LONG") != 0 ? longForm : shortForm;
+}
+
+} // namespace tideloft::tests
