@@ -60,10 +60,12 @@ QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &b
 }
 
 void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess,
-                                FailureContinuation onFailure)
+                                FailureContinuation onFailure, RepeatedArray *repeated)
 {
-    const auto handle = [reply, onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
-        const auto [document, httpStatus] = readJsonReply(*reply);
+    const auto handle = [this, reply, repeated, onSuccess = std::move(onSuccess),
+                         onFailure = std::move(onFailure)] {
+        // Nothing is kept of a reply that comes after log-out.
+        const auto [document, httpStatus] = readJsonReply(*reply, isSignedIn() ? repeated : nullptr);
         if (reply->error() == QNetworkReply::NoError)
             onSuccess(document, httpStatus);
         else
@@ -73,6 +75,12 @@ void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSucc
     connect(reply, &QNetworkReply::finished, this, handle);
     // Connected second, and so called second: a continuation still finds its reply.
     connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+}
+
+void ApiClient::forgetReplies()
+{
+    conversations.forget();
+    history.forget();
 }
 
 QString ApiClient::extractErrorMessage(const QJsonDocument &document)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "net/continuations.h"
+#include "net/repeated_array.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -87,11 +88,16 @@ private:
     QNetworkRequest buildRequest(const QString &pathAndQuery) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
     void postMessage(const QJsonObject &body);
-    void handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess, FailureContinuation onFailure);
+    /// REPEATED, a member of this object, keeps the last of the replies that come again and again.
+    void handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess, FailureContinuation onFailure,
+                         RepeatedArray *repeated = nullptr);
+    void forgetReplies();
     static QString extractErrorMessage(const QJsonDocument &document);
 
     QNetworkAccessManager network;
     QNetworkCookieJar *cookieJar;
+    RepeatedArray conversations;
+    RepeatedArray history;
     QString username;
     QString ownDeviceId;
     QString ownDeviceName;

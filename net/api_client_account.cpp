@@ -35,11 +35,16 @@ void ApiClient::registerAccount(const QString &name, const QString &password)
 
 void ApiClient::logout()
 {
-    // Whether the service agreed changes nothing here: the user is signed out.
+    forgetReplies();
+    // Whether the service agreed changes nothing here: the user is signed out. A refresh may have come until
+    // then.
+    const auto leave = [this] {
+        username.clear();
+        forgetReplies();
+    };
     handleJsonReply(
         network.post(buildRequest(u"/api/auth/logout"_s), QByteArray()),
-        [this](const QJsonDocument &, int) { username.clear(); },
-        [this](const QString &, int) { username.clear(); });
+        [leave](const QJsonDocument &, int) { leave(); }, [leave](const QString &, int) { leave(); });
 }
 
 void ApiClient::fetchMe()

@@ -17,7 +17,7 @@ void ApiClient::fetchConversations()
     handleJsonReply(
         network.get(buildRequest(u"/api/chat/conversations"_s)),
         [this](const QJsonDocument &document, int) { emit conversationsLoaded(document.array()); },
-        [this](const QString &message, int) { emit conversationsFailed(message); });
+        [this](const QString &message, int) { emit conversationsFailed(message); }, &conversations);
 }
 
 void ApiClient::fetchHistory(const QString &peer)
@@ -27,7 +27,7 @@ void ApiClient::fetchHistory(const QString &peer)
         // The peer travels in the capture: another conversation may be open by the time the reply arrives,
         // and the window has to be able to tell.
         [this, peer](const QJsonDocument &document, int) { emit historyLoaded(peer, document.array()); },
-        [this](const QString &message, int) { emit historyFailed(message); });
+        [this](const QString &message, int) { emit historyFailed(message); }, &history);
 }
 
 void ApiClient::registerDeviceKey(const QString &publicKey)

@@ -1,6 +1,8 @@
 // Reading of a finished reply.
 #include "net/json_reply.h"
 
+#include "net/repeated_array.h"
+
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QVariant>
@@ -8,9 +10,10 @@
 namespace tideloft::net
 {
 
-JsonReply readJsonReply(QNetworkReply &reply)
+JsonReply readJsonReply(QNetworkReply &reply, RepeatedArray *before)
 {
-    return {QJsonDocument::fromJson(reply.readAll()),
+    const QByteArray body = reply.readAll();
+    return {before ? before->read(body) : QJsonDocument::fromJson(body),
             reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt()};
 }
 

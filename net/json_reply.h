@@ -8,12 +8,15 @@ class QNetworkReply;
 namespace tideloft::net
 {
 
+class RepeatedArray;
+
 struct JsonReply {
     QJsonDocument document; ///< empty when the body is empty or not JSON
     int httpStatus = 0;     ///< 0 when no service answered
 };
 
-/// Takes the whole body of REPLY, which must have finished.
-JsonReply readJsonReply(QNetworkReply &reply);
+/// Takes the whole body of REPLY, which must have finished. A request that is repeated reads it with what it
+/// keeps from the reply BEFORE, if any.
+JsonReply readJsonReply(QNetworkReply &reply, RepeatedArray *before = nullptr);
 
 } // namespace tideloft::net
