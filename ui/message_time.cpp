@@ -8,12 +8,24 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
+namespace
+{
+
+// The same local date and time, with its offset as a number: for a time in the system's zone every question
+// beyond the date, even how long it is to another time, looks up the zone's file.
+QDateTime withKnownOffset(const QDateTime &local)
+{
+    return local.isValid() ? local.toOffsetFromUtc(local.offsetFromUtc()) : local;
+}
+
+} // namespace
+
 QDateTime messageTime(const QJsonObject &item, const QDateTime &now)
 {
     const auto createdAt = item.constFind(u"createdAt"_s);
     if (createdAt == item.constEnd())
         return now;
-    return QDateTime::fromString(createdAt->toString(), Qt::ISODate).toLocalTime();
+    return withKnownOffset(QDateTime::fromString(createdAt->toString(), Qt::ISODate).toLocalTime());
 }
 
 QString clockText(const QDateTime &time)

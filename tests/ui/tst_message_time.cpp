@@ -36,7 +36,7 @@ private slots:
     void cleanup() { QLocale::setDefault(QLocale::c()); }
     void readsCreatedAt_data();
     void readsCreatedAt();
-    void isLocalTime();
+    void hasTheLocalOffset();
     void clock_data();
     void clock();
     void conversationTime_data();
@@ -60,6 +60,9 @@ void TestMessageTime::readsCreatedAt_data()
     row("milliseconds", u"2024-07-01T10:00:01.234Z"_s, u"2024-07-01 12:00:01.234"_s);
     row("milliseconds and offset", u"2024-07-01T10:00:01.005+02:00"_s, u"2024-07-01 10:00:01.005"_s);
     row("without zone it is local already", u"2024-07-01T10:00:00"_s, u"2024-07-01 10:00:00.000"_s);
+    row("the hour that summer time leaves out", u"2024-03-31T02:30:00"_s, u""_s);
+    row("the hour that summer time repeats", u"2024-10-27T00:30:00Z"_s, u"2024-10-27 02:30:00.000"_s);
+    row("the repeated hour again", u"2024-10-27T01:30:00Z"_s, u"2024-10-27 02:30:00.000"_s);
     row("without seconds", u"2024-07-01T10:00Z"_s, u"2024-07-01 12:00:00.000"_s);
     QTest::newRow("missing is now") << QJsonObject{} << u"2024-05-17 12:00:00.000"_s;
     row("words are unreadable", u"yesterday"_s);
@@ -79,9 +82,9 @@ void TestMessageTime::readsCreatedAt()
     QCOMPARE(time.toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s), expected);
 }
 
-void TestMessageTime::isLocalTime()
+void TestMessageTime::hasTheLocalOffset()
 {
-    QCOMPARE(messageTime(writtenAt(u"2024-07-01T22:30:00Z"_s), noon()).timeSpec(), Qt::LocalTime);
+    QCOMPARE(messageTime(writtenAt(u"2024-07-01T22:30:00Z"_s), noon()).offsetFromUtc(), 2 * 3600);
 }
 
 void TestMessageTime::clock_data()
