@@ -213,6 +213,11 @@ DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName,
     return open(message, ownName, ownDeviceId, &memory);
 }
 
+void rereadPrivateKey(const QString &ownName, const QString &ownDeviceId, ReadingMemory &memory)
+{
+    memory.readFor(readPrivateKeyBytes(nullptr), ownName, ownDeviceId);
+}
+
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                            QString *error)
 {

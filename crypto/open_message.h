@@ -31,6 +31,10 @@ DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName,
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                              ReadingMemory &memory);
 
+/// Reads the key file as decryptMessage() would, and has `memory` forget if it is not as before. See
+/// ReadingMemory::generation().
+void rereadPrivateKey(const QString &ownName, const QString &ownDeviceId, ReadingMemory &memory);
+
 /// decryptMessage() reduced to its text. Unlike elsewhere, success empties an error text left from before.
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                            QString *error = nullptr);

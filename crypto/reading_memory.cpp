@@ -27,6 +27,7 @@ void ReadingMemory::forget()
     deviceId.clear();
     decryption.reset();
     contentKeys.clear();
+    ++forgotten;
 }
 
 void ReadingMemory::readFor(const QByteArray &keyText, const QString &ownName, const QString &ownDeviceId)

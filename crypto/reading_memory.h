@@ -32,6 +32,9 @@ public:
     ~ReadingMemory() { forget(); }
 
     void forget();
+    /// Another number after everything was forgotten: while it is the same, a message that opened opens to
+    /// the same text.
+    [[nodiscard]] quint64 generation() const { return forgotten; }
     /// How many content keys are remembered.
     [[nodiscard]] qsizetype size() const { return contentKeys.size(); }
 
@@ -60,6 +63,7 @@ private:
     QString deviceId;
     std::unique_ptr<evp_pkey_ctx_st, Free> decryption; ///< holds the parsed private key
     ContentKeyTable contentKeys;
+    quint64 forgotten = 0;
 };
 
 } // namespace tideloft::crypto

@@ -17,23 +17,27 @@ QString shownText(const QJsonObject &item, const OpenMessage &open, const QStrin
     return opened.isEmpty() ? unreadable : opened;
 }
 
-QList<DisplayRecord> displayRecords(const QJsonArray &items, const QString &ownName, const OpenMessage &open,
-                                    const QDateTime &now, Language language)
+QString unreadableText(Language language)
+{
+    return chooseText(language, u"🔒 Meddelandet kunde inte visas"_s, u"🔒 Message could not be displayed"_s);
+}
+
+DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading)
+{
+    const QString from = item.value(u"from"_s).toString().trimmed();
+    return {.from = from,
+            .text = shownText(item, reading.open, unreadableText(reading.language)),
+            .time = messageTime(item, reading.now),
+            .isMine = from.toLower() == reading.ownName.toLower()};
+}
+
+QList<DisplayRecord> displayRecords(const QJsonArray &items, const Reading &reading)
 {
     QList<DisplayRecord> records;
     records.reserve(items.size());
-    const QString unreadable =
-        chooseText(language, u"🔒 Meddelandet kunde inte visas"_s, u"🔒 Message could not be displayed"_s);
-    const QString ownLowered = ownName.toLower();
     for (const QJsonValue &value : items) {
-        if (!value.isObject())
-            continue;
-        const QJsonObject item = value.toObject();
-        const QString from = item.value(u"from"_s).toString().trimmed();
-        records.append({.from = from,
-                        .text = shownText(item, open, unreadable),
-                        .time = messageTime(item, now),
-                        .isMine = from.toLower() == ownLowered});
+        if (value.isObject())
+            records.append(displayRecord(value.toObject(), reading));
     }
     return records;
 }

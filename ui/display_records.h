@@ -26,13 +26,25 @@ struct DisplayRecord {
 /// Opens an encrypted message for this device: its plain text, or an empty text on any failure.
 using OpenMessage = std::function<QString(const QJsonObject &item)>;
 
+/// How the items of one history are read: OWNNAME is the signed-in user's name; a message without a time gets
+/// NOW; a message that cannot be opened says so in LANGUAGE.
+struct Reading {
+    QString ownName;
+    OpenMessage open;
+    QDateTime now;
+    Language language = Language::English;
+};
+
 /// What is shown of an item: its plain text, the opened text of an envelope, or UNREADABLE if it cannot be
 /// opened.
 QString shownText(const QJsonObject &item, const OpenMessage &open, const QString &unreadable);
 
-/// One record for each object of ITEMS, in their order. OWNNAME is the signed-in user's name; a message
-/// without a time gets NOW. A message that cannot be opened says so in LANGUAGE.
-QList<DisplayRecord> displayRecords(const QJsonArray &items, const QString &ownName, const OpenMessage &open,
-                                    const QDateTime &now, Language language);
+/// What a message says that cannot be opened.
+QString unreadableText(Language language);
+
+DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading);
+
+/// One record for each object of ITEMS, in their order.
+QList<DisplayRecord> displayRecords(const QJsonArray &items, const Reading &reading);
 
 } // namespace tideloft::ui

@@ -3,6 +3,7 @@
 
 #include "crypto/reading_memory.h"
 #include "net/api_client.h"
+#include "ui/opened_history.h"
 #include "ui/text.h"
 
 #include <QJsonArray>
@@ -86,6 +87,7 @@ private:
     QString text(const QString &swedish, const QString &english) const;
     Language language() const;
     QString openedText(const QJsonObject &item);
+    QList<DisplayRecord> readHistory(const QJsonArray &items, const QDateTime &now);
 
     void buildShell();
     QWidget *buildAuthPage();
@@ -205,6 +207,7 @@ private:
     QLabel *centerTitle = nullptr;
     QLabel *centerSubtitle = nullptr;
     QListWidget *messageList = nullptr;
+    OpenedHistory openedHistory;
     QString shownHistory; ///< whose history was drawn into messageList last
     QLineEdit *msgInput = nullptr;
     QPushButton *sendButton = nullptr;

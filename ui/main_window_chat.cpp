@@ -1,6 +1,7 @@
 // The open conversation: its history, row by row.
 #include "ui/main_window.h"
 
+#include "crypto/open_message.h"
 #include "ui/history_list.h"
 
 #include <QDateTime>
@@ -19,9 +20,18 @@ void MainWindow::onHistoryLoaded(const QString &peer, const QJsonArray &items)
     if (items.isEmpty())
         return;
     const QDateTime now = QDateTime::currentDateTime();
-    const auto open = [this](const QJsonObject &item) { return openedText(item); };
-    const QList<DisplayRecord> records = displayRecords(items, myUsername, open, now, language());
-    showHistory(messageList, historyRows(records, now.date(), language()));
+    showHistory(messageList, historyRows(readHistory(items, now), now.date(), language()));
+}
+
+// With nobody signed in, a late reply is still shown, but nothing of it is remembered.
+QList<DisplayRecord> MainWindow::readHistory(const QJsonArray &items, const QDateTime &now)
+{
+    const Reading reading{myUsername, [this](const QJsonObject &item) { return openedText(item); }, now,
+                          language()};
+    if (myUsername.isEmpty())
+        return displayRecords(items, reading);
+    crypto::rereadPrivateKey(myUsername, api.deviceId(), readingMemory);
+    return openedHistory.records(items, reading, readingMemory.generation());
 }
 
 void MainWindow::onHistoryFailed(const QString &) {}

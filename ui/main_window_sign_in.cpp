@@ -80,6 +80,7 @@ void MainWindow::logOut()
 {
     refreshTimer->stop();
     readingMemory.forget();
+    openedHistory.forget();
     myUsername.clear();
     shownHistory.clear();
     usernameField->clear();

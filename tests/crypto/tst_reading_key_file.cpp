@@ -39,6 +39,8 @@ private slots:
     void keyFileThatChangedIsObeyed();
     void replacedKeyOpensItsOwnMessages();
     void equalKeyTextKeepsTheMemory();
+    void rereadingSaysWhetherTheKeyIsAsBefore_data();
+    void rereadingSaysWhetherTheKeyIsAsBefore();
 };
 
 void TestReadingKeyFile::init()
@@ -121,6 +123,33 @@ void TestReadingKeyFile::equalKeyTextKeepsTheMemory()
     QVERIFY(writeKeyFile(" " + keyText().toLatin1() + "\r\n"));
     QCOMPARE(textWith(memory, sealed(u"two"_s)), u"two"_s);
     QCOMPARE(memory.size(), 2);
+}
+
+void TestReadingKeyFile::rereadingSaysWhetherTheKeyIsAsBefore_data()
+{
+    QTest::addColumn<std::function<bool()>>("change");
+    QTest::addColumn<bool>("isAsBefore");
+    const auto row = [](const char *name, bool isAsBefore, const std::function<bool()> &change) {
+        QTest::newRow(name) << change << isAsBefore;
+    };
+    row("untouched", true, [] { return true; });
+    row("written again with a line break", true, [] { return writeKeyFile(keyText().toLatin1() + '\n'); });
+    row("another key", false, [] { return writeKeyFile("QUJD"); });
+    row("blank", false, [] { return writeKeyFile(" \n"); });
+    row("deleted", false, [] { return QFile::remove(privateKeyPath()); });
+    row("a directory", false, putDirectoryInItsPlace);
+}
+
+void TestReadingKeyFile::rereadingSaysWhetherTheKeyIsAsBefore()
+{
+    QFETCH(const std::function<bool()>, change);
+    ReadingMemory memory;
+    QCOMPARE(textWith(memory, sealed(u"hi"_s)), u"hi"_s);
+    const quint64 before = memory.generation();
+    QVERIFY(change());
+    rereadPrivateKey(u"alice"_s, own, memory);
+    QCOMPARE(memory.size(), memory.generation() == before ? 1 : 0);
+    QTEST(memory.generation() == before, "isAsBefore");
 }
 
 TIDELOFT_TEST_MAIN(TestReadingKeyFile)

@@ -89,7 +89,7 @@ void ChangingChat::change()
 QList<HistoryRow> ChangingChat::history() const
 {
     const auto closed = [](const QJsonObject &) { return QString(); };
-    return historyRows(displayRecords(items, u"alice"_s, closed, now, language), now.date(), language);
+    return historyRows(displayRecords(items, {u"alice"_s, closed, now, language}), now.date(), language);
 }
 
 QList<ConversationRowModel> ChangingChat::conversations() const

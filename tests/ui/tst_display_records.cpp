@@ -37,7 +37,7 @@ QString openNothing(const QJsonObject &)
 
 QList<DisplayRecord> records(const QByteArray &json, const QString &ownName = u"alice"_s)
 {
-    return displayRecords(parsed(json), ownName, open, noon(), Language::English);
+    return displayRecords(parsed(json), {ownName, open, noon(), Language::English});
 }
 
 } // namespace
@@ -95,10 +95,10 @@ void TestDisplayRecords::text()
 void TestDisplayRecords::envelopeThatDoesNotOpenSaysSo()
 {
     const QJsonArray items = parsed(R"([{"encrypted":true,"text":"x"},{"text":"plain"}])");
-    const auto inSwedish = displayRecords(items, u"alice"_s, openNothing, noon(), Language::Swedish);
+    const auto inSwedish = displayRecords(items, {u"alice"_s, openNothing, noon(), Language::Swedish});
     QCOMPARE(inSwedish.value(0).text, hiddenInSwedish);
     QCOMPARE(inSwedish.value(1).text, u"plain"_s); // the other messages are unaffected
-    const auto inEnglish = displayRecords(items, u"alice"_s, openNothing, noon(), Language::English);
+    const auto inEnglish = displayRecords(items, {u"alice"_s, openNothing, noon(), Language::English});
     QCOMPARE(inEnglish.value(0).text, hiddenInEnglish);
 }
 
@@ -109,7 +109,7 @@ void TestDisplayRecords::envelopeForOtherDevicesSaysSo()
     };
     const QJsonArray items = parsed(R"([{"from":"bob","encrypted":true,"text":"eA==","iv":"eA==",
                                          "recipientKeys":[{"deviceId":"other","encryptedKey":"eA=="}]}])");
-    const auto one = displayRecords(items, u"alice"_s, openHere, noon(), Language::English);
+    const auto one = displayRecords(items, {u"alice"_s, openHere, noon(), Language::English});
     QCOMPARE(one.size(), 1);
     QCOMPARE(one.constFirst().text, hiddenInEnglish);
 }
@@ -123,7 +123,7 @@ void TestDisplayRecords::envelopeIsHandedOverWhole()
         seen.append(item);
         return QString();
     };
-    displayRecords(items, u"alice"_s, remember, noon(), Language::English);
+    displayRecords(items, {u"alice"_s, remember, noon(), Language::English});
     QCOMPARE(seen, QList<QJsonObject>{items.at(0).toObject()});
 }
 
@@ -131,8 +131,8 @@ void TestDisplayRecords::plainMessageIsNotOpened()
 {
     int opened = 0;
     const auto count = [&opened](const QJsonObject &) { return QString::number(++opened); };
-    displayRecords(parsed(R"([{"text":"x"},{"encrypted":"true","text":"y"}])"), u"alice"_s, count, noon(),
-                   Language::English);
+    displayRecords(parsed(R"([{"text":"x"},{"encrypted":"true","text":"y"}])"),
+                   {u"alice"_s, count, noon(), Language::English});
     QCOMPARE(opened, 0);
 }
 
@@ -157,7 +157,7 @@ void TestDisplayRecords::mine()
     QFETCH(const QString, ownName);
     QFETCH(const bool, expected);
     const QJsonArray items{QJsonObject{{u"from"_s, from}}};
-    QCOMPARE(displayRecords(items, ownName, open, noon(), Language::English).value(0).isMine, expected);
+    QCOMPARE(displayRecords(items, {ownName, open, noon(), Language::English}).value(0).isMine, expected);
 }
 
 void TestDisplayRecords::onlyObjectsInTheirOrder()

@@ -46,7 +46,7 @@ QStringList shown(const QByteArray &items, Language language = Language::English
     const QDateTime now(QDate(2024, 5, 17), QTime(12, 0));
     const auto closed = [](const QJsonObject &) { return QString(); };
     const auto records =
-        displayRecords(QJsonDocument::fromJson(items).array(), u"alice"_s, closed, now, language);
+        displayRecords(QJsonDocument::fromJson(items).array(), {u"alice"_s, closed, now, language});
     return described(historyRows(records, now.date(), language));
 }
 

@@ -1,0 +1,47 @@
+// The history that is shown, as it was read: what comes again unchanged is not read again.
+#pragma once
+
+#include "ui/display_records.h"
+
+namespace tideloft::ui
+{
+
+/// Remembers the records of one reply for the next. A message that could not be opened is tried again every
+/// time.
+class OpenedHistory
+{
+public:
+    /// displayRecords() of ITEMS. GENERATION is another number once an opened message might not open to the
+    /// same text any more; then nothing remembered is used, and neither for another user, language or offset
+    /// from UTC.
+    QList<DisplayRecord> records(const QJsonArray &items, const Reading &reading, quint64 generation);
+    void forget();
+
+private:
+    struct Known {
+        DisplayRecord record;
+        bool isMessage = false; ///< only an object is one
+        bool isTimed = false;
+        bool isOpened = false;
+
+        bool mustBeReadAgain() const { return isMessage && !(isTimed && isOpened); }
+    };
+    struct Terms {
+        QString ownName;
+        Language language = Language::English;
+        int offsetFromUtc = 0; ///< s; the times shown are local
+        quint64 generation = 0;
+
+        bool operator==(const Terms &) const = default;
+    };
+
+    static Known read(const QJsonValue &value, const Reading &reading);
+    static void readAgain(Known &known, const QJsonValue &value, const Reading &reading);
+    QList<Known> follow(const QJsonArray &items, const Reading &reading) const;
+
+    Terms terms;
+    QJsonArray itemsBefore;
+    QList<Known> knownBefore; ///< one for each of itemsBefore
+};
+
+} // namespace tideloft::ui
