@@ -1,21 +1,17 @@
 // What the rows of both lists cost, as ratios measured in one run. Prints a line for each figure:
 //     QT_QPA_PLATFORM=offscreen bench_history_view
 #include "bench/figures.h"
+#include "bench/list_window.h"
 #include "bench/naive_rows.h"
 #include "ui/conversation_list.h"
 #include "ui/history_list.h"
-#include "ui/row_list.h"
-#include "ui/style/style_sheets.h"
 
 #include <QApplication>
-#include <QListWidget>
-#include <QMainWindow>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <malloc.h>
-#include <time.h>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft;
@@ -24,32 +20,6 @@ namespace
 {
 
 constexpr int runs = 5;
-
-/// A window in the client's colours with one list in it, as wide as the client's own.
-class ListWindow
-{
-public:
-    explicit ListWindow(const QString &name)
-    {
-        window.setStyleSheet(ui::darkStyleSheet());
-        list = new QListWidget(&window);
-        list->setObjectName(name);
-        list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-        list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        if (name == u"messageList"_s) {
-            list->setWordWrap(true);
-            list->setSelectionMode(QAbstractItemView::NoSelection);
-            ui::keepRowHeights(list);
-        }
-        window.setCentralWidget(list);
-        window.resize(name == u"messageList"_s ? 784 : 260, 540);
-        window.show();
-        QApplication::processEvents();
-    }
-
-    QMainWindow window;
-    QListWidget *list = nullptr;
-};
 
 QList<ui::HistoryRow> history(int count)
 {
@@ -76,22 +46,6 @@ QList<ui::ConversationRowModel> conversations(int count)
     return rows;
 }
 
-double processorSeconds()
-{
-    timespec used = {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
-    return double(used.tv_sec) + double(used.tv_nsec) / 1e9;
-}
-
-/// Milliseconds of processor time until WORK is done and drawn: other programs on the machine do not count.
-double milliseconds(const std::function<void()> &work)
-{
-    const double before = processorSeconds();
-    work();
-    QApplication::processEvents();
-    return (processorSeconds() - before) * 1e3;
-}
-
 /// The middle one of several times, each after PREPARE.
 double median(const std::function<void()> &prepare, const std::function<void()> &work)
 {
@@ -100,7 +54,7 @@ double median(const std::function<void()> &prepare, const std::function<void()> 
         prepare();
         QApplication::processEvents();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        times.append(milliseconds(work));
+        times.append(bench::drawnMilliseconds(work));
     }
     std::sort(times.begin(), times.end());
     return times.at(runs / 2);
@@ -115,7 +69,7 @@ double heapBytes()
 /// Bytes on the heap that FILL leaves behind in a fresh window.
 double bytesOf(const std::function<void(QListWidget *)> &fill)
 {
-    ListWindow window(u"messageList"_s);
+    bench::ListWindow window(u"messageList"_s);
     const double before = heapBytes();
     fill(window.list);
     QApplication::processEvents();
@@ -146,7 +100,7 @@ void reportFaster(const QByteArray &figure, double ours, double naive, double ta
 void measureHistory(int count, bool withNaive)
 {
     const QList<ui::HistoryRow> rows = history(count);
-    ListWindow window(u"messageList"_s);
+    bench::ListWindow window(u"messageList"_s);
     const auto clear = [&] { window.list->clear(); };
     const auto show = [&] { ui::showHistory(window.list, rows); };
     const double opened = median(clear, show);
@@ -175,7 +129,7 @@ void measureGrowth()
 {
     const auto opening = [](int count) {
         const QList<ui::HistoryRow> rows = history(count);
-        ListWindow window(u"messageList"_s);
+        bench::ListWindow window(u"messageList"_s);
         return median([&] { window.list->clear(); }, [&] { ui::showHistory(window.list, rows); });
     };
     const double small = opening(500);
@@ -188,7 +142,7 @@ void measureGrowth()
 void measureConversations(int count)
 {
     const QList<ui::ConversationRowModel> rows = conversations(count);
-    ListWindow window(u"dmList"_s);
+    bench::ListWindow window(u"dmList"_s);
     const double naive = median([] {}, [&] { bench::showConversationsNaively(window.list, rows); });
     const double opened =
         median([&] { window.list->clear(); }, [&] { ui::showConversations(window.list, rows); });
