@@ -56,7 +56,7 @@ QString spokenText(const HistoryRow &row)
     const auto &message = std::get<MessageRowModel>(row);
     QStringList parts{message.sender, message.text, message.time};
     parts.removeAll({});
-    return parts.join(u", "_s);
+    return parts.size() == 1 ? parts.first() : parts.join(u", "_s); // one part is shared, not copied
 }
 
 } // namespace tideloft::ui

@@ -28,13 +28,14 @@ QLabel *makeAvatar(const QString &sender, QWidget *row)
     return avatar;
 }
 
-QWidget *makeAvatarSpace(QWidget *row)
+// The avatar's place in the rows of a group that show none. Unlike a stretch it keeps its distance from its
+// neighbour; unlike a widget it costs nothing.
+class AvatarSpace : public QSpacerItem
 {
-    auto *space = makeBox(row);
-    space->setFixedWidth(34);
-    space->setStyleSheet(style::rowBackground());
-    return space;
-}
+public:
+    AvatarSpace() : QSpacerItem(34, 0, QSizePolicy::Fixed, QSizePolicy::Minimum) {}
+    bool isEmpty() const override { return false; }
+};
 
 QLabel *makeSenderName(const QString &sender, QWidget *bubble)
 {
@@ -90,7 +91,7 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
     if (model.showsSender())
         line->addWidget(makeAvatar(model.sender, this), 0, Qt::AlignTop);
     else
-        line->addWidget(makeAvatarSpace(this));
+        line->addItem(new AvatarSpace); // the layout owns it
     line->addWidget(makeBubble(model, this));
     line->addStretch();
 }

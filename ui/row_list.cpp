@@ -62,6 +62,13 @@ void layOut(QWidget *row)
         (*layout)->activate();
 }
 
+// An entry makes room even for a value that is none.
+void setEntryData(QListWidgetItem *entry, int role, const QVariant &value)
+{
+    if (value.isValid() || entry->data(role).isValid())
+        entry->setData(role, value);
+}
+
 } // namespace
 
 void appendRows(QListWidget *list, const QList<ListRow> &rows)
@@ -77,9 +84,9 @@ void setRow(QListWidget *list, int index, const ListRow &row)
     QListWidgetItem *entry = list->item(index);
     entry->setFlags(row.flags);
     entry->setSizeHint(row.sizeHint);
-    entry->setData(Qt::UserRole, row.user.isEmpty() ? QVariant() : row.user);
-    entry->setData(Qt::AccessibleTextRole, row.spoken.isEmpty() ? QVariant() : row.spoken);
-    entry->setData(shownModelRole, row.model);
+    setEntryData(entry, Qt::UserRole, row.user.isEmpty() ? QVariant() : row.user);
+    setEntryData(entry, Qt::AccessibleTextRole, row.spoken.isEmpty() ? QVariant() : row.spoken);
+    setEntryData(entry, shownModelRole, row.model);
     if (QWidget *before = list->itemWidget(entry))
         before->hide(); // the list deletes it later
     row.widget->resize(list->viewport()->width(), row.sizeHint.height());

@@ -84,11 +84,11 @@ ShownMessage shownMessage(const QListWidget *list, int index)
     ShownMessage message;
     message.row = list->itemWidget(list->item(index));
     const QLayout *line = message.row->layout();
-    message.isMine = line->itemAt(0)->spacerItem();
+    message.isMine = line->count() == 2; // nothing stands right of its bubble
     message.bubble = line->itemAt(1)->widget();
     if (!message.isMine) {
-        message.side = line->itemAt(0)->widget();
-        message.avatar = qobject_cast<QLabel *>(message.side);
+        message.side = line->itemAt(0)->geometry();
+        message.avatar = qobject_cast<QLabel *>(line->itemAt(0)->widget());
     }
     readBubble(message);
     return message;

@@ -42,7 +42,7 @@ ShownConversation shownConversation(const QListWidget *list, int index);
 /// The parts of a message's row; null for what it does not show.
 struct ShownMessage {
     QWidget *row = nullptr;
-    QWidget *side = nullptr; ///< left of a peer's bubble: the avatar, or the space in its place
+    QRect side; ///< left of a peer's bubble: the avatar's place, whether it is there or not
     QLabel *avatar = nullptr;
     QWidget *bubble = nullptr;
     QLabel *name = nullptr;

@@ -155,8 +155,11 @@ void TestMessageRow::rowShows()
         QCOMPARE(alignmentName(shown.time->alignment()), shown.isMine ? u"right"_s : u"left"_s);
     QCOMPARE(line->count(), shown.isMine ? 2 : 3); // an own message has nothing right of its bubble
     QCOMPARE(line->itemAt(shown.isMine ? 0 : 2)->expandingDirections(), Qt::Horizontal);
-    if (shown.side)
-        QCOMPARE(shown.side->width(), 34);
+    if (!shown.isMine) {
+        QCOMPARE(shown.side.x(), 14);
+        QCOMPARE(shown.side.width(), 34);
+        QCOMPARE(line->itemAt(1)->geometry().x(), 14 + 34 + 8);
+    }
 }
 
 void TestMessageRow::partsAreStyled_data()
@@ -168,7 +171,6 @@ void TestMessageRow::partsAreStyled_data()
     };
     styled("own bubble", message(OwnSingle).bubble, u"background: #2a5a8a; border-radius: 12px;"_s);
     styled("peer's bubble", message(PeerSingle).bubble, u"background: #1e2d3d; border-radius: 12px;"_s);
-    styled("space", message(PeerLast).side, u"background: transparent;"_s);
     styled("avatar", message(PeerFirst).avatar,
            u"background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);"
            "border-radius: 17px; color: #fff; font-size: 11px; font-weight: 700; border: none;"_s);
