@@ -1,9 +1,12 @@
 // From display records to rows.
 #include "ui/history_rows.h"
 
+#include "ui/bounded_text.h"
 #include "ui/message_time.h"
 
 #include <QStringList>
+
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +26,22 @@ MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position)
     return row;
 }
 
+/// Leaves of every text what is drawn of it. What all may take together goes to the newest messages first:
+/// those are at the end, which is where the list stands.
+void boundMessages(QList<HistoryRow> &rows)
+{
+    qint64 left = historyEffort;
+    for (HistoryRow &row : std::ranges::reverse_view(rows)) {
+        auto *message = std::get_if<MessageRowModel>(&row);
+        if (!message)
+            continue;
+        TextLimits limits = messageLimits;
+        limits.effort = qBound(smallestEffort, left, messageLimits.effort);
+        message->text = firstPart(message->text, limits);
+        left -= drawingEffort(message->text);
+    }
+}
+
 } // namespace
 
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language)
@@ -38,6 +57,7 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
         }
         rows.append(messageRow(records.at(i), positions.at(i)));
     }
+    boundMessages(rows);
     return rows;
 }
 

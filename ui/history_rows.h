@@ -35,7 +35,8 @@ using HistoryRow = std::variant<DaySeparatorModel, MessageRowModel>;
 
 size_t qHash(const HistoryRow &row, size_t seed = 0);
 
-/// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE.
+/// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE. Of texts
+/// beyond all measure they hold the first part; see ui/bounded_text.h.
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language);
 
 /// What a screen reader says of a row: the parts that it shows, "bob, see you at noon, 12:04".

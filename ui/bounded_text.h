@@ -1,0 +1,36 @@
+// How much of a text from outside is drawn.
+#pragma once
+
+#include <QString>
+
+namespace tideloft::ui
+{
+
+/// The most that is drawn of one text. All of it lies far beyond what people write; without it a single
+/// message could keep the window busy for minutes.
+struct TextLimits {
+    qsizetype characters; ///< UTF-16 units
+    qsizetype lines;
+    qsizetype emoji; ///< Their pictures are decoded anew for every measurement: 0.1 ms each.
+    qint64 effort;   ///< See drawingEffort().
+};
+
+constexpr TextLimits messageLimits{100'000, 2'000, 1'000, 1'500'000};
+constexpr TextLimits errorLimits{4'000, 4'000, 1'000, 1'500'000};
+/// Of what stands in one line: more than any window has room for.
+constexpr TextLimits nameLimits{1'000, 1'000, 100, 30'000};
+constexpr TextLimits previewLimits{1'000, 1'000, 100, 5'000};
+
+/// What the messages of one history may take together.
+constexpr qint64 historyEffort = 2'000'000;
+/// What is left to each older message when the newer ones have used that up: some hundred letters.
+constexpr qint64 smallestEffort = 500;
+
+/// TEXT itself if it keeps within LIMITS, or else its first part and "…". No surrogate pair is cut in half.
+QString firstPart(const QString &text, const TextLimits &limits);
+
+/// How hard TEXT is to lay out, in plain letters (about 1 µs each). Much more costly are lines, combining
+/// marks on marks, scripts that change inside a word, very long words, and emoji.
+qint64 drawingEffort(const QString &text);
+
+} // namespace tideloft::ui
