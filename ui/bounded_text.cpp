@@ -114,6 +114,16 @@ QString firstPart(const QString &text, const TextLimits &limits)
     return text;
 }
 
+QString inOneLine(const QString &text)
+{
+    constexpr QChar variantSeparator(0x9c); // the toolkit draws only one of the texts on either side of it
+    QString line = firstPart(text, nameLimits);
+    for (const QChar ending : {QChar(u'\n'), QChar(u'\r'), QChar(QChar::LineSeparator),
+                               QChar(QChar::ParagraphSeparator), variantSeparator})
+        line.replace(ending, u' ');
+    return line;
+}
+
 qint64 drawingEffort(const QString &text)
 {
     Walk walk;

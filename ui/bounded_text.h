@@ -29,6 +29,10 @@ constexpr qint64 smallestEffort = 500;
 /// TEXT itself if it keeps within LIMITS, or else its first part and "…". No surrogate pair is cut in half.
 QString firstPart(const QString &text, const TextLimits &limits);
 
+/// The first part of TEXT in one line: line breaks, and a control character at which the toolkit would end
+/// the text, are blanks.
+QString inOneLine(const QString &text);
+
 /// How hard TEXT is to lay out, in plain letters (about 1 µs each). Much more costly are lines, combining
 /// marks on marks, scripts that change inside a word, very long words, and emoji.
 qint64 drawingEffort(const QString &text);

@@ -1,6 +1,7 @@
 // Building a conversation's row.
 #include "ui/conversation_row.h"
 
+#include "ui/bounded_text.h"
 #include "ui/elided_label.h"
 #include "ui/initials.h"
 #include "ui/style/inline_styles.h"
@@ -35,7 +36,9 @@ QLabel *makePreview(const QString &text, QWidget *row)
     auto *preview = new ElidedLabel({}, row);
     preview->setStyleSheet(style::conversationPreview(u"#5a7a9a"_s, u"400"_s));
     preview->ensurePolished(); // the style sheet's font is the label's own from here on
-    preview->setText(preview->fontMetrics().elidedText(text, Qt::ElideRight, 140));
+    // The longest variant: or the toolkit would show only a part of a text with one of its separators in it.
+    preview->setText(preview->fontMetrics().elidedText(firstPart(text, previewLimits), Qt::ElideRight, 140,
+                                                       Qt::TextLongestVariant));
     return preview;
 }
 

@@ -1,6 +1,8 @@
 // Cutting a text at the moment it is drawn.
 #include "ui/elided_label.h"
 
+#include "ui/bounded_text.h"
+
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOption>
@@ -15,20 +17,31 @@ ElidedLabel::ElidedLabel(const QString &text, QWidget *parent, const QString &ob
     setObjectName(objectName);
 }
 
+QSize ElidedLabel::sizeHint() const
+{
+    const QString line = inOneLine(text());
+    if (line == text())
+        return QLabel::sizeHint();
+    ensurePolished();
+    const QSize frame = size() - contentsRect().size();
+    return QSize(fontMetrics().horizontalAdvance(line), fontMetrics().height()) + frame;
+}
+
 QSize ElidedLabel::minimumSizeHint() const
 {
-    return {0, QLabel::minimumSizeHint().height()};
+    return {0, sizeHint().height()};
 }
 
 void ElidedLabel::paintEvent(QPaintEvent *event)
 {
-    if (fontMetrics().horizontalAdvance(text()) <= contentsRect().width()) {
+    const QString line = inOneLine(text());
+    if (line == text() && fontMetrics().horizontalAdvance(line) <= contentsRect().width()) {
         QLabel::paintEvent(event);
         return;
     }
     QPainter painter(this);
     drawFrame(&painter);
-    const QString cut = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+    const QString cut = fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width());
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(),
                           cut, foregroundRole());
 }

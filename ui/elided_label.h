@@ -7,7 +7,7 @@ namespace tideloft::ui
 {
 
 /// Shows as much of its text as fits, with "…" at the end where it is cut, and never asks for room: a long
-/// name makes no list and no window wider. text() stays the whole text.
+/// name makes no list and no window wider, and one with line breaks none higher. text() stays the whole text.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT
@@ -15,6 +15,7 @@ class ElidedLabel : public QLabel
 public:
     ElidedLabel(const QString &text, QWidget *parent, const QString &objectName = {});
 
+    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:

@@ -1,6 +1,8 @@
 // Signing in, creating an account, logging out, and the language of the texts.
 #include "ui/main_window.h"
 
+#include "ui/bounded_text.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -102,7 +104,7 @@ void MainWindow::setBusy(bool busy)
 
 void MainWindow::showAuthError(const QString &message)
 {
-    authError->setText(message);
+    authError->setText(firstPart(message, errorLimits));
     authError->show();
 }
 

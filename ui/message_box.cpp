@@ -1,6 +1,8 @@
 // Showing a message.
 #include "ui/message_box.h"
 
+#include "ui/bounded_text.h"
+
 #include <QMessageBox>
 
 using namespace Qt::StringLiterals;
@@ -16,7 +18,7 @@ void showMessage(QWidget *parent, Severity severity, const QString &text)
     box->setWindowTitle(u"TideLoft"_s);
     box->setStandardButtons(QMessageBox::Ok);
     box->setTextFormat(Qt::PlainText); // before the text: the box would guess its format
-    box->setText(text);
+    box->setText(firstPart(text, errorLimits));
     box->open();
 }
 

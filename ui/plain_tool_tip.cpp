@@ -1,6 +1,8 @@
 // Escaping a tool tip at the moment it is shown.
 #include "ui/plain_tool_tip.h"
 
+#include "ui/bounded_text.h"
+
 #include <QHelpEvent>
 #include <QTextDocument>
 #include <QToolTip>
@@ -15,7 +17,7 @@ namespace
 {
 
 // A tip is for a glance: beyond this it would cover the screen.
-constexpr qsizetype longestTip = 300;
+constexpr TextLimits tipLimits{.characters = 300, .lines = 10, .emoji = 100, .effort = 30'000};
 
 class PlainToolTip : public QObject
 {
@@ -29,11 +31,7 @@ public:
     {
         if (event->type() != QEvent::ToolTip)
             return QObject::eventFilter(watched, event);
-        QString tip = widget->toolTip();
-        if (tip.size() > longestTip) {
-            const bool splitsPair = tip.at(longestTip - 1).isHighSurrogate();
-            tip = tip.left(longestTip - (splitsPair ? 1 : 0)) + u'…';
-        }
+        const QString tip = firstPart(widget->toolTip(), tipLimits);
         const QString shown = tip.isEmpty() ? tip : Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal);
         QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), shown, widget);
         return true;

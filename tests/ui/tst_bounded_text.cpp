@@ -21,6 +21,7 @@ private slots:
     void newestMessagesComeFirst();
     void ordinaryHistoryIsWhole();
     void separatorsStay();
+    void oneLine();
 };
 
 namespace
@@ -177,6 +178,16 @@ void TestBoundedText::separatorsStay()
     QCOMPARE(rows.size(), 2);
     QCOMPARE(std::get<DaySeparatorModel>(rows.first()).label, u"Today"_s);
     QCOMPARE(textOf(rows.last()).size(), 100'001); // 100,000 and "…"
+}
+
+void TestBoundedText::oneLine()
+{
+    QCOMPARE(inOneLine(u"Bob & <b>"_s), u"Bob & <b>"_s);
+    QCOMPARE(inOneLine(u"a\nb\rc\u2028d\u2029e"_s), u"a b c d e"_s);
+    QCOMPARE(inOneLine(u"shown\u009ctoo"_s), u"shown too"_s); // the toolkit would draw one of the two
+    QCOMPARE(inOneLine(many(u"x"_s, 1'000)), many(u"x"_s, 1'000));
+    QCOMPARE(inOneLine(many(u"x"_s, 1'001)), many(u"x"_s, 1'000) + u"…"_s);
+    QCOMPARE(inOneLine(many(u"\n"_s, 1'000'000)), many(u" "_s, 999) + u"…"_s); // 1,000 lines
 }
 
 TIDELOFT_TEST_MAIN(TestBoundedText)
