@@ -1,6 +1,7 @@
 // The conversation list and the search for users.
 #include "ui/main_window.h"
 
+#include "ui/bounded_text.h"
 #include "ui/conversation_list.h"
 
 #include <QDateTime>
@@ -46,8 +47,9 @@ void MainWindow::onSearchLoaded(const QJsonArray &users)
     searchResultsData = users;
     searchResults->clear();
     for (const QString &username : foundUsers(users)) {
-        auto *entry = new QListWidgetItem(u"👤  "_s + username, searchResults);
+        auto *entry = new QListWidgetItem(u"👤  "_s + inOneLine(username), searchResults);
         entry->setData(Qt::UserRole, username);
+        entry->setSizeHint({0, searchResults->sizeHintForRow(searchResults->count() - 1)}); // never wider
     }
     searchResults->setVisible(searchResults->count() > 0);
 }

@@ -63,6 +63,7 @@ void MainWindow::buildSideLists(QWidget *sidebar)
     searchResults = new QListWidget(sidebar);
     searchResults->setObjectName(u"searchResults"_s);
     searchResults->setMaximumHeight(180);
+    searchResults->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     searchResults->hide();
     dmList = new QListWidget(sidebar);
     dmList->setObjectName(u"dmList"_s);
