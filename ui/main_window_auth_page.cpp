@@ -1,6 +1,7 @@
 // Building the sign-in page.
 #include "ui/main_window.h"
 
+#include "ui/error_label.h"
 #include "ui/style/grid_widget.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
@@ -146,9 +147,7 @@ void MainWindow::addAuthFields(QWidget *card, QVBoxLayout *column)
     rememberCheck = new QCheckBox(text(u"Kom ihåg mig i 30 dagar"_s, u"Remember me for 30 days"_s), card);
     rememberCheck->setObjectName(u"rememberCheck"_s);
     rememberCheck->setStyleSheet(style::rememberCheck());
-    authError = makeLabel({}, card, u"authError"_s);
-    authError->setAlignment(Qt::AlignCenter);
-    authError->setWordWrap(true);
+    authError = new ErrorLabel(card, u"authError"_s);
     authError->hide();
     column->addWidget(usernameField);
     column->addSpacing(8);

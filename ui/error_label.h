@@ -1,0 +1,24 @@
+// The place of an error on a page.
+#pragma once
+
+#include <QLabel>
+
+namespace tideloft::ui
+{
+
+/// A wrapped, centred label that takes the room that its text needs if there is any, but never makes its
+/// window higher: of a text with too many lines it shows the first.
+class ErrorLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    ErrorLabel(QWidget *parent, const QString &objectName);
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace tideloft::ui
