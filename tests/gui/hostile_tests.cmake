@@ -1,0 +1,12 @@
+# What others write and services answer, watched for what the program does with it.
+add_library(tideloft_open_watch SHARED ../faults/open_watch.cpp ../faults/open_watch.h)
+target_include_directories(tideloft_open_watch PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(tideloft_open_watch PRIVATE ${CMAKE_DL_LIBS})
+# The toolkit's own calls go through it because the program names it before the C library.
+add_library(tideloft_hostile_probe STATIC tst_hostile_probe.cpp tst_hostile_probe.h
+    ../support/hostile_texts.cpp ../support/hostile_texts.h)
+target_link_libraries(tideloft_hostile_probe PUBLIC tideloft_rail_probe tideloft_open_watch)
+
+foreach(unit texts)
+    tideloft_test(tst_hostile_${unit} LIBRARIES tideloft_hostile_probe LABELS gui)
+endforeach()

@@ -1,0 +1,34 @@
+// Watching a window that is fed with hostile texts.
+#pragma once
+
+#include "tests/gui/tst_rail_probe.h"
+#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/hostile_texts.h"
+
+#include <QTemporaryDir>
+
+namespace tideloft::tests
+{
+
+/// What is wrong with what the program shows or does at the moment; empty if nothing is.
+class HostileProbe : public SettingsProbe
+{
+public:
+    explicit HostileProbe(ui::Language language);
+
+    const QList<HostileText> &texts() const { return all; }
+    /// Lets everything be laid out and drawn, and tells what is wrong: a label that takes text for markup, a
+    /// window or a list that has grown, a file that was opened, a host that was connected to.
+    QString trouble();
+    /// The text of the message box in front, which is closed; null if none comes.
+    QString boxText() const;
+
+private:
+    QString touched() const;
+
+    QTemporaryDir directory;
+    QList<HostileText> all;
+    QSize windowSize;
+};
+
+} // namespace tideloft::tests
