@@ -16,7 +16,8 @@ struct TextLimits {
 };
 
 constexpr TextLimits messageLimits{100'000, 2'000, 1'000, 1'500'000};
-constexpr TextLimits errorLimits{4'000, 4'000, 1'000, 1'500'000};
+/// Of an error; more lines would push the button of a box off the screen.
+constexpr TextLimits errorLimits{4'000, 30, 1'000, 1'500'000};
 /// Of what stands in one line: more than any window has room for.
 constexpr TextLimits nameLimits{1'000, 1'000, 100, 30'000};
 constexpr TextLimits previewLimits{1'000, 1'000, 100, 5'000};
