@@ -1,0 +1,85 @@
+// Fuzzing of the chat history: from a reply to display records, to rows, to the plan that brings them on
+// screen.
+#include "ui/history_rows.h"
+#include "crypto/open_message.h"
+#include "tests/fuzz/row_checks.h"
+#include "tests/fuzz/two_replies.h"
+
+using namespace tideloft::tests;
+using namespace tideloft::ui;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+qsizetype objectCount(const QJsonArray &items)
+{
+    return std::count_if(items.begin(), items.end(), [](const QJsonValue &item) { return item.isObject(); });
+}
+
+void checkText(const QJsonObject &item, const QString &text)
+{
+    if (!tideloft::crypto::isEncrypted(item))
+        require(text == item.value(u"text"_s).toString(), "a plain message is shown as it came");
+    else if (const QString opened = openedText(item); !opened.isEmpty())
+        require(text == opened, "an envelope is shown as it was opened");
+    else
+        require(text.startsWith(u"🔒 "_s), "an envelope that does not open says so");
+}
+
+QList<DisplayRecord> checkedRecords(const QJsonArray &items, Language language)
+{
+    const auto records = displayRecords(items, u"Alice"_s, openedText, shownAt(), language);
+    require(records.size() == objectCount(items), "every object is a message");
+    auto record = records.begin();
+    for (const QJsonValue &item : items) {
+        if (!item.isObject())
+            continue;
+        checkText(item.toObject(), record->text);
+        require(record->isMine == (record->from.toLower() == u"alice"_s), "own messages are known by name");
+        ++record;
+    }
+    return records;
+}
+
+void checkMessage(const MessageRowModel &row, const DisplayRecord &record)
+{
+    require(row.text == record.text, "texts stay in order");
+    require(row.sender.isEmpty() || (row.sender == record.from && !row.isMine), "a row names its sender");
+    require(row.time.isEmpty() || row.time.size() == 5, "a time is HH:mm");
+}
+
+void checkRows(const QList<HistoryRow> &rows, const QList<DisplayRecord> &records)
+{
+    auto record = records.begin();
+    bool afterSeparator = false;
+    for (const HistoryRow &row : rows) {
+        const auto *message = std::get_if<MessageRowModel>(&row);
+        require(message || !afterSeparator, "a separator is followed by a message");
+        afterSeparator = !message;
+        (void)spokenText(row);
+        if (!message)
+            continue;
+        require(record != records.end(), "no message is shown twice");
+        checkMessage(*message, *record++);
+    }
+    require(!afterSeparator && record == records.end(), "every message is shown");
+}
+
+QList<HistoryRow> checkedRows(const QJsonArray &items, Language language)
+{
+    const QList<DisplayRecord> records = checkedRecords(items, language);
+    const QList<HistoryRow> rows = historyRows(records, shownAt().date(), language);
+    checkRows(rows, records);
+    return rows;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const TwoReplies replies = twoReplies(data, size);
+    const QList<HistoryRow> shown = checkedRows(replies.before, replies.language);
+    checkPlans(shown, checkedRows(replies.after, replies.language));
+    return 0;
+}
