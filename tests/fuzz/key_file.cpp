@@ -35,6 +35,8 @@ void checkWriting(const QString &text)
     const bool written = writePrivateKeyFile(text, &error);
     require(written == !text.trimmed().isEmpty(), "any text is written, unless it is blank");
     require(written || error == u"Private key is empty."_s, "a failure says why");
+    require(!written || readFile(privateKeyPath()) == text.trimmed().toUtf8(),
+            "the file holds the trimmed text");
     if (written)
         require(readPrivateKeyFile() == QString::fromUtf8(text.trimmed().toUtf8().trimmed()),
                 "what is written is read again");
@@ -56,7 +58,7 @@ void checkPrivateHalf(const QByteArray &content)
     require(error.isEmpty() && text == QString::fromUtf8(content.trimmed()), "the file is read, trimmed");
     if (mayPay(content, share))
         checkOpening(text);
-    checkWriting(text);
+    checkWriting(QString::fromUtf8(content));
 }
 
 void checkSealing(const QString &text)

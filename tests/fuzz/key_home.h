@@ -55,10 +55,15 @@ template <typename Fill> QJsonValue filled(const QJsonValue &value, const Fill &
     return array;
 }
 
-/// Whether an input belongs to the one share of OUTOF that may pay for RSA. The same for the same input.
-inline bool mayPay(const QByteArray &input, size_t outOf)
+/// Whether an input belongs to the one share of OUTOF that may pay for RSA. The same for the same input; all
+/// do where only what was kept is replayed.
+inline bool mayPay([[maybe_unused]] const QByteArray &input, [[maybe_unused]] size_t outOf)
 {
+#ifdef TIDELOFT_FUZZ_REPLAY
+    return true;
+#else
     return qHashBits(input.constData(), static_cast<size_t>(input.size()), 1) % outOf == 0;
+#endif
 }
 
 } // namespace tideloft::tests
