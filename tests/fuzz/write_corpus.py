@@ -80,6 +80,23 @@ def error_seeds():
     return result
 
 
+def array_seeds():
+    five = [json.dumps(item(f"m{i}", i)) for i in range(5)]
+    whole = "[" + ",".join(five) + "]"
+    seeds = {"same": [whole, whole], "one_more": ["[" + ",".join(five[:4]) + "]", whole],
+             "one_less": [whole, "[" + ",".join(five[:2] + five[3:]) + "]"],
+             "spaces": [whole, f" {whole} ", f"[ {whole[1:]}"],
+             "reversed": [whole, "[" + ",".join(five[::-1]) + "]"], "empty": [whole, "[]", whole], "nothing": ["", ""],
+             "cut_off": [whole, whole[:-1], whole], "comma": [whole, whole[:-1] + ",]"],
+             "object": [whole, five[0], whole],
+             "texts": [r'["a,b","]","\\","\"",","]', r'["a,b","]","\\\"",","]'],
+             "numbers": ["[1,2,3]", "[1,2.0,3]", "[1,-,3]"],
+             "brackets": ["[[1],[2]]", "[1],[2]", "[]],[[]"],
+             "deep": ["[" * 1024 + "]" * 1024, "[" * 1025 + "]" * 1025],
+             "twins": ["[1,1,1,1]", "[1,1]", "[1,1,1,1,1,1]"], "keys": ['[{"a":1,"a":2},3]', '[{"a":1,"a":2},4]']}
+    return {name: "\x1e".join(bodies).encode() for name, bodies in seeds.items()}
+
+
 def base64_seeds():
     return {"empty": b"", "blank": b" \r\n\t", "one": b"QQ==", "two": b"QUI=", "three": b"QUJD", "unpadded": b"QUI",
             "one_character": b"Q", "url_alphabet": b"-_-_", "both_alphabets": b"+/-_", "lines": b"QUJD\r\nREVG",
@@ -164,7 +181,7 @@ def key_seeds():
 def main():
     corpora = {"base64": base64_seeds(), "error_body": error_seeds(), "history_rows": row_seeds(),
                "conversation_rows": row_seeds(), "open_message": message_seeds(), "seal_envelope": sealing_seeds(),
-               "key_file": key_seeds()}
+               "key_file": key_seeds(), "repeated_array": array_seeds()}
     for target, seeds in corpora.items():
         folder = FOLDER / "corpus" / target
         folder.mkdir(parents=True, exist_ok=True)
