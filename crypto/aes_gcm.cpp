@@ -4,6 +4,7 @@
 #include "crypto/failure.h"
 #include "crypto/openssl_bytes.h"
 #include "crypto/openssl_ptr.h"
+#include "crypto/secret_bytes.h"
 
 #include <openssl/err.h>
 
@@ -93,19 +94,20 @@ QByteArray aesGcmDecrypt(const QByteArray &key, const QByteArray &iv, const QByt
     const OpenSslPtr<EVP_CIPHER_CTX> context(EVP_CIPHER_CTX_new());
     if (!context)
         return failOpenssl(error, u"Could not create AES-GCM context: %1"_s);
-    QByteArray plaintext(sealed.size() - gcmTagSize, '\0');
+    // Until the tag is found right, what was made of the key is nobody's text, and is wiped.
+    SecretBytes plaintext(QByteArray(sealed.size() - gcmTagSize, '\0'));
     int updated = 0;
-    if (!decryptAll(context.get(), key, iv, sealed, plaintext, updated))
+    if (!decryptAll(context.get(), key, iv, sealed, plaintext.buffer(), updated))
         return failOpenssl(error, u"AES-GCM decrypt update failed: %1"_s);
     QByteArray tag = sealed.last(gcmTagSize);
     if (EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_TAG, static_cast<int>(tag.size()), tag.data())
         <= 0)
         return failOpenssl(error, u"AES-GCM set tag failed: %1"_s);
     int finished = 0;
-    if (EVP_DecryptFinal_ex(context.get(), writable(plaintext) + updated, &finished) <= 0)
+    if (EVP_DecryptFinal_ex(context.get(), writable(plaintext.buffer()) + updated, &finished) <= 0)
         return fail(error, u"AES-GCM authentication failed."_s);
-    plaintext.resize(updated + finished);
-    return plaintext;
+    plaintext.buffer().resize(updated + finished);
+    return plaintext.release();
 }
 
 } // namespace tideloft::crypto

@@ -2,20 +2,23 @@
 #include "crypto/base64.h"
 
 #include "crypto/failure.h"
+#include "crypto/secret_bytes.h"
 
 namespace tideloft::crypto
 {
 using namespace Qt::StringLiterals;
 
+// Private keys take this way too, in both directions: what stands between text and bytes is wiped.
 QString toBase64Text(const QByteArray &bytes)
 {
-    return QString::fromLatin1(bytes.toBase64());
+    const SecretBytes encoded(bytes.toBase64());
+    return QString::fromLatin1(encoded.view());
 }
 
 QByteArray fromBase64Text(const QString &text, QString *error)
 {
-    const QByteArray encoded = text.trimmed().toUtf8();
-    QByteArray bytes = QByteArray::fromBase64(encoded);
+    const SecretBytes encoded(QStringView(text).trimmed().toUtf8());
+    QByteArray bytes = QByteArray::fromBase64(encoded.view());
     // The lenient decoder reports nothing; that it found not one byte is the only sign of foreign text.
     if (bytes.isEmpty() && !encoded.isEmpty())
         return fail(error, u"Invalid base64 data."_s);

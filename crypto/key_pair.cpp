@@ -39,11 +39,11 @@ OpenSslPtr<EVP_PKEY> generateKey(QString *error)
 // Empty if the key cannot be encoded.
 SecretBytes encode(int (*encoder)(const EVP_PKEY *, unsigned char **), const EVP_PKEY *key)
 {
-    QByteArray der(qMax(0, encoder(key, nullptr)), '\0');
-    unsigned char *position = writable(der);
+    SecretBytes der(QByteArray(qMax(0, encoder(key, nullptr)), '\0'));
+    unsigned char *position = writable(der.buffer());
     if (!der.isEmpty() && encoder(key, &position) <= 0)
-        der.clear();
-    return SecretBytes(std::move(der));
+        der.wipe();
+    return der;
 }
 
 } // namespace
@@ -61,8 +61,9 @@ bool generateKeyPair(QString *error)
     if (publicDer.isEmpty())
         return fail(error, u"Could not encode public key."_s);
     key.reset();
+    const SecretText privateText(toBase64Text(privateDer.view()));
     QString writeError;
-    if (!writePrivateKeyFile(toBase64Text(privateDer.view()), &writeError)
+    if (!writePrivateKeyFile(privateText.view(), &writeError)
         || !writePublicKeyFile(toBase64Text(publicDer.view()), &writeError))
         return fail(error, writeError);
     return true;

@@ -86,23 +86,23 @@ std::optional<SealedBytes> decodeText(const SealedTexts &sealed, QString *error)
     return SealedBytes{iv, text};
 }
 
-QByteArray readPrivateKey(QString *error)
+SecretBytes readPrivateKey(QString *error)
 {
-    QByteArray keyText = readPrivateKeyBytes(error);
+    SecretBytes keyText(readPrivateKeyBytes(error));
     if (keyText.isEmpty())
-        return failUnlessExplained(error, u"Private key not found."_s);
+        failUnlessExplained(error, u"Private key not found."_s);
     return keyText;
 }
 
 // Bytes can be no text at all: a byte order mark alone is as good as blank.
 SecretBytes decodePrivateKey(const QByteArray &keyText, QString *error)
 {
-    const QString base64 = QString::fromUtf8(keyText);
+    const SecretText base64(QString::fromUtf8(keyText));
     if (base64.isEmpty()) {
         *error = u"Private key not found."_s;
         return SecretBytes(QByteArray());
     }
-    return SecretBytes(decode(base64, u"Private key decode failed."_s, error));
+    return SecretBytes(decode(base64.view(), u"Private key decode failed."_s, error));
 }
 
 SecretBytes unwrapContentKey(const QByteArray &privateKey, const QByteArray &wrappedKey, Remembering *kept,
@@ -164,16 +164,16 @@ DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, c
     const auto texts = findSealedTexts(message, ownName, ownDeviceId, &failed.error);
     if (!texts)
         return failed;
-    const QByteArray keyText = readPrivateKey(&failed.error);
+    const SecretBytes keyText = readPrivateKey(&failed.error);
     if (memory)
-        memory->readFor(keyText, ownName, ownDeviceId);
+        memory->readFor(keyText.view(), ownName, ownDeviceId);
     if (keyText.isEmpty())
         return failed;
     if (!memory)
-        return openUnwrapping(keyText, *texts, nullptr);
+        return openUnwrapping(keyText.view(), *texts, nullptr);
     Remembering kept{*memory, texts->wrappedKey};
     const QByteArray known = memory->contentKey(kept.wrappedKey);
-    return known.isEmpty() ? openUnwrapping(keyText, *texts, &kept) : openRemembered(known, *texts);
+    return known.isEmpty() ? openUnwrapping(keyText.view(), *texts, &kept) : openRemembered(known, *texts);
 }
 
 DecryptResult open(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,

@@ -5,6 +5,7 @@
 #include "crypto/openssl_bytes.h"
 #include "crypto/rsa_key.h"
 #include "crypto/rsa_oaep_context.h"
+#include "crypto/secret_bytes.h"
 
 #include <openssl/err.h>
 #include <openssl/rsa.h>
@@ -51,11 +52,11 @@ QByteArray run(const Direction &direction, EVP_PKEY_CTX *context, const QByteArr
     size_t size = 0;
     if (direction.run(context, nullptr, &size, readable(input), inputSize) <= 0)
         return failOpenssl(error, u"RSA-OAEP size query failed: %1"_s);
-    QByteArray output(static_cast<qsizetype>(size), '\0');
-    if (direction.run(context, writable(output), &size, readable(input), inputSize) <= 0)
+    SecretBytes output(QByteArray(static_cast<qsizetype>(size), '\0'));
+    if (direction.run(context, writable(output.buffer()), &size, readable(input), inputSize) <= 0)
         return failOpenssl(error, direction.runFailure);
-    output.resize(static_cast<qsizetype>(size));
-    return output;
+    output.buffer().resize(static_cast<qsizetype>(size));
+    return output.release();
 }
 
 Direction encryption()

@@ -1,7 +1,8 @@
-// Bytes that must not outlive their use: content keys and decoded private keys.
+// Bytes and texts that must not outlive their use: content keys, and private keys in every form.
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <utility>
 
@@ -9,24 +10,34 @@ namespace tideloft::crypto
 {
 
 /// Owns a secret and overwrites it with zeros when it leaves use. A secret is moved in, so that no
-/// unwiped original stays with the caller.
-class SecretBytes
+/// unwiped original stays with the caller. `Text` is QByteArray or QString.
+template <typename Text> class Secret
 {
 public:
-    explicit SecretBytes(QByteArray &&secret) : bytes(std::move(secret)) { bytes.detach(); } // no literals
-    SecretBytes(SecretBytes &&other) noexcept : bytes(std::exchange(other.bytes, {})) {}
-    SecretBytes &operator=(SecretBytes &&) = delete;
-    Q_DISABLE_COPY(SecretBytes)
-    ~SecretBytes() { wipe(); }
+    explicit Secret(Text &&secret) : text(std::move(secret)) { text.detach(); } // no literals
+    Secret(Secret &&other) noexcept : text(std::exchange(other.text, {})) {}
+    Secret &operator=(Secret &&) = delete;
+    Q_DISABLE_COPY(Secret)
+    ~Secret() { wipe(); }
 
     /// The secret itself. Copies of it share its buffer, and so are wiped with it.
-    [[nodiscard]] const QByteArray &view() const { return bytes; }
-    [[nodiscard]] bool isEmpty() const { return bytes.isEmpty(); }
-    /// Overwrites the buffer and empties the object.
+    [[nodiscard]] const Text &view() const { return text; }
+    [[nodiscard]] bool isEmpty() const { return text.isEmpty(); }
+    /// For whoever fills it in place. What grows it moves it, and leaves the old place unwiped.
+    [[nodiscard]] Text &buffer() { return text; }
+    /// Gives the text out of its care, because it is none of its secrets or has another owner.
+    [[nodiscard]] Text release() { return std::exchange(text, {}); }
+    /// Overwrites the buffer, to the end of what was ever in it, and empties the object.
     void wipe();
 
 private:
-    QByteArray bytes;
+    Text text;
 };
+
+extern template class Secret<QByteArray>;
+extern template class Secret<QString>;
+
+using SecretBytes = Secret<QByteArray>;
+using SecretText = Secret<QString>;
 
 } // namespace tideloft::crypto

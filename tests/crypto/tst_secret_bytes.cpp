@@ -29,6 +29,10 @@ private slots:
     void sharedOriginalIsNotTouched();
     void literalIsNotWrittenTo();
     void emptySecretIsHarmless();
+    void whatWasCutOffIsWipedToo();
+    void whatWasTrimmedInPlaceIsWipedToo();
+    void releasedSecretIsLeftAlone();
+    void textIsWipedAsBytesAre();
 };
 
 void TestSecretBytes::destructionWipesTheSecret()
@@ -82,6 +86,52 @@ void TestSecretBytes::emptySecretIsHarmless()
     QVERIFY(secret.isEmpty());
     secret.wipe();
     QVERIFY(secret.isEmpty());
+}
+
+void TestSecretBytes::whatWasCutOffIsWipedToo()
+{
+    SecretBytes secret(freshSecret());
+    secret.buffer().truncate(4);
+    const QByteArray witness = secret.view();
+    const auto cutOff = QByteArray::fromRawData(witness.constData() + 5, 27); // behind the new end's zero
+    QCOMPARE(cutOff, QByteArray(27, 'k'));
+    secret.wipe();
+    QCOMPARE(witness, QByteArray(4, '\0'));
+    QCOMPARE(cutOff, QByteArray(27, '\0'));
+}
+
+// As the private key's file is trimmed when its text begins with a blank: moved down in its own buffer.
+void TestSecretBytes::whatWasTrimmedInPlaceIsWipedToo()
+{
+    QByteArray read = QByteArray(1, ' ') + freshSecret() + QByteArray(8, ' ');
+    const char *place = read.constData();
+    SecretBytes secret(std::move(read).trimmed());
+    QCOMPARE(secret.view(), freshSecret());
+    const QByteArray witness = secret.view();
+    const auto buffer = QByteArray::fromRawData(place, 41);
+    QVERIFY(buffer.contains('k'));
+    secret.wipe();
+    QCOMPARE(buffer, QByteArray(41, '\0'));
+}
+
+void TestSecretBytes::releasedSecretIsLeftAlone()
+{
+    QByteArray released;
+    {
+        SecretBytes secret(freshSecret());
+        released = secret.release();
+        QVERIFY(secret.isEmpty());
+    }
+    QCOMPARE(released, freshSecret());
+}
+
+void TestSecretBytes::textIsWipedAsBytesAre()
+{
+    std::optional<SecretText> secret(QString(32, u'k'));
+    const QString witness = secret->view();
+    QCOMPARE(witness, QString(32, u'k'));
+    secret.reset();
+    QCOMPARE(witness, QString(32, QChar(0)));
 }
 
 TIDELOFT_TEST_MAIN(TestSecretBytes)
