@@ -1,9 +1,11 @@
 // Reading and writing of the two key files.
 #include "crypto/key_store.h"
 
+#include "crypto/directory_lock.h"
 #include "crypto/failure.h"
 #include "crypto/key_pair.h"
 #include "crypto/regular_file.h"
+#include "crypto/secret_bytes.h"
 
 #include <QDir>
 #include <QFile>
@@ -41,18 +43,13 @@ bool exists(const QString &path)
 // The texts for one half differ only in its name: "Private" or "Public".
 bool writeKeyFile(const QString &half, const QString &base64, const QString &path, QString *error)
 {
-    const QString text = base64.trimmed();
+    const SecretBytes text(QStringView(base64).trimmed().toUtf8());
     if (text.isEmpty())
         return fail(error, u"%1 key is empty."_s.arg(half));
     if (path.isEmpty())
         return failUnlessExplained(error, u"%1 key path is empty."_s.arg(half));
-    constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate, ownerOnly))
+    if (!writeRegularFile(path, text.view()))
         return fail(error, u"Could not write %1 key file: %2"_s.arg(half.toLower(), path));
-    file.setPermissions(ownerOnly); // of a file that was there before; it is empty at this moment
-    file.write(text.toUtf8());
-    file.close();
     return true;
 }
 
@@ -105,8 +102,11 @@ bool publicKeyExists()
     return exists(publicKeyPath());
 }
 
+// The question and the answer to it under one lock: of two copies that sign in for the first time at the same
+// moment the second finds the pair of the first, and never a half of it.
 bool ensureKeyPair(QString *error)
 {
+    const DirectoryLock lock(appDataDir());
     return (privateKeyExists() && publicKeyExists()) || generateKeyPair(error);
 }
 
@@ -130,7 +130,8 @@ QByteArray readTrimmedFile(const QString &path, QString *error)
 
 QString readPrivateKeyFile(QString *error)
 {
-    return QString::fromUtf8(readPrivateKeyBytes(error));
+    const SecretBytes text(readPrivateKeyBytes(error));
+    return QString::fromUtf8(text.view());
 }
 
 QByteArray readPrivateKeyBytes(QString *error)

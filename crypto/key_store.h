@@ -21,19 +21,21 @@ bool privateKeyExists();
 bool publicKeyExists();
 
 /// True when both files exist, whatever they hold, or a new pair could be written. One missing file replaces
-/// the whole pair: messages wrapped for the old key can then no longer be opened on this device.
+/// the whole pair: messages wrapped for the old key can then no longer be opened on this device. Waits for
+/// another copy of the program that is here at the same moment.
 bool ensureKeyPair(QString *error = nullptr);
 
-/// Replaces the file by the trimmed Base64 text, readable and writable by its owner alone. True when the file
-/// could be opened.
+/// Replaces the file by the trimmed Base64 text, readable and writable by its owner alone. True when a
+/// regular file could be opened, whether or not the disk then took the text.
 bool writePrivateKeyFile(const QString &base64, QString *error = nullptr);
 bool writePublicKeyFile(const QString &base64, QString *error = nullptr);
 
 /// The file's bytes without outer white space, so that a newline added by hand does no harm. Empty on
-/// failure.
+/// failure, which anything but a regular file of at most 64 KiB is.
 QByteArray readTrimmedFile(const QString &path, QString *error = nullptr);
 
-/// The Base64 text in the file. Empty on failure and for a blank file; only the failure has a message.
+/// The Base64 text in the file. Empty on failure and for a blank file; only the failure has a message. The
+/// private one is the caller's secret: move it into SecretText, or SecretBytes.
 QString readPrivateKeyFile(QString *error = nullptr);
 QString readPublicKeyFile(QString *error = nullptr);
 /// The same as the bytes that are in the file.

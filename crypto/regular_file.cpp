@@ -1,11 +1,17 @@
-// Opening, looking at what was opened, reading.
+// Opening, looking at what was opened, reading or writing.
 #include "crypto/regular_file.h"
+
+#include "crypto/descriptor.h"
+#include "crypto/secret_bytes.h"
 
 #include <QFile>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <tuple>
 
 namespace tideloft::crypto
 {
@@ -13,54 +19,98 @@ namespace tideloft::crypto
 namespace
 {
 
-class Descriptor
-{
-public:
-    explicit Descriptor(int opened) : number(opened) {}
-    Q_DISABLE_COPY_MOVE(Descriptor)
-    ~Descriptor()
-    {
-        if (number >= 0)
-            close(number);
-    }
-    [[nodiscard]] int get() const { return number; }
+// What was opened is looked at, not what the path named a moment before. Without O_NONBLOCK the opening of a
+// pipe would wait for its other end; regular files do not care.
+constexpr int withoutWaiting = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
 
-private:
-    const int number;
-};
-
-// Up to and with the read that finds the end, so that a file which grows meanwhile is not cut.
-std::optional<QByteArray> readAll(int file, qsizetype expected)
+// Nothing unless it is a regular file.
+std::optional<qsizetype> sizeOf(const Descriptor &file)
 {
-    QByteArray bytes(expected + 1, Qt::Uninitialized);
-    qsizetype size = 0;
-    for (;;) {
-        const ssize_t got = read(file, bytes.data() + size, static_cast<size_t>(bytes.size() - size));
+    struct stat status {
+    };
+    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    return static_cast<qsizetype>(status.st_size);
+}
+
+// read() or write(), again when a signal came first.
+template <typename Call> ssize_t uninterrupted(const Call &call)
+{
+    ssize_t result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+// Fills `bytes` from its place `size` on. False on an error; `size` is then what it was.
+bool readUntilFullOrEnd(const Descriptor &file, QByteArray &bytes, qsizetype &size)
+{
+    while (size < bytes.size()) {
+        const auto room = static_cast<size_t>(bytes.size() - size);
+        const ssize_t got = uninterrupted([&] { return read(file.get(), bytes.data() + size, room); });
         if (got < 0)
-            return {};
-        size += got;
+            return false;
         if (got == 0)
             break;
-        if (size == bytes.size())
-            bytes.resize(2 * size);
+        size += got;
     }
-    bytes.truncate(size);
-    return bytes;
+    return true;
+}
+
+// Up to and with the read that finds the end, so that a file which grows meanwhile is not cut. One byte more
+// than is expected, and then than is allowed, tells whether there is more. Both places may have held a key.
+std::optional<QByteArray> readAll(const Descriptor &file, qsizetype expected)
+{
+    SecretBytes bytes(QByteArray(expected + 1, Qt::Uninitialized));
+    qsizetype size = 0;
+    if (!readUntilFullOrEnd(file, bytes.buffer(), size))
+        return {};
+    if (size <= expected) {
+        bytes.buffer().truncate(size);
+        return bytes.release();
+    }
+    SecretBytes more(QByteArray(largestFile + 1, Qt::Uninitialized));
+    std::memcpy(more.buffer().data(), bytes.view().constData(), static_cast<size_t>(size));
+    if (!readUntilFullOrEnd(file, more.buffer(), size) || size > largestFile)
+        return {};
+    more.buffer().truncate(size);
+    return more.release();
+}
+
+bool writeAll(const Descriptor &file, const QByteArray &bytes)
+{
+    qsizetype written = 0;
+    while (written < bytes.size()) {
+        const auto left = static_cast<size_t>(bytes.size() - written);
+        const ssize_t taken =
+            uninterrupted([&] { return write(file.get(), bytes.constData() + written, left); });
+        if (taken <= 0)
+            return false;
+        written += taken;
+    }
+    return true;
 }
 
 } // namespace
 
-// What was opened is looked at, not what the path named a moment before. Without O_NONBLOCK the opening of a
-// pipe would wait for a writer; regular files do not care.
 std::optional<QByteArray> readRegularFile(const QString &path)
 {
+    const Descriptor file(open(QFile::encodeName(path).constData(), O_RDONLY | withoutWaiting));
+    const auto size = sizeOf(file);
+    return size && *size <= largestFile ? readAll(file, *size) : std::nullopt;
+}
+
+bool writeRegularFile(const QString &path, const QByteArray &bytes)
+{
     const Descriptor file(
-        open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status {
-    };
-    if (file.get() < 0 || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
-        return {};
-    return readAll(file.get(), static_cast<qsizetype>(status.st_size));
+        open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | withoutWaiting, ownerOnly));
+    if (!sizeOf(file))
+        return false;
+    fchmod(file.get(), ownerOnly); // of a file that was there before; it is empty at this moment
+    if (!writeAll(file, bytes))
+        std::ignore = ftruncate(file.get(), 0);
+    return true;
 }
 
 } // namespace tideloft::crypto

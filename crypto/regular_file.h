@@ -1,4 +1,5 @@
-// Reading a whole file with as few questions to the system as possible: it is done for every message.
+// Small regular files, read and written with as few questions to the system as possible: the private key's is
+// read for every message.
 #pragma once
 
 #include <QByteArray>
@@ -9,8 +10,15 @@
 namespace tideloft::crypto
 {
 
-/// All bytes of the file at `path`. Nothing if it cannot be read or is no regular file: a pipe would be
-/// waited for, and a device never ends. A link leads to its file.
+inline constexpr qsizetype largestFile = qsizetype{64} * 1024; ///< bytes; a key file has some 1,600
+
+/// All bytes of the file at `path`. Nothing if it cannot be read, is larger than `largestFile`, or is no
+/// regular file: a pipe would be waited for, and a device never ends. A link leads to its file.
 std::optional<QByteArray> readRegularFile(const QString &path);
+
+/// Replaces what the regular file at `path` holds, or makes it: for its owner alone, whatever it was before.
+/// False if it cannot be opened for writing, or is something else, which is left as it is. A disk that then
+/// does not take the bytes leaves an empty file, and true: a part of a key would pass for one.
+bool writeRegularFile(const QString &path, const QByteArray &bytes);
 
 } // namespace tideloft::crypto

@@ -4,10 +4,7 @@
 #include "tests/crypto/key_halves.h"
 #include "tests/support/test_main.h"
 
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <sys/stat.h>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
@@ -35,9 +32,6 @@ private slots:
     void shorterTextReplacesTheWholeFile();
     void blankTextIsRefusedAndTouchesNothing_data() { addHalves(); }
     void blankTextIsRefusedAndTouchesNothing();
-    void directoryInTheFilesPlaceIsReported_data() { addHalves(); }
-    void directoryInTheFilesPlaceIsReported();
-    void pipeIsNotOpened();
     void missingFileIsReportedWithItsPath_data() { addHalves(); }
     void missingFileIsReportedWithItsPath();
     void outerWhiteSpaceIsRemovedOnReading_data() { addHalves(); }
@@ -170,31 +164,6 @@ void TestKeyStore::blankTextIsRefusedAndTouchesNothing()
         QCOMPARE(error, capitalised(half) + u" key is empty."_s);
     }
     QCOMPARE(readFile(path), QByteArray("QUJD"));
-}
-
-void TestKeyStore::directoryInTheFilesPlaceIsReported()
-{
-    QFETCH(const QString, half);
-    QFETCH(const QString, path);
-    QFETCH(const Writer, write);
-    QFETCH(const Reader, read);
-    QVERIFY(QDir().mkpath(path));
-    QString error;
-    QVERIFY(!write(u"QUJD"_s, &error));
-    QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
-    QVERIFY(read(&error).isEmpty());
-    QCOMPARE(error, u"Could not open file: "_s + path);
-}
-
-// Reading it would wait for ever: a hang of this test is its failure.
-void TestKeyStore::pipeIsNotOpened()
-{
-    const QTemporaryDir directory;
-    const QString path = directory.filePath(u"chat_private_key.b64"_s);
-    QCOMPARE(mkfifo(path.toUtf8().constData(), 0600), 0);
-    QString error;
-    QVERIFY(readTrimmedFile(path, &error).isEmpty());
-    QCOMPARE(error, u"Could not open file: "_s + path);
 }
 
 void TestKeyStore::missingFileIsReportedWithItsPath()

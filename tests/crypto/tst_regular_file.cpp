@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
@@ -36,7 +37,7 @@ void TestRegularFile::allBytesAreRead_data()
     QTest::newRow("none") << QByteArray("");
     QTest::newRow("one") << QByteArray("x");
     QTest::newRow("with a zero and outer white space") << QByteArray(" a\0b\n", 5);
-    QTest::newRow("a million") << QByteArray(1'000'000, 'm');
+    QTest::newRow("as many as there may be") << QByteArray(64 * 1024, 'm');
 }
 
 void TestRegularFile::allBytesAreRead()
@@ -78,6 +79,16 @@ void TestRegularFile::nothingElseIsRead_data()
     QCOMPARE(mkfifo(QFile::encodeName(pathOf(u"pipe"_s)).constData(), 0600), 0);
     QTest::newRow("link to a pipe") << pathOf(u"link to pipe"_s);
     QVERIFY(QFile::link(pathOf(u"pipe"_s), pathOf(u"link to pipe"_s)));
+    QTest::newRow("link to nothing") << pathOf(u"dangling"_s);
+    QVERIFY(QFile::link(pathOf(u"missing"_s), pathOf(u"dangling"_s)));
+    QTest::newRow("link to itself") << pathOf(u"circle"_s);
+    QVERIFY(QFile::link(pathOf(u"circle"_s), pathOf(u"circle"_s)));
+    QTest::newRow("one byte more than there may be") << pathOf(u"large"_s);
+    QVERIFY(writeFile(pathOf(u"large"_s), QByteArray(64 * 1024 + 1, 'm')));
+    QTest::newRow("a terabyte without content") << pathOf(u"huge"_s);
+    QVERIFY(writeFile(pathOf(u"huge"_s), QByteArray()));
+    QCOMPARE(truncate(QFile::encodeName(pathOf(u"huge"_s)).constData(), off_t{1} << 40), 0);
+    QTest::newRow("more than it says, and more than there may be") << u"/proc/kallsyms"_s;
 }
 
 void TestRegularFile::nothingElseIsRead()

@@ -1,0 +1,28 @@
+// An open file of the system, closed when nobody holds it any more.
+#pragma once
+
+#include <QtGlobal>
+
+#include <unistd.h>
+
+namespace tideloft::crypto
+{
+
+class Descriptor
+{
+public:
+    explicit Descriptor(int opened) : number(opened) {}
+    Q_DISABLE_COPY_MOVE(Descriptor)
+    ~Descriptor()
+    {
+        if (isOpen())
+            close(number);
+    }
+    [[nodiscard]] bool isOpen() const { return number >= 0; }
+    [[nodiscard]] int get() const { return number; }
+
+private:
+    const int number;
+};
+
+} // namespace tideloft::crypto

@@ -1,0 +1,30 @@
+// Keeping two copies of the program from doing the same thing in one directory at the same moment.
+#pragma once
+
+#include "crypto/descriptor.h"
+
+#include <QString>
+
+namespace tideloft::crypto
+{
+
+/// An advisory lock on a directory itself, so that no further file is needed; the system takes it back when
+/// the program ends in whatever way. Waits for another holder, but not for ever: after `patience`, and where
+/// the directory or its file system cannot be locked, the object holds nothing, and its owner goes on
+/// without.
+class DirectoryLock
+{
+public:
+    /// Several times what the slowest making of a key pair takes. A copy that holds the lock for longer was
+    /// stopped; this one, and its window, do not wait for it to go on.
+    static constexpr int defaultPatience = 20'000; // ms
+
+    explicit DirectoryLock(const QString &path, int patience = defaultPatience);
+    [[nodiscard]] bool isHeld() const { return held; }
+
+private:
+    const Descriptor directory;
+    const bool held;
+};
+
+} // namespace tideloft::crypto

@@ -1,0 +1,105 @@
+// What else than a key file can stand in a key file's place, and that nobody waits for it or writes into it.
+#include "crypto/key_store.h"
+#include "tests/crypto/data_dir.h"
+#include "tests/crypto/key_halves.h"
+#include "tests/support/test_main.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace tideloft::crypto;
+using namespace tideloft::tests;
+using namespace Qt::StringLiterals;
+
+class TestKeyFilePlaces : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { removeDataDir(); }
+    void cleanupTestCase() { removeDataDir(); }
+    void directoryInTheFilesPlaceIsReported_data() { addHalves(); }
+    void directoryInTheFilesPlaceIsReported();
+    void pipeIsNotOpened();
+    void pipeInTheFilesPlaceIsReported_data() { addHalves(); }
+    void pipeInTheFilesPlaceIsReported();
+    void hugeFileIsReported_data() { addHalves(); }
+    void hugeFileIsReported();
+    void danglingLinkIsReported_data() { addHalves(); }
+    void danglingLinkIsReported();
+};
+
+void TestKeyFilePlaces::directoryInTheFilesPlaceIsReported()
+{
+    QFETCH(const QString, half);
+    QFETCH(const QString, path);
+    QFETCH(const Writer, write);
+    QFETCH(const Reader, read);
+    QVERIFY(QDir().mkpath(path));
+    QString error;
+    QVERIFY(!write(u"QUJD"_s, &error));
+    QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
+    QVERIFY(read(&error).isEmpty());
+    QCOMPARE(error, u"Could not open file: "_s + path);
+}
+
+// Reading it would wait for ever: a hang of this test is its failure.
+void TestKeyFilePlaces::pipeIsNotOpened()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(u"chat_private_key.b64"_s);
+    QCOMPARE(mkfifo(path.toUtf8().constData(), 0600), 0);
+    QString error;
+    QVERIFY(readTrimmedFile(path, &error).isEmpty());
+    QCOMPARE(error, u"Could not open file: "_s + path);
+}
+
+// Writing to it would wait for ever, too.
+void TestKeyFilePlaces::pipeInTheFilesPlaceIsReported()
+{
+    QFETCH(const QString, half);
+    QFETCH(const QString, path);
+    QFETCH(const Writer, write);
+    QFETCH(const Reader, read);
+    QVERIFY(!appDataDir().isEmpty());
+    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    QString error;
+    QVERIFY(!write(u"QUJD"_s, &error));
+    QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
+    QVERIFY(read(&error).isEmpty());
+    QCOMPARE(error, u"Could not open file: "_s + path);
+}
+
+void TestKeyFilePlaces::hugeFileIsReported()
+{
+    QFETCH(const QString, path);
+    QFETCH(const Reader, read);
+    QVERIFY(!appDataDir().isEmpty());
+    QVERIFY(writeFile(path, QByteArray(64 * 1024, 'A')));
+    QCOMPARE(read(nullptr).size(), 64 * 1024);
+    QVERIFY(writeFile(path, QByteArray(64 * 1024 + 1, 'A')));
+    QString error;
+    QVERIFY(read(&error).isEmpty());
+    QCOMPARE(error, u"Could not open file: "_s + path);
+}
+
+void TestKeyFilePlaces::danglingLinkIsReported()
+{
+    QFETCH(const QString, half);
+    QFETCH(const QString, path);
+    QFETCH(const Writer, write);
+    QFETCH(const Reader, read);
+    QVERIFY(!appDataDir().isEmpty());
+    QVERIFY(QFile::link(u"/nowhere/at/all"_s, path));
+    QVERIFY(!privateKeyExists() && !publicKeyExists());
+    QString error;
+    QVERIFY(!write(u"QUJD"_s, &error));
+    QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
+    QVERIFY(read(&error).isEmpty());
+    QCOMPARE(error, u"Could not open file: "_s + path);
+}
+
+TIDELOFT_TEST_MAIN(TestKeyFilePlaces)
+#include "tst_key_file_places.moc"
