@@ -1,10 +1,19 @@
 // Reading and making of the device identifier.
 #include "net/device_identity.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
+#include <QThread>
 #include <QUuid>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -14,25 +23,86 @@ namespace tideloft::net
 namespace
 {
 
-constexpr qint64 longestFile = qint64{64} * 1024;
+constexpr qsizetype largestFile = qsizetype{64} * 1024;
+constexpr int lockPatience = 20'000; // ms; whoever holds the lock for longer was stopped
+constexpr int lockPause = 5;         // ms
+
+class Descriptor
+{
+public:
+    Descriptor(const QString &path, int flags)
+        : number(open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR))
+    {
+    }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+    ~Descriptor()
+    {
+        if (number >= 0)
+            close(number);
+    }
+    [[nodiscard]] bool isOpen() const { return number >= 0; }
+    [[nodiscard]] bool isRegularFile() const
+    {
+        struct stat status {
+        };
+        return isOpen() && fstat(number, &status) == 0 && S_ISREG(status.st_mode);
+    }
+    [[nodiscard]] int get() const { return number; }
+
+private:
+    const int number;
+};
+
+// Without O_NONBLOCK the opening of a pipe would wait for its other end; regular files do not care. What was
+// opened is looked at then, not what the path named a moment before.
+Descriptor openFile(const QString &path, int flags)
+{
+    return {path, flags | O_NONBLOCK | O_NOCTTY};
+}
+
+// An advisory lock on the directory itself, so that of two copies that start for the first time at the same
+// moment the second finds the identifier of the first. Where there is none to be had, the start goes on.
+void lock(const Descriptor &directory)
+{
+    const QDeadlineTimer deadline(lockPatience);
+    while (directory.isOpen() && flock(directory.get(), LOCK_EX | LOCK_NB) != 0
+           && (errno == EWOULDBLOCK || errno == EINTR) && !deadline.hasExpired())
+        QThread::msleep(lockPause);
+}
+
+// The bytes of a file that can be read to its end, which comes soon enough.
+QByteArray readSmallFile(const Descriptor &file)
+{
+    QByteArray bytes(largestFile + 1, Qt::Uninitialized);
+    qsizetype size = 0;
+    while (size < bytes.size()) {
+        const ssize_t got = read(file.get(), bytes.data() + size, static_cast<size_t>(bytes.size() - size));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return {};
+        if (got == 0)
+            break;
+        size += got;
+    }
+    return size > largestFile ? QByteArray() : bytes.left(size);
+}
 
 QString readDeviceId(const QString &path)
 {
-    QFile file(path);
-    // Opening a pipe would wait for a writer that never comes, and a device may never end.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(file.read(longestFile)).trimmed();
+    const Descriptor file = openFile(path, O_RDONLY);
+    return file.isRegularFile() ? QString::fromUtf8(readSmallFile(file)).trimmed() : QString();
 }
 
+// The next start would take a part of an identifier for one, so a disk that is full gets none of it.
 void writeDeviceId(const QString &path, const QString &deviceId)
 {
-    const QFileInfo place(path);
-    if (place.exists() && !place.isFile())
+    const Descriptor file = openFile(path, O_WRONLY | O_CREAT | O_TRUNC);
+    if (!file.isRegularFile())
         return;
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate, QFile::ReadOwner | QFile::WriteOwner))
-        file.write(deviceId.toUtf8());
+    const QByteArray bytes = deviceId.toUtf8();
+    if (write(file.get(), bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
+        std::ignore = ftruncate(file.get(), 0);
 }
 
 } // namespace
@@ -40,6 +110,8 @@ void writeDeviceId(const QString &path, const QString &deviceId)
 QString loadOrCreateDeviceId(const QString &directory)
 {
     QDir().mkpath(directory);
+    const Descriptor place(directory, O_RDONLY | O_DIRECTORY);
+    lock(place);
     const QString path = QDir(directory).filePath(u"device_id.txt"_s);
     if (const QString known = readDeviceId(path); !known.isEmpty())
         return known;

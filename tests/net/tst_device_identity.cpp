@@ -8,7 +8,12 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;
@@ -57,7 +62,10 @@ private slots:
     void whatIsNoFileIsLeftAlone();
     void anImpossibleDirectoryGivesAnIdentifierForThisRun();
     void theClientReadsItFromItsDataDirectory();
-    void aLineBreakInsideStaysInsideItsHeader();
+    void aPipeThatIsReadGetsNothing();
+    void aCopyThatStartsAtTheSameTimeIsWaitedFor();
+    void noControlCharacterLeavesItsHeader_data();
+    void noControlCharacterLeavesItsHeader();
 
 private:
     std::unique_ptr<QTemporaryDir> directory;
@@ -107,6 +115,9 @@ void TestDeviceIdentity::aWrittenIdentifierIsKept_data()
     QTest::newRow("no identifier of ours") << QByteArray("My Computer") << u"My Computer"_s;
     QTest::newRow("UTF-8") << QByteArray("\xc3\xa5\xc3\xa4\xc3\xb6") << u"åäö"_s;
     QTest::newRow("upper case") << QByteArray("3F2B8C1E") << u"3F2B8C1E"_s;
+    QTest::newRow("control characters")
+        << QByteArray("a\r\nb\0c\x1b[0m\x7f", 11) << QString::fromLatin1("a\r\nb\0c\x1b[0m\x7f", 11);
+    QTest::newRow("as long as there may be") << QByteArray(64 * 1024, 'a') << QString(64 * 1024, u'a');
 }
 
 void TestDeviceIdentity::aWrittenIdentifierIsKept()
@@ -125,6 +136,7 @@ void TestDeviceIdentity::blanksAreOverwritten_data()
     QTest::newRow("only blanks") << QByteArray("    ");
     // Longer than an identifier: nothing of it may be left behind.
     QTest::newRow("many line ends") << QByteArray(100, '\n');
+    QTest::newRow("too large to be one") << QByteArray(64 * 1024 + 1, 'a');
 }
 
 void TestDeviceIdentity::blanksAreOverwritten()
@@ -141,7 +153,10 @@ void TestDeviceIdentity::whatIsNoFileIsLeftAlone_data()
     QTest::addColumn<QString>("kind");
     QTest::newRow("directory") << u"directory"_s;
     QTest::newRow("pipe, which would block") << u"pipe"_s;
-    QTest::newRow("link to a device that never ends") << u"device"_s;
+    QTest::newRow("link to a device that never ends") << u"/dev/zero"_s;
+    QTest::newRow("link to a device that is full") << u"/dev/full"_s;
+    QTest::newRow("link into no directory") << u"/nowhere/at/all"_s;
+    QTest::newRow("link to itself") << u"device_id.txt"_s;
 }
 
 void TestDeviceIdentity::whatIsNoFileIsLeftAlone()
@@ -152,10 +167,10 @@ void TestDeviceIdentity::whatIsNoFileIsLeftAlone()
     else if (kind == u"pipe"_s)
         QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
     else
-        QVERIFY(QFile::link(u"/dev/zero"_s, path));
+        QCOMPARE(symlink(QFile::encodeName(kind).constData(), QFile::encodeName(path).constData()), 0);
     const QString identifier = loadOrCreateDeviceId(directory->path());
     QVERIFY2(isFreshIdentifier(identifier), qPrintable(identifier));
-    QVERIFY(QFileInfo::exists(path));
+    QVERIFY(QFileInfo::exists(path) || QFileInfo(path).isSymLink());
     QVERIFY(!QFileInfo(path).isFile());
     QVERIFY(loadOrCreateDeviceId(directory->path()) != identifier); // good for one run only
 }
@@ -181,14 +196,50 @@ void TestDeviceIdentity::theClientReadsItFromItsDataDirectory()
     QCOMPARE(first.currentUsername(), QString());
 }
 
-void TestDeviceIdentity::aLineBreakInsideStaysInsideItsHeader()
+void TestDeviceIdentity::aPipeThatIsReadGetsNothing()
 {
+    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    const int reader = open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(isFreshIdentifier(loadOrCreateDeviceId(directory->path())));
+    char byte = 0;
+    QCOMPARE(read(reader, &byte, 1), 0);
+    close(reader);
+}
+
+// Here a copy that has made its file, and is about to write into it.
+void TestDeviceIdentity::aCopyThatStartsAtTheSameTimeIsWaitedFor()
+{
+    write(path, QByteArray());
+    const int first = open(QFile::encodeName(directory->path()).constData(), O_RDONLY | O_CLOEXEC);
+    QCOMPARE(flock(first, LOCK_EX), 0);
+    QString second;
+    std::thread start([&] { second = loadOrCreateDeviceId(directory->path()); });
+    write(path, "from the first");
+    close(first);
+    start.join();
+    QCOMPARE(second, u"from the first"_s);
+}
+
+void TestDeviceIdentity::noControlCharacterLeavesItsHeader_data()
+{
+    QTest::addColumn<QByteArray>("between");
+    QTest::newRow("carriage return and line feed") << QByteArray("\r\n");
+    for (int character = 0; character < 0x20; ++character)
+        QTest::addRow("character %02x", character) << QByteArray(1, static_cast<char>(character));
+    QTest::newRow("delete") << QByteArray("\x7f");
+    QTest::newRow("next line") << QByteArray("\xc2\x85");
+}
+
+void TestDeviceIdentity::noControlCharacterLeavesItsHeader()
+{
+    QFETCH(const QByteArray, between);
     const QString home = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QVERIFY(QDir().mkpath(home));
-    write(home + u"/device_id.txt"_s, "abc\r\nX-Injected: yes\n");
+    write(home + u"/device_id.txt"_s, "abc" + between + "X-Injected: yes\n");
     LoopbackService service;
     ApiClient client;
     QVERIFY(QFile::remove(home + u"/device_id.txt"_s));
+    QCOMPARE(client.deviceId(), QString::fromUtf8("abc" + between + "X-Injected: yes")); // as it was read
     QSignalSpy failed(&client, &ApiClient::meFailed);
     client.fetchMe();
     QVERIFY(failed.wait());
