@@ -8,7 +8,6 @@
 #include "crypto/secret_bytes.h"
 
 #include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 
 #include <utility>
@@ -37,7 +36,12 @@ QString pathOf(const QString &fileName)
 
 bool exists(const QString &path)
 {
-    return !path.isEmpty() && QFile::exists(path);
+    return !path.isEmpty() && somethingIsAt(path);
+}
+
+QString withoutPath(const QString &half)
+{
+    return u"%1 key path is empty."_s.arg(half);
 }
 
 // The texts for one half differ only in its name: "Private" or "Public".
@@ -47,7 +51,7 @@ bool writeKeyFile(const QString &half, const QString &base64, const QString &pat
     if (text.isEmpty())
         return fail(error, u"%1 key is empty."_s.arg(half));
     if (path.isEmpty())
-        return failUnlessExplained(error, u"%1 key path is empty."_s.arg(half));
+        return failUnlessExplained(error, withoutPath(half));
     if (!writeRegularFile(path, text.view()))
         return fail(error, u"Could not write %1 key file: %2"_s.arg(half.toLower(), path));
     return true;
@@ -61,7 +65,7 @@ QByteArray readKeyFile(const QString &half, const QString &fileName, QString *er
         return std::move(*bytes).trimmed();
     const QString path = pathOf(fileName);
     if (path.isEmpty())
-        return failUnlessExplained(error, u"%1 key path is empty."_s.arg(half));
+        return failUnlessExplained(error, withoutPath(half));
     return readTrimmedFile(path, error);
 }
 
@@ -103,11 +107,16 @@ bool publicKeyExists()
 }
 
 // The question and the answer to it under one lock: of two copies that sign in for the first time at the same
-// moment the second finds the pair of the first, and never a half of it.
+// moment the second finds the pair of the first, and never a half of it. The directory is asked for once: if
+// it were away for a moment only, a pair in it would pass for missing, and be written over.
 bool ensureKeyPair(QString *error)
 {
-    const DirectoryLock lock(appDataDir());
-    return (privateKeyExists() && publicKeyExists()) || generateKeyPair(error);
+    const QString directory = appDataDir();
+    if (directory.isEmpty())
+        return fail(error, withoutPath(u"Private"_s));
+    const DirectoryLock lock(directory);
+    const auto isThere = [&](const QString &fileName) { return exists(QDir(directory).filePath(fileName)); };
+    return (isThere(privateKeyFile) && isThere(publicKeyFile)) || generateKeyPair(error);
 }
 
 bool writePrivateKeyFile(const QString &base64, QString *error)

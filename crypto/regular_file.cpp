@@ -94,6 +94,15 @@ bool writeAll(const Descriptor &file, const QByteArray &bytes)
 
 } // namespace
 
+bool somethingIsAt(const QString &path)
+{
+    struct stat status {
+    };
+    if (stat(QFile::encodeName(path).constData(), &status) == 0)
+        return true;
+    return errno != ENOENT && errno != ENOTDIR && errno != ELOOP && errno != EACCES && errno != ENAMETOOLONG;
+}
+
 std::optional<QByteArray> readRegularFile(const QString &path)
 {
     const Descriptor file(open(QFile::encodeName(path).constData(), O_RDONLY | withoutWaiting));

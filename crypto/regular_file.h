@@ -12,6 +12,10 @@ namespace tideloft::crypto
 
 inline constexpr qsizetype largestFile = qsizetype{64} * 1024; ///< bytes; a key file has some 1,600
 
+/// Whether the path, or the link there, leads to anything. Where the system cannot say because of an error of
+/// its own, something is taken to be there: what is taken to be missing is made anew.
+bool somethingIsAt(const QString &path);
+
 /// All bytes of the file at `path`. Nothing if it cannot be read, is larger than `largestFile`, or is no
 /// regular file: a pipe would be waited for, and a device never ends. A link leads to its file.
 std::optional<QByteArray> readRegularFile(const QString &path);

@@ -1,0 +1,204 @@
+// The key files when the disk or the system fails: the messages, what is left, and what is not touched.
+#include "crypto/base64.h"
+#include "crypto/key_store.h"
+#include "tests/crypto/data_dir.h"
+#include "tests/crypto/key_halves.h"
+#include "tests/crypto/test_keys.h"
+#include "tests/faults/fault_rows.h"
+#include "tests/support/long_form.h"
+#include "tests/support/test_main.h"
+
+#include <functional>
+
+using namespace tideloft::crypto;
+using namespace tideloft::tests;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+struct Outcome {
+    bool ok = false;
+    QString error;
+
+    bool operator==(const Outcome &) const = default;
+};
+
+QString capitalisedHalfOf(const QString &failed)
+{
+    return failed.contains(u"public"_s) ? u"Public"_s : u"Private"_s;
+}
+
+QString pathOf(const QString &failed)
+{
+    return dataLocation() + u'/' + failed.section(u' ', -1);
+}
+
+// What a write of a key file, or of both, has to say once this call has failed.
+Outcome expectedOfWriting(const QString &failed)
+{
+    if (failed.startsWith(u"mkdir"_s))
+        return {false, u"Private key path is empty."_s};
+    if (failed.startsWith(u"open to write"_s))
+        return {false,
+                u"Could not write %1 key file: "_s.arg(capitalisedHalfOf(failed).toLower()) + pathOf(failed)};
+    return {true, u"before"_s};
+}
+
+bool halvesMatch()
+{
+    const QByteArray privateDer = fromBase64Text(readPrivateKeyFile());
+    return !privateDer.isEmpty() && publicKeyOf(privateDer) == fromBase64Text(readPublicKeyFile());
+}
+
+} // namespace
+
+class TestKeyFileFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { removeDataDir(); }
+    void cleanupTestCase() { removeDataDir(); }
+    void newPair_data() { addFaults(rounds(1, 0) == 1); }
+    void newPair();
+    void oneHalf_data() { addFaults(); }
+    void oneHalf();
+    void completeOldPairIsNeverAltered_data() { addFaults(); }
+    void completeOldPairIsNeverAltered();
+    void privateHalfIsRead_data() { addFaults(); }
+    void privateHalfIsRead();
+    void vanishedDirectoryIsNoReasonForANewPair();
+
+private:
+    using Check = std::function<void(const QString &failed, const Outcome &outcome)>;
+    /// Runs OPERATION after PREPARE with the first, then with the second call of the row failing, and so on
+    /// until none is left to fail. Returns how many did.
+    static int failInTurn(const std::function<void()> &prepare,
+                          const std::function<bool(QString *)> &operation, const Check &check);
+};
+
+int TestKeyFileFaults::failInTurn(const std::function<void()> &prepare,
+                                  const std::function<bool(QString *)> &operation, const Check &check)
+{
+    const Call call = *static_cast<Call *>(QTest::qData("call", qMetaTypeId<Call>()));
+    const int error = *static_cast<int *>(QTest::qData("error", QMetaType::Int));
+    const bool onwards = *static_cast<bool *>(QTest::qData("onwards", QMetaType::Bool));
+    for (int fired = 0;; ++fired) {
+        removeDataDir();
+        prepare();
+        Outcome outcome{false, u"before"_s};
+        QString failed;
+        {
+            const Faults faults(QFileInfo(dataLocation()).path(), call, fired + 1, onwards, error);
+            outcome.ok = operation(&outcome.error);
+            failed = Faults::failed();
+        }
+        check(failed, outcome);
+        if (failed.isEmpty() || QTest::currentTestFailed())
+            return fired;
+    }
+}
+
+void TestKeyFileFaults::newPair()
+{
+    QFETCH(const Call, call);
+    QFETCH(const int, error);
+    QFETCH(const bool, onwards);
+    const Check check = [&](const QString &failed, const Outcome &outcome) {
+        // From then on: the directory was not locked, and the private half then not opened.
+        const bool allShut = onwards && failed.startsWith(u"open directory"_s);
+        QCOMPARE(outcome, expectedOfWriting(allShut ? u"open to write chat_private_key.b64"_s : failed));
+        const bool lost = failed.startsWith(u"write"_s) && error != shortCount;
+        const bool takenToBeThere = onwards && failed.startsWith(u"look"_s);
+        if (outcome.ok && !lost)
+            QCOMPARE(halvesMatch(), !takenToBeThere);
+        if (lost)
+            QVERIFY(readFile(pathOf(failed)).isEmpty());
+        if (!outcome.ok && capitalisedHalfOf(failed) == u"Private"_s)
+            QVERIFY(!QFile::exists(publicKeyPath()));
+    };
+    const int fired = failInTurn([] {}, ensureKeyPair, check);
+    QCOMPARE(fired > 0, call != Call::Read);
+}
+
+void TestKeyFileFaults::oneHalf()
+{
+    QFETCH(const Call, call);
+    QFETCH(const int, error);
+    const auto write = [](QString *message) {
+        message->clear();
+        return writePrivateKeyFile(u"QUJDREVG"_s, message);
+    };
+    const int fired =
+        failInTurn([] {}, write,
+                   [&](const QString &failed, const Outcome &outcome) {
+                       const Outcome expected = expectedOfWriting(failed);
+                       QCOMPARE(outcome.ok, expected.ok);
+                       QCOMPARE(outcome.error, expected.ok ? QString() : expected.error);
+                       const bool lost =
+                           !outcome.ok || (failed.startsWith(u"write"_s) && error != shortCount);
+                       QCOMPARE(readFile(dataLocation() + u"/chat_private_key.b64"_s),
+                                lost ? QByteArray() : QByteArray("QUJDREVG"));
+                   });
+    QCOMPARE(fired > 0, call != Call::Read && call != Call::Flock && call != Call::Stat);
+}
+
+// Signing in with a pair that is there, and reading a message: nothing of that is a reason to write.
+void TestKeyFileFaults::completeOldPairIsNeverAltered()
+{
+    QFETCH(const Call, call);
+    QFETCH(const int, error);
+    const auto place = [] {
+        QVERIFY(writePrivateKeyFile(u"old private"_s) && writePublicKeyFile(u"old public"_s));
+    };
+    const auto use = [](QString *message) {
+        const bool ensured = ensureKeyPair(message);
+        readPublicKeyFile();
+        readPrivateKeyFile();
+        return ensured;
+    };
+    const int fired = failInTurn(place, use, [&](const QString &failed, const Outcome &outcome) {
+        const bool hidden = failed.startsWith(u"look"_s) && error == EACCES;
+        if (!hidden) { // a place that may not be looked at may not be written to either, but here it may
+            QCOMPARE(outcome, (Outcome{true, u"before"_s}));
+            QCOMPARE(readFile(privateKeyPath()), QByteArray("old private"));
+            QCOMPARE(readFile(publicKeyPath()), QByteArray("old public"));
+        }
+    });
+    QCOMPARE(fired > 0, call != Call::Write && call != Call::Mkdir);
+}
+
+// The key file is tried twice: once as it is, and once more after its directory was made sure of.
+void TestKeyFileFaults::privateHalfIsRead()
+{
+    QFETCH(const Call, call);
+    QFETCH(const int, error);
+    QFETCH(const bool, onwards);
+    const auto place = [] { QVERIFY(writePrivateKeyFile(u"QUJDREVG"_s)); };
+    QString text;
+    const auto read = [&](QString *message) {
+        text = readPrivateKeyFile(message);
+        return !text.isEmpty();
+    };
+    const int fired = failInTurn(place, read, [&](const QString &failed, const Outcome &outcome) {
+        const bool opened = failed.startsWith(u"close"_s) || failed.isEmpty();
+        const bool unread = !opened && onwards && error > 0;
+        QCOMPARE(text, unread ? QString() : u"QUJDREVG"_s);
+        QCOMPARE(outcome.error, unread ? u"Could not open file: "_s + privateKeyPath() : u"before"_s);
+    });
+    QCOMPARE(fired > 0, call == Call::Open || call == Call::Read || call == Call::Close);
+}
+
+// Were it away for the first look only, the pair would pass for missing, and be written over.
+void TestKeyFileFaults::vanishedDirectoryIsNoReasonForANewPair()
+{
+    const Faults faults(QFileInfo(dataLocation()).path(), Call::Mkdir, 1, false, EIO);
+    QString error;
+    QVERIFY(!ensureKeyPair(&error));
+    QCOMPARE(error, u"Private key path is empty."_s);
+    QVERIFY(!QFile::exists(dataLocation() + u"/chat_private_key.b64"_s));
+}
+
+TIDELOFT_TEST_MAIN(TestKeyFileFaults)
+#include "tst_key_file_faults.moc"
