@@ -1,0 +1,62 @@
+// A first sign-in in a process of its own, started and let go by a test; and what it left in its files.
+#pragma once
+
+#include "crypto/base64.h"
+#include "crypto/key_store.h"
+#include "tests/crypto/data_dir.h"
+#include "tests/crypto/test_keys.h"
+
+#include <QProcess>
+
+namespace tideloft::tests
+{
+using namespace Qt::StringLiterals;
+
+class FirstSignIn
+{
+public:
+    /// Started, and waiting for its line. ENVIRONMENT is added to that of the test.
+    explicit FirstSignIn(const QStringList &arguments = {},
+                         const std::pair<QString, QString> &environment = {})
+    {
+        auto all = QProcessEnvironment::systemEnvironment();
+        if (!environment.first.isEmpty())
+            all.insert(environment.first, environment.second);
+        process.setProcessEnvironment(all);
+        process.start(QString::fromUtf8(FIRST_SIGN_IN_PROGRAM), arguments);
+        ready = process.waitForReadyRead() && process.readLine() == "ready\n";
+    }
+    void go() { process.write("\n"); }
+    /// Waits for its end. Its lines: the identifier, and the public key or what went wrong.
+    QStringList lines()
+    {
+        process.waitForFinished(120'000);
+        return QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+    }
+    [[nodiscard]] bool wasKilled() const { return process.exitStatus() == QProcess::CrashExit; }
+    [[nodiscard]] bool endedWell() const
+    {
+        return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    }
+
+    bool ready = false;
+
+private:
+    QProcess process;
+};
+
+inline QByteArray identifierFile()
+{
+    return readFile(dataLocation() + u"/device_id.txt"_s);
+}
+
+/// Whether both key files hold a key, and these two belong together.
+inline bool keyFilesMatch()
+{
+    const QByteArray privateDer = crypto::fromBase64Text(crypto::readPrivateKeyFile());
+    const QByteArray publicDer = crypto::fromBase64Text(crypto::readPublicKeyFile());
+    return !privateDer.isEmpty() && !publicDer.isEmpty() && keyFromDer(privateDer)
+           && publicKeyOf(privateDer) == publicDer;
+}
+
+} // namespace tideloft::tests
