@@ -3,5 +3,6 @@
 
 int main(int argc, char **argv)
 {
+    tideloft::app::refuseCoreDumps();
     return tideloft::app::run(argc, argv);
 }

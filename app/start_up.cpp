@@ -12,6 +12,9 @@
 #include <QApplication>
 #include <QSettings>
 
+#include <sys/resource.h>
+
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -27,6 +30,18 @@ std::optional<int> settleLanguage(const QSettings &settings)
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.chosenLanguageIndex();
+}
+
+// A limit of 1 byte and not of 0: where a program takes the dumps through a pipe, the system asks nobody for
+// the limit unless it is 1. Making the process undumpable would keep debuggers out too, but also the
+// desktop's own dialogs for files, which look at who asks for them.
+void refuseCoreDumps()
+{
+    rlimit limit{};
+    if (getrlimit(RLIMIT_CORE, &limit) != 0)
+        return;
+    limit.rlim_cur = limit.rlim_max = std::min<rlim_t>(1, limit.rlim_max);
+    setrlimit(RLIMIT_CORE, &limit);
 }
 
 int run(int argc, char **argv)

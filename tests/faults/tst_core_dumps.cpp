@@ -1,0 +1,59 @@
+// The built client refuses to leave its memory behind when it crashes.
+#include "tests/support/patience.h"
+#include "tests/support/test_main.h"
+
+#include <QFile>
+#include <QProcess>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+
+namespace
+{
+
+// Soft and hard limit of a process for its core file, in bytes.
+QByteArrayList coreLimits(qint64 process)
+{
+    QFile limits(u"/proc/%1/limits"_s.arg(process));
+    if (!limits.open(QIODevice::ReadOnly))
+        return {};
+    for (const QByteArray &line : limits.readAll().split('\n')) {
+        if (line.startsWith("Max core file size"))
+            return line.simplified().split(' ').mid(4, 2);
+    }
+    return {};
+}
+
+} // namespace
+
+class TestCoreDumps : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void clientAllowsItselfNone();
+};
+
+// It waits for an answer to its first question meanwhile.
+void TestCoreDumps::clientAllowsItselfNone()
+{
+    rlimit own{};
+    QCOMPARE(getrlimit(RLIMIT_CORE, &own), 0);
+    own.rlim_cur = own.rlim_max; // what the client begins with
+    QCOMPARE(setrlimit(RLIMIT_CORE, &own), 0);
+    const QByteArray most = QByteArray::number(qulonglong(std::min<rlim_t>(1, own.rlim_max)));
+    QProcess client;
+    client.start(QString::fromUtf8(TIDELOFT_PROGRAM), QStringList());
+    QVERIFY(client.waitForStarted());
+    QTRY_COMPARE_WITH_TIMEOUT(coreLimits(client.processId()), (QByteArrayList{most, most}), patience());
+    QCOMPARE(client.state(), QProcess::Running);
+    client.kill();
+    QVERIFY(client.waitForFinished());
+}
+
+TIDELOFT_TEST_MAIN(TestCoreDumps)
+#include "tst_core_dumps.moc"
