@@ -5,6 +5,7 @@
 #include "crypto/failure.h"
 #include "crypto/key_store.h"
 #include "crypto/openssl_bytes.h"
+#include "crypto/openssl_memory.h"
 #include "crypto/openssl_ptr.h"
 #include "crypto/secret_bytes.h"
 
@@ -23,6 +24,7 @@ constexpr int keyBits = 2048;
 
 OpenSslPtr<EVP_PKEY> generateKey(QString *error)
 {
+    wipeWhatOpensslFrees();
     const OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new_id(EVP_PKEY_RSA, nullptr));
     if (!context)
         return failOpenssl(error, u"Could not create RSA keygen context: %1"_s);

@@ -2,6 +2,7 @@
 #include "crypto/rsa_key.h"
 
 #include "crypto/openssl_bytes.h"
+#include "crypto/openssl_memory.h"
 
 #include <openssl/err.h>
 #include <openssl/pem.h>
@@ -39,6 +40,7 @@ OpenSslPtr<EVP_PKEY> parsePublicKey(const QByteArray &encoded)
 
 OpenSslPtr<EVP_PKEY> parsePrivateKey(const QByteArray &encoded)
 {
+    wipeWhatOpensslFrees();
     const unsigned char *position = readable(encoded);
     return OpenSslPtr<EVP_PKEY>(d2i_AutoPrivateKey(nullptr, &position, static_cast<long>(encoded.size())));
 }

@@ -19,7 +19,6 @@ namespace
 
 constexpr qsizetype soughtSize = 16;
 constexpr size_t chunkSize = 1 << 20;
-constexpr quint64 largestRange = 1 << 30; // beyond lie the terabytes of a sanitizer's own books
 constexpr char turn = '\x5a';
 
 // Memory of its own, which is not searched: what is read into it would be found a second time.
@@ -63,8 +62,6 @@ QList<Range> writableRanges(const Window &window)
             continue;
         const quint64 begin = line.first(dash).toULongLong(nullptr, 16);
         const quint64 end = line.mid(dash + 1, blank - dash - 1).toULongLong(nullptr, 16);
-        if (end - begin > largestRange)
-            continue;
         const QByteArray name = line.mid(line.lastIndexOf(' ') + 1);
         if (window.begin() > begin)
             ranges.append({begin, std::min(end, window.begin()), name});

@@ -9,6 +9,8 @@
 
 #include <QTest>
 
+#include <cstring>
+
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
@@ -62,6 +64,7 @@ private slots:
     void contentKeysStayWhileTheyAreRemembered();
     void contentKeyOfARefusedTextIsWiped();
     void refusedTextIsWiped();
+    void whatOpensslFreesIsWiped();
     void privateKeyIsWipedOnceItIsWritten();
     void privateKeyIsWipedOnceAMessageIsRead();
     void privateKeyIsWipedWhenTheMemoryForgets();
@@ -128,6 +131,23 @@ void TestMemoryScan::refusedTextIsWiped()
     QVERIFY(aesGcmDecrypt(contentKey, nonce, sealedBytes + QByteArray(16, 't'), &error).isEmpty());
     QCOMPARE(error, u"AES-GCM authentication failed."_s);
     QCOMPARE(sought.found(), 0);
+}
+
+// Behind its first bytes, which the system itself writes over.
+void TestMemoryScan::whatOpensslFreesIsWiped()
+{
+    const QByteArray turnedSecret = QByteArray::fromHex("f0e1d2c3b4a5968778695a4b3c2d1e0f");
+    SoughtSecrets sought;
+    sought.addTurned(turnedSecret);
+    void *memory = OPENSSL_malloc(2000);
+    const SecretBytes secret(SoughtSecrets::turned(turnedSecret));
+    std::memcpy(static_cast<char *>(memory) + 1000, secret.view().constData(), 16);
+    QCOMPARE(present(sought), 1);
+    QCOMPARE(sought.places().first(), 2);
+    memory = OPENSSL_realloc(memory, 2'000'000); // to another place
+    QCOMPARE(sought.places().first(), 2);
+    OPENSSL_free(memory);
+    QCOMPARE(sought.places().first(), 1);
 }
 
 void TestMemoryScan::privateKeyIsWipedOnceItIsWritten()
