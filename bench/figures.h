@@ -18,6 +18,13 @@ inline void report(const QByteArray &figure, const QByteArray &measured, const Q
     std::fflush(stdout);
 }
 
+/// A figure without a target of its own, which explains another.
+inline void inform(const QByteArray &figure, const QByteArray &measured)
+{
+    std::printf("figure\t%s\t%s\t-\t-\n", figure.constData(), measured.constData());
+    std::fflush(stdout);
+}
+
 /// A ratio that must not be above `target`; `times` tells of which two measurements it is.
 inline void reportRatio(const QByteArray &figure, double ratio, double target, const QByteArray &times)
 {
