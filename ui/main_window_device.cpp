@@ -3,6 +3,7 @@
 
 #include "crypto/key_store.h"
 #include "ui/device_lists.h"
+#include "ui/log_line.h"
 #include "ui/style/fade_in.h"
 
 #include <QDebug>
@@ -41,12 +42,12 @@ void MainWindow::registerThisDevice()
 {
     QString error;
     if (!crypto::ensureKeyPair(&error)) {
-        qWarning().noquote() << "Key pair error:" << error;
+        qWarning().noquote() << "Key pair error:" << logLine(error);
         return;
     }
     const QString publicKey = crypto::readPublicKeyFile(&error);
     if (publicKey.isEmpty())
-        qWarning().noquote() << "Public key error:" << error;
+        qWarning().noquote() << "Public key error:" << logLine(error);
     else
         api.registerDeviceKey(publicKey);
 }
@@ -61,7 +62,7 @@ void MainWindow::onDeviceKeyRegistered()
 
 void MainWindow::onDeviceKeyRegisterFailed(const QString &message)
 {
-    qWarning().noquote() << "Device key registration failed:" << message;
+    qWarning().noquote() << "Device key registration failed:" << logLine(message);
 }
 
 void MainWindow::onMyDeviceKeysLoaded(const QJsonArray &keys)

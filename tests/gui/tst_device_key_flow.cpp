@@ -171,6 +171,8 @@ void TestDeviceKeyFlow::failedRegistrationIsOnlyLogged_data()
                                             << u"Device key registration failed: Key refused"_s;
     QTest::newRow("quotes stay as they are") << 400 << QByteArray(R"({"message":"Bad \"key\""})")
                                              << u"Device key registration failed: Bad \"key\""_s;
+    QTest::newRow("nothing commands a terminal") << 400 << QByteArray(R"({"message":"a\u001b[2Jb\nc"})")
+                                                 << u"Device key registration failed: a [2Jb c"_s;
     QTest::newRow("no known field") << 500 << QByteArray("{}")
                                     << u"Device key registration failed: Unknown error"_s;
 }
