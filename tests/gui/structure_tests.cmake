@@ -5,6 +5,7 @@ add_library(tideloft_gui_probe STATIC
 target_link_libraries(tideloft_gui_probe PUBLIC tideloft_ui tideloft_test_service)
 
 tideloft_test(tst_window_slots LIBRARIES tideloft_gui_probe LABELS gui)
+tideloft_test(tst_late_page LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_window_shell LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_window_layout LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_window_conversation LIBRARIES tideloft_gui_probe LABELS gui)

@@ -1,6 +1,8 @@
 // Driving the window as a person would, and reading its rows.
 #include "tests/gui/tst_chat_fixture.h"
 
+#include "tests/support/patience.h"
+
 #include <QApplication>
 #include <QBoxLayout>
 #include <QJsonDocument>
@@ -108,7 +110,7 @@ QStringList shownHistory(const QListWidget *list)
 QMessageBox *waitForBox()
 {
     const auto box = [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); };
-    return QTest::qWaitFor([&] { return box() != nullptr; }) ? box() : nullptr;
+    return QTest::qWaitFor([&] { return box() != nullptr; }, patience()) ? box() : nullptr;
 }
 
 ChatWindow::ChatWindow(int language)
@@ -178,10 +180,12 @@ bool ChatWindow::settle()
     service.answer("GET /api/users/search?q=" + marker.toUtf8(), 200,
                    json(QJsonArray{QJsonObject{{u"username"_s, marker}}}));
     sideSearch()->setText(marker);
-    const bool seen = QTest::qWaitFor([this, &marker] {
-        const QListWidgetItem *entry = searchResults()->item(0);
-        return entry && entry->data(Qt::UserRole).toString() == marker;
-    });
+    const bool seen = QTest::qWaitFor(
+        [this, &marker] {
+            const QListWidgetItem *entry = searchResults()->item(0);
+            return entry && entry->data(Qt::UserRole).toString() == marker;
+        },
+        patience());
     sideSearch()->clear();
     return seen;
 }
@@ -193,7 +197,7 @@ void ChatWindow::click(QListWidget *list, int index)
     const auto canBeSeen = [&] {
         return list->item(index) && list->isVisible() && list->viewport()->rect().contains(centre());
     };
-    if (!QTest::qWaitFor(canBeSeen))
+    if (!QTest::qWaitFor(canBeSeen, patience()))
         qFatal("Entry %d cannot be seen", index);
     QWidget *target = list->viewport()->childAt(centre());
     if (!target)
