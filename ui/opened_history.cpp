@@ -3,6 +3,8 @@
 
 #include "crypto/open_message.h"
 
+#include <QTimeZone>
+
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -70,7 +72,8 @@ QList<OpenedHistory::Known> OpenedHistory::follow(const QJsonArray &items, const
 QList<DisplayRecord> OpenedHistory::records(const QJsonArray &items, const Reading &reading,
                                             quint64 generation)
 {
-    const Terms now{reading.ownName, reading.language, reading.now.offsetFromUtc(), generation};
+    const Terms now{reading.ownName, reading.language, QTimeZone::systemTimeZoneId(),
+                    reading.now.offsetFromUtc(), generation};
     if (now != terms)
         forget();
     terms = now;

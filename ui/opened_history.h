@@ -12,8 +12,8 @@ class OpenedHistory
 {
 public:
     /// displayRecords() of ITEMS. GENERATION is another number once an opened message might not open to the
-    /// same text any more; then nothing remembered is used, and neither for another user, language or offset
-    /// from UTC.
+    /// same text any more; then nothing remembered is used, and neither for another user, language or time
+    /// zone.
     QList<DisplayRecord> records(const QJsonArray &items, const Reading &reading, quint64 generation);
     void forget();
 
@@ -29,7 +29,8 @@ private:
     struct Terms {
         QString ownName;
         Language language = Language::English;
-        int offsetFromUtc = 0; ///< s; the times shown are local
+        QByteArray zone;       ///< the times shown are local
+        int offsetFromUtc = 0; ///< s; a zone's rules can be replaced under its name
         quint64 generation = 0;
 
         bool operator==(const Terms &) const = default;

@@ -172,6 +172,8 @@ void TestOpenedHistory::otherTermsReadAfresh_data()
     QTest::newRow("other language") << u"alice"_s << Language::Swedish << quint64(1) << stockholm;
     QTest::newRow("other key") << u"alice"_s << Language::English << quint64(2) << stockholm;
     QTest::newRow("other zone") << u"alice"_s << Language::English << quint64(1) << QByteArray("UTC");
+    QTest::newRow("other zone with the same offset now")
+        << u"alice"_s << Language::English << quint64(1) << QByteArray("EET-2");
 }
 
 void TestOpenedHistory::otherTermsReadAfresh()
