@@ -48,6 +48,9 @@ void *move(void *memory, size_t size, const char *, int)
 namespace tideloft::crypto
 {
 
-void wipeWhatOpensslFrees() {}
+bool wipeWhatOpensslFrees()
+{
+    return chosen == 1;
+}
 
 } // namespace tideloft::crypto

@@ -4,8 +4,8 @@
 namespace tideloft::crypto
 {
 
-/// Does nothing when it is called: a program that links it has OpenSSL overwrite all that it frees, from
-/// before main() on.
-void wipeWhatOpensslFrees();
+/// A program that links this has OpenSSL overwrite all that it frees, from before main() on. False if that
+/// came too late because some other library had used OpenSSL already.
+bool wipeWhatOpensslFrees();
 
 } // namespace tideloft::crypto
