@@ -119,10 +119,10 @@ SecretBytes unwrapContentKey(const QByteArray &privateKey, const QByteArray &wra
 DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
 {
     QString error;
-    const QByteArray plaintext = aesGcmDecrypt(contentKey, sealed.iv, sealed.text, &error);
+    const SecretBytes plaintext(aesGcmDecrypt(contentKey, sealed.iv, sealed.text, &error));
     if (plaintext.isEmpty() && !error.isEmpty())
         return {false, error, {}};
-    return {true, {}, QString::fromUtf8(plaintext)};
+    return {true, {}, QString::fromUtf8(plaintext.view())};
 }
 
 // All parts are decoded before RSA begins. Only a message that opens is remembered: one that fails is tried
@@ -215,7 +215,8 @@ DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName,
 
 void rereadPrivateKey(const QString &ownName, const QString &ownDeviceId, ReadingMemory &memory)
 {
-    memory.readFor(readPrivateKeyBytes(nullptr), ownName, ownDeviceId);
+    const SecretBytes keyText(readPrivateKeyBytes());
+    memory.readFor(keyText.view(), ownName, ownDeviceId);
 }
 
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
