@@ -17,7 +17,7 @@ class DirectoryLock
 public:
     /// Several times what the slowest making of a key pair takes. A copy that holds the lock for longer was
     /// stopped; this one, and its window, do not wait for it to go on.
-    static constexpr int defaultPatience = 20'000; // ms
+    static constexpr int defaultPatience = 10'000; // ms
 
     explicit DirectoryLock(const QString &path, int patience = defaultPatience);
     [[nodiscard]] bool isHeld() const { return held; }

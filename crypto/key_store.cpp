@@ -108,15 +108,18 @@ bool publicKeyExists()
 
 // The question and the answer to it under one lock: of two copies that sign in for the first time at the same
 // moment the second finds the pair of the first, and never a half of it. The directory is asked for once: if
-// it were away for a moment only, a pair in it would pass for missing, and be written over.
+// it were away for a moment only, a pair in it would pass for missing, and be written over. Halves that hold
+// something are written already: with them nobody is waited for.
 bool ensureKeyPair(QString *error)
 {
     const QString directory = appDataDir();
     if (directory.isEmpty())
         return fail(error, withoutPath(u"Private"_s));
+    const auto path = [&](const QString &fileName) { return QDir(directory).filePath(fileName); };
+    if (isFilled(path(privateKeyFile)) && isFilled(path(publicKeyFile)))
+        return true;
     const DirectoryLock lock(directory);
-    const auto isThere = [&](const QString &fileName) { return exists(QDir(directory).filePath(fileName)); };
-    return (isThere(privateKeyFile) && isThere(publicKeyFile)) || generateKeyPair(error);
+    return (exists(path(privateKeyFile)) && exists(path(publicKeyFile))) || generateKeyPair(error);
 }
 
 bool writePrivateKeyFile(const QString &base64, QString *error)

@@ -103,6 +103,13 @@ bool somethingIsAt(const QString &path)
     return errno != ENOENT && errno != ENOTDIR && errno != ELOOP && errno != EACCES && errno != ENAMETOOLONG;
 }
 
+bool isFilled(const QString &path)
+{
+    struct stat status {
+    };
+    return stat(QFile::encodeName(path).constData(), &status) == 0 && status.st_size > 0;
+}
+
 std::optional<QByteArray> readRegularFile(const QString &path)
 {
     const Descriptor file(open(QFile::encodeName(path).constData(), O_RDONLY | withoutWaiting));

@@ -16,6 +16,9 @@ inline constexpr qsizetype largestFile = qsizetype{64} * 1024; ///< bytes; a key
 /// its own, something is taken to be there: what is taken to be missing is made anew.
 bool somethingIsAt(const QString &path);
 
+/// Whether a file is there that certainly holds something.
+bool isFilled(const QString &path);
+
 /// All bytes of the file at `path`. Nothing if it cannot be read, is larger than `largestFile`, or is no
 /// regular file: a pipe would be waited for, and a device never ends. A link leads to its file.
 std::optional<QByteArray> readRegularFile(const QString &path);

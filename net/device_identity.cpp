@@ -24,7 +24,7 @@ namespace
 {
 
 constexpr qsizetype largestFile = qsizetype{64} * 1024;
-constexpr int lockPatience = 20'000; // ms; whoever holds the lock for longer was stopped
+constexpr int lockPatience = 10'000; // ms; whoever holds the lock for longer was stopped
 constexpr int lockPause = 5;         // ms
 
 class Descriptor
@@ -110,9 +110,11 @@ void writeDeviceId(const QString &path, const QString &deviceId)
 QString loadOrCreateDeviceId(const QString &directory)
 {
     QDir().mkpath(directory);
+    const QString path = QDir(directory).filePath(u"device_id.txt"_s);
+    if (const QString known = readDeviceId(path); !known.isEmpty())
+        return known; // nobody is waited for
     const Descriptor place(directory, O_RDONLY | O_DIRECTORY);
     lock(place);
-    const QString path = QDir(directory).filePath(u"device_id.txt"_s);
     if (const QString known = readDeviceId(path); !known.isEmpty())
         return known;
     const QString fresh = QUuid::createUuid().toString(QUuid::WithoutBraces);

@@ -43,13 +43,13 @@ void TestDirectoryLock::secondHolderWaitsForTheFirst()
 {
     const QTemporaryDir directory;
     std::optional<DirectoryLock> first(std::in_place, directory.path());
-    std::atomic<bool> released = false;
+    std::atomic<bool> triedInVain = false;
     bool heldAfterRelease = false;
     std::thread second([&] {
-        const DirectoryLock lock(directory.path());
-        heldAfterRelease = lock.isHeld() && released;
+        triedInVain = !DirectoryLock(directory.path(), 1).isHeld();
+        heldAfterRelease = DirectoryLock(directory.path()).isHeld();
     });
-    released = true;
+    QTRY_VERIFY_WITH_TIMEOUT(triedInVain, 20'000);
     first.reset();
     second.join();
     QVERIFY(heldAfterRelease);

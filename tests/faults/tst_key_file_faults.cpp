@@ -166,7 +166,8 @@ void TestKeyFileFaults::completeOldPairIsNeverAltered()
             QCOMPARE(readFile(publicKeyPath()), QByteArray("old public"));
         }
     });
-    QCOMPARE(fired > 0, call != Call::Write && call != Call::Mkdir);
+    QCOMPARE(fired > 0,
+             call != Call::Write && call != Call::Mkdir && call != Call::Flock); // nobody is waited for
 }
 
 // The key file is tried twice: once as it is, and once more after its directory was made sure of.
