@@ -6,8 +6,8 @@
 namespace tideloft::tests
 {
 
-/// How many rounds a test runs: `shortForm` in every run of the suite, `longForm` under `./test --long`, which
-/// sets TIDELOFT_TEST_LONG.
+/// How many rounds a test runs: `shortForm` in every run of the suite, `longForm` under `./test --long`,
+/// which sets TIDELOFT_TEST_LONG.
 inline int rounds(int shortForm, int longForm)
 {
     return qEnvironmentVariableIntValue("TIDELOFT_TEST_LONG") != 0 ? longForm : shortForm;
