@@ -1,0 +1,9 @@
+# Use at random for hours, and what happens while boxes, menus and dialogs are open.
+add_library(tideloft_random_driver STATIC
+    tst_random_driver_service.cpp tst_random_driver_service.h
+    tst_random_driver_hands.cpp tst_random_driver_hands.h
+    tst_random_driver_watch.cpp tst_random_driver_watch.h
+    ../support/hostile_texts.cpp ../support/hostile_texts.h)
+target_link_libraries(tideloft_random_driver PUBLIC tideloft_rail_probe tideloft_sealed_messages)
+
+tideloft_test(tst_random_driver LIBRARIES tideloft_random_driver LABELS gui)
