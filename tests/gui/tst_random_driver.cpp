@@ -9,6 +9,7 @@
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QThread>
 #include <QTimer>
 
@@ -140,11 +141,12 @@ QList<QJsonObject> TestRandomDriver::someSealedMessages(const GuiProbe &probe)
 void TestRandomDriver::quieten(GuiProbe &probe, RandomService &answers)
 {
     answers.answerWell();
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 6; ++i) { // a registration leads to three more requests, one after the other
         QVERIFY(probe.settle());
         while (RandomHands::closeFront())
             QCoreApplication::processEvents();
     }
+    QTRY_COMPARE(leftOverRows(probe), QString());
     answers.answerWell(); // settling has changed the conversations
     probe.service.clear();
 }
@@ -172,7 +174,9 @@ void TestRandomDriver::writeProperly(GuiProbe &probe)
     probe.service.clear();
     QTest::keyClick(input, Qt::Key_Return);
     QVERIFY(probe.service.waitForRequests("GET /api/chat/public-key/bob", 1));
-    QVERIFY(probe.service.waitForRequests("POST /api/chat/send", 1));
+    const bool sent = probe.service.waitForRequests("POST /api/chat/send", 1);
+    const auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    QVERIFY2(sent, qPrintable(box ? box->text() : u"(no box)"_s));
     QTRY_COMPARE(input->text(), QString());
 }
 

@@ -73,7 +73,7 @@ bool RandomHands::closeFront()
 
 QString RandomHands::act()
 {
-    return choose.oneIn(4) ? actOnService() : actOnWindow();
+    return choose.oneIn(3) ? actOnService() : actOnWindow();
 }
 
 QString RandomHands::actOnService()
@@ -107,11 +107,11 @@ QString RandomHands::actOnWindow()
     }
     if (choose.oneIn(40))
         return changeLook();
-    if (front != probe.window.get() || choose.oneIn(2))
+    if (front != probe.window.get() || !choose.oneIn(4))
         return useFront(front);
     if (!probe.onMainPage())
         return signIn();
-    return choose.oneIn(2) ? openSomebody() : writeMessage();
+    return choose.oneIn(4) ? openSomebody() : writeMessage();
 }
 
 QString RandomHands::useFront(QWidget *front)

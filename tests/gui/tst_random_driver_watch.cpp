@@ -52,18 +52,11 @@ QString faultOfStack(const QStackedWidget *stack)
     return u"%1 pages of %2 are shown at once"_s.arg(visiblePages(stack)).arg(stack->count());
 }
 
-// Every entry has its row widget, and no other row is to be seen. (Rows that are gone wait hidden for the
-// event loop that deletes them.)
-QString faultOfRows(const QListWidget *list)
+QString faultOfEntries(const QListWidget *list)
 {
-    QSet<QWidget *> rows;
-    for (int i = 0; i < list->count(); ++i)
-        rows.insert(list->itemWidget(list->item(i)));
-    if (rows.contains(nullptr) || rows.size() != list->count())
-        return list->objectName() + u" has an entry without a row"_s;
-    for (QWidget *row : list->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (!row->isHidden() && !rows.contains(row))
-            return list->objectName() + u" has a row without an entry"_s;
+    for (int i = 0; i < list->count(); ++i) {
+        if (!list->itemWidget(list->item(i)))
+            return list->objectName() + u" has an entry without a row"_s;
     }
     return {};
 }
@@ -127,6 +120,18 @@ const QString &WarningWatch::warning()
     return firstWarning;
 }
 
+QString leftOverRows(const GuiProbe &probe)
+{
+    for (const char16_t *name : {u"dmList", u"messageList"}) {
+        const auto *list = probe.the<QListWidget>(QString::fromUtf16(name));
+        const auto rows =
+            list->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size();
+        if (rows != list->count())
+            return u"%1 has %2 entries and %3 rows"_s.arg(list->objectName()).arg(list->count()).arg(rows);
+    }
+    return {};
+}
+
 QString faultOf(const GuiProbe &probe, const KeyStorage &keys)
 {
     if (!WarningWatch::warning().isEmpty())
@@ -139,7 +144,7 @@ QString faultOf(const GuiProbe &probe, const KeyStorage &keys)
     }
     for (const char16_t *name : {u"dmList", u"messageList"}) {
         const auto *list = probe.the<QListWidget>(QString::fromUtf16(name));
-        if (const QString fault = faultOfRows(list); !fault.isEmpty())
+        if (const QString fault = faultOfEntries(list); !fault.isEmpty())
             return fault;
     }
     if (!probe.onMainPage() && keys.holdsAnything())

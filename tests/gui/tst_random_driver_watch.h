@@ -39,5 +39,8 @@ public:
 
 /// What is wrong with the window, its pages, its lists, its keys or the number of windows; empty if nothing.
 QString faultOf(const GuiProbe &probe, const KeyStorage &keys);
+/// Rows without an entry; empty if there are none. To be asked when nothing is under way: rows that are gone
+/// wait for the event loop that deletes them.
+QString leftOverRows(const GuiProbe &probe);
 
 } // namespace tideloft::tests
