@@ -7,3 +7,9 @@ add_library(tideloft_random_driver STATIC
 target_link_libraries(tideloft_random_driver PUBLIC tideloft_rail_probe tideloft_sealed_messages)
 
 tideloft_test(tst_random_driver LIBRARIES tideloft_random_driver LABELS gui)
+
+add_library(tideloft_modal_probe STATIC tst_modal_probe.cpp tst_modal_probe.h)
+target_link_libraries(tideloft_modal_probe PUBLIC tideloft_rail_probe tideloft_sealed_messages)
+foreach(unit replies)
+    tideloft_test(tst_modal_${unit} LIBRARIES tideloft_modal_probe LABELS gui)
+endforeach()
