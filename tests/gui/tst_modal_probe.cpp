@@ -76,12 +76,14 @@ void ModalProbe::write(const QString &text) const
 QStringList ModalProbe::closeAll()
 {
     QStringList texts;
-    for (;;) {
+    for (int closed = 0;; ++closed) {
         QCoreApplication::processEvents();
         QWidget *popup = QApplication::activePopupWidget();
         QWidget *front = popup ? popup : QApplication::activeModalWidget();
         if (!front)
             return texts;
+        if (closed > 200)
+            qFatal("%s does not close, shown: %d", front->metaObject()->className(), front->isVisible());
         if (const auto *box = qobject_cast<QMessageBox *>(front))
             texts.append(box->text());
         if (auto *dialog = qobject_cast<QDialog *>(front))

@@ -140,12 +140,14 @@ QList<QJsonObject> TestRandomDriver::someSealedMessages(const GuiProbe &probe)
 // Late replies have come, and the boxes that they opened are closed.
 void TestRandomDriver::quieten(GuiProbe &probe, RandomService &answers)
 {
+    QTimer closer; // a click that was on its way may still open something
+    QObject::connect(&closer, &QTimer::timeout, &closer, [] { RandomHands::closeFront(); });
+    closer.start(20);
     answers.answerWell();
     for (int i = 0; i < 6; ++i) { // a registration leads to three more requests, one after the other
         QVERIFY(probe.settle());
-        while (RandomHands::closeFront())
-            QCoreApplication::processEvents();
     }
+    QTRY_VERIFY(!QApplication::activePopupWidget() && !QApplication::activeModalWidget());
     QTRY_COMPARE(leftOverRows(probe), QString());
     answers.answerWell(); // settling has changed the conversations
     probe.service.clear();
