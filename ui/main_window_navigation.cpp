@@ -89,9 +89,10 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
     return QMainWindow::eventFilter(watched, event);
 }
 
+// A key that is held down repeats itself before the program has quit, and would start a copy each time.
 void MainWindow::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_R || event->modifiers() != Qt::ControlModifier) {
+    if (event->key() != Qt::Key_R || event->modifiers() != Qt::ControlModifier || event->isAutoRepeat()) {
         QMainWindow::keyPressEvent(event);
         return;
     }

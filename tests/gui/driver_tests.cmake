@@ -10,6 +10,5 @@ tideloft_test(tst_random_driver LIBRARIES tideloft_random_driver LABELS gui)
 
 add_library(tideloft_modal_probe STATIC tst_modal_probe.cpp tst_modal_probe.h)
 target_link_libraries(tideloft_modal_probe PUBLIC tideloft_rail_probe tideloft_sealed_messages)
-foreach(unit replies)
-    tideloft_test(tst_modal_${unit} LIBRARIES tideloft_modal_probe LABELS gui)
-endforeach()
+tideloft_test(tst_modal_replies LIBRARIES tideloft_modal_probe LABELS gui)
+tideloft_test(tst_modal_closing LIBRARIES tideloft_modal_probe tideloft_picture_probe LABELS gui)
