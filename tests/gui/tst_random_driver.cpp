@@ -23,8 +23,9 @@ namespace
 class Driver
 {
 public:
-    Driver(GuiProbe &used, RandomChoice &random)
+    Driver(GuiProbe &used, const KeyStorage &storage, RandomChoice &random)
         : probe(used),
+          keys(storage),
           choose(random),
           service(used.service, random),
           hands(used, service, random)
@@ -42,18 +43,15 @@ private:
     bool end();
 
     GuiProbe &probe;
+    const KeyStorage &keys;
     RandomChoice &choose;
     RandomService service;
     RandomHands hands;
-    KeyStorage *keys = nullptr;
     QEventLoop *outermost = nullptr;
     int left = 0;
     int busyLevel = 0; ///< the event loop in which a step is under way
     QString fault;
     QStringList recent;
-
-public:
-    void watch(KeyStorage *storage) { keys = storage; }
 };
 
 void Driver::run(int steps)
@@ -89,7 +87,7 @@ void Driver::step()
     if (recent.size() > 12)
         recent.removeFirst();
     if (fault.isEmpty())
-        fault = faultOf(probe, *keys);
+        fault = faultOf(probe, keys);
     if (!fault.isEmpty())
         left = 0;
 }
@@ -144,9 +142,8 @@ void TestRandomDriver::quieten(GuiProbe &probe, RandomService &answers)
     QObject::connect(&closer, &QTimer::timeout, &closer, [] { RandomHands::closeFront(); });
     closer.start(20);
     answers.answerWell();
-    for (int i = 0; i < 6; ++i) { // a registration leads to three more requests, one after the other
+    for (int i = 0; i < 6; ++i) // a registration leads to three more requests, one after the other
         QVERIFY(probe.settle());
-    }
     QTRY_VERIFY(!QApplication::activePopupWidget() && !QApplication::activeModalWidget());
     QTRY_COMPARE(leftOverRows(probe), QString());
     answers.answerWell(); // settling has changed the conversations
@@ -197,8 +194,7 @@ void TestRandomDriver::nothingBreaksAndAllRecovers()
     const WarningWatch warnings;
     GuiProbe probe;
     RandomChoice random(seed);
-    Driver driver(probe, random);
-    driver.watch(&keys);
+    Driver driver(probe, keys, random);
     for (int done = 0; done < rounds(300, 10'000); done += atOnce) {
         signInProperly(probe);
         driver.answers().setSealed(someSealedMessages(probe));

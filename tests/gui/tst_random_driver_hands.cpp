@@ -213,8 +213,6 @@ QString RandomHands::writeMessage()
 
 QString RandomHands::changeLook()
 {
-    const auto *navigation =
-        probe.center()->count() > 2 ? probe.center()->widget(2)->findChild<QListWidget *>() : nullptr;
     switch (choose.below(3)) {
     case 0:
         probe.window->setLanguageIndex(choose.below(2));
@@ -223,13 +221,20 @@ QString RandomHands::changeLook()
         probe.window->resize(800 + choose.below(800), 560 + choose.below(600));
         return u"size"_s;
     default:
-        if (!navigation)
-            return u"no settings yet"_s;
-        const_cast<QListWidget *>(navigation)->setCurrentRow(5); // themes and accents
-        const auto buttons = probe.center()->widget(2)->findChildren<QAbstractButton *>();
-        choose.from(buttons)->click();
-        return u"theme"_s;
+        return chooseSettings();
     }
+}
+
+// Any button of the settings, whether it can be seen or not: themes, accents, and what opens boxes and
+// dialogs.
+QString RandomHands::chooseSettings()
+{
+    const QWidget *settings = probe.center()->widget(2);
+    if (!settings)
+        return u"no settings yet"_s;
+    settings->findChild<QListWidget *>()->setCurrentRow(choose.below(8));
+    choose.from(settings->findChildren<QAbstractButton *>())->click();
+    return u"settings"_s;
 }
 
 } // namespace tideloft::tests

@@ -34,6 +34,7 @@ private:
     QString writeMessage();
     QString openSomebody();
     QString changeLook();
+    QString chooseSettings();
 
     QString picture(); ///< the path of one
 
