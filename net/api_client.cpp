@@ -44,13 +44,16 @@ void ApiClient::loadOrCreateDeviceId()
     ownDeviceId = net::loadOrCreateDeviceId(directory);
 }
 
-QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery) const
+QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery, Urgency urgency) const
 {
     QNetworkRequest request(QUrl(serviceBaseUrl() + pathAndQuery, QUrl::TolerantMode));
     request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
     request.setRawHeader("X-Device-Token", headerValue(ownDeviceId));
     request.setRawHeader("X-Device-Name", headerValue(ownDeviceName));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    // High, because the toolkit's queue knows no difference between normal and low.
+    request.setPriority(urgency == Urgency::Asked ? QNetworkRequest::HighPriority
+                                                  : QNetworkRequest::LowPriority);
     return request;
 }
 

@@ -3,6 +3,7 @@
 
 #include "net/continuations.h"
 #include "net/repeated_array.h"
+#include "net/urgency.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -35,8 +36,8 @@ public:
     void updateProfile(const QString &displayName, const QString &bio, const ProfileCallback &callback);
 
     // Keys, nonces and ciphertexts are Base64 text; names stand in a path as they are.
-    void fetchConversations();
-    void fetchHistory(const QString &peer);
+    void fetchConversations(Urgency urgency = Urgency::Asked);
+    void fetchHistory(const QString &peer, Urgency urgency = Urgency::Asked);
     void registerDeviceKey(const QString &publicKey);
     void fetchMyDeviceKeys();
     void fetchUserPublicKeys(const QString &name);
@@ -85,7 +86,7 @@ signals: // their order is part of the interface: networkError keeps its place a
 
 private:
     void loadOrCreateDeviceId();
-    QNetworkRequest buildRequest(const QString &pathAndQuery) const;
+    QNetworkRequest buildRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
     void postMessage(const QJsonObject &body);
     /// REPEATED, a member of this object, keeps the last of the replies that come again and again.

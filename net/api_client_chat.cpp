@@ -12,18 +12,18 @@ using namespace Qt::StringLiterals;
 namespace tideloft::net
 {
 
-void ApiClient::fetchConversations()
+void ApiClient::fetchConversations(Urgency urgency)
 {
     handleJsonReply(
-        network.get(buildRequest(u"/api/chat/conversations"_s)),
+        network.get(buildRequest(u"/api/chat/conversations"_s, urgency)),
         [this](const QJsonDocument &document, int) { emit conversationsLoaded(document.array()); },
         [this](const QString &message, int) { emit conversationsFailed(message); }, &conversations);
 }
 
-void ApiClient::fetchHistory(const QString &peer)
+void ApiClient::fetchHistory(const QString &peer, Urgency urgency)
 {
     handleJsonReply(
-        network.get(buildRequest(u"/api/chat/history/"_s + peer)),
+        network.get(buildRequest(u"/api/chat/history/"_s + peer, urgency)),
         // The peer travels in the capture: another conversation may be open by the time the reply arrives,
         // and the window has to be able to tell.
         [this, peer](const QJsonDocument &document, int) { emit historyLoaded(peer, document.array()); },

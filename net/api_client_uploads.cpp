@@ -20,7 +20,9 @@ namespace
 QNetworkReply *postImage(QNetworkAccessManager &network, const QString &path,
                          std::unique_ptr<QHttpMultiPart> body)
 {
-    QNetworkReply *reply = network.post(QNetworkRequest(QUrl(serviceBaseUrl() + path)), body.get());
+    QNetworkRequest request(QUrl(serviceBaseUrl() + path));
+    request.setPriority(QNetworkRequest::HighPriority); // before refreshes, as every request of the user's
+    QNetworkReply *reply = network.post(request, body.get());
     body.release()->setParent(reply); // and with it the open file
     return reply;
 }

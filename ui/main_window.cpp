@@ -115,9 +115,9 @@ QString MainWindow::openedText(const QJsonObject &item)
 
 void MainWindow::refreshData()
 {
-    api.fetchConversations();
+    api.fetchConversations(net::Urgency::Refresh);
     if (!currentPeer.isEmpty())
-        api.fetchHistory(currentPeer);
+        api.fetchHistory(currentPeer, net::Urgency::Refresh);
 }
 
 void MainWindow::applyTheme()

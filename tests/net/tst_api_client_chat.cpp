@@ -46,7 +46,9 @@ void TestApiClientChat::requests_data()
     const auto row = [](const char *name, const Operation &operation, const char *line, const char *body) {
         QTest::newRow(name) << operation << QByteArray(line) << QByteArray(body);
     };
-    row("fetchConversations", &ApiClient::fetchConversations, "GET /api/chat/conversations", nullptr);
+    row(
+        "fetchConversations", [](ApiClient &api) { api.fetchConversations(); }, "GET /api/chat/conversations",
+        nullptr);
     row(
         "fetchHistory", [](ApiClient &api) { api.fetchHistory(u"bob"_s); }, "GET /api/chat/history/bob",
         nullptr);
@@ -131,7 +133,7 @@ void TestApiClientChat::successes_data()
     const char *const keyObjectWithLegacy = R"({"publicKey":"L","keys":[{"deviceId":"d","publicKey":"K"}]})";
 
     const char *const conversations = "conversationsLoaded(QJsonArray)";
-    const Operation fetchConversations = &ApiClient::fetchConversations;
+    const Operation fetchConversations = [](ApiClient &api) { api.fetchConversations(); };
     row("array", conversations, fetchConversations, R"([{"peer":"bob"}])", {one});
     row("object", conversations, fetchConversations, R"({"items":[1]})", {QJsonArray()});
     row("empty", conversations, fetchConversations, "", {QJsonArray()});
@@ -197,7 +199,8 @@ void TestApiClientChat::failures_data()
         QTest::newRow(name) << operation << QByteArray(signal) << expected;
     };
     const QString no = u"Not now"_s;
-    row("conversations", "conversationsFailed(QString)", &ApiClient::fetchConversations, {no});
+    row("conversations", "conversationsFailed(QString)", [](ApiClient &api) { api.fetchConversations(); },
+        {no});
     row("history", "historyFailed(QString)", [](ApiClient &api) { api.fetchHistory(u"bob"_s); }, {no});
     row("register", "deviceKeyRegisterFailed(QString)", [](ApiClient &api) { api.registerDeviceKey(u"K"_s); },
         {no});
