@@ -188,9 +188,9 @@ void LoopbackService::answerOnce(const QByteArray &key, int status, const QByteA
     once[key].append({answerBytes(status, body, headers), false});
 }
 
-void LoopbackService::raw(const QByteArray &key, const QByteArray &bytes)
+void LoopbackService::raw(const QByteArray &key, const QByteArray &bytes, bool closes)
 {
-    table.insert(key, {bytes, true});
+    table.insert(key, {bytes, closes});
 }
 
 void LoopbackService::release(const QByteArray &key)

@@ -47,8 +47,8 @@ public:
     /// The same for one request only; queued, and used up before the table's entry.
     void answerOnce(const QByteArray &key, int status, const QByteArray &body,
                     const HeaderList &headers = {});
-    /// These bytes instead of an answer; the connection is closed after them. For answers that are no good.
-    void raw(const QByteArray &key, const QByteArray &bytes);
+    /// These bytes instead of an answer; then the connection is closed. For answers that are no good.
+    void raw(const QByteArray &key, const QByteArray &bytes, bool closes = true);
     /// No answer: the connection is closed. (The toolkit may ask again on a fresh one.)
     void drop(const QByteArray &key) { raw(key, {}); }
 
