@@ -1,0 +1,3 @@
+# Services that answer nonsense, hang, or are not who they say.
+tideloft_test(tst_hostile_replies
+    LIBRARIES tideloft_gui_probe tideloft_test_tls tideloft_net_test_endpoints LABELS gui)
