@@ -16,8 +16,10 @@ struct TextLimits {
 };
 
 constexpr TextLimits messageLimits{100'000, 2'000, 1'000, 1'500'000};
-/// Of an error; more lines would push the button of a box off the screen.
-constexpr TextLimits errorLimits{4'000, 30, 1'000, 1'500'000};
+/// Of an error. Boxes show all of it and scroll where the screen ends. On the sign-in page the label stays as
+/// high as the page leaves it: the fields and buttons below must stay in reach, so of a text with more lines
+/// than there is room for the first ones are drawn, and the label keeps the others for a screen reader.
+constexpr TextLimits errorLimits{4'000, 4'000, 1'000, 1'500'000};
 /// Of what stands in one line: more than any window has room for.
 constexpr TextLimits nameLimits{1'000, 1'000, 100, 30'000};
 constexpr TextLimits previewLimits{1'000, 1'000, 100, 5'000};

@@ -11,8 +11,10 @@ namespace tideloft::ui
 enum class Severity { Information, Warning };
 
 /// Shows TEXT in a modal box titled "TideLoft" with an OK button, as it stands and never as markup; of an
-/// endless one the first part. Nothing happens while a box that says the same stands before PARENT. Returns
-/// at once: replies that arrive meanwhile find the event loop where it always is.
+/// endless one the first part. A text with more lines than half the screen has room for, or with words wider
+/// than the box, scrolls inside it: the box never outgrows the screen. Nothing happens while a box that says
+/// the same stands before PARENT. Returns at once: replies that arrive meanwhile find the event loop where it
+/// always is.
 void showMessage(QWidget *parent, Severity severity, const QString &text);
 
 /// The same as a warning.
