@@ -60,8 +60,9 @@ QSize BubbleText::sizeHint() const
             fontMetrics().boundingRect(QRect(0, 0, widestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text());
         // The layout measures in fractions of a pixel: one pixel more keeps the last word on its line.
         naturalWidth = qMin(wrapped.width() + 1, widestText);
+        naturalHeight = measuredHeight(naturalWidth);
     }
-    return {naturalWidth, heightForWidth(naturalWidth)};
+    return {naturalWidth, naturalHeight};
 }
 
 // No text needs more room than the narrowest window leaves it: its long words are broken.
@@ -74,19 +75,26 @@ QSize BubbleText::minimumSizeHint() const
 int BubbleText::heightForWidth(int width) const
 {
     ensurePolished();
-    if (measuredWidth != width) {
-        measuredHeight =
-            textHeight(text(), font(), width,
-                       hasLongWord ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WordWrap);
-        measuredWidth = width;
+    // Up to the width at which its lines were broken a text keeps these lines.
+    if (naturalWidth >= 0 && width >= naturalWidth && width <= widestText)
+        return naturalHeight;
+    if (width != lastWidth) {
+        lastHeight = measuredHeight(width);
+        lastWidth = width;
     }
-    return measuredHeight;
+    return lastHeight;
+}
+
+int BubbleText::measuredHeight(int width) const
+{
+    return textHeight(text(), font(), width,
+                      hasLongWord ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WordWrap);
 }
 
 void BubbleText::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        naturalWidth = measuredWidth = -1;
+        naturalWidth = lastWidth = -1;
     QLabel::changeEvent(event);
 }
 

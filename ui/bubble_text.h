@@ -26,13 +26,16 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    int measuredHeight(int width) const;
     void breakLongWords();
 
     bool hasLongWord = false;
-    // Measured for the present font; negative while unknown.
+    // Measured for the present font; negative while unknown. Layouts ask for the natural size again and
+    // again, between questions about other widths.
     mutable int naturalWidth = -1;
-    mutable int measuredWidth = -1;
-    mutable int measuredHeight = -1;
+    mutable int naturalHeight = -1;
+    mutable int lastWidth = -1;
+    mutable int lastHeight = -1;
 };
 
 } // namespace tideloft::ui

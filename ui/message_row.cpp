@@ -57,6 +57,7 @@ QWidget *makeBubble(const MessageRowModel &model, QWidget *row)
     auto *bubble = makeBox(row);
     bubble->setStyleSheet(style::bubble(model.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
     bubble->setMaximumWidth(520);
+    bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
     auto *column = makeColumn(bubble, 3);
     column->setContentsMargins(12, 8, 12, 8);
     if (model.showsSender())

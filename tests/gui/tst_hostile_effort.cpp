@@ -1,0 +1,127 @@
+// How much is laid out to show a history: every text is measured once, and what is drawn is bounded.
+#include "tests/gui/tst_hostile_probe.h"
+#include "tests/support/test_main.h"
+#include "ui/bounded_text.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QTextDocument>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+using namespace tideloft::ui;
+
+class TestHostileEffort : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { placeKeyPair(); }
+    void init() { failOnToolkitWarnings(); }
+    void everyTextIsMeasuredOnce_data();
+    void everyTextIsMeasuredOnce();
+};
+
+namespace
+{
+
+/// Counts the characters that the program's measuring document takes in while this lives.
+class Measured
+{
+public:
+    Measured()
+    {
+        auto *document = qApp->findChild<QTextDocument *>({}, Qt::FindDirectChildrenOnly);
+        if (!document)
+            qFatal("Nothing has been measured yet");
+        QObject::connect(document, &QTextDocument::contentsChange, &receiver,
+                         [this](int, int, int added) { characters += added; });
+    }
+    qint64 characters = 0;
+
+private:
+    QObject receiver;
+};
+
+/// The service has no history of bob: nothing but what the test gives the window is shown.
+void openBob(const HostileProbe &probe)
+{
+    const QJsonArray items{QJsonObject{{u"peer"_s, u"bob"_s}, {u"text"_s, u"Hi"_s}}};
+    callSlot(*probe.window, "onConversationsLoaded", Q_ARG(QJsonArray, items));
+    auto *list = probe.the<QListWidget>(u"dmList"_s);
+    emit list->itemClicked(list->item(0));
+}
+
+void showHistory(const HostileProbe &probe, const QStringList &texts)
+{
+    QJsonArray items;
+    for (const QString &text : texts)
+        items.append(QJsonObject{{u"from"_s, u"bob"_s}, {u"text"_s, text}});
+    callSlot(*probe.window, "onHistoryLoaded", Q_ARG(QString, u"bob"_s), Q_ARG(QJsonArray, items));
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+    probe.window->repaint();
+}
+
+QStringList numbered(int count, const QString &text)
+{
+    QStringList texts;
+    for (int i = 0; i < count; ++i)
+        texts.append(QString::number(i) + text);
+    return texts;
+}
+
+/// The characters and the effort of the messages' texts on the screen.
+std::pair<qint64, qint64> drawn(const HostileProbe &probe)
+{
+    qint64 characters = 0;
+    qint64 effort = 0;
+    for (const auto *label : probe.the<QListWidget>(u"messageList"_s)->findChildren<QLabel *>()) {
+        if (label->inherits("tideloft::ui::BubbleText")) {
+            characters += label->text().size();
+            effort += drawingEffort(label->text());
+        }
+    }
+    return {characters, effort};
+}
+
+} // namespace
+
+void TestHostileEffort::everyTextIsMeasuredOnce_data()
+{
+    QTest::addColumn<QStringList>("texts");
+    const QString letters = u"Somebody wrote these words to somebody else. "_s.repeated(6).left(250);
+    QTest::newRow("1,000 messages") << numbered(1'000, u" Hello there"_s);
+    QTest::newRow("1,000 messages of 250 characters") << numbered(1'000, letters);
+    QTest::newRow("1,000 messages of 5 emoji") << numbered(1'000, u"🔥🎉👍🏽😀🇸🇪"_s);
+    QTest::newRow("a word of 100,000 letters") << QStringList{QString(100'000, u'x')};
+    QTest::newRow("a word of 100,000 wide letters") << QStringList{QString(100'000, u'W')};
+    QTest::newRow("100,000 halves of pairs") << QStringList{QString(100'000, QChar(0xd800))};
+    QTest::newRow("1,000 words of 100,000 letters") << numbered(1'000, QString(100'000, u'x'));
+    QTest::newRow("1,000 messages of 1,000 emoji") << numbered(1'000, u"🔥"_s.repeated(1'000));
+    QTest::newRow("1,000 messages of 2,000 lines") << numbered(1'000, u"x\n"_s.repeated(2'000));
+    QTest::newRow("1,000 messages with 2,000 marks")
+        << numbered(1'000, u"a"_s + QString(2'000, QChar(0x301)));
+}
+
+void TestHostileEffort::everyTextIsMeasuredOnce()
+{
+    QFETCH(const QStringList, texts);
+    HostileProbe probe(Language::English);
+    openBob(probe);
+    showHistory(probe, {u"the first one"_s}); // and the measuring document is there
+    const Measured measured;
+    showHistory(probe, texts);
+    const auto [characters, effort] = drawn(probe);
+    const qint64 ends = 2 * texts.size(); // each text's, and that of nothing after it
+    QVERIFY(characters > 10'000);
+    QVERIFY2(measured.characters <= characters + ends,
+             qPrintable(u"%1 of %2"_s.arg(measured.characters).arg(characters)));
+    QVERIFY(measured.characters > 0);
+    QVERIFY2(effort <= historyEffort + messageLimits.effort + texts.size() * 2 * smallestEffort,
+             qPrintable(QString::number(effort)));
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestHostileEffort)
+#include "tst_hostile_effort.moc"
