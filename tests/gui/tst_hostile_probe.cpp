@@ -3,13 +3,19 @@
 
 #include "tests/faults/open_watch.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QComboBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -57,11 +63,75 @@ bool isToolkits(const QString &path)
     return path.startsWith(qEnvironmentVariable("XDG_DATA_HOME")); // the test's home: key files and caches
 }
 
-QString markupIn(const QWidget *top)
+/// What stands between quotes in a complaint.
+QString described(const QWidget *widget, const QString &text)
 {
-    for (const auto *label : top->findChildren<QLabel *>()) {
+    return QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName() + u": "_s
+           + text.left(80);
+}
+
+/// Buttons and menus take a "&" for the mark of a key unless it is doubled.
+bool hasMnemonic(QString text)
+{
+    return text.remove(u"&&"_s).contains(u'&');
+}
+
+/// The tip that WIDGET brings up, as the toolkit gets it.
+QString tipOf(QWidget *widget)
+{
+    QHelpEvent event(QEvent::ToolTip, {5, 5}, widget->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(widget, &event);
+    const QString tip = QToolTip::text();
+    QToolTip::hideText();
+    return tip;
+}
+
+QString markupIn(QWidget *widget)
+{
+    if (const auto *label = qobject_cast<QLabel *>(widget)) {
         if (label->textFormat() != Qt::PlainText && Qt::mightBeRichText(label->text()))
-            return u"markup in "_s + label->objectName() + label->text().left(80);
+            return u"markup in "_s + described(label, label->text());
+    }
+    if (const auto *button = qobject_cast<QAbstractButton *>(widget)) {
+        if (hasMnemonic(button->text()))
+            return u"mnemonic in "_s + described(button, button->text());
+    }
+    for (const QAction *action : widget->actions()) {
+        if (hasMnemonic(action->text()))
+            return u"mnemonic in "_s + described(widget, action->text());
+    }
+    const QString tip = widget->toolTip();
+    if (Qt::mightBeRichText(tip) && tipOf(widget) == tip)
+        return u"markup in the tip of "_s + described(widget, tip);
+    return {};
+}
+
+/// The texts of WIDGET that are the program's own: nothing from outside belongs into them.
+QStringList ownTexts(const QWidget *widget)
+{
+    QStringList texts{widget->windowTitle(), widget->whatsThis(), widget->statusTip()};
+    for (const QAction *action : widget->actions())
+        texts.append({action->text(), action->toolTip(), action->statusTip()});
+    if (const auto *combo = qobject_cast<const QComboBox *>(widget)) {
+        for (int i = 0; i < combo->count(); ++i)
+            texts.append({combo->itemText(i), combo->itemData(i, Qt::ToolTipRole).toString()});
+    }
+    if (const auto *list = qobject_cast<const QListWidget *>(widget)) {
+        for (int i = 0; i < list->count(); ++i)
+            texts.append(list->item(i)->toolTip()); // shown without a question about its format
+    }
+    texts.append(widget->property("placeholderText").toString());
+    texts.removeAll({});
+    return texts;
+}
+
+QString outsiderIn(const QWidget *widget, const QList<HostileText> &texts)
+{
+    for (const QString &own : ownTexts(widget)) {
+        for (const HostileText &hostile : texts) {
+            if (own.contains(hostile.text))
+                return u"a text from outside in "_s + described(widget, own);
+        }
     }
     return {};
 }
@@ -88,15 +158,24 @@ QString HostileProbe::touched() const
     return {};
 }
 
+QString HostileProbe::badText() const
+{
+    for (QWidget *widget : QApplication::allWidgets()) {
+        const QString markup = markupIn(widget);
+        const QString wrong = markup.isEmpty() ? outsiderIn(widget, all) : markup;
+        if (!wrong.isEmpty())
+            return wrong;
+    }
+    return {};
+}
+
 QString HostileProbe::trouble()
 {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();
     window->repaint();
-    for (const QWidget *top : QApplication::topLevelWidgets()) {
-        if (const QString markup = markupIn(top); !markup.isEmpty())
-            return markup;
-    }
+    if (const QString text = badText(); !text.isEmpty())
+        return text;
     for (const auto *list : window->findChildren<QListWidget *>()) {
         if (list->isVisible() && list->horizontalScrollBar()->maximum() > 0)
             return list->objectName() + u" is too narrow"_s;
@@ -117,8 +196,9 @@ QString HostileProbe::boxText() const
         return {};
     const QString text = box()->textFormat() == Qt::PlainText ? box()->text() : u"(markup)"_s;
     box()->repaint();
-    if (box()->height() > 3'000) // 4,000 wide letters need 2,000 px
-        return u"(high without measure)"_s;
+    const QSize screen = box()->screen()->availableSize();
+    if (box()->size().expandedTo(screen) != screen)
+        return u"(larger than the screen)"_s;
     box()->accept();
     return text;
 }

@@ -17,14 +17,16 @@ public:
     explicit HostileProbe(ui::Language language);
 
     const QList<HostileText> &texts() const { return all; }
-    /// Lets everything be laid out and drawn, and tells what is wrong: a label that takes text for markup, a
-    /// window or a list that has grown, a file that was opened, a host that was connected to.
+    /// Lets everything be laid out and drawn, and tells what is wrong: a label or a tip that takes text
+    /// for markup, a button or a menu that takes it for a key, a text from outside in a title, a placeholder
+    /// or a choice, a window or a list that has grown, a file that was opened, a host that was connected to.
     QString trouble();
     /// The text of the message box in front, which is closed; null if none comes.
     QString boxText() const;
 
 private:
     QString touched() const;
+    QString badText() const;
 
     QTemporaryDir directory;
     QList<HostileText> all;
