@@ -12,8 +12,9 @@ namespace tideloft::net
 QString headerSuffix(const QString &localPath)
 {
     QString suffix = QFileInfo(localPath).suffix().toLower();
-    suffix.removeIf(
-        [](QChar character) { return character == u'"' || character.category() == QChar::Other_Control; });
+    suffix.removeIf([](QChar character) {
+        return character == u'"' || character == u'\\' || character.category() == QChar::Other_Control;
+    });
     return suffix;
 }
 

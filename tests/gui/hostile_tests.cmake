@@ -7,6 +7,6 @@ add_library(tideloft_hostile_probe STATIC tst_hostile_probe.cpp tst_hostile_prob
     ../support/hostile_texts.cpp ../support/hostile_texts.h)
 target_link_libraries(tideloft_hostile_probe PUBLIC tideloft_picture_probe tideloft_open_watch)
 
-foreach(unit texts boxes effort errors)
+foreach(unit texts boxes effort errors words)
     tideloft_test(tst_hostile_${unit} LIBRARIES tideloft_hostile_probe LABELS gui)
 endforeach()
