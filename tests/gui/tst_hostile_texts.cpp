@@ -244,8 +244,7 @@ void TestHostileTexts::watchSeesFilesAndHosts()
 {
     HostileProbe probe(Language::English);
     const QString source = probe.texts().at(33).text.section(u'"', 1, 1); // the picture that markup names
-    QLabel rich(u"<img src=\"%1\">"_s.arg(source));
-    QVERIFY(rich.sizeHint().isValid());
+    QVERIFY(QLabel(u"<img src=\"%1\">"_s.arg(source)).sizeHint().isValid());
     QCOMPARE(probe.trouble(), u"touched "_s + source);
     QTcpSocket socket;
     socket.connectToHost(QHostAddress::LocalHost, 9);
