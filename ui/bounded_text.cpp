@@ -1,6 +1,7 @@
 // Cutting texts that would take too long to lay out.
 #include "ui/bounded_text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tideloft::ui
@@ -8,6 +9,9 @@ namespace tideloft::ui
 
 namespace
 {
+
+constexpr char32_t firstMark = 0x300; // before it stand the plain letters of Europe's west
+constexpr qsizetype plainWord = 4'000;
 
 bool isLineBreak(char32_t character, char32_t before)
 {
@@ -22,12 +26,17 @@ bool isEmoji(char32_t character)
            || (character >= 0x2600 && character <= 0x27BF) || character == 0x20E3;
 }
 
+/// Scripts that stand side by side in one language, and in one font.
+bool isEastAsian(QChar::Script script)
+{
+    return script == QChar::Script_Han || script == QChar::Script_Hiragana
+           || script == QChar::Script_Katakana;
+}
+
 /// Whether a line may end here: at blanks, and anywhere between East Asian characters.
 bool breaksLine(char32_t character)
 {
-    const QChar::Script script = QChar::script(character);
-    return (QChar::isSpace(character) && character != QChar::Nbsp) || script == QChar::Script_Han
-           || script == QChar::Script_Hiragana || script == QChar::Script_Katakana;
+    return (QChar::isSpace(character) && character != QChar::Nbsp) || isEastAsian(QChar::script(character));
 }
 
 /// Walks along a text and adds up what it takes to draw. The weights follow measurements: what is laid out in
@@ -57,12 +66,15 @@ private:
     {
         if (isLineBreak(character, last)) {
             word = marks = 0;
-            return 30;
+            return 120;
         }
         word = breaksLine(character) ? 0 : word + 1;
         marks = QChar::isMark(character) ? marks + 1 : 0;
-        return 1 + word / (character < 0x300 ? 4'000 : 1'500) + (marks > 0 ? 3 + marks / 15 : 0)
-               + (isEmoji(character) ? 300 : 0) + (changesDirectionOrScript(character) ? 20 + word / 20 : 0);
+        return 1
+               + 4
+                     * (word / (character < firstMark ? plainWord : 1'500) + (marks > 0 ? 3 + marks / 15 : 0)
+                        + (isEmoji(character) ? 300 : 0)
+                        + (changesDirectionOrScript(character) ? 20 + word / 20 : 0));
     }
 
     bool changesDirectionOrScript(char32_t character)
@@ -74,7 +86,8 @@ private:
         if (direction >= QChar::DirLRE && !isStrong && direction != QChar::DirNSM
             && direction != QChar::DirBN)
             return true; // an embedding, an override or an isolate begins or ends
-        const QChar::Script script = QChar::script(character);
+        const QChar::Script ownScript = QChar::script(character);
+        const QChar::Script script = isEastAsian(ownScript) ? QChar::Script_Han : ownScript;
         const bool turns = isStrong && std::exchange(wasRightToLeft, isRightToLeft) != isRightToLeft;
         const bool hasScript = script > QChar::Script_Common;
         return (hasScript && std::exchange(lastScript, script) != script) || turns;
@@ -99,10 +112,21 @@ char32_t codePointAt(const QString &text, qsizetype index)
     return isPair ? QChar::surrogateToUcs4(first, text.at(index + 1)) : first.unicode();
 }
 
+/// Whether every unit costs one and the text is too short for any limit: what most people write is not
+/// walked.
+bool isPlain(const QString &text)
+{
+    return text.size() < plainWord && std::ranges::all_of(text, [](QChar unit) {
+               return unit.unicode() < firstMark && unit != u'\n' && unit != u'\r';
+           });
+}
+
 } // namespace
 
 QString firstPart(const QString &text, const TextLimits &limits)
 {
+    if (text.size() <= qMin<qint64>(limits.characters, limits.effort) && isPlain(text))
+        return text;
     Walk walk;
     for (qsizetype i = 0; i < text.size();) {
         const char32_t character = codePointAt(text, i);
@@ -126,6 +150,8 @@ QString inOneLine(const QString &text)
 
 qint64 drawingEffort(const QString &text)
 {
+    if (isPlain(text))
+        return text.size();
     Walk walk;
     for (qsizetype i = 0; i < text.size();) {
         const char32_t character = codePointAt(text, i);

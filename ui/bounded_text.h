@@ -15,19 +15,19 @@ struct TextLimits {
     qint64 effort;   ///< See drawingEffort().
 };
 
-constexpr TextLimits messageLimits{100'000, 2'000, 1'000, 1'500'000};
+constexpr TextLimits messageLimits{100'000, 2'000, 1'000, 6'000'000};
 /// Of an error. Boxes show all of it and scroll where the screen ends. On the sign-in page the label stays as
 /// high as the page leaves it: the fields and buttons below must stay in reach, so of a text with more lines
 /// than there is room for the first ones are drawn, and the label keeps the others for a screen reader.
-constexpr TextLimits errorLimits{4'000, 4'000, 1'000, 1'500'000};
+constexpr TextLimits errorLimits{4'000, 4'000, 1'000, 6'000'000};
 /// Of what stands in one line: more than any window has room for.
-constexpr TextLimits nameLimits{1'000, 1'000, 100, 30'000};
-constexpr TextLimits previewLimits{1'000, 1'000, 100, 5'000};
+constexpr TextLimits nameLimits{1'000, 1'000, 100, 120'000};
+constexpr TextLimits previewLimits{1'000, 1'000, 100, 20'000};
 
 /// What the messages of one history may take together.
-constexpr qint64 historyEffort = 2'000'000;
-/// What is left to each older message when the newer ones have used that up: some hundred letters.
-constexpr qint64 smallestEffort = 500;
+constexpr qint64 historyEffort = 6'000'000;
+/// What is left to each older message when the newer ones have used that up: some thousand letters.
+constexpr qint64 smallestEffort = 4'800;
 
 /// TEXT itself if it keeps within LIMITS, or else its first part and "…". No surrogate pair is cut in half.
 QString firstPart(const QString &text, const TextLimits &limits);
@@ -36,7 +36,7 @@ QString firstPart(const QString &text, const TextLimits &limits);
 /// the text, are blanks.
 QString inOneLine(const QString &text);
 
-/// How hard TEXT is to lay out, in plain letters (about 1 µs each). Much more costly are lines, combining
+/// How hard TEXT is to lay out, in plain letters (about 0.25 µs each). Much more costly are lines, combining
 /// marks on marks, scripts that change inside a word, very long words, and emoji.
 qint64 drawingEffort(const QString &text);
 

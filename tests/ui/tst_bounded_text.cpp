@@ -19,6 +19,7 @@ private slots:
     void costlyTextsKeepWithinTheirEffort();
     void everyRowTakesItsShare();
     void newestMessagesComeFirst();
+    void ordinaryHistoryIsWhole_data();
     void ordinaryHistoryIsWhole();
     void separatorsStay();
     void oneLine();
@@ -157,17 +158,32 @@ void TestBoundedText::newestMessagesComeFirst()
     const QString longWord = many(u"x"_s, 100'000);
     const QList<HistoryRow> rows = rowsWith(QStringList(5, longWord));
     QCOMPARE(textOf(rows.last()), longWord);
-    QVERIFY(textOf(rows.first()).size() < 1'000);
+    QVERIFY(textOf(rows.first()).size() < 5'000);
     QCOMPARE(textOf(rows.first()),
              firstPart(longWord,
                        {.characters = 100'000, .lines = 2'000, .emoji = 1'000, .effort = smallestEffort}));
 }
 
+void TestBoundedText::ordinaryHistoryIsWhole_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("emoji at each sentence's end")
+        << 1'000 << many(u"So this is what somebody writes on a long day 🎉 "_s, 4);
+    QTest::newRow("emoji alone") << 5'000 << u"😂😂😂"_s;
+    QTest::newRow("long letters") << 5'000 << many(u"This is a long letter. "_s, 50);
+    QTest::newRow("Japanese") << 5'000 << many(u"漢字とかなとカタカナを書く。"_s, 20);
+    QTest::newRow("Arabic with numbers") << 5'000 << many(u"سلام 12 "_s, 10);
+    QTest::newRow("lists") << 1'000 << many(u"- one of the things\n"_s, 30);
+}
+
 void TestBoundedText::ordinaryHistoryIsWhole()
 {
+    QFETCH(const int, count);
+    QFETCH(const QString, text);
     QStringList texts;
-    for (int i = 0; i < 1'000; ++i)
-        texts.append(many(u"So this is what somebody writes on a long day 🎉 "_s, 5) + QString::number(i));
+    for (int i = 0; i < count; ++i)
+        texts.append(text + QString::number(i));
     const QList<HistoryRow> rows = rowsWith(texts);
     for (qsizetype i = 0; i < rows.size(); ++i)
         QCOMPARE(textOf(rows.at(i)), texts.at(i));
