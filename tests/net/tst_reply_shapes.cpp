@@ -69,13 +69,15 @@ private:
     std::unique_ptr<LoopbackService> service;
 };
 
+// The short form takes every third pair: each shape at a third of the endpoints, each endpoint with a third
+// of the shapes.
 void TestReplyShapes::everyShapeAtEveryEndpoint_data()
 {
     QTest::addColumn<int>("endpoint");
     QTest::addColumn<int>("shape");
     for (int i = 0; i < endpoints().size(); ++i) {
         for (int j = 0; j < shapes().size(); ++j) {
-            if (isForTheLongForm(endpoints().at(i), shapes().at(j)))
+            if ((i + j) % rounds(3, 1) != 0 || isForTheLongForm(endpoints().at(i), shapes().at(j)))
                 continue;
             QTest::addRow("%s: %s", endpoints().at(i).name, shapes().at(j).name.constData()) << i << j;
         }
