@@ -23,6 +23,8 @@ namespace
 
 bool isShown(const QWidget *parent, QMessageBox::Icon icon, const QString &text)
 {
+    if (!parent)
+        return false;
     const auto boxes = parent->findChildren<QMessageBox *>(QString(), Qt::FindDirectChildrenOnly);
     return std::any_of(boxes.begin(), boxes.end(), [icon, &text](const QMessageBox *box) {
         return box->isVisible() && box->icon() == icon && box->text() == text;
