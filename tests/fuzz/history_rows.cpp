@@ -46,10 +46,11 @@ QList<DisplayRecord> checkedRecords(const QJsonArray &items, Language language, 
     return records;
 }
 
-// A text beyond all measure may be shown by its first part.
+// A text beyond all measure may be shown by its first part, but a few characters are never too much.
 bool isFirstPart(const QString &shown, const QString &text)
 {
-    return shown.size() <= 100'001 && shown.endsWith(u'…') && text.startsWith(QStringView(shown).chopped(1));
+    return text.size() > 6 && shown.size() > 1 && shown.size() <= 100'001 && shown.endsWith(u'…')
+           && text.startsWith(QStringView(shown).chopped(1));
 }
 
 void checkMessage(const MessageRowModel &row, const DisplayRecord &record)
