@@ -1,4 +1,6 @@
 // Answers to --help and --version.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/command_line.h"
 
 #include "app/identity.h"

@@ -1,4 +1,6 @@
 // The options that the client answers by itself.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

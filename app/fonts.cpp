@@ -1,4 +1,6 @@
 // Font substitution.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/fonts.h"
 
 #include <QFont>

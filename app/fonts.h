@@ -1,4 +1,6 @@
 // Fonts that stand in for those that the style sheets name.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 namespace tideloft::app

@@ -1,4 +1,6 @@
 // Who the program says it is. Where its settings and its keys are kept follows from these names.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,4 +1,6 @@
 // Building and answering the language question.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/language_select_dialog.h"
 
 #include "ui/widget_parts.h"

@@ -1,4 +1,6 @@
 // The question that the first start asks.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QDialog>

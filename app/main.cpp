@@ -1,4 +1,6 @@
 // Entry point of the client.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/start_up.h"
 
 int main(int argc, char **argv)

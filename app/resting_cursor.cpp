@@ -1,4 +1,6 @@
 // Setting and restoring the time in which cursors blink.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/resting_cursor.h"
 
 #include <QApplication>

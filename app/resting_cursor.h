@@ -1,4 +1,6 @@
 // A text cursor that stops blinking when nobody is there.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QObject>

@@ -1,4 +1,6 @@
 // Starting the client: identity, language, one window.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/start_up.h"
 
 #include "app/command_line.h"

@@ -1,4 +1,6 @@
 // From the process arguments to the event loop.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <optional>

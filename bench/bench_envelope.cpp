@@ -1,5 +1,7 @@
 // How long sealing and opening a message take. Run it with -median 5; a Debug build measures the same,
 // because the time is spent in OpenSSL.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/envelope.h"
 #include "crypto/key_pair.h"
 #include "crypto/key_store.h"

@@ -1,5 +1,7 @@
 // What the rows of both lists cost, as ratios measured in one run. Prints a line for each figure:
 //     QT_QPA_PLATFORM=offscreen bench_history_view
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "bench/figures.h"
 #include "bench/list_window.h"
 #include "bench/naive_rows.h"

@@ -1,5 +1,7 @@
 // What opening and sealing cost beside the RSA that cannot be avoided, as ratios of times taken in one run.
 // Build it optimised: what stands beside RSA is this program's own code.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "bench/paired_times.h"
 #include "crypto/base64.h"
 #include "crypto/envelope.h"

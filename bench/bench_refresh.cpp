@@ -1,6 +1,8 @@
 // A refresh of the open history as a whole: the reply's bytes parsed, its messages opened, its rows compared,
 // shown and scrolled, as the client does it every three seconds.
 //     QT_QPA_PLATFORM=offscreen bench_refresh
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "bench/figures.h"
 #include "bench/list_window.h"
 #include "bench/naive_rows.h"

@@ -1,6 +1,8 @@
 // Eight hours of refreshes without the waiting between them: what the window keeps of them.
 //
 //   bench_soak [--rounds N]
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 
 #include "bench/figures.h"

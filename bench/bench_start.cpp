@@ -1,6 +1,8 @@
 // The client's start, its memory and its rest on the sign-in page, each beside the floor program.
 //
 // Run it with QT_QPA_PLATFORM=offscreen or under a virtual display; both programs get the same.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "bench/figures.h"
 #include "bench/measured_process.h"
 #include "bench/paired_times.h"

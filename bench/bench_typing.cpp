@@ -5,6 +5,8 @@
 //
 // The client is the real one, from its first line on, before the real service. It is driven from inside: keys
 // and clicks are sent to its widgets, and a timer without delay ticks at every turn of its event loop.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/start_up.h"
 #include "bench/figures.h"
 #include "bench/paired_times.h"

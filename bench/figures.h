@@ -1,4 +1,6 @@
 // How a bench program says what it measured: a line to read, and one for the table of bench/run.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

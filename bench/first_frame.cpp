@@ -2,6 +2,8 @@
 //
 // Takes its orders from the command line, where the client ignores what it does not know:
 //   --until-frame  end after the first frame
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <QCoreApplication>
 #include <QEvent>
 #include <QTimer>

@@ -1,4 +1,6 @@
 // A list of the client in a window of its own, and the time until it is drawn.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/row_list.h"

@@ -1,4 +1,6 @@
 // Starting a program, and reading what the kernel says of it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "bench/measured_process.h"
 
 #include <QDir>

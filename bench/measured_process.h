@@ -1,4 +1,6 @@
 // A program under measurement: started with a home of its own, looked at through /proc, ended.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QProcess>

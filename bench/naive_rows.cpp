@@ -1,4 +1,6 @@
 // Rows of plain labels, made and added one by one.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "bench/naive_rows.h"
 
 #include "ui/conversation_row.h"

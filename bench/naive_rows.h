@@ -1,4 +1,6 @@
 // The straightforward way to fill both lists, kept to measure against: one row at a time, nothing remembered.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/conversation_rows.h"

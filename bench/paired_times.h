@@ -1,4 +1,6 @@
 // Two ways of doing one thing, timed in turn.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "bench/figures.h"

@@ -1,4 +1,6 @@
 // Starting the service, and writing the conversation as two clients would.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "bench/seeded_service.h"
 
 #include "crypto/envelope.h"

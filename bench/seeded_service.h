@@ -1,4 +1,6 @@
 // The real service with two accounts and a long conversation between them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QProcess>

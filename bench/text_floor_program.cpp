@@ -1,5 +1,7 @@
 // What the floor would cost if it showed text in the client's fonts and could talk TLS: the least that a
 // sign-in page needs of the toolkit.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/fonts.h"
 
 #include <QApplication>

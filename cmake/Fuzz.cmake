@@ -1,5 +1,7 @@
 # One source, two programs: with TIDELOFT_FUZZ the fuzzer that goes on finding inputs, otherwise a test that
 # replays the ones that were kept.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 option(TIDELOFT_FUZZ "Build the fuzzers instead of the replays of what they found; needs clang" OFF)
 if(TIDELOFT_FUZZ AND NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     message(FATAL_ERROR "TIDELOFT_FUZZ needs clang++, and the compiler is ${CMAKE_CXX_COMPILER_ID}.")

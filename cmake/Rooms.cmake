@@ -1,4 +1,6 @@
 # How every room of the project is compiled: one set of warnings, includes written from the root.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_options INTERFACE)
 target_include_directories(tideloft_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_definitions(tideloft_options INTERFACE

@@ -1,5 +1,7 @@
 # What may stand in TIDELOFT_SERVICE_URL and TIDELOFT_TRUST_CA. The client trusts what is compiled in, so a
 # mistake has to stop here, with a message that says what to write instead.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 # Sets OUT_HOST to the host of an acceptable origin, or OUT_ERROR to why it is not one.
 function(tideloft_parse_service_url url out_host out_error)

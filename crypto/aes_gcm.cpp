@@ -1,4 +1,6 @@
 // AES-256-GCM over OpenSSL.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/aes_gcm.h"
 
 #include "crypto/failure.h"

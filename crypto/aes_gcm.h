@@ -1,4 +1,6 @@
 // AES-256-GCM (NIST SP 800-38D) without additional data: 32-byte key, 12-byte nonce, 16-byte tag.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // Base64 over the toolkit's encoder and its lenient decoder.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/base64.h"
 
 #include "crypto/failure.h"

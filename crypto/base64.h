@@ -1,4 +1,6 @@
 // Base64 as text: the form in which keys, nonces and ciphertexts are stored and sent (RFC 4648, section 4).
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

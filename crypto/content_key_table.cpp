@@ -1,4 +1,6 @@
 // Finding, keeping and wiping of content keys.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/content_key_table.h"
 
 #include "crypto/aes_gcm.h"

@@ -1,4 +1,6 @@
 // Content keys that were unwrapped before, each under the wrapped key that it came from.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // An open file of the system, closed when nobody holds it any more.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QtGlobal>

@@ -1,4 +1,6 @@
 // Locking of a directory.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/directory_lock.h"
 
 #include <QDeadlineTimer>

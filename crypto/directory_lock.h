@@ -1,4 +1,6 @@
 // Keeping two copies of the program from doing the same thing in one directory at the same moment.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/descriptor.h"

@@ -1,4 +1,6 @@
 // Building of the message envelope.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/envelope.h"
 
 #include "crypto/aes_gcm.h"

@@ -1,4 +1,6 @@
 // Sealing of one message for many devices: the text once, its key once for each device.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

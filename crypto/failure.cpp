@@ -1,4 +1,6 @@
 // Failures that OpenSSL explains.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/failure.h"
 
 #include "crypto/openssl_error.h"

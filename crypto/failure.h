@@ -1,4 +1,6 @@
 // How an operation of this room says that it failed: a message for whoever asked, and an empty result.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,4 +1,6 @@
 // RSA key generation over OpenSSL.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_pair.h"
 
 #include "crypto/base64.h"

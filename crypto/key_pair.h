@@ -1,4 +1,6 @@
 // Making of this device's RSA key pair.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

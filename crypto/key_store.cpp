@@ -1,4 +1,6 @@
 // Reading and writing of the two key files.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 
 #include "crypto/directory_lock.h"

@@ -1,4 +1,6 @@
 // The files that hold this device's key pair, in the user's data directory of the application.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // Opening of messages, one function for each step; a step that fails says why and ends the walk.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/open_message.h"
 
 #include "crypto/aes_gcm.h"

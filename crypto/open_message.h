@@ -1,4 +1,6 @@
 // Opening of one message as the service returns it, with this device's private key.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/wrapped_keys.h"

@@ -1,4 +1,6 @@
 // Byte arrays as OpenSSL wants to see them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

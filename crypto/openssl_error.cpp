@@ -1,4 +1,6 @@
 // Reading OpenSSL's error queue.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/openssl_error.h"
 
 #include <openssl/err.h>

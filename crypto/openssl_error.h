@@ -1,4 +1,6 @@
 // What OpenSSL says about its latest failure.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,5 +1,7 @@
 // All memory that OpenSSL gives back is overwritten first: it frees the encodings of private keys, on their
 // way in and out, as they are.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/openssl_memory.h"
 
 #include <openssl/crypto.h>

@@ -1,4 +1,6 @@
 // OpenSSL's memory, which holds private keys for a moment.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 namespace tideloft::crypto

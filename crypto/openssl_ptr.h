@@ -1,4 +1,6 @@
 // Owning pointers for the OpenSSL objects this room uses, so that every path frees them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <openssl/bio.h>

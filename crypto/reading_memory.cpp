@@ -1,4 +1,6 @@
 // Remembering and forgetting.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/reading_memory.h"
 
 #include "crypto/rsa_oaep_context.h"

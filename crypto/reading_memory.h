@@ -1,4 +1,6 @@
 // What opening messages has to pay for with RSA, remembered from one reading to the next.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/content_key_table.h"

@@ -1,4 +1,6 @@
 // Opening, looking at what was opened, reading or writing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/regular_file.h"
 
 #include "crypto/descriptor.h"

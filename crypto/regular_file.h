@@ -1,5 +1,7 @@
 // Small regular files, read and written with as few questions to the system as possible: the private key's is
 // read for every message.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

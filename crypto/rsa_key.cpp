@@ -1,4 +1,6 @@
 // Parsing of RSA keys.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/rsa_key.h"
 
 #include "crypto/openssl_bytes.h"

@@ -1,4 +1,6 @@
 // RSA keys out of their encodings. For this room alone: it speaks OpenSSL's types.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/openssl_ptr.h"

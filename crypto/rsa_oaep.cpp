@@ -1,4 +1,6 @@
 // RSA-OAEP over OpenSSL, both directions through one chain of calls.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/rsa_oaep.h"
 
 #include "crypto/failure.h"

@@ -1,4 +1,6 @@
 // RSA-OAEP (RFC 8017, section 7.1) with SHA-256, MGF1 over SHA-256 and an empty label.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // RSA-OAEP decryption that is set up once and run many times. For this room alone: it speaks OpenSSL's types.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/openssl_ptr.h"

@@ -1,4 +1,6 @@
 // Wiping of secrets.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/secret_bytes.h"
 
 #include <openssl/crypto.h>

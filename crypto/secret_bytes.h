@@ -1,4 +1,6 @@
 // Bytes and texts that must not outlive their use: content keys, and private keys in every form.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

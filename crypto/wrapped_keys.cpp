@@ -1,4 +1,6 @@
 // Reading of wrapped key records.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/wrapped_keys.h"
 
 #include <QJsonObject>

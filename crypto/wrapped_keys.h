@@ -1,4 +1,6 @@
 // Finding the content key that was wrapped for this device among those of all devices.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QJsonArray>

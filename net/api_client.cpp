@@ -1,4 +1,6 @@
 // What all requests share: the device's identity, the request builder, and the pipeline of the JSON replies.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
 #include "net/device_identity.h"

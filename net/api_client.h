@@ -1,4 +1,6 @@
 // The one object through which the client talks to the service.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "net/continuations.h"

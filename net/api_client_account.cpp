@@ -1,4 +1,6 @@
 // Requests about the own account: signing in and out, the profile, and the search for other users.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
 #include "net/search_query.h"

@@ -1,5 +1,7 @@
 // Requests about direct messages: conversations, histories, device keys and sending. Nothing is encrypted
 // here: an envelope arrives sealed and only takes its place in the request.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
 #include "net/device_key_records.h"

@@ -1,5 +1,7 @@
 // Requests about groups, which the window calls servers. They share one failure signal, and it carries the
 // toolkit's words: a message in the reply's body is not read.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
 #include <QNetworkReply>

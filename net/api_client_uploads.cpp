@@ -1,5 +1,7 @@
 // The two uploads of pictures. They carry none of the JSON requests' headers: the session's cookie alone says
 // whose they are.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
 #include "net/image_upload.h"

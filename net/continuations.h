@@ -1,4 +1,6 @@
 // What an operation of the client leaves behind to be called when its reply has arrived.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QJsonDocument>

@@ -1,4 +1,6 @@
 // Reading and making of the device identifier.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/device_identity.h"
 
 #include <QDeadlineTimer>

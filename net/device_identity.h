@@ -1,4 +1,6 @@
 // The identifier by which the service and the wrapped keys know this installation.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

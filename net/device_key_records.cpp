@@ -1,4 +1,6 @@
 // Normalisation of device key records.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/device_key_records.h"
 
 #include <QJsonObject>

@@ -1,4 +1,6 @@
 // The shapes in which the service lists device keys, made into the one that the window reads.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QJsonArray>

@@ -1,4 +1,6 @@
 // Building of the multipart body of a picture.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/image_upload.h"
 
 #include <QFile>

@@ -1,4 +1,6 @@
 // The multipart body in which a picture travels.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QHttpMultiPart>

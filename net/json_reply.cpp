@@ -1,4 +1,6 @@
 // Reading of a finished reply.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/json_reply.h"
 
 #include "net/repeated_array.h"

@@ -1,4 +1,6 @@
 // What a finished reply says, before anybody asks whether it is good news.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QJsonDocument>

@@ -1,4 +1,6 @@
 // Splitting of an array's text, and reuse of what has been parsed.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/repeated_array.h"
 
 #include <QJsonArray>

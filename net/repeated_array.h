@@ -1,4 +1,6 @@
 // A JSON array that is asked for again and again, and seldom changes.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

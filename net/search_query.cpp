@@ -1,4 +1,6 @@
 // Encoding of a user search.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/search_query.h"
 
 #include <QUrl>

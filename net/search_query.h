@@ -1,4 +1,6 @@
 // How the text of a user search travels in a URL.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

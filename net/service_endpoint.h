@@ -1,4 +1,6 @@
 // The one service that this client talks to. Fixed when the client is built, with no switch at run time.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,4 +1,6 @@
 // TLS settings for every connection of the program.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/tls_policy.h"
 
 #include "net/service_endpoint.h"

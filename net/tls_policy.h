@@ -1,4 +1,6 @@
 // How connections are secured.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 namespace tideloft::net

@@ -1,4 +1,6 @@
 // Who waits for a reply.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 namespace tideloft::net

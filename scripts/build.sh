@@ -1,5 +1,7 @@
 # Configuring and building a preset. Sourced by ./run and ./test.
 # shellcheck shell=bash
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 : "${root:?names the folder of the project}"
 
 # ccache shortens a second build; nothing depends on it.

@@ -1,5 +1,7 @@
 # What the project needs from Debian, and how it gets there. Sourced by ./run and ./test.
 # shellcheck shell=bash
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 : "${root:?names the folder of the project}"
 
 readonly packageLists="$root/packaging/debian-packages"

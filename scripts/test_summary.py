@@ -1,4 +1,6 @@
 """Adds up what ctest wrote to its JUnit file: test_summary.py FILE. The last line is "N passed, N failed"."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import re
 import sys

@@ -3,6 +3,8 @@
 An error counts when this project's own code stands in its stack. The toolkit, the fonts and the graphics
 driver make noise of their own, which a suppression file cannot name completely.
 """
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import os
 import pathlib

@@ -1,4 +1,6 @@
 // Accounts. Passwords are hashed away from the event loop, because one hash takes a quarter of a second.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/account_handlers.h"
 
 #include "service/json_body.h"

@@ -1,4 +1,6 @@
 // Creating an account, signing in and signing out.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

@@ -1,4 +1,6 @@
 // The table of endpoints, one line a group.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/api.h"
 
 #include "service/account_handlers.h"

@@ -1,4 +1,6 @@
 // All endpoints of the service over one database.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

@@ -1,4 +1,6 @@
 // What every group of endpoints works with.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/database.h"

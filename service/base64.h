@@ -1,4 +1,6 @@
 // Strict Base64 (RFC 4648, section 4): what one reader accepts, every reader must understand.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // A bound on the bytes that all transfers together may hold in memory, and on those of each account.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // Endpoints of messages. The sender is always the user of the session, whatever the request says.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/chat_handlers.h"
 
 #include "service/json_body.h"

@@ -1,4 +1,6 @@
 // Sending messages, and reading them back.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

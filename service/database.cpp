@@ -1,4 +1,6 @@
 // Opening of the database, and running of statements.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/database.h"
 
 #include "service/schema.h"

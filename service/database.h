@@ -1,4 +1,6 @@
 // The service's storage: one SQLite database, opened with safe settings and brought to the current schema.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QSqlDatabase>

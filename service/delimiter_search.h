@@ -1,4 +1,6 @@
 // The search for the delimiter of a form, in time that no sender can stretch.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArrayView>

@@ -1,4 +1,6 @@
 // Checking and keeping of device keys.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/device_keys.h"
 
 #include "service/base64.h"

@@ -1,4 +1,6 @@
 // The table of public keys, one for each device of a user.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

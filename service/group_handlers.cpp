@@ -1,4 +1,6 @@
 // Endpoints of groups. A group that one is no member of is answered like one that does not exist.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/group_handlers.h"
 
 #include "service/groups.h"

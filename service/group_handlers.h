@@ -1,4 +1,6 @@
 // Groups: making and listing them, and their icons.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

@@ -1,4 +1,6 @@
 // Statements about groups. Each begins with the user, so that nobody sees a group of others.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/groups.h"
 
 #include "service/pictures.h"

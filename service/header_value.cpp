@@ -1,4 +1,6 @@
 // Reading of header values, strictly from left to right.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/header_value.h"
 
 namespace tideloft::service

@@ -1,4 +1,6 @@
 // Header values that carry parameters: Content-Type, Content-Disposition.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

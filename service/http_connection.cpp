@@ -1,4 +1,6 @@
 // HTTP/1.1 on one connection.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/http_connection.h"
 
 #include "service/http_translation.h"

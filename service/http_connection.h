@@ -1,4 +1,6 @@
 // One connection of a client: its requests, one after the other.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/byte_budget.h"

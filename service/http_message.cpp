@@ -1,4 +1,6 @@
 // Building replies, and reading the small parts of a request.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/http_message.h"
 
 #include <QJsonDocument>

@@ -1,4 +1,6 @@
 // What passes between the HTTP server and the handlers: plain values, so that tests need no socket.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // Accepts connections, hands slow work to threads, and stops in order.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/http_server.h"
 
 #include "service/http_connection.h"

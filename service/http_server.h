@@ -1,4 +1,6 @@
 // The HTTP server: connections, TLS, limits and time-outs. Knows nothing of what is served.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_message.h"

@@ -1,4 +1,6 @@
 // What requests and replies look like in the HTTP library.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/http_translation.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 // Between the messages of the HTTP library and those of the service. With http_connection.cpp, all that knows
 // the library.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_server.h"

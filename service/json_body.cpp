@@ -1,4 +1,6 @@
 // Reading of JSON bodies.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/json_body.h"
 
 #include <QJsonDocument>

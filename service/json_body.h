@@ -1,4 +1,6 @@
 // Reads the JSON body of a request, member by member, and refuses what is not as it should be.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_message.h"

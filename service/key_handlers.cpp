@@ -1,4 +1,6 @@
 // Endpoints of device keys.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/key_handlers.h"
 
 #include "service/device_keys.h"

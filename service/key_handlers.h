@@ -1,4 +1,6 @@
 // Device keys: publishing the own one, and reading one's own and other users'.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

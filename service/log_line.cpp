@@ -1,4 +1,6 @@
 // Lines of the log.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/log_line.h"
 
 namespace tideloft::service

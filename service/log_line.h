@@ -1,4 +1,6 @@
 // What the log says about a request: never a body, a name or a cookie.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_message.h"

@@ -1,4 +1,6 @@
 // Checking of messages. What is sealed stays sealed: only sizes and encodings can be looked at.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/message.h"
 
 #include "service/base64.h"

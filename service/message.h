@@ -1,4 +1,6 @@
 // One message as it is sent and stored, and the check that it is whole.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/json_body.h"

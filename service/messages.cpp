@@ -1,4 +1,6 @@
 // Statements about messages.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/messages.h"
 
 #include <QJsonDocument>

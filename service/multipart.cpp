@@ -1,4 +1,6 @@
 // Reading of forms. Strict: where two readers could see different parts, the form is refused.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/multipart.h"
 
 #include "service/delimiter_search.h"

@@ -1,4 +1,6 @@
 // Forms with files in them, as browsers and this system's client send them (RFC 7578).
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_message.h"

@@ -1,4 +1,6 @@
 // Hashing with libcrypto.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/password.h"
 
 #include "service/random.h"

@@ -1,4 +1,6 @@
 // Passwords are kept as scrypt hashes (RFC 7914) that carry their own parameters.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // Endpoints of pictures. What comes in is only looked at, never decoded; what goes out may do nothing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/picture_handlers.h"
 
 #include "service/multipart.h"

@@ -1,4 +1,6 @@
 // Taking pictures in, and giving them out.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

@@ -1,4 +1,6 @@
 // The signatures that pictures begin with.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/picture_type.h"
 
 namespace tideloft::service

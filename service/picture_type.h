@@ -1,4 +1,6 @@
 // What kind of picture some bytes are.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // Statements about pictures.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/pictures.h"
 
 #include "service/random.h"

@@ -1,4 +1,6 @@
 // The table of pictures: at most one of every user and one of every group, each under a random name.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

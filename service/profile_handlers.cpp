@@ -1,4 +1,6 @@
 // Profile and search.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/profile_handlers.h"
 
 #include "service/json_body.h"

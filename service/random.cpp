@@ -1,4 +1,6 @@
 // Randomness from libcrypto.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/random.h"
 
 #include <openssl/rand.h>

@@ -1,4 +1,6 @@
 // Matching of paths, and the one place where failures become replies.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/router.h"
 
 #include <algorithm>

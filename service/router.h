@@ -1,4 +1,6 @@
 // Finds the handler of a request, and turns what a handler throws into a reply.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_message.h"

@@ -1,4 +1,6 @@
 // Table definitions. A step that was published is never changed: a change is a further step.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/schema.h"
 
 #include "service/database.h"

@@ -1,4 +1,6 @@
 // The tables of the service, and the steps from one version of them to the next.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 namespace tideloft::service

@@ -1,4 +1,6 @@
 // Sessions: a stolen copy of the database lets nobody in, because a hash is no cookie.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/sign_in_sessions.h"
 
 #include "service/random.h"

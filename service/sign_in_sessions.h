@@ -1,4 +1,6 @@
 // Who is signed in: a random value in a cookie, of which only the hash is stored.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api_context.h"

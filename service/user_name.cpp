@@ -1,4 +1,6 @@
 // The rule for user names.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/user_name.h"
 
 #include <algorithm>

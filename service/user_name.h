@@ -1,4 +1,6 @@
 // What a user name looks like, and when two spellings mean the same user.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

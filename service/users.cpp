@@ -1,4 +1,6 @@
 // Statements about users.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/users.h"
 
 #include "service/user_name.h"

@@ -1,4 +1,6 @@
 // Ends what takes too long on a connection.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <boost/asio/ip/tcp.hpp>

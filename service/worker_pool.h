@@ -1,4 +1,6 @@
 // Threads for the few things that take long, with a queue that cannot grow without end.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <boost/asio/post.hpp>

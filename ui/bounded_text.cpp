@@ -1,4 +1,6 @@
 // Cutting texts that would take too long to lay out.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/bounded_text.h"
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // How much of a text from outside is drawn.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,4 +1,6 @@
 // Sizing of a message's text.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/bubble_text.h"
 
 #include "ui/style/inline_styles.h"

@@ -1,4 +1,6 @@
 // The text of a message in its bubble.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QLabel>

@@ -1,4 +1,6 @@
 // Keys that click.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/click_keys.h"
 
 #include <QKeyEvent>

@@ -1,4 +1,6 @@
 // The keyboard's way to what otherwise only a click reaches.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <functional>

@@ -1,4 +1,6 @@
 // The entries of conversations.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/conversation_list.h"
 
 #include "ui/conversation_row.h"

@@ -1,4 +1,6 @@
 // The conversations in their list.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/conversation_rows.h"

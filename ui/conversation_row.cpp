@@ -1,4 +1,6 @@
 // Building a conversation's row.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/conversation_row.h"
 
 #include "ui/bounded_text.h"

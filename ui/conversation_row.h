@@ -1,4 +1,6 @@
 // A conversation in the sidebar's list.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/conversation_rows.h"

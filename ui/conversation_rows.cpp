@@ -1,4 +1,6 @@
 // From the service's conversation and search items to rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/conversation_rows.h"
 
 #include "ui/message_time.h"

@@ -1,4 +1,6 @@
 // The rows of the conversation list, as values.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/display_records.h"

@@ -1,4 +1,6 @@
 // Building and answering the create-server dialog.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/create_server_dialog.h"
 
 #include "ui/style/dialog_styles.h"

@@ -1,4 +1,6 @@
 // The dialog that asks for a new server's name and description.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/text.h"

@@ -1,4 +1,6 @@
 // Building a day separator.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/day_separator.h"
 
 #include "ui/style/inline_styles.h"

@@ -1,4 +1,6 @@
 // The line between two days of a history.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/history_rows.h"

@@ -1,4 +1,6 @@
 // Device lists of an outgoing message.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/device_lists.h"
 
 #include <QJsonObject>

@@ -1,4 +1,6 @@
 // For which devices a message is sealed.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QJsonArray>

@@ -1,4 +1,6 @@
 // From the service's history items to display records.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/display_records.h"
 
 #include "crypto/open_message.h"

@@ -1,4 +1,6 @@
 // The messages of a history, opened and ready to be grouped.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/text.h"

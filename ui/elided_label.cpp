@@ -1,4 +1,6 @@
 // Cutting a text at the moment it is drawn.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/elided_label.h"
 
 #include "ui/bounded_text.h"

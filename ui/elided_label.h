@@ -1,4 +1,6 @@
 // A one-line label for texts of any length.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QLabel>

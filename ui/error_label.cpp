@@ -1,4 +1,6 @@
 // Keeping an error in its place.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/error_label.h"
 
 #include <QPainter>

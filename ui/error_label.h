@@ -1,4 +1,6 @@
 // The place of an error on a page.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QLabel>

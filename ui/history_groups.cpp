@@ -1,4 +1,6 @@
 // Grouping of messages by sender and time.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/history_groups.h"
 
 namespace tideloft::ui

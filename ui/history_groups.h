@@ -1,4 +1,6 @@
 // Which messages of a history stand together as one group of their sender.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/display_records.h"

@@ -1,4 +1,6 @@
 // The entries of messages and day separators.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/history_list.h"
 
 #include "ui/day_separator.h"

@@ -1,4 +1,6 @@
 // From display records to rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/history_rows.h"
 
 #include "ui/bounded_text.h"

@@ -1,4 +1,6 @@
 // The rows of the chat history, as values: everything that a row shows, and nothing of how it is drawn.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/history_groups.h"

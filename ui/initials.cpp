@@ -1,4 +1,6 @@
 // Initials of a name.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/initials.h"
 
 namespace tideloft::ui

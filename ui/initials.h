@@ -1,4 +1,6 @@
 // The letters that stand for a person or a server where there is no picture.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,4 +1,6 @@
 // A page of a stack that costs nothing before it is shown.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QWidget>

@@ -1,4 +1,6 @@
 // Texts from outside, in the log.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/bounded_text.h"

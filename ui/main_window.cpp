@@ -1,4 +1,6 @@
 // The window's skeleton: construction, connections, page stacks and the periodic refresh.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "crypto/open_message.h"

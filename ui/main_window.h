@@ -1,4 +1,6 @@
 // The one window of the client: every page, list and flow that the user sees.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/reading_memory.h"

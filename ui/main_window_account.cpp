@@ -1,4 +1,6 @@
 // The profile card's behaviour: changing the picture and saving the texts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/profile_card.h"

@@ -1,4 +1,6 @@
 // The Appearance section, and the theme and accent that it chooses.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/settings_rows.h"

@@ -1,4 +1,6 @@
 // Building the sign-in page.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/error_label.h"

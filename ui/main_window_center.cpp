@@ -1,4 +1,6 @@
 // Building the center panel: the empty state and the chat page.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/elided_label.h"

@@ -1,4 +1,6 @@
 // The open conversation: its history, row by row.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "crypto/open_message.h"

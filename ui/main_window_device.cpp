@@ -1,4 +1,6 @@
 // What follows the profile's arrival: this device's key pair, its registration, and the main page.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "crypto/key_store.h"

@@ -1,4 +1,6 @@
 // Moving between the pages of the window, and the keys and clicks that it catches.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/initials.h"

@@ -1,4 +1,6 @@
 // The user's own picture and the menu of the sidebar's footer.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/initials.h"

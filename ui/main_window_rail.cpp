@@ -1,4 +1,6 @@
 // Building the rail at the left edge: messages, servers, settings.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/server_scroll.h"

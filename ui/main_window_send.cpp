@@ -1,4 +1,6 @@
 // Sending a message: the recipient's keys first, then the sealed text.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "crypto/envelope.h"

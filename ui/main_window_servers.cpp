@@ -1,4 +1,6 @@
 // The user's servers in the rail: listing, opening and creating them, and their icons.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/create_server_dialog.h"

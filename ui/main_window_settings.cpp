@@ -1,4 +1,6 @@
 // The settings view: its navigation, and the ways into it and out of it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/settings_sections.h"

@@ -1,4 +1,6 @@
 // The conversation list and the search for users.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/bounded_text.h"

@@ -1,4 +1,6 @@
 // Building the left sidebar: header, search, lists, footer.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/click_keys.h"

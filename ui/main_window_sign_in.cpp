@@ -1,4 +1,6 @@
 // Signing in, creating an account, logging out, and the language of the texts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
 #include "ui/bounded_text.h"

@@ -1,4 +1,6 @@
 // Showing a message.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/message_box.h"
 
 #include "ui/bounded_text.h"

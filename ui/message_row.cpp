@@ -1,4 +1,6 @@
 // Building a message's row: avatar, bubble, and what stands in the bubble.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/message_row.h"
 
 #include "ui/bubble_text.h"

@@ -1,4 +1,6 @@
 // Times and days of messages, read and written.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/message_time.h"
 
 #include <QLocale>

@@ -1,4 +1,6 @@
 // When a message was written, and how that is shown.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/text.h"

@@ -1,4 +1,6 @@
 // Which items of a reply are known.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/opened_history.h"
 
 #include "crypto/open_message.h"

@@ -1,4 +1,6 @@
 // The history that is shown, as it was read: what comes again unchanged is not read again.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/display_records.h"

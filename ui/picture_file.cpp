@@ -1,4 +1,6 @@
 // The checks of a picture file.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/picture_file.h"
 
 #include <QFile>

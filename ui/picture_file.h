@@ -1,4 +1,6 @@
 // Choosing a picture file, and what is wrong with one.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/text.h"

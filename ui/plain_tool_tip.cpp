@@ -1,4 +1,6 @@
 // Escaping a tool tip at the moment it is shown.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/plain_tool_tip.h"
 
 #include "ui/bounded_text.h"

@@ -1,4 +1,6 @@
 // Tool tips with text from outside.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 class QWidget;

@@ -1,4 +1,6 @@
 // Building the privacy dialog.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/privacy_dialog.h"
 
 #include "ui/style/dialog_styles.h"

@@ -1,4 +1,6 @@
 // The privacy dialog of the sidebar's footer.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/text.h"

@@ -1,4 +1,6 @@
 // Building the profile card.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/profile_card.h"
 
 #include "ui/elided_label.h"

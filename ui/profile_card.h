@@ -1,4 +1,6 @@
 // The first card of the Account section: the user's picture, name and texts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/text.h"

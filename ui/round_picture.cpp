@@ -1,4 +1,6 @@
 // Cutting a picture to a circle.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/round_picture.h"
 
 #include <QPainter>

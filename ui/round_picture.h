@@ -1,4 +1,6 @@
 // Pictures of people, as circles.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QPixmap>

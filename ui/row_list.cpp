@@ -1,4 +1,6 @@
 // Entries, their widgets and their heights.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/row_list.h"
 
 #include <QEvent>

@@ -1,4 +1,6 @@
 // Filling a list with row widgets.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QList>

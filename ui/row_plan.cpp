@@ -1,4 +1,6 @@
 // The longest run of rows that keep their order, and what happens to the others.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/row_plan.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 // How the rows of a list become other rows: which stay, which move, which are made anew. No widget is
 // touched.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QHash>

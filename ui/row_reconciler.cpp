@@ -1,4 +1,6 @@
 // Applying a plan to the entries of a list.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/row_reconciler.h"
 
 #include <QApplication>

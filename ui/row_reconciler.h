@@ -1,4 +1,6 @@
 // Turning the rows that a list shows into others: what stays the same is not touched.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/row_list.h"

@@ -1,4 +1,6 @@
 // Keys that scroll what stands elsewhere.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/scroll_keys.h"
 
 #include <QAbstractScrollArea>

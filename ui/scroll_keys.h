@@ -1,4 +1,6 @@
 // Lets a list that takes no focus be scrolled from the keyboard.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 class QAbstractScrollArea;

@@ -1,4 +1,6 @@
 // Building a server's button.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/server_button.h"
 
 #include "ui/initials.h"

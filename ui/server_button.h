@@ -1,4 +1,6 @@
 // A server in the rail.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/server_models.h"

@@ -1,4 +1,6 @@
 // From the service's groups to server models.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/server_models.h"
 
 #include <QJsonObject>

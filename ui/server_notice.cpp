@@ -1,4 +1,6 @@
 // Building the notice of an open server.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/server_notice.h"
 
 #include "ui/style/dialog_styles.h"

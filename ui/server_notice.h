@@ -1,4 +1,6 @@
 // What stands in the chat panel while a server is open.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 class QString;

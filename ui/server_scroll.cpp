@@ -1,4 +1,6 @@
 // A scroll area that is as high as what it holds, if it can.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/server_scroll.h"
 
 #include "ui/style/inline_styles.h"

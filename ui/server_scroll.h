@@ -1,4 +1,6 @@
 // Keeps the servers of the rail within the window.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 class QScrollArea;

@@ -1,4 +1,6 @@
 // Building settings rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/settings_rows.h"
 
 #include "ui/style/settings_styles.h"

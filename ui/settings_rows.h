@@ -1,4 +1,6 @@
 // The rows that the settings sections are made of.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,4 +1,6 @@
 // Putting a settings page together.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/settings_section.h"
 
 #include "ui/settings_rows.h"

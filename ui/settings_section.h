@@ -1,4 +1,6 @@
 // A page of the settings view, put together from headers, cards and rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/settings_switches.h"

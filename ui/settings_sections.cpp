@@ -1,4 +1,6 @@
 // The sections of the settings view that are made of rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/settings_sections.h"
 
 #include "ui/message_box.h"

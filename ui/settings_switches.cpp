@@ -1,4 +1,6 @@
 // The texts and initial states of the settings' switches.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/settings_switches.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,6 @@
 // The switches of the settings sections. None of them changes what the program does.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/text.h"

@@ -1,4 +1,6 @@
 // The choice between a text's two versions.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/text.h"
 
 namespace tideloft::ui

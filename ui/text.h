@@ -1,4 +1,6 @@
 // The two languages of the user interface, and the choice between a text's two versions.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

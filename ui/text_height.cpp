@@ -1,4 +1,6 @@
 // One document measures every text: making one and laying it out is most of what a label costs.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/text_height.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,6 @@
 // How high a text stands at a width, found out without a widget.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QTextOption>

@@ -1,4 +1,6 @@
 // Labels, boxes, lines and buttons.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/widget_parts.h"
 
 #include <QBoxLayout>

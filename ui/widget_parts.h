@@ -1,4 +1,6 @@
 // The small parts that pages and rows are put together from.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,5 +1,7 @@
 // The client's own start in a process of its own. The first argument answers the language question: "escape",
 // or the index of a button. What comes up on screen is printed, a line each; the main window is closed again.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/start_up.h"
 #include "ui/main_window.h"
 

@@ -1,4 +1,6 @@
 // Which command lines the client answers by itself.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/command_line.h"
 #include "tests/support/test_main.h"
 

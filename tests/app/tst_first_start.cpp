@@ -1,4 +1,6 @@
 // Whole runs of the client, from the first question to the closed window.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 
 #include <QProcess>

@@ -1,4 +1,6 @@
 // "Segoe UI" is stood in for by fonts that a Debian has.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/fonts.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The first start's question: its looks to the pixel, and what each answer does.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/language_select_dialog.h"
 #include "tests/support/test_main.h"
 

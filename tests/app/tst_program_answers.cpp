@@ -1,4 +1,6 @@
 // The built client answers --help and --version where there is no display, and touches nothing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 
 #include <QProcess>

@@ -1,4 +1,6 @@
 // The text cursor of a program that nobody touches.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/resting_cursor.h"
 
 #include <QApplication>

@@ -1,4 +1,6 @@
 // Stored language or first start's question: which index the window gets.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "app/start_up.h"
 #include "tests/support/test_main.h"
 

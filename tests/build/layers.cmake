@@ -1,5 +1,7 @@
 # Fails when a room includes a header of a room that it must not know. Linking catches a wrong call; this
 # catches the include of a header that needs no linking.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 set(may_include_app "app|ui|net")
 set(may_include_ui "ui|net|crypto")
 set(may_include_net "net")

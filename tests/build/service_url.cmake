@@ -1,4 +1,6 @@
 # Which origins configuring takes, and which it refuses.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 list(APPEND CMAKE_MODULE_PATH "${SOURCE_DIR}/cmake")
 include(ServiceUrl)
 

@@ -1,4 +1,6 @@
 // The data directory of a test: emptied, missing, or made to refuse.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/key_store.h"

@@ -1,4 +1,6 @@
 // Device key records as an envelope takes them, and the identifiers in what it gives back.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QJsonArray>

@@ -1,4 +1,6 @@
 // Another implementation of the envelope, in a process of its own that answers line by line.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/base64.h"

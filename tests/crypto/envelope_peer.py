@@ -8,6 +8,8 @@
 
 All words in capitals are Base64; a text is UTF-8 inside, "-" if it is empty.
 """
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import base64
 import os

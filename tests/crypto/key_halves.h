@@ -1,4 +1,6 @@
 // The two halves of a key pair, so that tests hold the files of both to the same rules.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/key_store.h"

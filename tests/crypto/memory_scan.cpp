@@ -1,4 +1,6 @@
 // Reading of /proc/self/mem.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/crypto/memory_scan.h"
 
 #include <QFile>

@@ -1,4 +1,6 @@
 // Looking for secrets in all that a process has in its memory, its own included.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

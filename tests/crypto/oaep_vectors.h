@@ -1,4 +1,6 @@
 // Published known-answer vectors for RSA-OAEP with SHA-256 and MGF1 over SHA-256, 2048-bit key.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

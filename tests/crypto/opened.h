@@ -1,4 +1,6 @@
 // Opening through every way there is: alone, with a new memory, and with one that saw everything before.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/open_message.h"

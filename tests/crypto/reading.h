@@ -1,4 +1,6 @@
 // Reading as alice on her device, with a memory.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/aes_gcm.h"

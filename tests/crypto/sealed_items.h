@@ -1,4 +1,6 @@
 // Items as the service returns them, sealed for a device that has the published key, and ways to damage them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/base64.h"

@@ -1,4 +1,6 @@
 // Keys in the encodings that the tests of this room need.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/openssl_ptr.h"

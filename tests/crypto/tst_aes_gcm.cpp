@@ -1,4 +1,6 @@
 // AES-256-GCM against published vectors, its limits and its messages.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/aes_gcm.h"
 #include "crypto/openssl_bytes.h"
 #include "tests/crypto/test_keys.h"

@@ -1,4 +1,6 @@
 // Base64 text in both directions.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/base64.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The table of content keys: what it finds, what it gives up, and that nothing of it is left behind.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/content_key_table.h"
 #include "crypto/reading_memory.h"
 #include "tests/crypto/wipe_watch.h"

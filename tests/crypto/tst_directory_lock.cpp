@@ -1,4 +1,6 @@
 // One holder at a time, nobody for ever, and no harm where there is nothing to lock.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/directory_lock.h"
 #include "tests/support/test_main.h"
 

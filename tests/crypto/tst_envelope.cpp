@@ -1,4 +1,6 @@
 // Sealing a message for many devices: what every device gets.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/aes_gcm.h"
 #include "crypto/base64.h"
 #include "crypto/envelope.h"

@@ -1,4 +1,6 @@
 // Envelopes that cannot be made, and the reasons given.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #define OPENSSL_SUPPRESS_DEPRECATED // replacing the random generator is the only way to see it fail
 #include "crypto/base64.h"
 #include "crypto/envelope.h"

@@ -1,4 +1,6 @@
 // Who may read the key files, from their first moment on.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/crypto/key_halves.h"

@@ -1,4 +1,6 @@
 // What else than a key file can stand in a key file's place, and that nobody waits for it or writes into it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/crypto/key_halves.h"

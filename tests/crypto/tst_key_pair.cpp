@@ -1,4 +1,6 @@
 // Generation of the device's key pair: what is written, in which form, and what a refused file leaves behind.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/base64.h"
 #include "crypto/key_pair.h"
 #include "crypto/rsa_oaep.h"

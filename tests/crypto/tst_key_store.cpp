@@ -1,4 +1,6 @@
 // The two key files: where they are, what is in them, and every refusal.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/crypto/key_halves.h"

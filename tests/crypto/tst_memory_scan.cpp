@@ -1,4 +1,6 @@
 // What is left in the process's memory of content keys and private keys that are no longer in use: nothing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_pair.h"
 #include "crypto/key_store.h"
 #include "crypto/secret_bytes.h"

@@ -1,4 +1,6 @@
 // Opening damaged messages: every step's message, and one flipped bit for every field.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/crypto/opened.h"

@@ -1,4 +1,6 @@
 // Opening messages: which key is taken, from where, and what a message is that needs none.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/aes_gcm.h"
 #include "crypto/key_store.h"
 #include "crypto/open_message.h"

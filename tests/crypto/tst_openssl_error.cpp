@@ -1,4 +1,6 @@
 // The text of OpenSSL's earliest queued error, and how it gets into a message.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/failure.h"
 #include "crypto/openssl_error.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The key file rules over the memory: whatever happens to it between two readings holds at once.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/crypto/reading.h"

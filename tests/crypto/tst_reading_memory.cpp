@@ -1,4 +1,6 @@
 // Reading with a memory: what it saves, what it does not keep, whose it is, and that it leaves nothing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/crypto/reading.h"

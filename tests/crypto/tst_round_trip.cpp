@@ -1,4 +1,6 @@
 // Envelopes between this code and another implementation of the same standards, both ways.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/envelope.h"
 #include "crypto/key_pair.h"
 #include "crypto/key_store.h"

@@ -1,4 +1,6 @@
 // RSA-OAEP against published vectors, the key encodings it takes and its messages.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/rsa_oaep.h"
 #include "tests/crypto/test_keys.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Secrets are overwritten when they leave use.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/secret_bytes.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Finding this device's wrapped key.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/wrapped_keys.h"
 #include "tests/support/test_main.h"
 

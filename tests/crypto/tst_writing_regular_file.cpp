@@ -1,4 +1,6 @@
 // Writing a whole file: over a regular one or where there is none, and into nothing else.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/regular_file.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/support/test_main.h"

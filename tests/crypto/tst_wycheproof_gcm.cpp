@@ -1,4 +1,6 @@
 // AES-256-GCM against the vectors of Project Wycheproof: what has to open, what must not, and other nonces.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/aes_gcm.h"
 #include "tests/crypto/vector_file.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // RSA-OAEP against the vectors of Project Wycheproof: what has to open, and every way to be wrong.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/reading_memory.h"
 #include "crypto/rsa_oaep.h"
 #include "tests/crypto/vector_file.h"

@@ -1,4 +1,6 @@
 // Test vectors in a text file: one a line, fields between semicolons, lines with "#" at the front aside.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArrayList>

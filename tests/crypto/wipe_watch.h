@@ -1,4 +1,6 @@
 // Storage that outlives what was kept in it, so that a test can look at what was left behind.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

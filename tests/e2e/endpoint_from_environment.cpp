@@ -1,6 +1,8 @@
 // The service of the end-to-end test, which stands on a port and behind an authority made for one run. It
 // takes the place of the endpoint in the test's client when that is linked; the shipped client has no such
 // switch.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/service_endpoint.h"
 
 #include <QSslCertificate>

@@ -1,5 +1,7 @@
 // A library for LD_PRELOAD: the system's calls for files, some of which fail as a test has planned. The first
 // call that failed is kept by its name and that of its file.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/faults/failing_calls.h"
 
 #include <fcntl.h>

@@ -1,4 +1,6 @@
 // What a test and the preloaded library that makes the system's calls fail agree on.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 namespace tideloft::tests

@@ -1,4 +1,6 @@
 // The failures that every unit which keeps files has to stand: each as a row of a table.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/faults/faults.h"

@@ -1,4 +1,6 @@
 // Failing calls as a test plans them, and asks about them. The library has to be preloaded.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/faults/failing_calls.h"

@@ -1,6 +1,8 @@
 // What a first start and sign-in do with the data directory, in a process of its own: waits for a line on its
 // input, and prints the device identifier and the public key, or what went wrong, a line each. With arguments
 // "after MICROSECONDS" it is killed that long after the line.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "net/device_identity.h"
 

@@ -1,4 +1,6 @@
 // A first sign-in in a process of its own, started and let go by a test; and what it left in its files.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/base64.h"

@@ -1,4 +1,6 @@
 // Stands before the C library in a test program: each call is noted and then made.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/faults/open_watch.h"
 
 #include <arpa/inet.h>

@@ -1,4 +1,6 @@
 // What the process opens and whom it connects to, the toolkit included.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <string>

@@ -1,4 +1,6 @@
 // The built client refuses to leave its memory behind when it crashes.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 

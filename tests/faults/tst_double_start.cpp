@@ -1,4 +1,6 @@
 // Two copies that start and sign in for the first time at the same moment: one identifier, one pair.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/faults/first_sign_in_process.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The device identifier when the disk or the system fails: there always is one, and never a part of one.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/device_identity.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/faults/fault_rows.h"

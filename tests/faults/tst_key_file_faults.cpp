@@ -1,4 +1,6 @@
 // The key files when the disk or the system fails: the messages, what is left, and what is not touched.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/base64.h"
 #include "crypto/key_store.h"
 #include "tests/crypto/data_dir.h"

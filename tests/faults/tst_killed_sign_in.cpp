@@ -1,4 +1,6 @@
 // A first sign-in that is killed: what the next one finds is a pair, nothing, or an empty half that says so.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/faults/failing_calls.h"
 #include "tests/faults/first_sign_in_process.h"
 #include "tests/support/long_form.h"

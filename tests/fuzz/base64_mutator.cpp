@@ -1,5 +1,7 @@
 // Mutation of what a key file's Base64 stands for: bytes changed in the text itself rarely reach a key's
 // numbers.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/json_input.h"
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // Fuzzing of the side: conversations, found users and servers from a reply to what is shown of them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/conversation_rows.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"

@@ -1,4 +1,6 @@
 // Fuzzing of error bodies: the text that a failed request gives to the user.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 #include "net/json_reply.h"
 #include "tests/fuzz/json_input.h"

@@ -1,5 +1,7 @@
 // Fuzzing of the chat history: from a reply to display records, to rows, to the plan that brings them on
 // screen.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/history_rows.h"
 #include "crypto/open_message.h"
 #include "tests/fuzz/row_checks.h"

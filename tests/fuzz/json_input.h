@@ -1,4 +1,6 @@
 // The bytes of a fuzz target as the JSON that a reply would be.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

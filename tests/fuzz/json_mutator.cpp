@@ -1,4 +1,6 @@
 // Mutation of JSON as a tree: most of what bytes at random make of a reply is no JSON any more.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/json_pieces.h"
 

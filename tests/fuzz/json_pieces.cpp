@@ -1,4 +1,6 @@
 // Names and values for the mutation of JSON.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/json_pieces.h"
 
 #include <limits>

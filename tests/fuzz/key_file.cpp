@@ -1,6 +1,8 @@
 // Fuzzing of what is in a key file: reading it, and working with the key that it holds or does not hold.
 //
 // An input that begins with "p" is the public half's file, every other the private half's.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/envelope.h"
 #include "crypto/open_message.h"
 #include "tests/crypto/device_records.h"

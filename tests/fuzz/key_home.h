@@ -1,4 +1,6 @@
 // The device of a fuzz target: a data directory of its own with the published key in it, and messages for it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/aes_gcm.h"

@@ -2,6 +2,8 @@
 //
 // In the texts of an item "$key" stands for a wrapped key that opens, "$iv" for its nonce, and "$sealed:"
 // before a text for that text sealed. So mutations of what was sealed reach what opens it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/open_message.h"
 #include "crypto/reading_memory.h"
 #include "tests/fuzz/json_input.h"

@@ -1,6 +1,8 @@
 // Fuzzing of arrays that are read again and again: parsing only what changed gives what parsing all would.
 //
 // The bytes 0x1e of an input stand between one body and the next.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/repeated_array.h"
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/require.h"

@@ -1,4 +1,6 @@
 // Runs a fuzz target once for every file of a corpus, so that each compiler's build looks at what was found.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>

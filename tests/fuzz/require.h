@@ -1,4 +1,6 @@
 // What a fuzz target does when a property does not hold: it ends the program, which is a finding.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <cstdio>

@@ -1,4 +1,6 @@
 // What holds for the way from shown rows to wanted ones, whatever the rows are.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/fuzz/require.h"

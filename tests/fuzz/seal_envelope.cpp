@@ -2,6 +2,8 @@
 //
 // In the texts of the records "$public" stands for a public key as it should be, and "$pem" for the same as
 // PEM, so that mutations of the rest reach what wraps the content key.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/envelope.h"
 #include "crypto/open_message.h"
 #include "net/device_key_records.h"

@@ -1,4 +1,6 @@
 // Two replies of a list, one after the other, out of the bytes of one input.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/fuzz/json_input.h"

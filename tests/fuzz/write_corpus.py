@@ -3,6 +3,8 @@
 
 What the fuzzers find themselves is kept beside them under the SHA-1 of its content.
 """
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import base64
 import json

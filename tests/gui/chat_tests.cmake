@@ -1,4 +1,6 @@
 # Tests of the conversation list, the search, the history and sending, all in a signed-in window.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_sealed_messages STATIC
     ../support/sealed_messages.cpp ../support/sealed_messages.h)
 target_link_libraries(tideloft_sealed_messages PUBLIC tideloft_options tideloft_crypto)

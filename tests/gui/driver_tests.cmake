@@ -1,4 +1,6 @@
 # Use at random for hours, and what happens while boxes, menus and dialogs are open.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_random_driver STATIC
     tst_random_driver_service.cpp tst_random_driver_service.h
     tst_random_driver_hands.cpp tst_random_driver_hands.h

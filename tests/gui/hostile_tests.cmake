@@ -1,4 +1,6 @@
 # What others write and services answer, watched for what the program does with it.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_open_watch SHARED ../faults/open_watch.cpp ../faults/open_watch.h)
 target_include_directories(tideloft_open_watch PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(tideloft_open_watch PRIVATE ${CMAKE_DL_LIBS})

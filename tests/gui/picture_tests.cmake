@@ -1,4 +1,6 @@
 # Choosing pictures in the file dialog, their uploads, the round results, and saving the profile.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_picture_probe STATIC
     tst_picture_probe.cpp tst_picture_probe.h tst_profile_probe.h)
 target_link_libraries(tideloft_picture_probe

@@ -1,4 +1,6 @@
 # The servers rail and its dialogs.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_rail_probe STATIC
     tst_create_dialog_probe.cpp tst_create_dialog_probe.h tst_rail_probe.cpp tst_rail_probe.h)
 target_link_libraries(tideloft_rail_probe PUBLIC tideloft_settings_probe)

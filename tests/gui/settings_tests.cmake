@@ -1,4 +1,6 @@
 # Tests of the settings view, the theme and accent chosen there, and the privacy dialog.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_settings_probe STATIC
     tst_pending_timers.cpp tst_pending_timers.h tst_person.h
     tst_popups.cpp tst_popups.h tst_settings_probe.cpp tst_settings_probe.h)

@@ -1,4 +1,6 @@
 # The window's structure, the sign-in page and what follows a sign-in.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 add_library(tideloft_gui_probe STATIC
     ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.cpp ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.h
     ${PROJECT_SOURCE_DIR}/tests/support/tab_order.cpp ${PROJECT_SOURCE_DIR}/tests/support/tab_order.h)

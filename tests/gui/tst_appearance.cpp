@@ -1,4 +1,6 @@
 // The themes and accents to choose from, and what a choice leaves alone.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_appearance_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // What tests of theme and accent share: the Appearance section, and the styles that are expected there.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_settings_probe.h"

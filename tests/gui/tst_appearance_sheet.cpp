@@ -1,4 +1,6 @@
 // The style sheet that a choice of theme and accent gives the window.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_appearance_probe.h"
 #include "tests/support/test_main.h"
 

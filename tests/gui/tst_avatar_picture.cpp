@@ -1,4 +1,6 @@
 // The new profile picture on screen: three sizes, the confirmation, and what the picture outlives.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/support/test_main.h"
 

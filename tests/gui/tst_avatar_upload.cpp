@@ -1,4 +1,6 @@
 // The profile picture on its way: what the service gets, and what a refusal leaves behind.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/support/test_main.h"
 

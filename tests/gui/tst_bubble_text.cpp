@@ -1,4 +1,6 @@
 // A bubble's text is measured without being laid out in its label: the sizes are a label's all the same.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/bubble_text.h"
 #include "ui/style/inline_styles.h"

@@ -1,4 +1,6 @@
 // What can happen to a chat between two replies.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_changing_chat.h"
 
 #include <QStringList>

@@ -1,4 +1,6 @@
 // A chat to which all sorts of things happen.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "ui/conversation_rows.h"

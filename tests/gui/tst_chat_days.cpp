@@ -1,4 +1,6 @@
 // Days in the chat history: the separators between them, and groups that reach over midnight.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Driving the window as a person would, and reading its rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 
 #include "tests/support/patience.h"

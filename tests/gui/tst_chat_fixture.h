@@ -1,4 +1,6 @@
 // A signed-in window before a loopback service, and the ways in which tests look at what it shows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/support/loopback_service.h"

@@ -1,4 +1,6 @@
 // The chat history: which replies are taken, and how messages are grouped.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // How messages fill the width of the window: no text is cut, no bubble too wide, own ones stand at the right.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/test_main.h"
 

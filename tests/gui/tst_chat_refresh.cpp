@@ -1,4 +1,6 @@
 // What a refresh leaves alone: the text that the user has selected, an open menu, a selection in the making.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/gui/tst_popups.h"
 #include "tests/support/test_main.h"

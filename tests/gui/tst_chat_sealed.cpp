@@ -1,4 +1,6 @@
 // Texts in the chat history: sealed ones opened with the key files, and texts that only look like markup.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // A conversation's row, part by part.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/test_main.h"
 

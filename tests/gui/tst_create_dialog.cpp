@@ -1,4 +1,6 @@
 // The create-server dialog as it stands there: its frame, its texts, its styles, its order.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"

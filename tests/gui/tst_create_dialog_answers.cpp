@@ -1,4 +1,6 @@
 // Answering the create-server dialog: what is sent, byte for byte, and what keeps it open.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Finding and using the parts of the create-server dialog.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
 
 #include <QLineEdit>

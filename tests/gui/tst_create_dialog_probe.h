@@ -1,4 +1,6 @@
 // What tests of the create-server dialog share.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_popups.h"

@@ -1,4 +1,6 @@
 // What follows the creation of a server: the list, the opening half a second later, and failures.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_pending_timers.h"
 #include "tests/gui/tst_rail_probe.h"

@@ -1,4 +1,6 @@
 // A box shows all of an error, whatever its letters, and never outgrows the screen.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/support/test_main.h"
 #include "ui/bounded_text.h"

@@ -1,4 +1,6 @@
 // How much is laid out to show a history: every text is measured once, and what is drawn is bounded.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/support/test_main.h"
 #include "ui/bounded_text.h"

@@ -1,5 +1,7 @@
 // What a service says of its errors, in the body or in the status line, comes over real HTTP to every place
 // that shows an error, and to those that show none.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_hostile_probe.h"

@@ -1,4 +1,6 @@
 // Looking for markup, growth, opened files and connections.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_hostile_probe.h"
 
 #include "tests/faults/open_watch.h"

@@ -1,4 +1,6 @@
 // Watching a window that is fed with hostile texts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_rail_probe.h"

@@ -1,4 +1,6 @@
 // What a user sees of services that answer nonsense, hang, or are not who they say.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/tls_policy.h"
 #include "tests/net/reply_shapes.h"
 #include "tests/support/gui_probe.h"

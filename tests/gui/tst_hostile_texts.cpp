@@ -1,5 +1,7 @@
 // Words of others are shown as they stand, wherever they come from: never as markup, never read from a file,
 // never fetched, and never so that the window grows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Menus, dialogs, tips and titles beside hostile names; and files with hostile names that somebody chooses.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/gui/tst_picture_probe.h"

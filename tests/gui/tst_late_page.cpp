@@ -1,4 +1,6 @@
 // A page that is not measured before it is shown.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/late_page.h"
 

@@ -1,5 +1,7 @@
 // Lists that touch only what differs, beside lists that are cleared and filled one row at a time: after every
 // change both look the same.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_changing_chat.h"
 #include "tests/gui/tst_list_state.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Reading a list and its rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_list_state.h"
 
 #include <QApplication>

@@ -1,4 +1,6 @@
 // Everything that a list of rows shows, as text: two lists look alike if their texts are equal.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QStringList>

@@ -1,5 +1,7 @@
 // The end at any moment: the window is closed, the program quits or restarts, the user logs out, while
 // something is under way or open.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_modal_probe.h"
 #include "tests/gui/tst_person.h"

@@ -1,4 +1,6 @@
 // Opening and closing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_modal_probe.h"
 
 #include "tests/gui/tst_person.h"

@@ -1,4 +1,6 @@
 // What tests share that open a box, a menu, a dialog or a popup and let something happen meanwhile.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_settings_probe.h"

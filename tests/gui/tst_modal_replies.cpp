@@ -1,4 +1,6 @@
 // Replies that arrive while a box, a menu or a dialog is open, and failures that come in a row.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_modal_probe.h"
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"

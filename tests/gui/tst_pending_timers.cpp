@@ -1,4 +1,6 @@
 // Finding the single shots at the event dispatcher, which owns them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_pending_timers.h"
 
 #include <QAbstractEventDispatcher>

@@ -1,4 +1,6 @@
 // The single shots of the program that have not run out yet: what is going to happen, without the wait.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QList>

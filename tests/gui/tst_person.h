@@ -1,4 +1,6 @@
 // Somebody who answers a dialog or a menu while the code that opened it waits.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QApplication>

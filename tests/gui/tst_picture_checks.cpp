@@ -1,4 +1,6 @@
 // What is wrong with a chosen picture: the four checks in their order, and the boxes that say so.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Choosing a picture in the file dialog: every way to it, what it says, and every way out of it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Hands for the file dialog.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 
 #include <QFile>

@@ -1,4 +1,6 @@
 // What tests of pictures share: files to choose, a person at the file dialog, and what is on the screen then.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_pending_timers.h"

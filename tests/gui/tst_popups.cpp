@@ -1,4 +1,6 @@
 // Catching menus and dialogs inside their own event loops.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_popups.h"
 
 #include "tests/gui/tst_person.h"

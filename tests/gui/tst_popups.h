@@ -1,4 +1,6 @@
 // What tests of menus and dialogs share: waiting for what a click brings up, and looking at it while it runs.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QStringList>

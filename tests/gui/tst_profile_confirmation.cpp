@@ -1,4 +1,6 @@
 // The footer's word that the profile was saved, alone and beside the picture's.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_profile_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The profile card in front of a test.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_picture_probe.h"

@@ -1,4 +1,6 @@
 // Saving the profile: what is sent, the button meanwhile, and what stays as it was.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_profile_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Finding the servers' buttons and filling the rail.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 
 #include <QJsonDocument>

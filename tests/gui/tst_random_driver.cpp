@@ -1,4 +1,6 @@
 // The window before a service that answers at random, used at random: nothing breaks, and both recover.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_random_driver_hands.h"
 #include "tests/gui/tst_random_driver_watch.h"
 #include "tests/support/long_form.h"

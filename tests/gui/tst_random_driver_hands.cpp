@@ -1,4 +1,6 @@
 // Choosing what to do, and doing it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_random_driver_hands.h"
 
 #include "tests/gui/tst_popups.h"

@@ -1,4 +1,6 @@
 // Somebody who uses the window without sense: clicks, keys, texts, sign-ins and log-outs at random.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_random_driver_service.h"

@@ -1,4 +1,6 @@
 // Making up answers.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_random_driver_service.h"
 
 #include <QDateTime>

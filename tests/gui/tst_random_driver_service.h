@@ -1,4 +1,6 @@
 // A service that answers at random: well, badly, with hostile texts, late or not at all.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/support/hostile_texts.h"

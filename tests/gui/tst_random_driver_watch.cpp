@@ -1,4 +1,6 @@
 // Looking for what must never be.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_random_driver_watch.h"
 
 #include "ui/create_server_dialog.h"

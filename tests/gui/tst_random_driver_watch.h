@@ -1,4 +1,6 @@
 // What has to be true of the window whatever was done to it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/support/gui_probe.h"

@@ -1,4 +1,6 @@
 // The restart key: the running program quits, and a copy of it starts with the same command line.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/loopback_service.h"
 #include "tests/support/test_main.h"
 #include "ui/main_window.h"

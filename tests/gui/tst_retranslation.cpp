@@ -1,4 +1,6 @@
 // What the language selector changes, and what it leaves as the window was built.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Scrolling the history from the keyboard, while the field has it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"

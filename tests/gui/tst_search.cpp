@@ -1,4 +1,6 @@
 // The search for users: what is asked while typing, what is shown of the answers, and what picking one does.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/test_main.h"
 

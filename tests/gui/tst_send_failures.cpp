@@ -1,4 +1,6 @@
 // Sending that fails: what the warning says and looks like, that nothing is lost, and that one can try again.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The servers' buttons in the rail: what each looks like, and which lists give which buttons.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // A server's icon, from its menu in the rail to the service.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The context menu of a server's button, and lists that arrive while it is open.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Servers with names that someone chose to do harm.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 

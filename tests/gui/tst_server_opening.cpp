@@ -1,4 +1,6 @@
 // Opening a server: what the chat panel shows, what becomes of the conversation, and the mark in the rail.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 

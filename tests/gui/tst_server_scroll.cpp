@@ -1,4 +1,6 @@
 // Many servers in the rail: they scroll inside their place and push nothing away.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The six rows of the settings whose button shows a message, and nothing else.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Finding the parts of the settings view.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 
 #include "tests/gui/tst_popups.h"

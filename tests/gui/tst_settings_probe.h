@@ -1,4 +1,6 @@
 // What tests of the settings view share: a signed-in window that shows it, and ways to find its parts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/support/gui_probe.h"

@@ -1,4 +1,6 @@
 // What stands in each section of the settings, from top to bottom.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The thirty switches of the settings: what they say, how they look, and that they do nothing else.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_switches_table.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The texts and initial states of the switches.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_switches_table.h"
 
 using namespace Qt::StringLiterals;

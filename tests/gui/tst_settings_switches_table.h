@@ -1,4 +1,6 @@
 // The switches that the settings must have.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/gui/tst_settings_probe.h"

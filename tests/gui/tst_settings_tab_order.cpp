@@ -1,4 +1,6 @@
 // What the keyboard reaches in the settings, section by section.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"

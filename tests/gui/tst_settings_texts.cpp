@@ -1,4 +1,6 @@
 // The parts of the settings that are neither switches nor buttons: fields and fixed texts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The sidebar's footer: what a press on each of its places brings up, and what its keys do.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"

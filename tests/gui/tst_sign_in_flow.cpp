@@ -1,4 +1,6 @@
 // Signing in: what the page takes, what it sends, and what it shows meanwhile and at a failure.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

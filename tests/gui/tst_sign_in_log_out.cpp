@@ -1,4 +1,6 @@
 // Logging out, and replies that come after it or after the window has gone.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The sign-in page as it is built, before anything is typed.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 #include "ui/style/grid_widget.h"

@@ -1,4 +1,6 @@
 // Creating an account, and the sign-in that follows by itself.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

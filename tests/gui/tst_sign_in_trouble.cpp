@@ -1,4 +1,6 @@
 // A service that is down, slow, or answers something else than was asked, at every step of a sign-in.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Opening a conversation and moving between the pages of the center, by clicks and keys.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The pieces of the main page, as they are built: what stands where, how big, with which text.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // The periodic refresh, and the keys that the window catches in the message field.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

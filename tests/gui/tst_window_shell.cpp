@@ -1,4 +1,6 @@
 // The window's skeleton: its sizes, its pages, the three columns of the main page, and the rail.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -1,5 +1,7 @@
 // The client's signals, set off by real replies: what the window makes of each of them, and of those that it
 // does not listen to.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/key_store.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"

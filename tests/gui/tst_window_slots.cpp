@@ -1,4 +1,6 @@
 // The window as the toolkit's meta-object shows it: its slots in their order, and its one signal.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

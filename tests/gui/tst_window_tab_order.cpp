@@ -1,4 +1,6 @@
 // The way of the Tab key through the pages: in reading order, and past nothing without a name.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The table of requests. What is expected is written down once more here, by another hand than the client's.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "endpoints.h"
 
 #include <QFile>

@@ -1,4 +1,6 @@
 // Every request that the client can make, as a table, and what it has to report of any reply.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "net/api_client.h"

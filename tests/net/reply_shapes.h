@@ -1,4 +1,6 @@
 // Replies of every shape that a service could send, good and bad, as a table.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // The account's requests: what goes out, byte for byte, and what each reply is made into.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "wire.h"
 

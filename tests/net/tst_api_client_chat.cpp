@@ -1,4 +1,6 @@
 // The requests of direct messaging, byte for byte, and the shapes that their replies may have.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "wire.h"
 

@@ -1,4 +1,6 @@
 // The client's interface towards the window: its signals, whose order later numbers rely on.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 #include "tests/support/test_main.h"
 

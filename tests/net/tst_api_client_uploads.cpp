@@ -1,4 +1,6 @@
 // The two uploads: the multipart body byte for byte, and what is (and is not) told of their outcome.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/image_upload.h"
 #include "tests/support/test_main.h"
 #include "upload_wire.h"

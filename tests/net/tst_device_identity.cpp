@@ -1,4 +1,6 @@
 // The device identifier's file, in every state in which a start of the program may find it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 #include "net/device_identity.h"
 #include "tests/support/loopback_service.h"

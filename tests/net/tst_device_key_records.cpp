@@ -1,4 +1,6 @@
 // Every shape of device key record that a service may list.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/device_key_records.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Status and document of every kind of reply.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/json_reply.h"
 #include "tests/support/loopback_service.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The loopback service itself: every other net and window test believes what it reports.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/loopback_service.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // Names that others chose stand in a path as they are. Whatever they hold, the request goes to the service.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 #include "tests/support/loopback_service.h"
 #include "tests/support/test_main.h"

@@ -1,5 +1,7 @@
 // The arrays of repeated replies: always what the parser makes of the bytes, but parsed only where they
 // differ.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/repeated_array.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"

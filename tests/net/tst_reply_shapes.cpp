@@ -1,4 +1,6 @@
 // Every shape of a reply at every endpoint: what is reported of it, and that the next request works.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "endpoints.h"
 #include "reply_shapes.h"
 #include "tests/support/long_form.h"

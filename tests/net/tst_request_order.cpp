@@ -1,4 +1,6 @@
 // What goes first once a service answers again that has left every connection hanging.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "endpoints.h"
 #include "net/urgency.h"
 #include "tests/support/loopback_service.h"

@@ -1,4 +1,6 @@
 // Whatever a person types into the search, the service reads exactly that.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 #include "net/search_query.h"
 #include "tests/support/loopback_service.h"

@@ -1,4 +1,6 @@
 // Which TLS servers the client talks to: those with version 1.3 that somebody it trusts vouches for.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 #include "net/tls_policy.h"
 #include "tests/support/test_main.h"

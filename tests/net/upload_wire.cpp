@@ -1,4 +1,6 @@
 // Comparison of uploads, and the files that are open.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "upload_wire.h"
 
 #include "wire.h"

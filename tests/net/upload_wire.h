@@ -1,4 +1,6 @@
 // Uploads as the wire and the file system show them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/support/loopback_service.h"

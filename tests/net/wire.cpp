@@ -1,4 +1,6 @@
 // Comparison of heads, and the log of signals.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "wire.h"
 
 #include <QMetaMethod>

@@ -1,4 +1,6 @@
 // What the net tests share: how a request of the client looks on the wire, and everything that it emits.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "net/api_client.h"

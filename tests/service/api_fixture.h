@@ -1,4 +1,6 @@
 // All endpoints over a database of their own, called without a socket; cheap passwords, and a clock to turn.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api.h"

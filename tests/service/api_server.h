@@ -1,4 +1,6 @@
 // All endpoints behind a real port, on a thread of their own, and a client that speaks to them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/api.h"

@@ -1,4 +1,6 @@
 // The service as a process of its own, with its database and certificate in a folder that goes away.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QFile>

@@ -1,4 +1,6 @@
 // A client that sends exactly the bytes it is given, over a real socket.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QTcpSocket>

@@ -1,4 +1,6 @@
 // A reply of the service, taken apart.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/service/http_client.h"

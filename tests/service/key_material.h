@@ -1,5 +1,7 @@
 // Public keys of any size, made at once: a random odd number is modulus enough for who only looks at the
 // size.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

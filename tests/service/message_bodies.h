@@ -1,4 +1,6 @@
 // Messages as the client sends them, in both forms.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QJsonArray>

@@ -1,4 +1,6 @@
 // Pictures of any size, as far as their first bytes go, and the forms that carry them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // Requests as bytes, and a handler that tells what reached it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_message.h"

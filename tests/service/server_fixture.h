@@ -1,4 +1,6 @@
 // A server on a thread of its own, with limits that a test need not wait for.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "service/http_server.h"

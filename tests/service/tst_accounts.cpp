@@ -1,4 +1,6 @@
 // Creating accounts, signing in and out, and how long a session lasts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/api_fixture.h"
 #include "tests/support/test_main.h"
 

@@ -1,4 +1,6 @@
 // How the memory for transfers is divided, and that all of it comes back.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/byte_budget.h"
 #include "tests/support/test_main.h"
 

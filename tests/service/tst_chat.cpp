@@ -1,4 +1,6 @@
 // Sending messages, and reading histories and conversations.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/api_fixture.h"
 #include "tests/service/message_bodies.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // How the database is opened, kept and brought up to date.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/database.h"
 #include "service/schema.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Groups over the wire: who sees which, and what may be their name.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/groups.h"
 #include "tests/service/api_server.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Header values with parameters: what is read from them, and what is refused.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/header_value.h"
 #include "tests/support/test_main.h"
 

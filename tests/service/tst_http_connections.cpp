@@ -1,4 +1,6 @@
 // Connections: time-outs, slow work, resets, many at once, and the end of the server.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/http_client.h"
 #include "tests/service/raw_requests.h"
 #include "tests/service/server_fixture.h"

@@ -1,4 +1,6 @@
 // What reaches a handler and what does not: limits and malformed requests.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/http_client.h"
 #include "tests/service/raw_requests.h"
 #include "tests/service/server_fixture.h"

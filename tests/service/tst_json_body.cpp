@@ -1,4 +1,6 @@
 // Which bodies are read, and which members.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/json_body.h"
 #include "tests/support/test_main.h"
 

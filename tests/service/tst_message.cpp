@@ -1,4 +1,6 @@
 // Which messages are whole, field by field.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/message.h"
 #include "tests/service/message_bodies.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Which forms are read, and which are refused because two readers could see different things in them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/delimiter_search.h"
 #include "service/multipart.h"
 #include "tests/service/picture_material.h"

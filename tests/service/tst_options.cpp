@@ -1,4 +1,6 @@
 // The command line.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/options.h"
 #include "tests/support/test_main.h"
 

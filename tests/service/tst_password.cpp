@@ -1,4 +1,6 @@
 // Password hashes: what they hold, what they match.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/password.h"
 #include "tests/support/test_main.h"
 

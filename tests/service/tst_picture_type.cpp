@@ -1,4 +1,6 @@
 // Kinds of pictures, told from their first bytes.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/picture_type.h"
 #include "tests/support/test_main.h"
 

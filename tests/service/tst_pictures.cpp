@@ -1,4 +1,6 @@
 // Pictures over the wire: taken in, given back, replaced, and refused.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/api_server.h"
 #include "tests/service/picture_material.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The own profile, finding users, and the answer for who watches over the service.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/api_fixture.h"
 #include "tests/support/test_main.h"
 

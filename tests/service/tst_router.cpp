@@ -1,4 +1,6 @@
 // Which handler gets a request, and what becomes of its failures; the log's lines.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/log_line.h"
 #include "service/router.h"
 #include "tests/service/api_fixture.h"

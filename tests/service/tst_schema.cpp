@@ -1,4 +1,6 @@
 // Databases that an earlier version of the service has written.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/groups.h"
 #include "service/messages.h"
 #include "service/pictures.h"

@@ -1,4 +1,6 @@
 // The program as it is started: command line, TLS, log, and an end in order.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/daemon.h"
 #include "tests/service/message_bodies.h"
 #include "tests/service/picture_material.h"

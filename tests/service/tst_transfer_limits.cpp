@@ -1,4 +1,6 @@
 // What large bodies and replies may hold in memory together, and that every end of one gives it back.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/http_reply.h"
 #include "tests/service/server_fixture.h"
 #include "tests/support/test_main.h"

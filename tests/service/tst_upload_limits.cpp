@@ -1,4 +1,6 @@
 // How large a body may be: more where a signed-in user sends a picture, and nowhere else.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/api_server.h"
 #include "tests/service/daemon.h"
 #include "tests/service/picture_material.h"

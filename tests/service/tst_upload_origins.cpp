@@ -1,4 +1,6 @@
 // Uploads that a browser sends: the service's own pages may, those of others may not.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/api_server.h"
 #include "tests/service/picture_material.h"
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // Which texts are user names, and what they become.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "service/user_name.h"
 #include "tests/support/test_main.h"
 

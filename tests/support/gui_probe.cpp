@@ -1,4 +1,6 @@
 // Looking at the window and using it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 
 #include "crypto/key_pair.h"

@@ -1,4 +1,6 @@
 // What tests of the window share: a window beside a service, and eyes and hands to use it like a person.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/support/loopback_service.h"

@@ -1,4 +1,6 @@
 // The table of hostile texts.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/hostile_texts.h"
 
 using namespace Qt::StringLiterals;

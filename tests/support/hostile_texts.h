@@ -1,4 +1,6 @@
 // Texts as somebody would write them who wants to harm the client of another.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

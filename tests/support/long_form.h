@@ -1,4 +1,6 @@
 // The short and the long form of a test that repeats something at random.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QtGlobal>

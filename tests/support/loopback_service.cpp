@@ -1,4 +1,6 @@
 // The service that tests talk to: HTTP/1.1 with kept connections, as far as a client needs it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/loopback_service.h"
 
 #include "tests/support/patience.h"

@@ -1,4 +1,6 @@
 // A real HTTP service on this machine that a test fills with answers, and that keeps what it was asked.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QHash>

@@ -1,4 +1,6 @@
 // How long a test waits for what has to come, and how to make it wait longer.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QtGlobal>

@@ -1,4 +1,6 @@
 // Sealing with the client's own envelope; opening step by step with its primitives.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/sealed_messages.h"
 
 #include "crypto/aes_gcm.h"

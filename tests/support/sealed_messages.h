@@ -1,4 +1,6 @@
 // Messages sealed for a test's key pairs, and the way back: what the client sends, opened by its receiver.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

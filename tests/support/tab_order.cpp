@@ -1,4 +1,6 @@
 // Walking through a page with the Tab key.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/tab_order.h"
 
 #include <QTest>

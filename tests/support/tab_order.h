@@ -1,4 +1,6 @@
 // The way of the Tab key through a page.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QStringList>

@@ -1,4 +1,6 @@
 // A home of its own for a test program: data, settings and proxies of the person who runs it stay out of it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

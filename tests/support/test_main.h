@@ -1,4 +1,6 @@
 // The main() of a test program: a home of its own, the client's identity, then the tests.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/support/test_home.h"

@@ -1,4 +1,6 @@
 // The service of a test program, as two settings.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_service_endpoint.h"
 
 #include "net/service_endpoint.h"

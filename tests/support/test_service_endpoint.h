@@ -1,4 +1,6 @@
 // The base URL and the trust anchors of a test program, in the place of those that a client is built with.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QList>

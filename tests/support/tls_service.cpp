@@ -1,4 +1,6 @@
 // Making of certificates with the command line's tool, and the service that shows them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/tls_service.h"
 
 #include <QFile>

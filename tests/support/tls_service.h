@@ -1,4 +1,6 @@
 // Services under TLS, good ones and such as nobody should trust, with certificates made on the spot.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QSslConfiguration>

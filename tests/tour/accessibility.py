@@ -1,4 +1,6 @@
 """A program's window as a screen reader finds it: what is showing, what it is called and where it stands."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import gi
 

@@ -1,4 +1,6 @@
 """The tour's book of what held and what did not: one line a check, and totals at the end."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import sys
 import time

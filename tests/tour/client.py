@@ -1,4 +1,6 @@
 """One client as a person has it before them: found by what it shows, moved by mouse and keyboard."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import os
 import pathlib

@@ -1,4 +1,6 @@
 """The real service, with a fresh database, on a free port."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import pathlib
 import socket

@@ -1,4 +1,6 @@
 """A screen of the tour's own: a virtual display, its window manager, its keyboard and its pictures."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import contextlib
 import hashlib

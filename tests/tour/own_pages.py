@@ -1,4 +1,6 @@
 """What Alice does for herself: a server, pictures, her profile, every section of the settings, and log-out."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import json
 import re

@@ -1,4 +1,6 @@
 """The search for a text that must not be there, in every form in which it could plausibly hide."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import base64
 import json

@@ -1,4 +1,6 @@
 """What the two people of the tour do, and what has to be true of it."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import re
 import stat

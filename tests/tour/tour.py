@@ -5,6 +5,8 @@ tour.py --client PROGRAM --service PROGRAM --certificates DIR --pictures DIR [--
 With --port 0 the clients are told where the service is (TIDELOFT_E2E_ORIGIN, TIDELOFT_E2E_CA), which only the
 program made for this test understands; the shipped client finds the port that it was built for.
 """
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import argparse
 import contextlib

@@ -1,4 +1,6 @@
 """What travels between the clients and the service, TLS taken off: a proxy that passes it on and keeps it."""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
 
 import contextlib
 import json

@@ -1,4 +1,6 @@
 // A time zone of the test's choice, so that "local" means the same on every machine.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QByteArray>

@@ -1,4 +1,6 @@
 // The substitution of the accent colour and the accents that can be chosen.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/style/accent.h"
 

@@ -1,4 +1,6 @@
 // How much of a text is drawn: all of what people write, and the first part of what nobody does.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/bounded_text.h"
 #include "ui/history_rows.h"

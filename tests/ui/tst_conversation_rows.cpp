@@ -1,4 +1,6 @@
 // From conversation and search items to rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "tests/ui/local_zone.h"
 #include "ui/conversation_rows.h"

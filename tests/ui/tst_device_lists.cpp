@@ -1,4 +1,6 @@
 // For which devices a message is sealed.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/device_lists.h"
 

@@ -1,4 +1,6 @@
 // The fade of a page: how it runs, how it ends, and what it does to fades around it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <QApplication>
 
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // The grid behind the sign-in page, pixel by pixel.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <QApplication>
 
 #include "tests/support/test_main.h"

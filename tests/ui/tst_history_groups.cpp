@@ -1,4 +1,6 @@
 // Which messages stand together: senders, seconds and dates.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "tests/ui/local_zone.h"
 #include "ui/history_groups.h"

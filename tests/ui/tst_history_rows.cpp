@@ -1,4 +1,6 @@
 // A whole history as rows: separators, names and times where they belong.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "tests/ui/local_zone.h"
 #include "ui/history_rows.h"

@@ -1,4 +1,6 @@
 // What stands in an avatar without a picture.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/initials.h"
 

@@ -1,4 +1,6 @@
 // What a text from outside may do to the debug log: nothing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/log_line.h"
 

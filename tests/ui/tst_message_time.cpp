@@ -1,4 +1,6 @@
 // Times of messages: what the service may write, and what a reader sees of it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "tests/ui/local_zone.h"
 #include "ui/message_time.h"

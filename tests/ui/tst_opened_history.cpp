@@ -1,4 +1,6 @@
 // A history that is read again and again: the same records as afresh, but only what is new is opened.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "tests/ui/local_zone.h"
 #include "ui/opened_history.h"

@@ -1,4 +1,6 @@
 // What is wrong with a picture file, and in which order it is found.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/picture_file.h"
 

@@ -1,4 +1,6 @@
 // A picture as a circle: stretched, not cropped, and clear outside.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <QGuiApplication>
 
 #include "tests/support/test_main.h"

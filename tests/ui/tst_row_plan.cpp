@@ -1,4 +1,6 @@
 // Which rows of a list stay, move or are made anew when it is to show others.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/row_plan.h"
 
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // From the service's groups to the servers of the rail.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/server_models.h"
 

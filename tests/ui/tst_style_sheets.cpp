@@ -1,4 +1,6 @@
 // Both style sheets, rule by rule, against the table of what they have to say.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "tests/ui/tst_style_sheets_table.h"
 #include "ui/style/accent.h"

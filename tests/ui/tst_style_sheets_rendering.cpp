@@ -1,4 +1,6 @@
 // What the toolkit makes of the style sheets: no complaint, and the colours on screen.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <QApplication>
 
 #include "tests/support/test_main.h"

@@ -1,4 +1,6 @@
 // What both style sheets have to say, written down apart from them, place by place.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/ui/tst_style_sheets_table.h"
 
 namespace tideloft::tests

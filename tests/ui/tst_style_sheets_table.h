@@ -1,4 +1,6 @@
 // What both style sheets have to say, written down apart from them.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QList>

@@ -1,4 +1,6 @@
 // Which of a text's two versions is shown.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/text.h"
 

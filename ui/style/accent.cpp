@@ -1,4 +1,6 @@
 // Substitution of the accent colour.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/style/accent.h"
 
 namespace tideloft::ui

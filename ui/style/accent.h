@@ -1,4 +1,6 @@
 // The accent colour and its substitution in a style sheet.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

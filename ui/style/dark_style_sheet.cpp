@@ -1,4 +1,6 @@
 // The dark style sheet. Colours apart, a change here belongs into the light sheet too.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/style/style_sheets.h"
 
 namespace tideloft::ui

@@ -1,4 +1,6 @@
 // Styles of the window's dialogs and of the server buttons, in the dark palette whatever the theme.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

@@ -1,4 +1,6 @@
 // The soft appearance of a page.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/style/fade_in.h"
 
 #include <QGraphicsOpacityEffect>

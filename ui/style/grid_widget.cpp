@@ -1,4 +1,6 @@
 // The painted background of the sign-in page.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/style/grid_widget.h"
 
 #include <QPainter>

@@ -1,4 +1,6 @@
 // One line of the empty state: an icon and a short text.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/style/hint_row.h"
 
 #include <QHBoxLayout>

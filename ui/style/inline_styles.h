@@ -1,6 +1,8 @@
 // Styles of single widgets that the window's sheet does not reach: rows, bubbles, avatars. They are written
 // in the dark palette on purpose and follow neither theme nor accent. A text without a selector reaches the
 // widget's children too.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

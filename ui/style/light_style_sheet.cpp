@@ -1,4 +1,6 @@
 // The light style sheet. Colours apart, a change here belongs into the dark sheet too.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "ui/style/style_sheets.h"
 
 namespace tideloft::ui

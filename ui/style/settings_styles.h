@@ -1,5 +1,7 @@
 // Styles of the settings view's widgets. They are written in the dark palette on purpose and follow neither
 // theme nor accent.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

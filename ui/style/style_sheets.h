@@ -1,4 +1,6 @@
 // The window's two style sheets: every widget takes its look from one of them by its object name.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>
