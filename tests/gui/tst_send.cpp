@@ -144,7 +144,7 @@ void TestSend::senderKeysHoldThisDeviceAlone()
     QFETCH(const bool, known);
     const QJsonArray others{own.device(chat.deviceId().toUpper()), own.device(chat.deviceId() + u" "_s)};
     const QByteArray before = "GET /api/chat/device-keys/me";
-    if (!known) { // spelled a little differently it is another device
+    if (!known) {                                       // spelled a little differently it is another device
         chat.service.hold("POST /api/chat/device-key"); // its reply would ask for the list once more
         chat.service.answerOnce(before, 200, json(others));
         QMetaObject::invokeMethod(&chat.window, "onLoginSucceeded", Q_ARG(QString, u"alice"_s));

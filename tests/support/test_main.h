@@ -11,8 +11,7 @@
 namespace tideloft::tests
 {
 
-template <typename Application, typename Test>
-int runTests(int argc, char **argv)
+template <typename Application, typename Test> int runTests(int argc, char **argv)
 {
     const TestHome home;
     const Application application(argc, argv);
@@ -25,9 +24,15 @@ int runTests(int argc, char **argv)
 } // namespace tideloft::tests
 
 /// For tests without a window.
-#define TIDELOFT_TEST_MAIN(Test) \
-    int main(int argc, char **argv) { return tideloft::tests::runTests<QCoreApplication, Test>(argc, argv); }
+#define TIDELOFT_TEST_MAIN(Test)                                                                             \
+    int main(int argc, char **argv)                                                                          \
+    {                                                                                                        \
+        return tideloft::tests::runTests<QCoreApplication, Test>(argc, argv);                                \
+    }
 
 /// For tests with widgets: include <QApplication> first.
-#define TIDELOFT_GUI_TEST_MAIN(Test) \
-    int main(int argc, char **argv) { return tideloft::tests::runTests<QApplication, Test>(argc, argv); }
+#define TIDELOFT_GUI_TEST_MAIN(Test)                                                                         \
+    int main(int argc, char **argv)                                                                          \
+    {                                                                                                        \
+        return tideloft::tests::runTests<QApplication, Test>(argc, argv);                                    \
+    }
