@@ -8,8 +8,6 @@
 
 #include <QStringList>
 
-#include <ranges>
-
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -33,8 +31,8 @@ MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position)
 void boundMessages(QList<HistoryRow> &rows)
 {
     qint64 left = historyEffort;
-    for (HistoryRow &row : std::ranges::reverse_view(rows)) {
-        auto *message = std::get_if<MessageRowModel>(&row);
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        auto *message = std::get_if<MessageRowModel>(&*row);
         if (!message)
             continue;
         TextLimits limits = messageLimits;
