@@ -1,0 +1,109 @@
+# Commands, options, presets and versions of the papers.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
+import json
+import re
+
+SCRIPT = re.compile(r"(?:\./)?((?:run|test)|[a-z]+(?:/[a-z_]+)+)(?= |$)")
+OPTION = re.compile(r"(?<!\S)(--[a-z][a-z-]*)")
+TOOLKIT_OPTIONS = ("--help", "--version")
+
+
+def usage(project, script):
+    """What a script says of itself when it is asked for help."""
+    text = project.read(script)
+    found = re.search(r"^usage\(\)\n.*?<<'END'\n(.*?)^END$", text, re.M | re.S)
+    return found[1] if found else text
+
+
+def is_script(project, path):
+    return project.exists(path) and not (project.root / path).is_dir() and project.read(path).startswith("#!")
+
+
+def service_options(project):
+    text = project.read("service/options.cpp")
+    return {f"--{name}" for name in re.findall(r"u\"([a-z-]{2,})\"_s[,}]", text)}
+
+
+def client_options(project):
+    return set(OPTION.findall(project.read("app/command_line.cpp")))
+
+
+def options_of(project, command):
+    """The options of the command's program, or nothing if it is none of ours."""
+    program = command.split(" ")[0]
+    if program.split("/")[-1] == "tideloftd":
+        return service_options(project)
+    if program.split("/")[-1] == "tideloft":
+        return client_options(project)
+    script = SCRIPT.match(command)
+    if script and (command.startswith("./") or "/" in script[1]) and is_script(project, script[1]):
+        return set(OPTION.findall(usage(project, script[1]))) | {"--help"}
+    return None
+
+
+def check_commands(project):
+    """Every script that is called exists, and it and our programs know every option they are given."""
+    problems = []
+    for paper in project.papers():
+        for command in single_commands(paper):
+            known = options_of(project, command)
+            if known is None and command.startswith("./"):
+                problems.append(f"{paper.path}: there is no script for {command}")
+            program = command.split(" ")[0]
+            problems += [f"{paper.path}: {program} has no option {option}"
+                         for option in OPTION.findall(command) if known is not None and option not in known]
+    return problems
+
+
+def check_lone_options(project):
+    """An option that is named on its own belongs to one of our programs."""
+    known = service_options(project) | client_options(project) | set(TOOLKIT_OPTIONS)
+    for script in ("run", "test"):
+        known |= set(OPTION.findall(usage(project, script)))
+    return [f"{paper.path}: nothing has the option {span}" for paper in project.papers()
+            for span in paper.spans() if OPTION.fullmatch(span) and span not in known]
+
+
+def single_commands(paper):
+    return [re.sub(r"^sudo ", "", part.strip())
+            for command in paper.commands() for part in re.split(r"&&|;|\| ", command)]
+
+
+def presets(project, kind):
+    listed = json.loads(project.read("CMakePresets.json"))[kind]
+    return [preset["name"] for preset in listed if not preset.get("hidden")]
+
+
+def check_cmake(project):
+    """CMake is given settings that the project has, and presets that exist for what is done with them."""
+    settings = set(re.findall(r"^\s*(?:set|option)\((\w+)", project.read("CMakeLists.txt"), re.M))
+    problems = []
+    for paper in project.papers():
+        for command in single_commands(paper):
+            kind = ("testPresets" if command.startswith("ctest") else
+                    "buildPresets" if "cmake --build" in command else "configurePresets")
+            problems += [f"{paper.path}: no preset {name} among the {kind}"
+                         for name in re.findall(r"--preset (\S+)", command)
+                         if name not in presets(project, kind)]
+            problems += [f"{paper.path}: no setting {name}" for name in re.findall(r"-D(\w+)=", command)
+                         if name not in settings and not name.startswith(("CMAKE_", "BUILD_TESTING"))]
+    return problems
+
+
+def check_preset_table(project):
+    """CONTRIBUTING.md lists the presets, each once."""
+    table = project.paper("CONTRIBUTING.md").tables()[0]
+    listed = sorted(name for row in table for name in re.findall(r"`(\w+)`", row[0]))
+    wanted = sorted(presets(project, "configurePresets"))
+    return [] if listed == wanted else [f"CONTRIBUTING.md: lists the presets {listed}, there are {wanted}"]
+
+
+def check_version(project):
+    """The changelog begins with the version that the project and the client have."""
+    places = {"CHANGELOG.md": r"^## \[([\d.]+)\]",
+              "CMakeLists.txt": r"^project\(TideLoft VERSION ([\d.]+)",
+              "app/identity.h": r"applicationVersion = \w+\(\"([\d.]+)\""}
+    versions = {path: re.findall(pattern, project.read(path), re.M)[:1] for path, pattern in places.items()}
+    same = all(version and version == versions["CHANGELOG.md"] for version in versions.values())
+    return [] if same else [f"the version is not the same everywhere: {versions}"]

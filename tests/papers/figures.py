@@ -1,0 +1,45 @@
+# The figures and file names that the papers tell users, beside those in the sources.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
+import re
+
+# A paper and its words around a figure; a source and its words around the same one.
+FIGURES = [
+    ("README.md", r"at most ([\d,]+) devices", "service/device_keys.h", r"maximumDevices = ([\d']+)"),
+    ("README.md", r"devices and ([\d,]+) servers", "service/groups.h", r"maximumGroups = ([\d']+)"),
+    ("README.md", r"oneself ([\d,]+) characters", "service/profile_handlers.cpp", r"longestBio = ([\d']+)"),
+    ("README.md", r"user name ([\d,]+),", "service/user_name.cpp", r"size\(\) > ([\d']+)"),
+    ("README.md", r"password ([\d,]+),", "service/account_handlers.cpp", r"longestPassword = ([\d']+)"),
+    ("README.md", r"server's name ([\d,]+) ", "service/group_handlers.cpp", r"longestName = ([\d']+)"),
+    ("README.md", r"description ([\d,]+)\.", "service/group_handlers.cpp", r"longestDescription = ([\d']+)"),
+    ("README.md", r"most ([\d,]+) characters", "ui/bounded_text.h", r"messageLimits\{([\d']+)"),
+    ("README.md", r"or ([\d,]+) lines", "ui/bounded_text.h", r"messageLimits\{[\d']+, ([\d']+)"),
+    ("README.md", r"every (\w+) seconds", "ui/main_window.cpp", r"setInterval\((\d)000\)"),
+    ("docs/user-guide.md", r"more than ([\d,]+) bytes", "ui/picture_file.cpp", r"largestPicture = ([\d']+)"),
+    ("docs/user-guide.sv.md", r"större än ([\d ]+) byte", "ui/picture_file.cpp", r"largestPicture = ([\d']+)"),
+]
+WORDS = {"three": "3"}
+NAMES = [("chat_private_key.b64", "crypto/key_store.cpp"), ("chat_public_key.b64", "crypto/key_store.cpp"),
+         ("device_id.txt", "net/device_identity.cpp")]
+
+
+def figure(project, path, pattern):
+    found = re.search(pattern, re.sub(r"\s+", " ", project.read(path)))
+    return found and WORDS.get(found[1], re.sub(r"[,' ]", "", found[1]))
+
+
+def check_figures(project):
+    """Each figure is the same in the paper and in the source, and is found in both."""
+    problems = []
+    for paper, told, source, meant in FIGURES:
+        pair = figure(project, paper, told), figure(project, source, meant)
+        if None in pair or pair[0] != pair[1]:
+            problems.append(f"{paper}: {told!r} is {pair[0]}, and {pair[1]} in {source}")
+    return problems
+
+
+def check_file_names(project):
+    """The files that hold the keys are called in both guides what the client calls them."""
+    return [f"{guide} or {source} does not name {name}" for name, source in NAMES
+            for guide in ("docs/user-guide.md", "docs/user-guide.sv.md")
+            if f"`{name}`" not in project.read(guide) or f'"{name}"' not in project.read(source)]
