@@ -15,3 +15,9 @@ tideloft_test(tst_secret_traces
     LIBRARIES tideloft_test_service tideloft_sealed_messages tideloft_secret_search LABELS gui)
 target_compile_definitions(tst_secret_traces PRIVATE TRACED_PERSON_PROGRAM="$<TARGET_FILE:traced_person>")
 add_dependencies(tst_secret_traces traced_person)
+
+# A sanitizer's own books are terabytes, and it keeps what was freed.
+if(NOT TIDELOFT_SANITIZE)
+    tideloft_test(tst_window_memory_scan
+        LIBRARIES tideloft_chat_fixture tideloft_memory_scan tideloft_secret_search LABELS gui)
+endif()

@@ -1,7 +1,7 @@
 // Reading of /proc/self/mem.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/crypto/memory_scan.h"
+#include "tests/support/memory_scan.h"
 
 #include <QFile>
 #include <QSet>
