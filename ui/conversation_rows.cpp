@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/conversation_rows.h"
 
+#include "ui/bounded_rows.h"
 #include "ui/message_time.h"
 
 using namespace Qt::StringLiterals;
@@ -20,6 +21,8 @@ QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Open
         const QString peer = item.value(u"peer"_s).toString().trimmed();
         if (peer.isEmpty())
             continue;
+        if (rows.size() == conversationsLimit)
+            break; // before its message is opened
         rows.append({.peer = peer,
                      .preview = shownText(item, open, unreadable),
                      .time = conversationTimeText(item, now)});
@@ -44,7 +47,7 @@ QStringList foundUsers(const QJsonArray &users)
     QStringList names;
     for (const QJsonValue &value : users) {
         const QString name = value.toObject().value(u"username"_s).toString().trimmed();
-        if (!name.isEmpty())
+        if (!name.isEmpty() && names.size() < foundUsersLimit)
             names.append(name);
     }
     return names;

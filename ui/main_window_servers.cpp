@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/bounded_rows.h"
 #include "ui/create_server_dialog.h"
 #include "ui/initials.h"
 #include "ui/picture_file.h"
@@ -61,7 +62,7 @@ void MainWindow::rebuildServerRail()
         delete item;
     }
     QWidget *last = railMessagesBtn;
-    for (const ServerModel &server : serverModels(servers)) {
+    for (const ServerModel &server : serverModels(servers).mid(0, serversLimit)) {
         QPushButton *button = makeServerButton(server, server.groupId == selectedServerId, serverColumn);
         serverColumn->layout()->addWidget(button);
         setTabOrder(std::exchange(last, button), button); // new widgets come last on the Tab key's way

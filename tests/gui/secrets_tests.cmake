@@ -21,3 +21,4 @@ if(NOT TIDELOFT_SANITIZE)
     tideloft_test(tst_window_memory_scan
         LIBRARIES tideloft_chat_fixture tideloft_memory_scan tideloft_secret_search LABELS gui)
 endif()
+tideloft_test(tst_hostile_numbers LIBRARIES tideloft_rail_probe LABELS gui)
