@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
+#include <QJsonArray>
 
 namespace tideloft::ui
 {
@@ -13,5 +13,11 @@ namespace tideloft::ui
 constexpr qsizetype conversationsLimit = 2'000;
 constexpr qsizetype foundUsersLimit = 2'000;
 constexpr qsizetype serversLimit = 1'000;
+
+/// Of a history the newest are shown: those are at the end, which is where the list stands.
+constexpr qsizetype historyLimit = 5'000;
+
+/// The last historyLimit of ITEMS, all of them if there are no more.
+QJsonArray newestItems(const QJsonArray &items);
 
 } // namespace tideloft::ui

@@ -4,6 +4,7 @@
 #include "ui/main_window.h"
 
 #include "crypto/open_message.h"
+#include "ui/bounded_rows.h"
 #include "ui/history_list.h"
 
 #include <QDateTime>
@@ -22,7 +23,7 @@ void MainWindow::onHistoryLoaded(const QString &peer, const QJsonArray &items)
     if (items.isEmpty())
         return;
     const QDateTime now = QDateTime::currentDateTime();
-    showHistory(messageList, historyRows(readHistory(items, now), now.date(), language()));
+    showHistory(messageList, historyRows(readHistory(newestItems(items), now), now.date(), language()));
 }
 
 // With nobody signed in, a late reply is still shown, but nothing of it is remembered.

@@ -64,6 +64,8 @@ private slots:
     void onlyListedConversationsAreOpened();
     void serverRail_data() { addCounts(serversLimit); }
     void serverRail();
+    void history_data() { addCounts(historyLimit); }
+    void history();
 };
 
 void TestHostileNumbers::foundUsers()
@@ -130,6 +132,23 @@ void TestHostileNumbers::serverRail()
     buttons.last()->click(); // makes all of them anew
     QCOMPARE(serverButtons(probe).size(), shown);
     QCOMPARE(serverChecks(probe).indexOf(true), shown - 1);
+}
+
+void TestHostileNumbers::history()
+{
+    QFETCH(const int, count);
+    QFETCH(const int, shown);
+    SettingsProbe probe;
+    QVERIFY(probe.open(u"bob"_s));
+    QVERIFY(probe.settle());
+    const QJsonArray items =
+        numbered(count, u"text"_s, {{u"from"_s, u"bob"_s}, {u"createdAt"_s, u"2026-11-21T10:00:00Z"_s}});
+    callSlot(*probe.window, "onHistoryLoaded", Q_ARG(QString, u"bob"_s), Q_ARG(QJsonArray, items));
+    const auto *list = probe.the<QListWidget>(u"messageList"_s);
+    QCOMPARE(list->count(), shown + 1); // and the day
+    const auto textAt = [list](int index) { return labelTexts(list->itemWidget(list->item(index))); };
+    QVERIFY(textAt(1).contains(u"n%1"_s.arg(count - shown)));
+    QVERIFY(textAt(shown).contains(u"n%1"_s.arg(count - 1)));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestHostileNumbers)
