@@ -38,9 +38,11 @@ class TestCoreDumps : public QObject
 
 private slots:
     void clientAllowsItselfNone();
+    void clientRefusesWhateverItIsAllowed();
 };
 
-// It waits for an answer to its first question meanwhile.
+// It waits for an answer to its first question meanwhile. Where the system allows no core files to begin
+// with, this shows nothing of the client, but the next test does.
 void TestCoreDumps::clientAllowsItselfNone()
 {
     rlimit own{};
@@ -53,6 +55,23 @@ void TestCoreDumps::clientAllowsItselfNone()
     QVERIFY(client.waitForStarted());
     QTRY_COMPARE_WITH_TIMEOUT(coreLimits(client.processId()), (QByteArrayList{most, most}), patience());
     QCOMPARE(client.state(), QProcess::Running);
+    client.kill();
+    QVERIFY(client.waitForFinished());
+}
+
+void TestCoreDumps::clientRefusesWhateverItIsAllowed()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LD_PRELOAD"_s, QString::fromUtf8(CORE_LIMIT_WATCH)); // blanks in a path would end it
+    environment.insert(u"LD_LIBRARY_PATH"_s, QString::fromUtf8(CORE_LIMIT_WATCH_DIRECTORY));
+    environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
+    QProcess client;
+    client.setProcessEnvironment(environment);
+    client.setReadChannel(QProcess::StandardError);
+    client.start(QString::fromUtf8(TIDELOFT_PROGRAM), QStringList());
+    QVERIFY(client.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(client.canReadLine(), patience());
+    QCOMPARE(client.readLine(), QByteArray("core files: 1 1\n")); // before anything else
     client.kill();
     QVERIFY(client.waitForFinished());
 }
