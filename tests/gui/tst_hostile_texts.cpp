@@ -112,14 +112,14 @@ Shown preview(HostileProbe &probe, const QString &text)
         if (each != u"bob" && each != u"BO" && !each.isEmpty())
             shown = each;
     }
-    const bool isCut = shown.endsWith(u'…') && text.startsWith(shown.chopped(1));
+    const bool isCut = shown.size() > 1 && shown.endsWith(u'…') && text.startsWith(shown.chopped(1));
     return {{isCut ? text : shown}, {text}};
 }
 
 Shown openPeer(HostileProbe &probe, const QString &text)
 {
     const QString name = text.trimmed();
-    if (name.isEmpty() || text.size() > 6'000) // what is longer is too much for a path
+    if (name.isEmpty())
         return {};
     QListWidget *list = listConversation(probe, text, u"Hi"_s);
     emit list->itemClicked(list->item(0));
