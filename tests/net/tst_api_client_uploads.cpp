@@ -91,6 +91,7 @@ void TestApiClientUploads::suffixes_data()
     QTest::newRow("none") << u"/a.b/picture"_s << QString();
     QTest::newRow("ends with a dot") << u"picture."_s << QString();
     QTest::newRow("quote") << u"a.p\"; x=\"ng"_s << u"p; x=ng"_s;
+    QTest::newRow("backslash") << u"a.p\\n\\\\g\\"_s << u"png"_s;
     QTest::newRow("line break") << u"a.png\r\nX-Injected: yes"_s << u"pngx-injected: yes"_s;
     QTest::newRow("control characters") << u"a.p\u0001n\u007fg\u0085"_s << u"png"_s;
 }
@@ -112,6 +113,7 @@ void TestApiClientUploads::avatarBytes_data()
     QTest::newRow("no suffix") << u"picture"_s << picture << QByteArray();
     QTest::newRow("empty file") << u"a.gif"_s << QByteArray() << QByteArray("gif");
     QTest::newRow("many buffers long") << u"a.webp"_s << picture.repeated(100000) << QByteArray("webp");
+    QTest::newRow("backslash") << u"a.pn\\g\\"_s << picture << QByteArray("png");
     QTest::newRow("quote and line break") << u"a.p\"\r\nng"_s << picture << QByteArray("png");
 }
 
