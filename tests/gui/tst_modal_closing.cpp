@@ -10,8 +10,10 @@
 #include "tests/support/test_main.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -103,7 +105,32 @@ int runAndEnd(ModalProbe &probe, const InFront &front, const std::function<void(
     return runWith(probe.window.get(), [&] { front.open(probe); });
 }
 
+using Closing = void (*)(QWidget &window);
+
+void quitProgram(QWidget &)
+{
+    QCoreApplication::quit();
+}
+
+void closeWindow(QWidget &window)
+{
+    window.close();
+    QVERIFY(!window.isVisible());
+    ModalProbe::closeAll();
+}
+
+// The cross of the title bar, which a window manager offers behind a dialog too.
+void askToClose(QWidget &window)
+{
+    QCloseEvent request;
+    QCoreApplication::sendEvent(window.windowHandle(), &request);
+    QVERIFY(!window.isVisible());
+    ModalProbe::closeAll();
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(Closing)
 
 class TestModalClosing : public QObject
 {
@@ -183,11 +210,12 @@ void TestModalClosing::whileAReplyIsAwaited()
 void TestModalClosing::whileSomethingIsOpen_data()
 {
     QTest::addColumn<int>("front");
-    QTest::addColumn<bool>("closes");
+    QTest::addColumn<Closing>("closing");
     const QList<InFront> fronts = everythingInFront();
     for (int i = 0; i < fronts.size(); ++i) {
-        QTest::addRow("%s, the program quits", fronts.at(i).name) << i << false;
-        QTest::addRow("%s, the window closes", fronts.at(i).name) << i << true;
+        QTest::addRow("%s, the program quits", fronts.at(i).name) << i << Closing(quitProgram);
+        QTest::addRow("%s, the window closes", fronts.at(i).name) << i << Closing(closeWindow);
+        QTest::addRow("%s, the desktop closes the window", fronts.at(i).name) << i << Closing(askToClose);
     }
 }
 
@@ -195,17 +223,10 @@ void TestModalClosing::whileSomethingIsOpen_data()
 void TestModalClosing::whileSomethingIsOpen()
 {
     QFETCH(const int, front);
-    QFETCH(const bool, closes);
+    QFETCH(const Closing, closing);
     ModalProbe probe;
     probe.input()->setText(u"not lost"_s);
-    const int code = runAndEnd(probe, everythingInFront().at(front), [&] {
-        if (!closes) {
-            QCoreApplication::quit();
-            return;
-        }
-        probe.window->close();
-        ModalProbe::closeAll();
-    });
+    const int code = runAndEnd(probe, everythingInFront().at(front), [&] { closing(*probe.window); });
     QCOMPARE(code, 0);
     QCOMPARE(probe.input()->text(), u"not lost"_s);
     QVERIFY(!QApplication::activePopupWidget() && !QApplication::activeModalWidget());
