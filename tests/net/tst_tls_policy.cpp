@@ -39,6 +39,8 @@ private slots:
     void anotherNameOfTheServerIsRefused();
     void withoutTheAuthorityNobodyIsTrusted();
     void aRedirectToPlainHttpIsRefused();
+    void aRedirectToAnotherHost_data();
+    void aRedirectToAnotherHost();
 
 private:
     QString fetchMe(const TlsService &service, const QString &host = u"127.0.0.1"_s) const;
@@ -150,6 +152,34 @@ void TestTlsPolicy::aRedirectToPlainHttpIsRefused()
         certificates.server(u"good"_s, QSsl::TlsV1_3OrLater),
         "HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:1/api/me\r\nContent-Length: 0\r\n\r\n");
     QCOMPARE(fetchMe(service), u"refused: Insecure redirect"_s);
+}
+
+void TestTlsPolicy::aRedirectToAnotherHost_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("outcome");
+    QTest::newRow("of its own name") << u"neighbour"_s << u"alice"_s;
+    QTest::newRow("with the first one's certificate")
+        << u"good"_s << u"refused: SSL handshake failed: "_s + wrongHost;
+}
+
+// The device's identifier goes along; the cookie belongs to the host that set it.
+void TestTlsPolicy::aRedirectToAnotherHost()
+{
+    QFETCH(const QString, kind);
+    QFETCH(const QString, outcome);
+    applyTlsPolicy();
+    const TlsService other(certificates.server(kind), profile, QHostAddress(u"127.0.0.2"_s));
+    const QByteArray place = "https://127.0.0.2:" + QByteArray::number(other.serverPort()) + "/api/me";
+    const TlsService service(
+        certificates.server(u"good"_s),
+        "HTTP/1.1 307 Temporary Redirect\r\nSet-Cookie: session=one; Path=/\r\nLocation: " + place
+            + "\r\nContent-Length: 0\r\n\r\n");
+    QCOMPARE(fetchMe(service), outcome);
+    QCOMPARE(service.answered, 1);
+    QCOMPARE(other.answered, outcome == u"alice" ? 1 : 0);
+    QCOMPARE(other.lastRequest.contains("X-Device-Token: "), outcome == u"alice");
+    QVERIFY(!other.lastRequest.contains("session=one"));
 }
 
 TIDELOFT_TEST_MAIN(TestTlsPolicy)

@@ -13,20 +13,23 @@ using namespace Qt::StringLiterals;
 namespace tideloft::tests
 {
 
-TlsService::TlsService(const QSslConfiguration &configuration, const QByteArray &answer)
+TlsService::TlsService(const QSslConfiguration &configuration, const QByteArray &answer,
+                       const QHostAddress &address)
 {
     setSslConfiguration(configuration);
     connect(this, &QSslServer::pendingConnectionAvailable, this, [this, answer] {
         while (QTcpSocket *connection = nextPendingConnection()) {
             connect(connection, &QTcpSocket::readyRead, connection, [this, connection, answer] {
-                if (connection->readAll().contains("\r\n\r\n")) {
+                const QByteArray request = connection->readAll();
+                if (request.contains("\r\n\r\n")) {
                     ++answered;
+                    lastRequest = request;
                     connection->write(answer);
                 }
             });
         }
     });
-    if (!listen(QHostAddress::LocalHost))
+    if (!listen(address))
         qFatal("The service found no port: %s", qPrintable(errorString()));
 }
 
@@ -38,6 +41,7 @@ Certificates::Certificates()
     sign(u"good"_s, u"ca"_s, here, u"2"_s);
     sign(u"expired"_s, u"ca"_s, here, u"-1"_s);
     sign(u"other-host"_s, u"ca"_s, u"DNS:elsewhere.example"_s, u"2"_s);
+    sign(u"neighbour"_s, u"ca"_s, u"IP:127.0.0.2"_s, u"2"_s);
     sign(u"stranger"_s, u"other-ca"_s, here, u"2"_s);
     openssl({u"req"_s, u"-x509"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s, u"-days"_s, u"2"_s, u"-subj"_s,
              u"/CN=TideLoft test"_s, u"-addext"_s, u"subjectAltName="_s + here, u"-keyout"_s,

@@ -16,8 +16,10 @@ class TlsService : public QSslServer
     Q_OBJECT
 
 public:
-    TlsService(const QSslConfiguration &configuration, const QByteArray &answer);
-    int answered = 0; ///< requests that came through
+    TlsService(const QSslConfiguration &configuration, const QByteArray &answer,
+               const QHostAddress &address = QHostAddress(QHostAddress::LocalHost));
+    int answered = 0;       ///< requests that came through
+    QByteArray lastRequest; ///< the newest of them
 };
 
 /// An authority, and certificates of every kind. Made anew for every run: a certificate that is checked in
@@ -27,8 +29,8 @@ class Certificates
 public:
     Certificates();
     QSslCertificate authority() const { return load(QStringLiteral("ca.pem")); }
-    /// For a server that shows the certificate KIND: "good", "expired", "other-host" (all signed by the
-    /// authority), "stranger" (signed by another one) or "self-signed".
+    /// For a server that shows the certificate KIND: "good", "expired", "other-host", "neighbour" (for
+    /// 127.0.0.2; all signed by the authority), "stranger" (signed by another one) or "self-signed".
     QSslConfiguration server(const QString &kind, QSsl::SslProtocol protocol = QSsl::TlsV1_3OrLater) const;
 
 private:
