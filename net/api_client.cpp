@@ -67,10 +67,11 @@ QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &b
 void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess,
                                 FailureContinuation onFailure, RepeatedArray *repeated)
 {
-    const auto handle = [this, reply, repeated, onSuccess = std::move(onSuccess),
+    const auto handle = [this, reply, repeated, asked = forgotten, onSuccess = std::move(onSuccess),
                          onFailure = std::move(onFailure)] {
         // Nothing is kept of a reply that comes after log-out.
-        const auto [document, httpStatus] = readJsonReply(*reply, isSignedIn() ? repeated : nullptr);
+        const bool isKept = isSignedIn() && asked == forgotten;
+        const auto [document, httpStatus] = readJsonReply(*reply, isKept ? repeated : nullptr);
         if (reply->error() == QNetworkReply::NoError)
             onSuccess(document, httpStatus);
         else
@@ -86,6 +87,7 @@ void ApiClient::forgetReplies()
 {
     conversations.forget();
     history.forget();
+    ++forgotten;
 }
 
 QString ApiClient::extractErrorMessage(const QJsonDocument &document)

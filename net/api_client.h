@@ -32,6 +32,8 @@ public:
     void login(const QString &name, const QString &password, bool rememberMe);
     void registerAccount(const QString &name, const QString &password);
     void logout();
+    /// Keeps nothing of earlier replies, nor of those that were asked for and are still to come.
+    void forgetReplies();
     void fetchMe();
     void searchUsers(const QString &query);
     /// DISPLAYNAME is not sent: the service keeps the bio only. CALLBACK may be empty.
@@ -94,13 +96,13 @@ private:
     /// REPEATED, a member of this object, keeps the last of the replies that come again and again.
     void handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess, FailureContinuation onFailure,
                          RepeatedArray *repeated = nullptr);
-    void forgetReplies();
     static QString extractErrorMessage(const QJsonDocument &document);
 
     QNetworkAccessManager network;
     QNetworkCookieJar *cookieJar;
     RepeatedArray conversations;
     RepeatedArray history;
+    quint64 forgotten = 0; ///< how often
     QString username;
     QString ownDeviceId;
     QString ownDeviceName;

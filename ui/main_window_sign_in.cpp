@@ -85,6 +85,7 @@ void MainWindow::logOut()
     refreshTimer->stop();
     readingMemory.forget();
     openedHistory.forget();
+    api.forgetReplies();
     myUsername.clear();
     shownHistory.clear();
     usernameField->clear();

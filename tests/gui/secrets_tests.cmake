@@ -18,6 +18,7 @@ add_dependencies(tst_secret_traces traced_person)
 
 # A sanitizer's own books are terabytes, and it keeps what was freed.
 if(NOT TIDELOFT_SANITIZE)
+    tideloft_test(tst_forgotten_history LIBRARIES tideloft_chat_fixture tideloft_memory_scan LABELS gui)
     tideloft_test(tst_window_memory_scan
         LIBRARIES tideloft_chat_fixture tideloft_memory_scan tideloft_secret_search LABELS gui)
 endif()

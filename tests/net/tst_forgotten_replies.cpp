@@ -1,0 +1,87 @@
+// What the client keeps of replies to read the next ones faster, and that it is gone after the log-out.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/memory_scan.h"
+#include "tests/support/test_main.h"
+#include "wire.h"
+
+#include <malloc.h>
+
+using namespace Qt::StringLiterals;
+using tideloft::net::ApiClient;
+using namespace tideloft::tests;
+
+namespace
+{
+
+const QByteArray logout = QByteArrayLiteral("POST /api/auth/logout");
+
+// A text of which the list knows only the turned bytes; it stands in the middle of a long one.
+QByteArray marked(const QByteArray &turnedMarker)
+{
+    return QByteArray(100'000, 'x') + SoughtSecrets::turned(turnedMarker) + QByteArray(100'000, 'y');
+}
+
+} // namespace
+
+class TestForgottenReplies : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void nothingIsKeptAfterTheLogOut_data();
+    void nothingIsKeptAfterTheLogOut();
+};
+
+// Buffers of some size go back to the system as soon as they are freed: what is found then is still kept.
+void TestForgottenReplies::initTestCase()
+{
+    QCOMPARE(mallopt(M_MMAP_THRESHOLD, 1'024), 1);
+}
+
+void TestForgottenReplies::nothingIsKeptAfterTheLogOut_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<bool>("late");
+    QTest::newRow("conversations") << QByteArray("GET /api/chat/conversations") << false;
+    QTest::newRow("history") << QByteArray("GET /api/chat/history/bob") << false;
+    QTest::newRow("conversations while logging out") << QByteArray("GET /api/chat/conversations") << true;
+    QTest::newRow("history while logging out") << QByteArray("GET /api/chat/history/bob") << true;
+}
+
+void TestForgottenReplies::nothingIsKeptAfterTheLogOut()
+{
+    QFETCH(const QByteArray, request);
+    QFETCH(const bool, late);
+    LoopbackService service;
+    service.answer("POST /api/auth/login", 200, "{}");
+    service.answer("GET /api/groups", 200, "[]");
+    service.answer(logout, 200, "{}");
+    ApiClient client;
+    QSignalSpy signedIn(&client, &ApiClient::loginSucceeded);
+    client.login(u"alice"_s, u"pw"_s, false);
+    QVERIFY(signedIn.wait());
+    const QByteArray turnedMarker =
+        SoughtSecrets::turned("Mark " + request.last(8) + (late ? "LATE" : "SOON"));
+    SoughtSecrets sought;
+    sought.addTurned(turnedMarker);
+    service.answer(request, 200, R"([{"text":")" + marked(turnedMarker) + R"("}])");
+    service.hold(logout);
+    if (late)
+        client.logout();
+    request.endsWith("bob") ? client.fetchHistory(u"bob"_s) : client.fetchConversations();
+    QVERIFY(settle(client));
+    service.answer(request, 200, "[]"); // and the service keeps nothing of it
+    QVERIFY(settle(client));
+    QVERIFY(sought.places().first() > 0);
+    if (!late)
+        client.logout();
+    service.release(logout);
+    QTRY_COMPARE(client.currentUsername(), QString());
+    QVERIFY(settle(client));
+    QCOMPARE(sought.found(), 0);
+}
+
+TIDELOFT_TEST_MAIN(TestForgottenReplies)
+#include "tst_forgotten_replies.moc"
