@@ -5,8 +5,8 @@
 #include "crypto/key_store.h"
 #include "crypto/secret_bytes.h"
 #include "tests/crypto/data_dir.h"
-#include "tests/support/memory_scan.h"
 #include "tests/crypto/reading.h"
+#include "tests/support/memory_scan.h"
 #include "tests/support/test_main.h"
 
 #include <QTest>
