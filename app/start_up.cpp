@@ -8,6 +8,7 @@
 #include "app/identity.h"
 #include "app/language_select_dialog.h"
 #include "app/resting_cursor.h"
+#include "app/window_icon.h"
 #include "net/tls_policy.h"
 #include "ui/main_window.h"
 
@@ -57,6 +58,8 @@ int run(int argc, char **argv)
     QApplication::setApplicationDisplayName(applicationName);
     QApplication::setOrganizationName(organisationName);
     QApplication::setApplicationVersion(applicationVersion);
+    QGuiApplication::setDesktopFileName(desktopFileName);
+    QGuiApplication::setWindowIcon(windowIcon());
     substituteFonts();
     net::applyTlsPolicy();
     const QSettings settings;

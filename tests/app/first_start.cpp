@@ -63,6 +63,8 @@ private:
               + QCoreApplication::organizationName() + u'|' + QCoreApplication::organizationDomain() + u'|'
               + QCoreApplication::applicationVersion());
         print(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+        print(QGuiApplication::desktopFileName());
+        print(u"icon of %1 pixels"_s.arg(window->windowIcon().pixmap(256).width()));
         if (QCoreApplication::arguments().value(2) == u"switch"_s)
             window->findChild<QComboBox *>(u"langCombo"_s)->setCurrentIndex(1 - language->currentIndex());
         window->close();

@@ -109,6 +109,8 @@ void TestFirstStart::identity()
     const QStringList lines = machine.start({u"1"_s});
     QCOMPARE(lines.value(3), u"TideLoft|TideLoft|TideLoft||1.0.0"_s);
     QCOMPARE(lines.value(4), machine.home.filePath(u"data/TideLoft/TideLoft"_s));
+    QCOMPARE(lines.value(5), u"im.tideloft.TideLoft"_s);
+    QCOMPARE(lines.value(6), u"icon of 256 pixels"_s);
 }
 
 void TestFirstStart::helpAnswersInsteadOfStarting()
