@@ -16,6 +16,9 @@ else()
     target_compile_options(tideloft_options INTERFACE -fstack-protector-strong)
     target_link_options(tideloft_options INTERFACE -Wl,-z,relro,-z,now)
 endif()
+# What is shipped does not tell in which folder it was made, and is the same from every one.
+target_compile_options(tideloft_options INTERFACE
+    "$<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.;-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>")
 # Compiling as position-independent code is what Qt asks for, and lets the loader place the program anywhere.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
