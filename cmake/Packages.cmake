@@ -12,9 +12,6 @@ set(CPACK_VERBATIM_VARIABLES ON)
 # Configuration lies outside the prefix; what is made for /usr is installed below another root.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}")
-# The umask of whoever makes a package is not the user's concern.
-set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL client service)
