@@ -1,12 +1,11 @@
-# Commands, options, presets and versions of the papers.
+# Commands, options and presets of the papers.
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 import json
 import re
 
 SCRIPT = re.compile(r"(?:\./)?((?:run|test)|[a-z]+(?:/[a-z_]+)+)(?= |$)")
-OPTION = re.compile(r"(?<!\S)(--[a-z][a-z-]*)")
-TOOLKIT_OPTIONS = ("--help", "--version")
+OPTION = re.compile(r"(?<![^\s\[(])(--[a-z][a-z-]*)")
 
 
 def usage(project, script):
@@ -57,11 +56,13 @@ def check_commands(project):
 
 
 def check_lone_options(project):
-    """An option that is named on its own belongs to one of our programs."""
-    known = service_options(project) | client_options(project) | set(TOOLKIT_OPTIONS)
-    for script in ("run", "test"):
-        known |= set(OPTION.findall(usage(project, script)))
-    return [f"{paper.path}: nothing has the option {span}" for paper in project.papers()
+    """An option that is named on its own belongs to a program that the papers call."""
+    papers = project.papers()
+    known = service_options(project) | client_options(project)
+    for paper in papers:
+        for command in single_commands(paper):
+            known |= options_of(project, command) or set()
+    return [f"{paper.path}: nothing has the option {span}" for paper in papers
             for span in paper.spans() if OPTION.fullmatch(span) and span not in known]
 
 
@@ -97,13 +98,3 @@ def check_preset_table(project):
     listed = sorted(name for row in table for name in re.findall(r"`(\w+)`", row[0]))
     wanted = sorted(presets(project, "configurePresets"))
     return [] if listed == wanted else [f"CONTRIBUTING.md: lists the presets {listed}, there are {wanted}"]
-
-
-def check_version(project):
-    """The changelog begins with the version that the project and the client have."""
-    places = {"CHANGELOG.md": r"^## \[([\d.]+)\]",
-              "CMakeLists.txt": r"^project\(TideLoft VERSION ([\d.]+)",
-              "app/identity.h": r"applicationVersion = \w+\(\"([\d.]+)\""}
-    versions = {path: re.findall(pattern, project.read(path), re.M)[:1] for path, pattern in places.items()}
-    same = all(version and version == versions["CHANGELOG.md"] for version in versions.values())
-    return [] if same else [f"the version is not the same everywhere: {versions}"]

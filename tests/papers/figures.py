@@ -1,4 +1,4 @@
-# The figures and file names that the papers tell users, beside those in the sources.
+# The figures, settings and file names that the papers tell users, beside those in the sources.
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 import re
@@ -43,3 +43,12 @@ def check_file_names(project):
     return [f"{guide} or {source} does not name {name}" for name, source in NAMES
             for guide in ("docs/user-guide.md", "docs/user-guide.sv.md")
             if f"`{name}`" not in project.read(guide) or f'"{name}"' not in project.read(source)]
+
+
+def check_installed(project):
+    """The README names no setting and no place of the installed service that its unit does not know."""
+    unit = project.read("packaging/systemd/tideloftd.service.in")
+    unit = unit.replace("@CMAKE_INSTALL_FULL_SYSCONFDIR@", "/etc")
+    told = re.findall(r"TIDELOFTD_[A-Z]+|/etc/tideloft/[\w.-]+", project.read("README.md"))
+    problems = [f"README.md: the unit does not know {name}" for name in sorted(set(told)) if name not in unit]
+    return problems + ([] if told else ["README.md: tells nothing of the installed service"])
