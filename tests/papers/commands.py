@@ -11,7 +11,7 @@ OPTION = re.compile(r"(?<![^\s\[(])(--[a-z][a-z-]*)")
 def usage(project, script):
     """What a script says of itself when it is asked for help."""
     text = project.read(script)
-    found = re.search(r"^usage\(\)\n.*?<<'END'\n(.*?)^END$", text, re.M | re.S)
+    found = re.search(r"^usage\(\)\n.*?<<'?END'?\n(.*?)^END$", text, re.M | re.S)
     return found[1] if found else text
 
 
