@@ -22,10 +22,8 @@ TOOLKIT_WARNING = re.compile(r"\bQ(Painter|Object)(::\w+)?\b[:(]")
 class Tour:
     """Alice reads English and sits on the left, Bob reads Swedish and sits on the right."""
 
-    def __init__(self, arguments, directory, service, wire, checks, stack):
-        self.pictures = arguments.pictures
-        self.service, self.wire, self.checks = service, wire, checks
-        self.taken = 0
+    def __init__(self, arguments, directory, service, wire, checks, film, stack):
+        self.service, self.wire, self.checks, self.film = service, wire, checks, film
         display.put_on_keyboard([MESSAGE, ANSWER])
         self.alice = self.open_client("alice", arguments.client, directory, 10, stack)
         self.bob = self.open_client("bob", arguments.client, directory, 1130, stack)
@@ -62,11 +60,10 @@ class Tour:
         self.check_secrecy()
 
     def done(self, what, picture=None, *clients):
-        """A step that held; with a picture of the windows of CLIENTS, or of the whole screen."""
+        """A step that held; with a picture of the window of a client, or of the whole screen, whose caption
+        says WHAT is seen."""
         if picture:
-            self.taken += 1
-            area = clients[0].area() if clients else (0, 0, display.WIDTH, display.HEIGHT)
-            display.save_picture(self.pictures / f"{self.taken:02}-{picture}.png", area)
+            self.film.take(picture, what, clients)
         self.checks.held(what)
 
     def choose_languages(self):

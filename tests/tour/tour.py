@@ -41,20 +41,23 @@ def run_under_virtual_display():
             check=False).returncode
 
 
-def fresh_pictures(directory):
-    directory.mkdir(parents=True, exist_ok=True)
-    for old in directory.glob("[0-9][0-9]-*.png"):
-        old.unlink()
+def show_film(film, checks):
+    """The page of the pictures. It is there for a tour that broke off too, whose last picture shows where."""
+    film.write()
+    faults = film.faults()
+    checks.check(f"{len(film.scenes)} pictures stand in the film, each with a caption {faults or ''}".rstrip(),
+                 not faults)
 
 
 def run_on_screen(arguments):
     import steps  # needs the session bus that is there only now
     from checks import Broken, Checks
     from companion import Service
+    from film import Film
     from wire import Wire
 
     checks = Checks()
-    fresh_pictures(arguments.pictures)
+    film = Film(arguments.pictures)
     with tempfile.TemporaryDirectory() as directory, contextlib.ExitStack() as stack:
         try:
             stack.enter_context(display.window_manager())
@@ -64,14 +67,14 @@ def run_on_screen(arguments):
             stack.callback(wire.close)
             os.environ["TIDELOFT_E2E_ORIGIN"] = f"https://localhost:{wire.port}"
             os.environ["TIDELOFT_E2E_CA"] = str(arguments.certificates / "ca.pem")
-            steps.Tour(arguments, directory, service, wire, checks, stack).take()
+            steps.Tour(arguments, directory, service, wire, checks, film, stack).take()
         except Broken as reason:
             checks.broke(str(reason))
             with contextlib.suppress(OSError, subprocess.SubprocessError):
-                display.save_picture(arguments.pictures / "99-broken.png",
-                                     (0, 0, display.WIDTH, display.HEIGHT))
+                film.take("broken", f"the tour broke off: {reason}", number=99)
         except Exception:  # a fault of the tour itself is a failure like any other
             checks.broke(traceback.format_exc())
+    show_film(film, checks)
     return checks.report()
 
 
