@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/settings_room.h"
 #include "ui/settings_sections.h"
 #include "ui/style/fade_in.h"
 #include "ui/style/settings_styles.h"
@@ -90,6 +91,7 @@ QWidget *MainWindow::buildSettingsPage()
     auto *line = makeLine(page);
     line->addWidget(nav);
     line->addWidget(settingsStack, 1);
+    makeRoomForSections(page, nav, settingsStack);
     connect(settingsNavList, &QListWidget::currentRowChanged, settingsStack,
             &QStackedWidget::setCurrentIndex);
     settingsNavList->setCurrentRow(0);
@@ -99,7 +101,6 @@ QWidget *MainWindow::buildSettingsPage()
 QWidget *MainWindow::buildSettingsNav(QWidget *page)
 {
     auto *nav = makeBox(page, u"settingsNav"_s);
-    nav->setFixedWidth(220);
     nav->setStyleSheet(style::settingsNav);
     auto *caption = makeLabel(text(u"Inställningar"_s, u"Settings"_s), nav);
     caption->setStyleSheet(style::settingsNavCaption);
@@ -112,7 +113,6 @@ QWidget *MainWindow::buildSettingsNav(QWidget *page)
     back->setStyleSheet(style::settingsBackButton);
     connect(back, &QPushButton::clicked, this, &MainWindow::backToChat);
     auto *column = makeColumn(nav);
-    column->setContentsMargins(12, 20, 12, 16);
     column->addWidget(caption);
     column->addWidget(settingsNavList, 1);
     column->addWidget(back);

@@ -20,6 +20,14 @@ namespace tideloft::ui
 namespace
 {
 
+// In a narrow window what a row is about takes several lines, and its switch or button stays in sight.
+QLabel *makeWrapping(const QString &text, const QString &look, QWidget *row)
+{
+    auto *label = makeStyledLabel(text, look, row);
+    label->setWordWrap(true);
+    return label;
+}
+
 QPushButton *makeSwitch(const QString &label, bool on, const SwitchToggled &toggled, QWidget *row)
 {
     auto *button = makeButton({}, row);
@@ -68,12 +76,9 @@ QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidg
     row->setMinimumHeight(56);
     auto *words = new QVBoxLayout;
     words->setSpacing(2);
-    words->addWidget(makeStyledLabel(label, style::rowLabel, row));
-    if (!hint.isEmpty()) {
-        auto *hintLabel = makeStyledLabel(hint, style::rowHint, row);
-        hintLabel->setWordWrap(true);
-        words->addWidget(hintLabel);
-    }
+    words->addWidget(makeWrapping(label, style::rowLabel, row));
+    if (!hint.isEmpty())
+        words->addWidget(makeWrapping(hint, style::rowHint, row));
     auto *line = makeLine(row, 12);
     line->setContentsMargins(16, 12, 16, 12);
     line->addLayout(words, 1);
@@ -93,7 +98,7 @@ QWidget *makeActionRow(const QString &label, const QString &buttonText, const QS
     button->setAccessibleDescription(label);
     auto *line = makeLine(row, 12);
     line->setContentsMargins(16, 12, 16, 12);
-    line->addWidget(makeStyledLabel(label, style::actionLabel, row), 1);
+    line->addWidget(makeWrapping(label, style::actionLabel, row), 1);
     line->addWidget(button);
     QObject::connect(button, &QPushButton::clicked, button, [action] { action(); });
     return row;

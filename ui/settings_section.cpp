@@ -22,7 +22,6 @@ SettingsSection::SettingsSection(const Words &title, Language words, QWidget *pa
       page(new QWidget(area)),
       column(makeColumn(page, 12))
 {
-    column->setContentsMargins(32, 28, 32, 28);
     if (title.english.isEmpty())
         return;
     auto *label = makeLabel(title.in(language), page);
@@ -81,6 +80,7 @@ QWidget *makeShieldCard(Language language, QWidget *parent)
                                        u"Your account is verified and secure"_s),
                             card);
     state->setStyleSheet(style::shieldLine);
+    state->setWordWrap(true);
     auto *mark = makeLabel(u"✓ Verified"_s, card);
     mark->setStyleSheet(style::shieldMark);
     auto *words = new QVBoxLayout;

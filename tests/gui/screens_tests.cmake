@@ -1,0 +1,15 @@
+# Every page as it stands on a screen, at each scale. tests/screens/run adds real screens and other fonts.
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
+add_library(tideloft_screen_probe STATIC
+    tst_screen_faults.cpp tst_screen_faults.h
+    tst_screen_glyphs.cpp tst_screen_glyphs.h
+    tst_screen_pages.cpp tst_screen_pages.h)
+target_link_libraries(tideloft_screen_probe PUBLIC tideloft_rail_probe tideloft_start_up)
+
+tideloft_test(tst_screens LIBRARIES tideloft_screen_probe LABELS gui)
+foreach(scale 1.5 2)
+    add_test(NAME tst_screens_at_${scale} COMMAND tst_screens)
+    set_tests_properties(tst_screens_at_${scale} PROPERTIES TIMEOUT ${TIDELOFT_TEST_TIMEOUT} LABELS gui
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=${scale}")
+endforeach()
