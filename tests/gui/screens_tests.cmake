@@ -13,3 +13,10 @@ foreach(scale 1.5 2)
     set_tests_properties(tst_screens_at_${scale} PROPERTIES TIMEOUT ${TIDELOFT_TEST_TIMEOUT} LABELS gui
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=${scale}")
 endforeach()
+
+# Another font of letters than the client's first choice: whatever else is there.
+set(other_fonts "${CMAKE_CURRENT_BINARY_DIR}/other_fonts.conf")
+configure_file(other_fonts.conf "${other_fonts}" COPYONLY)
+add_test(NAME tst_screens_in_other_fonts COMMAND tst_screens digitsAreLetters emojiAreColoured)
+set_tests_properties(tst_screens_in_other_fonts PROPERTIES TIMEOUT ${TIDELOFT_TEST_TIMEOUT} LABELS gui
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;FONTCONFIG_FILE=${other_fonts}")
