@@ -126,6 +126,7 @@ class Page(html.parser.HTMLParser):
             found.append(f"{len(self.captions)} captions for {len(self.pictures)} pictures")
         for (source, alternative), caption in zip(self.pictures, self.captions):
             words = " ".join(caption.split())
-            if not alternative or alternative.split(": ", 1)[-1] not in words or "(" not in words:
+            whose, _, what = (alternative or "").partition(": ")
+            if not what or not words.endswith(f"{what} ({whose})"):
                 found.append(f"{source} has the words {alternative!r} and {words!r}")
         return found
