@@ -49,6 +49,7 @@ private:
             const auto *area = static_cast<QScrollArea *>(sections->widget(i));
             area->widget()->layout()->setContentsMargins(sectionMargin, 28, sectionMargin, 28);
         }
+        page->layout()->activate(); // at once: the page has just been laid out with the old widths
     }
 
     QWidget *page;
