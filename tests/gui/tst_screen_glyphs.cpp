@@ -32,10 +32,10 @@ bool isDrawn(char32_t character)
            && QChar::category(character) != QChar::Mark_NonSpacing;
 }
 
+/// Of no script, and not the punctuation that every font of letters has.
 bool isSymbol(char32_t character)
 {
-    const QChar::Category category = QChar::category(character);
-    return category == QChar::Symbol_Other || category == QChar::Symbol_Math;
+    return character >= 0x2100 && QChar::script(character) == QChar::Script_Common;
 }
 
 bool isEmojiFont(const QString &family)
