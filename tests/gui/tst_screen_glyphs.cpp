@@ -5,6 +5,7 @@
 
 #include <QFontDatabase>
 #include <QGlyphRun>
+#include <QHash>
 #include <QRawFont>
 #include <QTextLayout>
 
@@ -70,6 +71,15 @@ QString faultOf(char32_t character, const QFont &font)
     return isKnown ? QString() : u"'%1' is a box, and no font has it"_s.arg(text);
 }
 
+/// The same, looked up once for each character and font: every page has the same ones.
+QString knownFaultOf(char32_t character, const QFont &font)
+{
+    static QHash<QPair<QString, char32_t>, QString> known;
+    const QPair<QString, char32_t> key(font.key(), character);
+    const auto found = known.constFind(key);
+    return found != known.cend() ? *found : *known.insert(key, faultOf(character, font));
+}
+
 } // namespace
 
 QStringList glyphFaults(const QString &text, const QFont &font)
@@ -80,7 +90,7 @@ QStringList glyphFaults(const QString &text, const QFont &font)
         if (seen.contains(character))
             continue;
         seen.append(character);
-        const QString fault = isDrawn(character) ? faultOf(character, font) : QString();
+        const QString fault = isDrawn(character) ? knownFaultOf(character, font) : QString();
         if (!fault.isEmpty())
             faults.append(fault);
     }

@@ -1,4 +1,4 @@
-# Screens that nobody sees: an X server in memory, and a Wayland desktop inside one. Sourced by tests/screens/run.
+# Screens that nobody sees: an X server in memory, and a Wayland desktop in one. Sourced by tests/screens/run.
 # shellcheck shell=bash
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
@@ -30,7 +30,8 @@ open_x11()
     screen=(QT_QPA_PLATFORM=xcb "DISPLAY=$screenDisplay" "XDG_RUNTIME_DIR=$scratch")
 }
 
-# Weston's own screen in memory has no keyboard, without which nobody could sign in: this one has the server's.
+# Weston's own screen in memory has no keyboard, without which nobody signs in: this one has the server's. It is
+# large, because Weston ends programs that it has told to fill a screen smaller than their windows may be.
 open_wayland()
 {
     local outputScale=1
@@ -38,7 +39,8 @@ open_wayland()
     open_server "$1"
     chmod 700 "$scratch"
     env -u WAYLAND_DISPLAY DISPLAY="$screenDisplay" XDG_RUNTIME_DIR="$scratch" weston \
-        --backend=x11-backend.so --use-pixman --width=1920 --height=1080 --scale="$outputScale" \
+        --backend=x11-backend.so --use-pixman --scale="$outputScale" \
+        --width=$((3840 / outputScale)) --height=$((2160 / outputScale)) \
         --socket=wayland-screens --no-config --idle-time=0 --log="$1/weston.log" >/dev/null 2>&1 &
     screenPids=("$!" "${screenPids[@]}")
     wait_for "weston" test -S "$scratch/wayland-screens"
@@ -88,7 +90,7 @@ button_dots()
         -format '%[fx:round(mean*w*h)]' info:
 }
 
-# Starts the client at SCALE, signed out and in English, waits for its page, and keeps a picture of the screen.
+# Starts the client at SCALE, signed out and in English, waits for its page, and keeps a picture of it.
 client_appears()
 {
     local folder=$1 scale=$2 client end=$((SECONDS + 60)) status=1

@@ -6,7 +6,7 @@
 
 readonly fontPackages="$results/packages"
 
-# Unpacks the fonts that are only listed, and not installed. Asks for no rights: nothing of the system changes.
+# Unpacks the fonts that are listed and not installed. Asks for no rights: nothing of the system changes.
 fetch_fonts()
 {
     local package
@@ -28,9 +28,9 @@ font_files()
 {
     local folder="$fontPackages/fonts-$1"
     if [[ -d $folder ]]; then
-        find "$folder" -name '*.[ot]tf'
+        find "$folder" -name '*.otf' -o -name '*.ttf'
     else
-        dpkg-query --listfiles "fonts-$1" | grep '\.[ot]tf$'
+        dpkg-query --listfiles "fonts-$1" | grep -e '\.otf$' -e '\.ttf$'
     fi
 }
 

@@ -8,6 +8,7 @@ import html.parser
 import display
 
 INDEX = "index.html"
+LOADERS = ("script", "link", "iframe", "object", "embed", "base")
 PICTURES = "[0-9][0-9]-*.png"
 
 # Everything is in the page itself: it is opened from the disk, and asks nobody for anything.
@@ -35,8 +36,8 @@ figcaption { margin-top: 0.5rem; }
 <body>
 <h1>TideLoft: the tour</h1>
 """
-INTRODUCTION = """<p>Alice reads English, Bob reads Swedish: two clients and the service, driven by mouse and \
-keyboard. {count} pictures.</p>
+INTRODUCTION = """<p>Alice reads English, Bob reads Swedish: two clients and the service, driven by mouse \
+and keyboard. {count} pictures.</p>
 <ol>
 """
 FIGURE = """<li><figure id="{name}">
@@ -104,7 +105,7 @@ class Page(html.parser.HTMLParser):
         values = dict(attributes)
         if tag == "img":
             self.pictures.append((values.get("src"), values.get("alt")))
-        elif tag in ("script", "link", "iframe", "object", "embed", "base") or {"src", "href"} & values.keys():
+        elif tag in LOADERS or {"src", "href"} & values.keys():
             self.loads.append(tag)
         if tag == "figcaption":
             self.in_caption = True
