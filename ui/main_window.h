@@ -77,7 +77,7 @@ private slots:
     void onUserPublicKeysFailed(const QString &username, const QString &message);
     void onMyDeviceKeysLoaded(const QJsonArray &keys);
     void onAvatarUploaded(bool ok, const QString &localPath);
-    void onServersLoaded(const QJsonArray &servers);
+    void onServersLoaded(const QJsonArray &loaded);
     void onServerLoaded(const QJsonObject &server);
     void onServerCreated(const QJsonObject &server);
     void onServerIconUploaded(const QString &groupId, const QString &iconUrl);

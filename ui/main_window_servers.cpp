@@ -109,7 +109,7 @@ int MainWindow::showCreateServerDialog()
 // SERVERID.
 void MainWindow::showServerMenu(const QString &serverId, QWidget *button, QPoint position)
 {
-    const QString groupId = serverId;
+    const QString groupId = serverId; // NOLINT(performance-unnecessary-copy-initialization)
     QMenu menu(this);
     const QAction *upload = menu.addAction(text(u"Ladda upp server-ikon"_s, u"Upload server icon"_s));
     const QAction *open = menu.addAction(text(u"Öppna server"_s, u"Open server"_s));
