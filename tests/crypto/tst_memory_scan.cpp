@@ -77,13 +77,13 @@ void TestMemoryScan::plantedSecretIsFound()
     SoughtSecrets sought;
     const QByteArray planted = QByteArray::fromHex("00112233445566778899aabbccddeeff");
     sought.add(planted);
-    const int copies = sought.places().first();
+    const int copies = sought.places().constFirst();
     QVERIFY(copies >= 1);
     QByteArray another = planted;
     another.detach();
-    QCOMPARE(sought.places().first(), copies + 1);
+    QCOMPARE(sought.places().constFirst(), copies + 1);
     SecretBytes(std::move(another)).wipe();
-    QCOMPARE(sought.places().first(), copies);
+    QCOMPARE(sought.places().constFirst(), copies);
 }
 
 void TestMemoryScan::contentKeysStayWhileTheyAreRemembered()
@@ -145,11 +145,11 @@ void TestMemoryScan::whatOpensslFreesIsWiped()
     const SecretBytes secret(SoughtSecrets::turned(turnedSecret));
     std::memcpy(static_cast<char *>(memory) + 1000, secret.view().constData(), 16);
     QCOMPARE(present(sought), 1);
-    QCOMPARE(sought.places().first(), 2);
+    QCOMPARE(sought.places().constFirst(), 2);
     memory = OPENSSL_realloc(memory, 2'000'000); // to another place
-    QCOMPARE(sought.places().first(), 2);
+    QCOMPARE(sought.places().constFirst(), 2);
     OPENSSL_free(memory);
-    QCOMPARE(sought.places().first(), 1);
+    QCOMPARE(sought.places().constFirst(), 1);
 }
 
 void TestMemoryScan::privateKeyIsWipedOnceItIsWritten()

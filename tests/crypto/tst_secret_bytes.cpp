@@ -109,7 +109,8 @@ void TestSecretBytes::whatWasTrimmedInPlaceIsWipedToo()
     const char *place = read.constData();
     SecretBytes secret(std::move(read).trimmed());
     QCOMPARE(secret.view(), freshSecret());
-    const QByteArray witness = secret.view();
+    const QByteArray witness = secret.view(); // keeps the buffer
+    QCOMPARE(witness.size(), freshSecret().size());
     const auto buffer = QByteArray::fromRawData(place, 41);
     QVERIFY(buffer.contains('k'));
     secret.wipe();

@@ -132,7 +132,7 @@ void TestCreatedServer::opensOverAnotherServer()
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     answerCreation(probe);
     QVERIFY(callSlot(*probe.window, "onServerCreated", Q_ARG(QJsonObject, server(u"g9"_s, u"My Club"_s))));
-    clickAt(serverButtons(probe).first(), {18, 18});
+    clickAt(serverButtons(probe).constFirst(), {18, 18});
     QCOMPARE(titleOf(probe), u"One"_s);
     QTRY_COMPARE(serverChecks(probe), (QList<bool>{false, true}));
     QCOMPARE(probe.centerPage(), u"chatPage"_s);
@@ -197,7 +197,7 @@ void TestCreatedServer::failureShowsNothing()
     SettingsProbe probe;
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     probe.service.answer(create, status, body);
-    const QPointer<QAbstractButton> button = serverButtons(probe).first();
+    const QPointer<QAbstractButton> button = serverButtons(probe).constFirst();
     const qsizetype before = probe.service.count(groups);
     QVERIFY(createServer(probe, u"My Club"_s));
     QVERIFY(probe.service.waitForRequests(create, 1));

@@ -214,7 +214,8 @@ QStringList TestDeviceKeyFlow::sendersOfAMessage(GuiProbe &probe)
         return {u"nothing was sent"_s};
     const auto sent = QJsonDocument::fromJson(probe.service.lastRequest("POST /api/chat/send").body);
     QStringList devices;
-    for (const QJsonValue &key : sent[u"senderKeys"].toArray())
+    const QJsonArray keys = sent[u"senderKeys"].toArray();
+    for (const QJsonValue &key : keys)
         devices.append(key[u"deviceId"].toString());
     return devices;
 }

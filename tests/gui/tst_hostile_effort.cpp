@@ -34,7 +34,7 @@ class Measured
 public:
     Measured()
     {
-        auto *document = qApp->findChild<QTextDocument *>({}, Qt::FindDirectChildrenOnly);
+        auto *document = qApp->findChild<QTextDocument *>(QString(), Qt::FindDirectChildrenOnly);
         if (!document)
             qFatal("Nothing has been measured yet");
         QObject::connect(document, &QTextDocument::contentsChange, &receiver,

@@ -140,7 +140,8 @@ void TestHostileWords::besideHostileNames()
     HostileProbe probe(language);
     const qsizetype step = rounds(5, 1);
     for (qsizetype i = language == Language::English ? 0 : 1; i < probe.texts().size(); i += step) {
-        const auto &[name, text] = probe.texts().at(i);
+        const QByteArray &name = probe.texts().at(i).name;
+        const QString &text = probe.texts().at(i).text;
         QStringList found;
         const auto look = [&] { found.append(probe.trouble()); };
         QVERIFY(listServers(probe, {server(u"1"_s, text)}));

@@ -41,7 +41,7 @@ QList<InFront> everythingInFront()
              }},
             {"a server's menu",
              [](SettingsProbe &probe) {
-                 clickAt(serverButtons(probe).first(), {5, 5}, Qt::RightButton);
+                 clickAt(serverButtons(probe).constFirst(), {5, 5}, Qt::RightButton);
              }},
             {"the create dialog", rail(u"+")},
             {"the privacy dialog",

@@ -22,6 +22,8 @@ void prepareForFileDialogs()
     placeKeyPair();
 }
 
+PictureFolder::PictureFolder() = default;
+
 QString PictureFolder::write(const QString &name, const QByteArray &content) const
 {
     QFile file(path(name));

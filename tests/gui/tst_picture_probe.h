@@ -25,6 +25,7 @@ void prepareForFileDialogs();
 class PictureFolder
 {
 public:
+    PictureFolder(); ///< written out, so that a folder may be const
     QString path(const QString &name = {}) const { return folder.filePath(name); }
     QString write(const QString &name, const QByteArray &content) const;
     QString writeOfSize(const QString &name, qint64 size) const; ///< zeros
