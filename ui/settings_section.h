@@ -17,7 +17,7 @@ class SettingsSection
 {
 public:
     /// Starts with TITLE, unless it is empty.
-    SettingsSection(const Words &title, Language language, QWidget *parent);
+    SettingsSection(const Words &title, Language words, QWidget *parent);
 
     /// The parent of everything in the section.
     QWidget *content() const { return page; }

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 // QWidget gets no background: every child would paint it over its parent's.
 // Among rules of equal weight the last one wins, so :hover stands before :focus, :checked and :selected.
-const QString &darkStyleSheet()
+const QString &darkStyleSheet() // NOLINT(readability-function-size): one text
 {
     static const QString sheet = uR"(
 QMainWindow, QWidget { font-family: "Segoe UI", system-ui, sans-serif; font-size: 13px; color: #e0e0ec; }
