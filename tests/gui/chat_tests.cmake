@@ -4,7 +4,7 @@
 add_library(tideloft_sealed_messages STATIC
     ../support/sealed_messages.cpp ../support/sealed_messages.h)
 target_link_libraries(tideloft_sealed_messages PUBLIC tideloft_options tideloft_crypto)
-add_library(tideloft_chat_fixture STATIC tst_chat_fixture.cpp tst_chat_fixture.h)
+add_library(tideloft_chat_fixture STATIC tst_chat_fixture.cpp tst_chat_fixture.h tst_chat_rows.h)
 target_link_libraries(tideloft_chat_fixture
     PUBLIC tideloft_ui tideloft_test_service tideloft_sealed_messages Qt6::Test)
 
@@ -15,6 +15,7 @@ endfunction()
 tideloft_chat_test(tst_conversation_list)
 tideloft_chat_test(tst_conversation_list_row)
 tideloft_chat_test(tst_search)
+tideloft_chat_test(tst_search_buttons)
 tideloft_chat_test(tst_chat_history)
 tideloft_chat_test(tst_chat_days)
 tideloft_chat_test(tst_chat_sealed)

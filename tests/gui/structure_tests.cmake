@@ -3,6 +3,7 @@
 # SPDX-License-Identifier: MIT
 add_library(tideloft_gui_probe STATIC
     ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.cpp ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.h
+    ${PROJECT_SOURCE_DIR}/tests/support/gui_layouts.cpp
     ${PROJECT_SOURCE_DIR}/tests/support/tab_order.cpp ${PROJECT_SOURCE_DIR}/tests/support/tab_order.h)
 target_link_libraries(tideloft_gui_probe PUBLIC tideloft_ui tideloft_test_service)
 

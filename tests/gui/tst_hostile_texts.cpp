@@ -49,19 +49,18 @@ QLabel *label(const HostileProbe &probe, const char *name)
     return probe.the<QLabel>(QString::fromLatin1(name));
 }
 
+QStringList sorted(QStringList texts)
+{
+    texts.sort();
+    return texts;
+}
+
 QStringList labels(const QWidget *root)
 {
     QStringList texts;
     for (const auto *each : root->findChildren<QLabel *>())
         texts.append(each->text());
-    texts.sort();
-    return texts;
-}
-
-QStringList sorted(QStringList texts)
-{
-    texts.sort();
-    return texts;
+    return sorted(texts);
 }
 
 Shown ownName(HostileProbe &probe, const QString &text)

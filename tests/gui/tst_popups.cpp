@@ -36,6 +36,26 @@ bool withDialog(const std::function<void()> &open, const std::function<void(QDia
     return person.hasSeen();
 }
 
+QString broughtUp(const std::function<void()> &open)
+{
+    QString seen = u"nothing"_s;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&seen] {
+        QWidget *menu = QApplication::activePopupWidget();
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (!menu && !dialog)
+            return;
+        seen = menu ? u"menu"_s : u"picture"_s;
+        if (dialog && dialog->windowTitle() != u"Choose profile picture")
+            seen = dialog->windowTitle();
+        (menu ? menu : dialog)->close();
+    });
+    watch.start(0);
+    open();
+    QCoreApplication::processEvents();
+    return seen;
+}
+
 QStringList entriesOf(const QMenu *menu)
 {
     QStringList entries;

@@ -174,7 +174,7 @@ void TestPrivacyDialog::saveStandsAtTheRight()
     const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
         QCOMPARE(itemsOf(&dialog),
                  u"QLabel QLabel QWidget QWidget QWidget QWidget [stretch QPushButton(Save)]"_s);
-        const QRect card = boxesOf(dialog).first()->parentWidget()->geometry();
+        const QRect card = boxesOf(dialog).constFirst()->parentWidget()->geometry();
         QCOMPARE(saveOf(dialog)->geometry().right(), card.right());
     });
     QVERIFY(came);
@@ -244,8 +244,8 @@ void TestPrivacyDialog::independentOfThePrivacySection()
     auto *messages = probe.row(Privacy, u"Allow DMs from everyone"_s)->findChild<QPushButton *>();
     QTest::mouseClick(profile, Qt::LeftButton); // off in the section
     const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
-        QVERIFY(boxesOf(dialog).first()->isChecked());
-        boxesOf(dialog).last()->click(); // off in the dialog
+        QVERIFY(boxesOf(dialog).constFirst()->isChecked());
+        boxesOf(dialog).constLast()->click(); // off in the dialog
         QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
     });
     QVERIFY(came);
@@ -258,7 +258,7 @@ void TestPrivacyDialog::tabOrderFollowsReadingOrder()
     const SettingsProbe probe;
     QStringList order;
     const bool came = withPrivacyDialog(
-        probe, [&order](const QDialog &dialog) { order = tabOrder(&dialog, boxesOf(dialog).first()); });
+        probe, [&order](const QDialog &dialog) { order = tabOrder(&dialog, boxesOf(dialog).constFirst()); });
     QVERIFY(came);
     QCOMPARE(order, (QStringList{u"Public profile"_s, u"Show profile picture to everyone"_s,
                                  u"Show online status"_s, u"Allow DMs from everyone"_s, u"Save"_s}));

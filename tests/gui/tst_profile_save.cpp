@@ -191,7 +191,8 @@ void TestProfileSave::namesStayAsTheyWere()
     QCOMPARE(probe.the<QLabel>(u"myName"_s)->text(), u"alice"_s);
     QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text(), u"AL"_s);
     QCOMPARE(probe.the<QPushButton>(u"settingsAvatarBtn"_s)->text(), u"AL"_s);
-    QCOMPARE(labelTexts(probe.the<QPushButton>(u"settingsAvatarBtn"_s)->parentWidget()).first(), u"alice"_s);
+    QCOMPARE(labelTexts(probe.the<QPushButton>(u"settingsAvatarBtn"_s)->parentWidget()).constFirst(),
+             u"alice"_s);
     QCOMPARE(probe.displayName->text(), u"Bob"_s);
     QCOMPARE(probe.bio->toPlainText(), QString());
 }

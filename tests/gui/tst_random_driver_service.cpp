@@ -100,7 +100,8 @@ void RandomService::holdAtRandom()
 
 void RandomService::releaseAll()
 {
-    for (const QByteArray &key : std::exchange(held, {}))
+    const auto letGo = std::exchange(held, {});
+    for (const QByteArray &key : letGo)
         service.release(key);
 }
 

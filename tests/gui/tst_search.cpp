@@ -47,10 +47,6 @@ private slots:
     void pickingAResultOpensTheConversation();
     void pickingReadsTheEntrysData();
     void pickingABlankNameDoesNothing();
-    void addButtonClearsAndFocusesTheSearch();
-    void buttonSays_data();
-    void buttonSays();
-    void emptyStatesButtonFocusesTheSearch();
 
 private:
     QStringList queries() const;
@@ -257,49 +253,6 @@ void TestSearch::pickingABlankNameDoesNothing()
     QVERIFY(chat.searchResults()->isVisible());
     QCOMPARE(chat.sideSearch()->text(), u"bo"_s);
     QCOMPARE(chat.child<QLabel>("centerTitle")->text(), open);
-}
-
-void TestSearch::addButtonClearsAndFocusesTheSearch()
-{
-    QVERIFY(showResults({u"boa"_s}));
-    chat.window.setFocus();
-    QVERIFY(!chat.sideSearch()->hasFocus());
-    QTest::mouseClick(chat.child<QPushButton>("addDmBtn"), Qt::LeftButton);
-    QVERIFY(chat.sideSearch()->hasFocus());
-    QCOMPARE(chat.sideSearch()->text(), QString());
-    QVERIFY(!chat.searchResults()->isVisible());
-}
-
-void TestSearch::emptyStatesButtonFocusesTheSearch()
-{
-    ChatWindow fresh; // with no conversation open, so that the button can be seen
-    QVERIFY(fresh.signIn());
-    fresh.sideSearch()->setText(u"bo"_s);
-    fresh.window.setFocus();
-    QVERIFY(!fresh.sideSearch()->hasFocus());
-    QTest::mouseClick(fresh.child<QPushButton>("emptyActionBtn"), Qt::LeftButton);
-    QVERIFY(fresh.sideSearch()->hasFocus());
-    QCOMPARE(fresh.sideSearch()->text(), u"bo"_s);
-}
-
-void TestSearch::buttonSays_data()
-{
-    QTest::addColumn<int>("language");
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("add, Swedish") << 0 << QByteArray("addDmBtn") << u"+"_s;
-    QTest::newRow("add, English") << 1 << QByteArray("addDmBtn") << u"+"_s;
-    QTest::newRow("start, Swedish") << 0 << QByteArray("emptyActionBtn") << u"➕  Starta ny konversation"_s;
-    QTest::newRow("start, English") << 1 << QByteArray("emptyActionBtn") << u"➕  Start new conversation"_s;
-}
-
-void TestSearch::buttonSays()
-{
-    QFETCH(const int, language);
-    QFETCH(const QByteArray, button);
-    chat.window.setLanguageIndex(language);
-    QTEST(chat.child<QPushButton>(button.constData())->text(), "text");
-    chat.window.setLanguageIndex(1);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSearch)

@@ -57,8 +57,8 @@ void TestServerButtons::initialsOfAServer()
     QFETCH(QString, shown);
     GuiProbe probe;
     QVERIFY(listServers(probe, {server(u"g1"_s, name)}));
-    QCOMPARE(serverButtons(probe).first()->text(), shown);
-    QCOMPARE(serverButtons(probe).first()->toolTip(), name);
+    QCOMPARE(serverButtons(probe).constFirst()->text(), shown);
+    QCOMPARE(serverButtons(probe).constFirst()->toolTip(), name);
 }
 
 void TestServerButtons::buttonAsDesigned()
@@ -110,14 +110,14 @@ void TestServerButtons::skipsWhatIsNoServer()
     QVERIFY(
         listServers(probe, {u"text"_s, 7, QJsonObject{{u"name"_s, u"No id"_s}}, server(u"g"_s, u"Good"_s)}));
     QCOMPARE(serverButtons(probe).size(), 1);
-    QCOMPARE(serverButtons(probe).first()->toolTip(), u"Good"_s);
+    QCOMPARE(serverButtons(probe).constFirst()->toolTip(), u"Good"_s);
 }
 
 void TestServerButtons::emptyListEmptiesTheRail()
 {
     GuiProbe probe;
     QVERIFY(listServers(probe, {server(u"g"_s, u"Good"_s)}));
-    const QPointer<QAbstractButton> old = serverButtons(probe).first();
+    const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     QVERIFY(callSlot(*probe.window, "onServersLoaded", Q_ARG(QJsonArray, {})));
     QVERIFY(!old); // at once, not later
     QCOMPARE(serverColumn(probe)->count(), 0);
@@ -130,7 +130,7 @@ void TestServerButtons::noPictureIsAskedFor()
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.count("GET /icons/g1"), 0);
-    QVERIFY(serverButtons(probe).first()->icon().isNull());
+    QVERIFY(serverButtons(probe).constFirst()->icon().isNull());
 }
 
 void TestServerButtons::aLoadedServerChangesNothing()
@@ -138,7 +138,7 @@ void TestServerButtons::aLoadedServerChangesNothing()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    const QPointer<QAbstractButton> button = serverButtons(probe).first();
+    const QPointer<QAbstractButton> button = serverButtons(probe).constFirst();
     QVERIFY(callSlot(*probe.window, "onServerLoaded", Q_ARG(QJsonObject, server(u"g1"_s, u"Renamed"_s))));
     QVERIFY(button);
     QCOMPARE(button->toolTip(), u"One"_s);

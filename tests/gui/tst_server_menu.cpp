@@ -66,7 +66,7 @@ void TestServerMenu::entriesInTheirOrder()
     probe.window->setLanguageIndex(language);
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    const QPoint expected = serverButtons(probe).first()->mapToGlobal(QPoint(5, 5));
+    const QPoint expected = serverButtons(probe).constFirst()->mapToGlobal(QPoint(5, 5));
     const bool seen = withServerMenu(probe, [&](const QMenu *menu) {
         QCOMPARE(entriesOf(menu), entries);
         QCOMPARE(menu->pos(), expected);
@@ -89,7 +89,7 @@ void TestServerMenu::opensTheServer()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    const QPointer<QAbstractButton> old = serverButtons(probe).first();
+    const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     QVERIFY(withServerMenu(probe, [byMouse](QMenu *menu) {
         if (byMouse) {
             clickEntry(menu, 1);
@@ -109,7 +109,7 @@ void TestServerMenu::opensTheServerOfItsButton()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s), server(u"g2"_s, u"Two"_s)}));
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QVERIFY(probe.settle()); // the rebuilt buttons have their places
     QVERIFY(withServerMenu(
         probe, [](QMenu *menu) { clickEntry(menu, 1); }, 1));
@@ -142,7 +142,7 @@ void TestServerMenu::closedWithoutAChoiceDoesNothing()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    const QPointer<QAbstractButton> button = serverButtons(probe).first();
+    const QPointer<QAbstractButton> button = serverButtons(probe).constFirst();
     QVERIFY(withServerMenu(probe, [](QMenu *menu) { QTest::keyClick(menu, Qt::Key_Escape); }));
     QVERIFY(button);
     QCOMPARE(probe.centerPage(), u"emptyState"_s);
@@ -155,7 +155,7 @@ void TestServerMenu::aKeyOpensIt()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    serverButtons(probe).first()->setFocus();
+    serverButtons(probe).constFirst()->setFocus();
     QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {}, {});
     const bool seen = withMenu([&] { QApplication::sendEvent(probe.window->windowHandle(), &menuKey); },
                                [](QMenu *menu) {
@@ -173,7 +173,7 @@ void TestServerMenu::listArrivesWhileItIsOpen()
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     QVERIFY(holdNextList(probe, R"([{"groupId":"g1","name":"Renamed"}])"));
-    const QPointer<QAbstractButton> old = serverButtons(probe).first();
+    const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     bool rebuilt = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
         probe.service.release(groups);
@@ -191,7 +191,7 @@ void TestServerMenu::theServerVanishesWhileItIsOpen()
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"group-1"_s, u"One"_s)}));
     QVERIFY(holdNextList(probe, "[]"));
-    const QPointer<QAbstractButton> old = serverButtons(probe).first();
+    const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     bool gone = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
         probe.service.release(groups);

@@ -60,7 +60,7 @@ void TestServerNames::hostileNames()
     QVERIFY(probe.signIn());
     const QSize before = probe.window->size();
     QVERIFY(listServers(probe, {server(u"g1"_s, name)}));
-    QAbstractButton *button = serverButtons(probe).first();
+    QAbstractButton *button = serverButtons(probe).constFirst();
     QCOMPARE(button->text(), shown);
     QCOMPARE(button->toolTip(), name);
     QVERIFY(button->shortcut().isEmpty());
@@ -82,8 +82,8 @@ void TestServerNames::tipsShowMarkupAsText()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"<b>Bold</b> & co"_s)}));
-    QCOMPARE(serverButtons(probe).first()->toolTip(), u"<b>Bold</b> & co"_s);
-    const QString tip = shownTip(serverButtons(probe).first());
+    QCOMPARE(serverButtons(probe).constFirst()->toolTip(), u"<b>Bold</b> & co"_s);
+    const QString tip = shownTip(serverButtons(probe).constFirst());
     QVERIFY2(tip.contains(u"&lt;b&gt;Bold&lt;/b&gt; &amp; co"_s), qPrintable(tip));
     QVERIFY2(!tip.contains(u"<b>"_s), qPrintable(tip));
 }
@@ -95,7 +95,7 @@ void TestServerNames::anIdentifierIsPlainTextToo()
     const QSize before = probe.window->size();
     const QString identifier = u"<img src=\"/dev/zero\">"_s + QString(5000, u'w');
     QVERIFY(listServers(probe, {server(identifier, {})}));
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), identifier);
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->textFormat(), Qt::PlainText);
     QVERIFY(probe.settle()); // it is laid out by then

@@ -50,7 +50,7 @@ void TestServerOpening::showsTheNotice()
     probe.window->setLanguageIndex(language);
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"my Club"_s)}));
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QCOMPARE(probe.centerPage(), u"chatPage"_s);
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"my Club"_s);
     QCOMPARE(probe.the<QLabel>(u"centerSubtitle"_s)->text(), u"Server"_s);
@@ -74,7 +74,7 @@ void TestServerOpening::withoutANameShowsTheIdentifier()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"group-7"_s, {})}));
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"group-7"_s);
     QCOMPARE(probe.the<QLabel>(u"peerAvatar"_s)->text(), QString());
 }
@@ -88,7 +88,7 @@ void TestServerOpening::sendsNothing()
     QVERIFY(probe.settle());
     probe.refreshTimer()->stop();
     probe.service.clear();
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
 }
@@ -99,7 +99,7 @@ void TestServerOpening::closesTheConversation()
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     QVERIFY(probe.open(u"bob"_s));
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QVERIFY(probe.settle());
     probe.refreshTimer()->stop();
     probe.service.clear();
@@ -119,7 +119,7 @@ void TestServerOpening::theOpenServerStaysMarkedAcrossLists()
     QVERIFY(listServers(probe, {server(u"g2"_s, u"Two"_s), server(u"g3"_s, u"Three"_s)}));
     QCOMPARE(serverChecks(probe), (QList<bool>{true, false}));
     // A click on the open one does not uncheck it.
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QCOMPARE(serverChecks(probe), (QList<bool>{true, false}));
 }
 
@@ -139,7 +139,7 @@ void TestServerOpening::leavesTheRailsOwnButtons()
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     probe.click(u"railBtn=⚙"_s);
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QCOMPARE(probe.centerPage(), u"chatPage"_s);
     QVERIFY(named(*probe.window, u"railBtn=⚙"_s)->property("checked").toBool());
     QVERIFY(!named(*probe.window, u"railBtn=💬"_s)->property("checked").toBool());
@@ -159,7 +159,7 @@ void TestServerOpening::keysAndClicksOpen()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    const QPointer<QAbstractButton> old = serverButtons(probe).first();
+    const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     if (way == u"space") {
         old->setFocus();
         QTest::keyClick(probe.window->windowHandle(), Qt::Key_Space); // to whatever has the focus by then
@@ -188,7 +188,7 @@ void TestServerOpening::otherKeysDoNotOpen()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    serverButtons(probe).first()->setFocus();
+    serverButtons(probe).constFirst()->setFocus();
     QTest::keyClick(probe.window->windowHandle(), key);
     QCOMPARE(probe.centerPage(), u"emptyState"_s);
     QCOMPARE(serverChecks(probe), QList<bool>{false});
@@ -199,7 +199,7 @@ void TestServerOpening::aPressThatLeavesTheButtonDoesNotOpen()
     GuiProbe probe;
     QVERIFY(probe.signIn());
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    press(serverButtons(probe).first(), {18, 18});
+    press(serverButtons(probe).constFirst(), {18, 18});
     QTest::mouseRelease(probe.window->windowHandle(), Qt::LeftButton, {}, QPoint(600, 300));
     QCOMPARE(probe.centerPage(), u"emptyState"_s);
     QCOMPARE(serverChecks(probe), QList<bool>{false});

@@ -61,8 +61,8 @@ void TestSettingsNavigation::rows()
     QCOMPARE(probe.sections()->count(), 8);
     // All sections but the last begin with their name.
     for (int i = 0; i < About; ++i)
-        QCOMPARE(probe.outline(i).first(), texts.at(i).section(u"  "_s, 1));
-    QCOMPARE(labelTexts(probe.content(About)).first(), u"TL"_s);
+        QCOMPARE(probe.outline(i).constFirst(), texts.at(i).section(u"  "_s, 1));
+    QCOMPARE(labelTexts(probe.content(About)).constFirst(), u"TL"_s);
 }
 
 void TestSettingsNavigation::everyRowShowsItsSectionAtOnce()

@@ -140,7 +140,7 @@ void TestSettingsProfileCard::initialsOfShortNames()
     probe.openSettings();
     QTEST(probe.the<QPushButton>(u"settingsAvatarBtn"_s)->text(), "initials");
     QCOMPARE(inCard<QLineEdit>(probe)->text(), QString::fromUtf8(username));
-    QCOMPARE(labelTexts(cardOf(probe)).first(), QString::fromUtf8(username));
+    QCOMPARE(labelTexts(cardOf(probe)).constFirst(), QString::fromUtf8(username));
 }
 
 void TestSettingsProfileCard::fields()

@@ -57,15 +57,15 @@ QPushButton *switchOf(const QWidget *row)
 }
 
 /// Every widget of the window that has a style of its own, with it.
-QMap<QWidget *, QString> stylesIn(const QWidget &window)
+QHash<QWidget *, QString> stylesIn(const QWidget &window)
 {
-    QMap<QWidget *, QString> styles;
+    QHash<QWidget *, QString> styles;
     for (auto *widget : window.findChildren<QWidget *>())
         styles.insert(widget, widget->styleSheet());
     return styles;
 }
 
-QList<QWidget *> changed(const QMap<QWidget *, QString> &before, const QMap<QWidget *, QString> &after)
+QList<QWidget *> changed(const QHash<QWidget *, QString> &before, const QHash<QWidget *, QString> &after)
 {
     QList<QWidget *> widgets;
     for (auto it = after.cbegin(); it != after.cend(); ++it) {
@@ -153,7 +153,7 @@ void TestSettingsSwitches::togglesOnlyItsColour()
     window.clickRow(expected.section);
     QVERIFY(window.fadedIn());
     QPushButton *button = switchOf(window.row(expected.section, expected.label.in(language)));
-    const QMap<QWidget *, QString> before = stylesIn(*window.window);
+    const QHash<QWidget *, QString> before = stylesIn(*window.window);
     const QString sheet = window.window->styleSheet();
     window.service.clear();
     QTest::mouseClick(button, Qt::LeftButton);

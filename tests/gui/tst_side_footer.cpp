@@ -1,4 +1,4 @@
-// The sidebar's footer: what a press on each of its places brings up, and what its keys do.
+// The sidebar's footer: what a press on each of its places brings up.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_popups.h"
@@ -33,13 +33,6 @@ private slots:
     void aReleaseAloneDoesNothing();
     void anUnansweredChoiceSendsNothing();
     void privacyButtonIsItsOwn();
-    void keysOpenTheMenu_data();
-    void keysOpenTheMenu();
-    void otherKeysDoNothing_data();
-    void otherKeysDoNothing();
-    void aHeldKeyOpensOneMenu_data();
-    void aHeldKeyOpensOneMenu();
-    void tabReachesIt();
 };
 
 namespace
@@ -48,41 +41,6 @@ namespace
 QWidget *footerOf(const GuiProbe &probe)
 {
     return probe.the<QWidget>(u"sideFooter"_s);
-}
-
-/// Counts the menus that come up.
-class MenuCount : public QObject
-{
-public:
-    MenuCount() { qApp->installEventFilter(this); }
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        shown += event->type() == QEvent::Show && qobject_cast<QMenu *>(watched);
-        return false;
-    }
-
-    int shown = 0;
-};
-
-/// What OPEN brings up: "menu", "picture" for the choice of one, or "nothing".
-QString broughtUp(const std::function<void()> &open)
-{
-    QString seen = u"nothing"_s;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&seen] {
-        QWidget *menu = QApplication::activePopupWidget();
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (!menu && !dialog)
-            return;
-        seen = menu ? u"menu"_s : u"picture"_s;
-        if (dialog && dialog->windowTitle() != u"Choose profile picture")
-            seen = dialog->windowTitle();
-        (menu ? menu : dialog)->close();
-    });
-    watch.start(0);
-    open();
-    QCoreApplication::processEvents();
-    return seen;
 }
 
 } // namespace
@@ -195,107 +153,6 @@ void TestSideFooter::privacyButtonIsItsOwn()
     const SettingsProbe probe;
     const auto *button = probe.the<QPushButton>(u"quilloryBtn"_s);
     QCOMPARE(broughtUp([&] { clickOnScreen(*button); }), u"Quillory — Privacy"_s);
-}
-
-void TestSideFooter::keysOpenTheMenu_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::newRow("Return") << Qt::Key_Return << Qt::KeyboardModifiers();
-    QTest::newRow("keypad Enter") << Qt::Key_Enter << Qt::KeyboardModifiers(Qt::KeypadModifier);
-    QTest::newRow("Space") << Qt::Key_Space << Qt::KeyboardModifiers();
-}
-
-void TestSideFooter::keysOpenTheMenu()
-{
-    QFETCH(Qt::Key, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    const SettingsProbe probe;
-    QWidget *footer = footerOf(probe);
-    footer->setFocus();
-    const bool seen = withMenu(
-        [&] { QTest::keyClick(probe.window->windowHandle(), key, modifiers); },
-        [footer](QMenu *menu) {
-            QCOMPARE(entriesOf(menu), (QStringList{u"Profile"_s, u"Settings"_s, u"-"_s, u"Log out"_s}));
-            QCOMPARE(menu->y() + menu->height() + 4, footer->mapToGlobal(QPoint(0, 0)).y());
-            QTest::keyClick(menu, Qt::Key_Down);
-            QTest::keyClick(menu, Qt::Key_Return); // the choice opens no second menu
-        });
-    QVERIFY(seen);
-    QCOMPARE(probe.center()->currentWidget(), probe.settingsPage());
-    QVERIFY(!QApplication::activePopupWidget());
-}
-
-void TestSideFooter::otherKeysDoNothing_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    const Qt::KeyboardModifiers none;
-    QTest::newRow("a letter") << Qt::Key_L << none;
-    QTest::newRow("Escape") << Qt::Key_Escape << none;
-    QTest::newRow("Down") << Qt::Key_Down << none;
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
-        const char *name = key == Qt::Key_Return ? "Return" : "Space";
-        QTest::addRow("Ctrl+%s", name) << key << Qt::KeyboardModifiers(Qt::ControlModifier);
-        QTest::addRow("Shift+%s", name) << key << Qt::KeyboardModifiers(Qt::ShiftModifier);
-        QTest::addRow("Alt+%s", name) << key << Qt::KeyboardModifiers(Qt::AltModifier);
-    }
-}
-
-void TestSideFooter::otherKeysDoNothing()
-{
-    QFETCH(Qt::Key, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    const SettingsProbe probe;
-    footerOf(probe)->setFocus();
-    QCOMPARE(broughtUp([&] { QTest::keyClick(probe.window->windowHandle(), key, modifiers); }), u"nothing"_s);
-    QVERIFY(probe.onMainPage());
-    QCOMPARE(probe.centerPage(), u"emptyState"_s);
-}
-
-void TestSideFooter::aHeldKeyOpensOneMenu_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("Return") << Qt::Key_Return;
-    QTest::newRow("Space") << Qt::Key_Space;
-}
-
-// The key is still down when the menu closes: what it repeats comes to the footer again.
-void TestSideFooter::aHeldKeyOpensOneMenu()
-{
-    QFETCH(Qt::Key, key);
-    const SettingsProbe probe;
-    footerOf(probe)->setFocus();
-    const MenuCount menus;
-    QWindow *window = probe.window->windowHandle();
-    const auto pressKey = [window, key](bool repeated) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, repeated);
-        QApplication::sendEvent(window, &event);
-    };
-    QVERIFY(withMenu([&] { pressKey(false); }, [](QMenu *menu) { menu->close(); }));
-    QCOMPARE(menus.shown, 1);
-    QCOMPARE(probe.window->focusWidget(), footerOf(probe)); // whether or not the window is active again
-    QCOMPARE(broughtUp([&] {
-                 for (int i = 0; i < 3; ++i)
-                     pressKey(true);
-             }),
-             u"nothing"_s);
-    QCOMPARE(menus.shown, 1);
-    QVERIFY(withMenu([&] { pressKey(false); }, [](QMenu *menu) { menu->close(); })); // the next press counts
-    QCOMPARE(menus.shown, 2);
-}
-
-void TestSideFooter::tabReachesIt()
-{
-    SettingsProbe probe;
-    QVERIFY(probe.listPeers({u"bob"_s}));
-    probe.the<QWidget>(u"dmList"_s)->setFocus();
-    QTest::keyClick(probe.window->windowHandle(), Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget(), footerOf(probe));
-    QTest::keyClick(probe.window->windowHandle(), Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget()->objectName(), u"quilloryBtn"_s);
-    QTest::keyClick(probe.window->windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(QApplication::focusWidget(), footerOf(probe));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSideFooter)

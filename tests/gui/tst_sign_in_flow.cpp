@@ -201,7 +201,7 @@ void TestSignInFlow::failures_data()
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QString>("message");
-    for (const QByteArray request : {"POST /api/auth/login", "GET /api/me"}) {
+    for (const auto &request : {QByteArray("POST /api/auth/login"), QByteArray("GET /api/me")}) {
         const auto add = [&](const char *what, const QByteArray &body, const QString &message) {
             QTest::addRow("%s: %s", request.constData(), what) << request << body << message;
         };

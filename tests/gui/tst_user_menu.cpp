@@ -81,7 +81,7 @@ void TestUserMenu::textsFollowTheLanguageOfTheMoment()
     const SettingsProbe probe(Language::English);
     probe.choose(Language::Swedish);
     const bool seen =
-        withUserMenu(probe, [](const QMenu *menu) { QCOMPARE(entriesOf(menu).last(), u"Logga ut"_s); });
+        withUserMenu(probe, [](const QMenu *menu) { QCOMPARE(entriesOf(menu).constLast(), u"Logga ut"_s); });
     QVERIFY(seen);
 }
 

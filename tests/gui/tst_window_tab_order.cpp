@@ -89,7 +89,7 @@ void TestWindowTabOrder::serversStandBetweenMessagesAndCreating()
     // Rebuilt again and again, they keep their place.
     for (int i = 0; i < 3; ++i) {
         QVERIFY(listServers(probe, servers)); // and laid out: what is not is passed by
-        QCOMPARE(tabOrder(probe.page(), messagesButton(probe)).first(expected.size()), expected);
+        QCOMPARE(tabOrder(probe.page(), messagesButton(probe)).mid(0, expected.size()), expected);
     }
 }
 

@@ -114,7 +114,8 @@ Report objectAfter(const QString &signal)
 QString keysIn(const QJsonValue &listed)
 {
     QJsonArray keys;
-    for (const auto element : listed.toArray()) {
+    const QJsonArray elements = listed.toArray();
+    for (const auto element : elements) {
         QJsonObject key = element.toObject();
         if (!element.isObject())
             continue;

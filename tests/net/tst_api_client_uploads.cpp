@@ -260,8 +260,7 @@ void TestApiClientUploads::aClientMayGoDuringAnUpload()
 {
     service->hold(avatarKey);
     const QString path = makeFile(u"a.png"_s, picture.repeated(100000));
-    int reports = 0;
-    connect(client.get(), &ApiClient::avatarUploaded, this, [&] { ++reports; });
+    const QSignalSpy reports(client.get(), &ApiClient::avatarUploaded);
     client->uploadAvatar(path);
     QVERIFY(service->waitForRequests(avatarKey, 1));
     client.reset();
@@ -269,7 +268,7 @@ void TestApiClientUploads::aClientMayGoDuringAnUpload()
     service->release(avatarKey);
     ApiClient another;
     QVERIFY(settle(another));
-    QCOMPARE(reports, 0);
+    QCOMPARE(reports.size(), 0);
 }
 
 TIDELOFT_TEST_MAIN(TestApiClientUploads)

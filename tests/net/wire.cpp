@@ -40,7 +40,7 @@ QList<QByteArray> SignalLog::emitted() const
 {
     QList<QByteArray> names;
     for (const auto &spy : spies)
-        names.insert(names.end(), spy->size(), spy->signal().left(spy->signal().indexOf('(')));
+        names += QList<QByteArray>(spy->size(), spy->signal().left(spy->signal().indexOf('(')));
     return names;
 }
 

@@ -49,7 +49,7 @@ public:
     }
 
     QString url(const QString &path) const { return origin + path; }
-    quint16 port() const { return origin.mid(origin.lastIndexOf(u':') + 1).toUShort(); }
+    quint16 port() const { return QStringView(origin).mid(origin.lastIndexOf(u':') + 1).toUShort(); }
     qint64 processId() const { return process.processId(); }
     QByteArray output() const { return out; }
     QByteArray errors() const { return err; }

@@ -243,7 +243,7 @@ void TestAccounts::endpointsNeedASession()
     QFETCH(QByteArray, target);
     ApiFixture fixture;
     fixture.signUp(u"alice"_s);
-    for (const QByteArray cookie : {"", "tideloft_session=", "tideloft_session=AAAA", "other=1"}) {
+    for (const char *cookie : {"", "tideloft_session=", "tideloft_session=AAAA", "other=1"}) {
         const Response response = fixture.call(method, target, "{}", cookie);
         QCOMPARE(response.status, 401);
         QCOMPARE(ApiFixture::message(response), u"Please sign in first."_s);

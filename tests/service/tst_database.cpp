@@ -101,7 +101,7 @@ void TestDatabase::foreignKeysHold()
 {
     Database database(file());
     const QString insert = u"INSERT INTO device_keys VALUES (?, 'd', 'n', 'k', 0)"_s;
-    QVERIFY_EXCEPTION_THROWN(database.run(insert, {42}), StorageError);
+    QVERIFY_THROWS_EXCEPTION(StorageError, database.run(insert, {42}));
     addUser(database, u"alice"_s);
     database.run(insert, {1});
     database.run(u"DELETE FROM users"_s);
@@ -147,8 +147,8 @@ void TestDatabase::newerDatabaseIsLeftAlone()
         Database database(file());
         database.run(u"PRAGMA user_version = %1"_s.arg(newer));
     }
-    QVERIFY_EXCEPTION_THROWN(Database{file()}, StorageError);
-    QVERIFY_EXCEPTION_THROWN(Database{file()}, StorageError); // and stays as it was
+    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file()});
+    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file()}); // and stays as it was
 }
 
 void TestDatabase::otherFileIsRefused()
@@ -157,7 +157,7 @@ void TestDatabase::otherFileIsRefused()
     QVERIFY(other.open(QIODevice::WriteOnly));
     other.write(QByteArray(4096, 'x'));
     other.close();
-    QVERIFY_EXCEPTION_THROWN(Database{other.fileName()}, StorageError);
+    QVERIFY_THROWS_EXCEPTION(StorageError, Database{other.fileName()});
     QCOMPARE(QFileInfo(other).size(), 4096);
 }
 
@@ -165,7 +165,7 @@ void TestDatabase::folderThatCannotBeMade()
 {
     QFile inTheWay(file(u"sub"_s));
     QVERIFY(inTheWay.open(QIODevice::WriteOnly));
-    QVERIFY_EXCEPTION_THROWN(Database{file()}, StorageError);
+    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file()});
 }
 
 void TestDatabase::secondConnectionSeesTheFirst()

@@ -71,7 +71,8 @@ void TestGroups::listIsInTheOrderOfCreation()
         QCOMPARE(server.post("/api/groups", groupBody(name), erin).status, 201);
     for (int i = 0; i < 2; ++i) {
         QStringList listed;
-        for (const QJsonValue &group : server.get("/api/groups", erin).array())
+        const QJsonArray groups = server.get("/api/groups", erin).array();
+        for (const QJsonValue &group : groups)
             listed << group[u"name"_s].toString();
         QCOMPARE(listed, names);
     }
@@ -204,7 +205,8 @@ void TestGroups::membersOnly()
     const HttpReply reply = server.get(target, bob);
     QCOMPARE(reply.status, 404);
     QCOMPARE(reply.body, QByteArray("{\"message\":\"There is no such group.\"}"));
-    for (const QJsonValue &group : server.get("/api/groups", bob).array())
+    const QJsonArray groups = server.get("/api/groups", bob).array();
+    for (const QJsonValue &group : groups)
         QVERIFY(group[u"name"_s].toString() != u"hers"_s);
     QCOMPARE(server.get("/api/groups/" + hers, alice).status, 200);
 }

@@ -80,7 +80,7 @@ private:
 void TestMultipart::contentTypes_data()
 {
     QTest::addColumn<QByteArray>("type");
-    QTest::addColumn<QByteArray>("boundary");
+    QTest::addColumn<QByteArray>("mark");
     QTest::addColumn<int>("status");
     const auto row = [](const char *name, const QByteArray &type, const QByteArray &text, int status) {
         QTest::newRow(name) << type << text << status;
@@ -110,10 +110,10 @@ void TestMultipart::contentTypes_data()
 void TestMultipart::contentTypes()
 {
     QFETCH(QByteArray, type);
-    QFETCH(QByteArray, boundary);
+    QFETCH(QByteArray, mark);
     QFETCH(int, status);
     const QByteArray part = "\r\nContent-Disposition: form-data; name=icon\r\n\r\ncontent\r\n--";
-    const Outcome outcome = read("--" + boundary + part + boundary + "--", type);
+    const Outcome outcome = read("--" + mark + part + mark + "--", type);
     QCOMPARE(outcome.status, status);
     QCOMPARE(outcome.content, status == 200 ? QByteArray("content") : QByteArray());
     QCOMPARE(outcome.message.isEmpty(), status == 200);

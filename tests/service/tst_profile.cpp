@@ -71,7 +71,8 @@ void TestProfile::bio()
 QStringList TestProfile::found(ApiFixture &fixture, const QByteArray &query, const QByteArray &cookie)
 {
     QStringList names;
-    for (const QJsonValue &user : ApiFixture::array(fixture.get("/api/users/search" + query, cookie)))
+    const QJsonArray users = ApiFixture::array(fixture.get("/api/users/search" + query, cookie));
+    for (const QJsonValue &user : users)
         names << user[u"username"_s].toString();
     return names;
 }

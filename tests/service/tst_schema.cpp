@@ -111,7 +111,7 @@ void TestSchema::brokenUpgradeChangesNothing()
 {
     const QString file = folder.filePath(u"broken.sqlite"_s);
     writeFirstVersion(file, {u"CREATE TABLE pictures (x)"_s}); // stands where a new table belongs
-    QVERIFY_EXCEPTION_THROWN(Database{file}, StorageError);
+    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file});
     QSqlDatabase connection = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"look"_s);
     connection.setDatabaseName(file);
     QVERIFY(connection.open());
@@ -131,11 +131,11 @@ void TestSchema::picturesHaveOneOwner()
     database.run(u"INSERT INTO chat_groups VALUES (1, 'g', 'Chess', '', 0)"_s);
     database.run(insert, {u"a"_s, 1, {}});
     database.run(insert, {u"b"_s, {}, 1});
-    QVERIFY_EXCEPTION_THROWN(database.run(insert, {u"c"_s, 2, 1}), StorageError);
-    QVERIFY_EXCEPTION_THROWN(database.run(insert, {u"c"_s, {}, {}}), StorageError);
-    QVERIFY_EXCEPTION_THROWN(database.run(insert, {u"c"_s, 1, {}}), StorageError);  // has one already
-    QVERIFY_EXCEPTION_THROWN(database.run(insert, {u"a"_s, 2, {}}), StorageError);  // name is taken
-    QVERIFY_EXCEPTION_THROWN(database.run(insert, {u"c"_s, 99, {}}), StorageError); // no such user
+    QVERIFY_THROWS_EXCEPTION(StorageError, database.run(insert, {u"c"_s, 2, 1}));
+    QVERIFY_THROWS_EXCEPTION(StorageError, database.run(insert, {u"c"_s, {}, {}}));
+    QVERIFY_THROWS_EXCEPTION(StorageError, database.run(insert, {u"c"_s, 1, {}}));  // has one already
+    QVERIFY_THROWS_EXCEPTION(StorageError, database.run(insert, {u"a"_s, 2, {}}));  // name is taken
+    QVERIFY_THROWS_EXCEPTION(StorageError, database.run(insert, {u"c"_s, 99, {}})); // no such user
 }
 
 void TestSchema::picturesGoWithTheirOwner()

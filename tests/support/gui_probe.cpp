@@ -7,9 +7,7 @@
 #include "crypto/key_store.h"
 #include "tests/support/patience.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QBoxLayout>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -53,31 +51,6 @@ QListWidgetItem *entryOf(const QListWidget *list, const QString &peer)
             return list->item(i);
     }
     return nullptr;
-}
-
-QString describe(QLayoutItem *item)
-{
-    if (const auto *inner = qobject_cast<const QBoxLayout *>(item->layout()))
-        return u"[%1]"_s.arg(itemsOf(inner));
-    if (const QSpacerItem *spacer = item->spacerItem()) {
-        if (spacer->expandingDirections() != Qt::Orientations())
-            return u"stretch"_s;
-        return QString::number(std::max(spacer->sizeHint().width(), spacer->sizeHint().height()));
-    }
-    const QWidget *widget = item->widget();
-    const QString name = widget->objectName();
-    const QString shown =
-        name.isEmpty() ? QString::fromLatin1(widget->metaObject()->className()) : u'#' + name;
-    const auto *button = qobject_cast<const QAbstractButton *>(widget);
-    return button ? u"%1(%2)"_s.arg(shown, button->text()) : shown;
-}
-
-const QBoxLayout *boxOf(const QWidget *owner)
-{
-    const auto *layout = qobject_cast<const QBoxLayout *>(owner->layout());
-    if (!layout)
-        qFatal("%s has no box layout", qPrintable(owner->objectName()));
-    return layout;
 }
 
 } // namespace
@@ -140,32 +113,6 @@ QVariant propertyOf(const QWidget &widget, const QByteArray &property)
     const int index = widget.metaObject()->indexOfProperty(property);
     const bool counts = index >= 0 && widget.metaObject()->property(index).isEnumType();
     return counts ? value.toInt() : value;
-}
-
-QString itemsOf(const QBoxLayout *layout)
-{
-    QStringList items;
-    for (int i = 0; i < layout->count(); ++i) {
-        const int factor = layout->stretch(i);
-        items.append(describe(layout->itemAt(i)) + (factor ? u"*%1"_s.arg(factor) : QString()));
-    }
-    return items.join(u' ');
-}
-
-QString itemsOf(const QWidget *owner)
-{
-    return itemsOf(boxOf(owner));
-}
-
-QString spacesOf(const QWidget *owner)
-{
-    const QBoxLayout *layout = boxOf(owner);
-    const QMargins margins = layout->contentsMargins();
-    return u"%1 %2 %3 %4, spacing %5"_s.arg(margins.left())
-        .arg(margins.top())
-        .arg(margins.right())
-        .arg(margins.bottom())
-        .arg(layout->spacing());
 }
 
 GuiProbe::GuiProbe()

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/recorded_request.h"
+
 #include <QHash>
 #include <QList>
 #include <QPointer>
@@ -13,21 +15,6 @@ namespace tideloft::tests
 {
 
 class LoopbackConnection;
-using HeaderList = QList<QPair<QByteArray, QByteArray>>;
-
-/// One request, exactly as it came over the wire.
-struct RecordedRequest {
-    QByteArray method;
-    QByteArray target;  ///< path and query
-    QByteArray head;    ///< request line and headers, up to and with the blank line
-    HeaderList headers; ///< in the order sent, names and values as they came
-    QByteArray body;
-
-    /// The first value under NAME, in upper or lower case; null when there is none.
-    QByteArray header(const QByteArray &name) const;
-    bool hasHeader(const QByteArray &name) const { return !header(name).isNull(); }
-    bool matches(const QByteArray &key) const; ///< whether KEY of the service's table means this request
-};
 
 /// Listens on 127.0.0.1 and makes itself the base URL of the program's clients. It answers on the caller's
 /// event loop, in the order of a connection's requests, from a table whose KEY is "METHOD path" (any query)

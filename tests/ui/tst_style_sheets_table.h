@@ -17,6 +17,9 @@ struct ExpectedRule {
     QString light; ///< further declarations of the light sheet
 };
 
+/// Those for the boxes of the toolkit, which are among the rules that both sheets have.
+QList<ExpectedRule> toolkitBoxes();
+
 /// Every rule that both sheets have.
 QList<ExpectedRule> expectedRules();
 
