@@ -47,7 +47,7 @@ void RestingCursor::rest()
     QApplication::setCursorFlashTime(0);
 }
 
-void RestingCursor::wake()
+void RestingCursor::wake() const
 {
     if (QApplication::cursorFlashTime() != flashTime)
         QApplication::setCursorFlashTime(flashTime);

@@ -28,7 +28,7 @@ protected:
 
 private:
     void rest();
-    void wake();
+    void wake() const;
 
     const int flashTime; ///< the system's own, in ms
     QTimer timer;
