@@ -1,0 +1,106 @@
+# The checks of scripts/lint: check_NAME says what it found in the tree, where it is started, and fails.
+# shellcheck shell=bash
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
+: "${root:?names the folder of the project}" "${tree:?names the tree}" "${database:?is for compile commands}"
+
+# clang 14 knows coroutines, but not by the names that the headers of g++ 12 and Boost ask for.
+readonly asForGcc=(-D__cpp_impl_coroutine=201902L -DBOOST_ASIO_HAS_CO_AWAIT -DBOOST_ASIO_HAS_STD_COROUTINE)
+
+# What is in the tree or about to be, each name followed by NUL; nothing that is built.
+files()
+{
+    git ls-files -z --cached --others --exclude-standard -- "$@"
+}
+
+shell_scripts()
+{
+    { files '*.sh'; git grep -z -l --untracked -E '^#!(/usr)?/bin/(env )?(ba)?sh( |$)'; } | sort -z -u
+}
+
+# The compile commands, and what sources include that a build makes: the output of moc. No target is built for
+# it: the one for all of moc's output would compile the libraries first.
+make_database()
+{
+    [[ $tree == "$root" ]] || return 0
+    cmake --preset dev -B "$database" -DCMAKE_CXX_COMPILER_LAUNCHER= -DCMAKE_CXX_FLAGS="${asForGcc[*]}" \
+        --log-level=WARNING >/dev/null || return
+    find "$database" -name AutogenInfo.json -print0 | xargs -0 -P "$(nproc)" -I INFO cmake -E cmake_autogen INFO Debug
+}
+
+# Runs COMMAND FILE for each of the files, one a processor. Only what a failing one says is shown, in one piece.
+on_each()
+{
+    # shellcheck disable=SC2016  # the inner shell puts in what it is given
+    xargs -0 -r -n 1 -P "$(nproc)" bash -c \
+        'words=$("$@" 2>&1) || { printf "%s\n" "$words"; exit 1; }' on_each "$@"
+}
+
+check_clang_format()
+{
+    files '*.cpp' '*.h' | xargs -0 clang-format-14 --dry-run -Werror
+}
+
+# Its findings are errors because .clang-tidy says so.
+check_clang_tidy()
+{
+    make_database || return
+    files '*.cpp' | on_each clang-tidy-14 --quiet -p "$database"
+}
+
+# A constant of a test is made once, in a program of one unit: there is no order of construction to get wrong.
+check_clazy()
+{
+    local status=0 look=(clazy-standalone -p "$database" --extra-arg=-Werror
+        --header-filter='/(app|net|crypto|ui|service|tests|bench)/[^.]+\.h$')
+    make_database || return
+    files '*.cpp' ':!tests' | on_each "${look[@]}" --checks=level1 || status=1
+    files 'tests/*.cpp' | on_each "${look[@]}" --checks=level1,no-non-pod-global-static || status=1
+    return "$status"
+}
+
+# The toolkit's headers are not read: what has to be known of them is in the library "qt" and in cppcheck.cfg.
+check_cppcheck()
+{
+    files '*.cpp' | xargs -0 cppcheck -I. -j "$(nproc)" --quiet --error-exitcode=1 --std=c++20 \
+        --enable=warning,performance,portability --library=qt --library=scripts/lint.d/cppcheck.cfg \
+        --suppressions-list=scripts/lint.d/cppcheck.txt --template='{file}:{line}: {severity}: {message} [{id}]'
+}
+
+check_shellcheck()
+{
+    shell_scripts | xargs -0 shellcheck -x
+}
+
+# Texts in Swedish are in files of their own (*.sv.*), or their words are in the list. What the fuzzers keep is
+# bytes, and a licence is as it was given.
+check_codespell()
+{
+    files ':!*.sv.*' ':!LICENSES' ':!tests/fuzz/corpus' | xargs -0 codespell --ignore-words=scripts/lint.d/words.txt
+}
+
+check_reuse()
+{
+    reuse lint
+}
+
+check_measures()
+{
+    /usr/bin/python3 -B "$root/scripts/measures.py" scripts/lint.d/long_headers.txt
+}
+
+check_python()
+{
+    files '*.py' | xargs -0 pyflakes3
+}
+
+# What is installed, and the packages that it comes in.
+check_packaging()
+{
+    packaging/check
+}
+
+check_self_test()
+{
+    self_test
+}

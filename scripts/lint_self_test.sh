@@ -1,0 +1,133 @@
+# What scripts/lint finds in a tree that is clean, and in the same tree with one fault planted for each check.
+# shellcheck shell=bash
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
+: "${root:?names the folder of the project}"
+
+# For each check its fault, planted by plant_NAME in the folder it is started in, and words that have to be said.
+declare -rA faultWords=(
+    [clang-format]='sum.cpp.*clang-format-violations'
+    [measures]='sum.cpp: 3[0-9][0-9] lines'
+    [python]='undefined name'
+    [shellcheck]='SC2086'
+    [codespell]='t[e]h ==> the'
+    [reuse]='bare.cpp'
+    [packaging]='the package is damaged'
+    [cppcheck]='\[arrayIndexOutOfBounds\]'
+    [clazy]='Wclazy-range-loop'
+    [clang-tidy]='readability-function-size'
+)
+
+append()
+{
+    cat >>"$1"
+}
+
+plant_clang_format() { append net/sum.cpp <<<'int  other( );'; }
+plant_measures() { yes '// And on it goes.' | head -n 299 | append net/sum.cpp; }
+plant_python() { append scripts/count.py <<<'print(uncounted)'; }
+# shellcheck disable=SC2016  # what is planted is not put in here
+plant_shellcheck() { append scripts/say <<<'rm $1'; }
+plant_codespell() { append README.md <<<"And t""eh end."; }
+plant_reuse() { append net/bare.cpp <<<'int bare();'; }
+plant_packaging() { printf '#!/bin/sh\necho the package is damaged\nexit 1\n' >packaging/check; }
+plant_cppcheck() { append net/sum.cpp <<<$'int beyond()\n{\n    int three[3] = {1, 2, 3};\n    return three[3];\n}'; }
+
+plant_clazy()
+{
+    append net/sum.cpp <<'END'
+QStringList names();
+qsizetype lengths()
+{
+    qsizetype all = 0;
+    for (const QString name : names())
+        all += name.size();
+    return all;
+}
+END
+}
+
+plant_clang_tidy()
+{
+    { echo 'int many(int count)'; echo '{'; yes '    count += 2;' | head -n 45; echo '    return count;'; echo '}'; } \
+        | append net/sum.cpp
+}
+
+# The first lines of a file: whose it is. COMMENT begins a line of comment.
+notice()
+{
+    printf '%s SPDX-%s: 2026 The TideLoft developers\n%s SPDX-%s: MIT\n' "$1" FileCopyrightText "$1" License-Identifier
+}
+
+plain_settings()
+{
+    mkdir -p scripts LICENSES net packaging build
+    cp "$root"/.clang-{format,tidy} "$root"/.gitignore .
+    cp "$root/LICENSES/MIT.txt" LICENSES
+    cp -R "$root/scripts/lint.d" scripts
+    sed -i '/^[^#]/d' scripts/lint.d/long_headers.txt
+}
+
+plain_sources()
+{
+    { notice //; printf '#include <QStringList>\n\nint sum(int left, int right)\n{\n    return left + right;\n}\n'; } \
+        >net/sum.cpp
+    { notice '#'; echo 'print(1)'; } >scripts/count.py
+    { echo '#!/usr/bin/env bash'; notice '#'; printf 'echo "%s"\n' "\$1"; } >scripts/say
+    { printf '# A tree\n\n<!--\n'; notice ' '; echo '-->'; } >README.md
+    { echo '#!/bin/sh'; notice '#'; echo true; } >packaging/check
+    chmod +x packaging/check scripts/say
+}
+
+# How its source is compiled, in the folder's own database.
+plain_database()
+{
+    local headers
+    headers=$(qtpaths6 --query QT_INSTALL_HEADERS)
+    printf '[{"directory": "%s", "file": "net/sum.cpp", "command": "%s -isystem %s -isystem %s/QtCore %s"}]\n' \
+        "$PWD" 'g++ -std=c++20 -fPIC -Wall -Werror -DQT_CORE_LIB' "$headers" "$headers" '-c net/sum.cpp' \
+        >build/compile_commands.json
+}
+
+# Whether the check NAME lets the plain tree pass, and says the right words of the one with the fault.
+finds_its_fault()
+{
+    local name=$1 folder words
+    folder=$(mktemp -d)
+    (
+        export tree=$folder database=$folder/build
+        cd "$folder" || exit 1
+        git init -q
+        plain_settings
+        plain_sources
+        plain_database
+        words=$(run_check "$name" 2>&1) || { printf 'finds something in a clean tree:\n%s\n' "$words"; exit 1; }
+        "plant_${name//-/_}"
+        if words=$(run_check "$name" 2>&1); then
+            echo "lets the planted fault pass"
+        elif ! grep -q -e "${faultWords[$name]}" <<<"$words"; then
+            printf 'says nothing of the planted fault:\n%s\n' "$words"
+        else
+            exit 0
+        fi
+        exit 1
+    )
+    local ended=$?
+    rm -rf "$folder"
+    return "$ended"
+}
+
+# Of every check that finds faults, or of one.
+self_test()
+{
+    local name words status=0
+    for name in "${@:-${!faultWords[@]}}"; do
+        if words=$(set +e; finds_its_fault "$name"); then
+            printf '%-14s%s\n' "$name" "finds the planted fault"
+        else
+            printf '%-14s%s\n' "$name" "$words"
+            status=1
+        fi
+    done
+    return "$status"
+}
