@@ -197,7 +197,7 @@ void TestAvatarPicture::confirmationRunsOut()
     const auto *status = probe.the<QLabel>(u"myStatus"_s);
     QTEST(status->text(), "confirmation");
     QCOMPARE(pendingTimers().size(), 1);
-    const PendingTimer timer = pendingTimers().first();
+    const PendingTimer timer = pendingTimers().constFirst();
     QCOMPARE(timer.interval, 2000);
     QCOMPARE(timer.type, Qt::CoarseTimer);
     timer.runOut();

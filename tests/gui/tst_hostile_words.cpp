@@ -145,7 +145,7 @@ void TestHostileWords::besideHostileNames()
         QStringList found;
         const auto look = [&] { found.append(probe.trouble()); };
         QVERIFY(listServers(probe, {server(u"1"_s, text)}));
-        serverButtons(probe).first()->click();
+        serverButtons(probe).constFirst()->click();
         QVERIFY(probe.settle()); // the rail's new buttons are laid out
         QVERIFY2(withServerMenu(probe, [&](const QMenu *) { look(); }), name);
         QVERIFY(withUserMenu(probe, [&](const QMenu *) { look(); }));

@@ -58,7 +58,7 @@ void TestProfileConfirmation::confirmationRunsOut()
     clickOnScreen(*probe.save);
     QTRY_COMPARE(probe.status->text(), confirmation);
     QCOMPARE(pendingTimers().size(), 1);
-    const PendingTimer timer = pendingTimers().first();
+    const PendingTimer timer = pendingTimers().constFirst();
     QCOMPARE(timer.interval, 2000);
     QCOMPARE(timer.type, Qt::CoarseTimer);
     timer.runOut();
@@ -99,7 +99,7 @@ void TestProfileConfirmation::uploadThenSave()
     probe.service.release(saveKey);
     QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
     QCOMPARE(pendingTimers().size(), 2);
-    pendingTimers().first().runOut();
+    pendingTimers().constFirst().runOut();
     QCOMPARE(probe.status->text(), u"● Online"_s);
 }
 

@@ -158,7 +158,7 @@ void TestServerIcon::theOpenServerStaysOpen()
     SettingsProbe probe;
     QVERIFY(listServers(probe, twoServers()));
     probe.service.answer(iconKey, 200, R"({"iconUrl":"/icons/2"})");
-    clickOnScreen(*serverButtons(probe).first());
+    clickOnScreen(*serverButtons(probe).constFirst());
     const qsizetype before = probe.service.count(groups);
     QVERIFY(uploadIcon(probe, files.writeWidePicture(u"wide.png"_s)));
     QVERIFY(probe.service.waitForRequests(groups, before + 1));
