@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/create_server_dialog.h"
 
+#include "ui/composition_keys.h"
 #include "ui/style/dialog_styles.h"
 #include "ui/widget_parts.h"
 
@@ -25,6 +26,7 @@ QLineEdit *makeField(const QString &placeholder, int maximumLength, const QStrin
     field->setPlaceholderText(placeholder);
     field->setMaxLength(maximumLength);
     field->setAccessibleName(name);
+    keepCompositionKeys(field);
     return field;
 }
 

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/composition_keys.h"
 #include "ui/error_label.h"
 #include "ui/style/grid_widget.h"
 #include "ui/style/inline_styles.h"
@@ -184,6 +185,7 @@ void MainWindow::connectAuthPage()
     for (QLineEdit *field : {usernameField, passwordField}) {
         connect(field, &QLineEdit::textChanged, this, &MainWindow::hideAuthError);
         connect(field, &QLineEdit::returnPressed, this, &MainWindow::onLoginClicked);
+        keepCompositionKeys(field);
     }
 }
 

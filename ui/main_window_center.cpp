@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/composition_keys.h"
 #include "ui/elided_label.h"
 #include "ui/row_list.h"
 #include "ui/scroll_keys.h"
@@ -172,6 +173,7 @@ QWidget *MainWindow::buildInputArea(QWidget *page)
 void MainWindow::connectChat()
 {
     scrollByKeys(msgInput, messageList);
+    keepCompositionKeys(msgInput);
     connect(sendButton, &QPushButton::clicked, this, &MainWindow::onSendClicked);
     connect(emptyActionBtn, &QPushButton::clicked, sideSearch, qOverload<>(&QWidget::setFocus));
 }

@@ -4,6 +4,7 @@
 #include "ui/main_window.h"
 
 #include "ui/click_keys.h"
+#include "ui/composition_keys.h"
 #include "ui/elided_label.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
@@ -123,6 +124,7 @@ void MainWindow::connectSidebar()
             [this](const QListWidgetItem *entry) { openConversation(entry->data(Qt::UserRole).toString()); });
     connect(searchResults, &QListWidget::itemClicked, this, &MainWindow::pickSearchResult);
     connect(quilloryBtn, &QPushButton::clicked, this, &MainWindow::showPrivacyDialog);
+    keepCompositionKeys(sideSearch);
     clickByKeys(dmList);
     clickByKeys(searchResults);
 }
