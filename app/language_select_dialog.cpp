@@ -60,6 +60,7 @@ LanguageSelectDialog::LanguageSelectDialog(QWidget *parent) : QDialog(parent)
     setAttribute(Qt::WA_TranslucentBackground);
     setStyleSheet(dialogStyle);
     ui::makeColumn(this)->addWidget(buildCard());
+    setAccessibleName(findChild<QLabel *>(u"subtitle"_s)->text()); // the window has no title to be called by
 }
 
 QWidget *LanguageSelectDialog::buildCard()

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/conversation_list.h"
 
+#include "ui/bounded_text.h"
 #include "ui/conversation_row.h"
 #include "ui/row_reconciler.h"
 
@@ -20,7 +21,9 @@ ListRow makeListRow(const ConversationRowModel &model, QWidget *viewport)
             .flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled,
             .sizeHint = QSize(0, 62),
             .user = model.peer,
-            .spoken = spokenText(model)};
+            .spoken = spokenText({.peer = inOneLine(model.peer),
+                                  .preview = firstPart(model.preview, previewLimits),
+                                  .time = model.time})};
 }
 
 // For the keyboard only: the row counts as current again, but nothing marks it, and who has scrolled

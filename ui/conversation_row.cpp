@@ -29,7 +29,7 @@ QWidget *makeAvatar(const QString &peer, QWidget *row)
     avatar->setFixedSize(40, 40);
     avatar->setAlignment(Qt::AlignCenter);
     avatar->setStyleSheet(style::conversationAvatar());
-    avatar->setAccessibleName(peer);
+    avatar->setAccessibleName(inOneLine(peer));
     return place;
 }
 

@@ -61,10 +61,16 @@ void CreateServerDialog::addFields(Language language)
     descriptionField =
         makeField(chooseText(language, u"Beskriv din server..."_s, u"Describe your server..."_s), 200,
                   descriptionLabel, this);
-    layout()->addWidget(makeStyledLabel(nameLabel, style::dialogFieldLabel, this));
-    layout()->addWidget(nameField);
-    layout()->addWidget(makeStyledLabel(descriptionLabel, style::dialogFieldLabel, this));
-    layout()->addWidget(descriptionField);
+    addField(nameLabel, nameField);
+    addField(descriptionLabel, descriptionField);
+}
+
+void CreateServerDialog::addField(const QString &caption, QLineEdit *field)
+{
+    auto *label = makeStyledLabel(caption, style::dialogFieldLabel, this);
+    label->setBuddy(field);
+    layout()->addWidget(label);
+    layout()->addWidget(field);
 }
 
 void CreateServerDialog::addButtons(Language language)

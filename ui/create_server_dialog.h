@@ -25,6 +25,7 @@ public:
 
 private:
     void addFields(Language language);
+    void addField(const QString &caption, QLineEdit *field);
     void addButtons(Language language);
     void acceptNamed();
 

@@ -16,13 +16,15 @@ namespace tideloft::ui
 namespace
 {
 
-MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position)
+MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position, const QString &me)
 {
     MessageRowModel row{.isMine = record.isMine, .position = position, .text = record.text};
+    row.speaker = record.isMine ? me : record.from;
+    row.clock = clockText(record.time);
     if (row.showsSender())
         row.sender = record.from;
     if (position == GroupPosition::Single || position == GroupPosition::Last)
-        row.time = clockText(record.time);
+        row.time = row.clock;
     return row;
 }
 
@@ -48,6 +50,7 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
 {
     QList<HistoryRow> rows;
     const QList<GroupPosition> positions = groupPositions(records);
+    const QString me = chooseText(language, u"Du"_s, u"You"_s);
     QDate separated; // the date of the last separator
     for (qsizetype i = 0; i < records.size(); ++i) {
         const QDate date = records.at(i).time.date();
@@ -55,7 +58,7 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
             rows.append(DaySeparatorModel{dayLabel(date, today, language)});
             separated = date;
         }
-        rows.append(messageRow(records.at(i), positions.at(i)));
+        rows.append(messageRow(records.at(i), positions.at(i), me));
     }
     boundMessages(rows);
     return rows;
@@ -74,9 +77,9 @@ QString spokenText(const HistoryRow &row)
     if (const auto *day = std::get_if<DaySeparatorModel>(&row))
         return day->label;
     const auto &message = std::get<MessageRowModel>(row);
-    QStringList parts{message.sender, message.text, message.time};
+    QStringList parts{inOneLine(message.speaker), message.text, message.clock};
     parts.removeAll({});
-    return parts.size() == 1 ? parts.first() : parts.join(u", "_s); // one part is shared, not copied
+    return parts.join(u", "_s);
 }
 
 } // namespace tideloft::ui

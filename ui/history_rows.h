@@ -23,7 +23,9 @@ struct MessageRowModel {
     GroupPosition position = GroupPosition::Single;
     QString sender = {}; ///< Empty where neither the name nor the avatar is shown.
     QString text = {};
-    QString time = {}; ///< "HH:mm", empty where no time is shown.
+    QString time = {};    ///< "HH:mm", empty where no time is shown.
+    QString speaker = {}; ///< Who a screen reader says wrote it: every row for itself, grouped or not.
+    QString clock = {};   ///< When, likewise.
 
     /// Whether the peer's avatar stands beside the bubble and the name in it.
     bool showsSender() const { return !isMine && startsGroup(); }
@@ -42,7 +44,8 @@ size_t qHash(const HistoryRow &row, size_t seed = 0); // clazy:exclude=qhash-nam
 /// beyond all measure they hold the first part; see ui/bounded_text.h.
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language);
 
-/// What a screen reader says of a row: the parts that it shows, "bob, see you at noon, 12:04".
+/// What a screen reader says of a row: "bob, see you at noon, 12:04". Eyes find the sender and the time of a
+/// grouped message above and below it; who listens hears one row at a time.
 QString spokenText(const HistoryRow &row);
 
 } // namespace tideloft::ui

@@ -4,6 +4,7 @@
 #include "ui/main_window.h"
 
 #include "crypto/open_message.h"
+#include "ui/accessible_role.h"
 #include "ui/late_page.h"
 #include "ui/style/accent.h"
 #include "ui/style/style_sheets.h"
@@ -22,6 +23,7 @@ namespace tideloft::ui
 
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), currentAccent(defaultAccent.toString())
 {
+    installAccessibleInterfaces();
     buildShell();
     applyTheme();
     retranslate();

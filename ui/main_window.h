@@ -120,6 +120,7 @@ private:
 
     void retranslate();
     void retranslateAccessibleNames();
+    void retranslateAccessibleDescriptions();
     void applyTheme();
     void setBusy(bool busy);
     void showAuthError(const QString &message);

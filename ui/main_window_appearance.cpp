@@ -33,13 +33,22 @@ QString swatchName(qsizetype index, Language language)
     return names.at(index).in(language);
 }
 
-QPushButton *makeSwatch(const QString &colour, const QString &name, QWidget *card)
+// The border that marks the chosen swatch tells nothing to those who cannot see it.
+void markSwatch(QPushButton *swatch, bool chosen, Language language)
+{
+    swatch->setStyleSheet(style::swatch(swatch->property(accentProperty).toString(), chosen));
+    swatch->setAccessibleDescription(
+        chosen ? chooseText(language, u"Accentfärg, vald"_s, u"Accent color, chosen"_s)
+               : chooseText(language, u"Accentfärg"_s, u"Accent color"_s));
+}
+
+QPushButton *makeSwatch(const QString &colour, const QString &name, Language language, QWidget *card)
 {
     auto *swatch = makeButton({}, card);
     swatch->setFixedSize(28, 28);
     swatch->setProperty(accentProperty, colour);
     swatch->setAccessibleName(name);
-    swatch->setStyleSheet(style::swatch(colour, colour == defaultAccent));
+    markSwatch(swatch, colour == defaultAccent, language);
     return swatch;
 }
 
@@ -102,7 +111,7 @@ void MainWindow::addSwatches(QWidget *card)
     QList<QPushButton *> swatches;
     for (const QStringView colour : swatchColours) {
         const QString name = swatchName(swatches.size(), language());
-        swatches.append(makeSwatch(colour.toString(), name, card));
+        swatches.append(makeSwatch(colour.toString(), name, language(), card));
         line->addWidget(swatches.last());
     }
     line->addStretch();
@@ -115,7 +124,7 @@ void MainWindow::addSwatches(QWidget *card)
 void MainWindow::chooseSwatch(const QPushButton *clicked, const QList<QPushButton *> &swatches)
 {
     for (QPushButton *swatch : swatches)
-        swatch->setStyleSheet(style::swatch(swatch->property(accentProperty).toString(), swatch == clicked));
+        markSwatch(swatch, swatch == clicked, language());
     setAccentColor(clicked->property(accentProperty).toString());
 }
 

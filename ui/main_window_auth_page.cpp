@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/accessible_role.h"
 #include "ui/composition_keys.h"
 #include "ui/error_label.h"
 #include "ui/style/grid_widget.h"
@@ -91,6 +92,7 @@ QWidget *MainWindow::buildAuthTopbar(QWidget *page)
     logo->setAlignment(Qt::AlignCenter);
     langCombo = new QComboBox(topbar);
     langCombo->setObjectName(u"langCombo"_s);
+    setAccessibleRole(langCombo, QAccessible::ComboBox); // before its entries make it speak
     langCombo->setFixedWidth(120);
     langCombo->addItems({u"Svenska"_s, u"English"_s});
     line->addWidget(logo);

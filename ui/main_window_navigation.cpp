@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/bounded_text.h"
 #include "ui/initials.h"
 #include "ui/style/fade_in.h"
 
@@ -46,7 +47,7 @@ void MainWindow::showChatHeader(const QString &title, const QString &subtitle, c
     centerTitle->setText(title);
     centerSubtitle->setText(subtitle);
     peerAvatar->setText(avatar);
-    peerAvatar->setAccessibleName(title);
+    peerAvatar->setAccessibleName(inOneLine(title));
 }
 
 void MainWindow::showConversation(const QString &peer)

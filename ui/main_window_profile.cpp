@@ -76,6 +76,7 @@ void MainWindow::showUserMenu(QWidget *footer)
 {
     QMenu menu(this);
     menu.setObjectName(u"userMenu"_s);
+    menu.setAccessibleName(footer->accessibleName());
     const QAction *profile = menu.addAction(text(u"Profil"_s, u"Profile"_s));
     const QAction *settings = menu.addAction(text(u"Inställningar"_s, u"Settings"_s));
     menu.addSeparator();

@@ -111,6 +111,7 @@ void MainWindow::showServerMenu(const QString &serverId, QWidget *button, QPoint
 {
     const QString groupId = serverId; // NOLINT(performance-unnecessary-copy-initialization)
     QMenu menu(this);
+    menu.setAccessibleName(text(u"Servermeny"_s, u"Server menu"_s));
     const QAction *upload = menu.addAction(text(u"Ladda upp server-ikon"_s, u"Upload server icon"_s));
     const QAction *open = menu.addAction(text(u"Öppna server"_s, u"Open server"_s));
     const QAction *chosen = menu.exec(button->mapToGlobal(position));

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/accessible_role.h"
 #include "ui/click_keys.h"
 #include "ui/composition_keys.h"
 #include "ui/elided_label.h"
@@ -81,6 +82,7 @@ QWidget *MainWindow::buildSideFooter(QWidget *sidebar)
     footer->setCursor(Qt::PointingHandCursor);
     footer->installEventFilter(this);
     clickByKeys(footer, [this, footer] { showUserMenu(footer); });
+    setAccessibleRole(footer, QAccessible::ButtonMenu);
     footerAvatar = makeLabel(u"?"_s, footer, u"footerAvatar"_s);
     footerAvatar->setFixedSize(34, 34);
     footerAvatar->setAlignment(Qt::AlignCenter);

@@ -144,25 +144,4 @@ void MainWindow::retranslate()
     retranslateAccessibleNames();
 }
 
-// What a screen reader says of controls that have no text of their own, or only a placeholder.
-void MainWindow::retranslateAccessibleNames()
-{
-    langCombo->setAccessibleName(text(u"Språk"_s, u"Language"_s));
-    usernameField->setAccessibleName(text(u"Användarnamn"_s, u"Username"_s));
-    passwordField->setAccessibleName(text(u"Lösenord"_s, u"Password"_s));
-    railMessagesBtn->setAccessibleName(text(u"Meddelanden"_s, u"Messages"_s));
-    createServerBtn->setAccessibleName(text(u"Skapa server"_s, u"Create server"_s));
-    railSettingsBtn->setAccessibleName(text(u"Inställningar"_s, u"Settings"_s));
-    addDmBtn->setAccessibleName(text(u"Ny konversation"_s, u"New conversation"_s));
-    sideSearch->setAccessibleName(
-        text(u"Sök eller starta konversation"_s, u"Search or start conversation"_s));
-    searchResults->setAccessibleName(text(u"Sökresultat"_s, u"Search results"_s));
-    dmList->setAccessibleName(text(u"Konversationer"_s, u"Conversations"_s));
-    messageList->setAccessibleName(text(u"Historik"_s, u"History"_s));
-    msgInput->setAccessibleName(text(u"Meddelande"_s, u"Message"_s));
-    sendButton->setAccessibleName(text(u"Skicka"_s, u"Send"_s));
-    footerAvatar->setAccessibleName(text(u"Profilbild"_s, u"Profile picture"_s));
-    footerAvatar->parentWidget()->setAccessibleName(text(u"Kontomeny"_s, u"Account menu"_s));
-}
-
 } // namespace tideloft::ui

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/message_row.h"
 
+#include "ui/bounded_text.h"
 #include "ui/bubble_text.h"
 #include "ui/elided_label.h"
 #include "ui/initials.h"
@@ -26,7 +27,7 @@ QLabel *makeAvatar(const QString &sender, QWidget *row)
     avatar->setFixedSize(34, 34);
     avatar->setAlignment(Qt::AlignCenter);
     avatar->setStyleSheet(style::messageAvatar());
-    avatar->setAccessibleName(sender);
+    avatar->setAccessibleName(inOneLine(sender));
     return avatar;
 }
 

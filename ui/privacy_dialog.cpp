@@ -42,6 +42,7 @@ QWidget *makeChoiceCard(const PrivacyChoice &choice, Language language, QWidget 
     card->setStyleSheet(style::privacyCard);
     auto *box = new QCheckBox(choice.label.in(language), card);
     box->setChecked(true);
+    box->setAccessibleDescription(choice.hint.in(language));
     auto *hint = makeLabel(choice.hint.in(language), card);
     hint->setStyleSheet(style::privacyHint);
     hint->setWordWrap(true);

@@ -56,9 +56,10 @@ QHBoxLayout *makeTopRow(QPushButton *avatar, const QString &username, Language l
     return line;
 }
 
-QLabel *makeFieldLabel(const QString &text, QWidget *card)
+QLabel *makeFieldLabel(const QString &text, QWidget *field, QWidget *card)
 {
     auto *label = makeLabel(text, card);
+    label->setBuddy(field);
     label->setStyleSheet(style::fieldLabel);
     return label;
 }
@@ -80,6 +81,7 @@ QPlainTextEdit *makeBio(Language language, QWidget *card)
     bio->setTabChangesFocus(true);
     bio->setStyleSheet(style::field);
     bio->setAccessibleName(u"Bio"_s);
+    bio->setAccessibleDescription(bio->placeholderText());
     return bio;
 }
 
@@ -104,9 +106,9 @@ ProfileCard makeProfileCard(const QString &username, Language language, QWidget 
     column->setContentsMargins(20, 20, 20, 20);
     column->setSpacing(14);
     column->addLayout(makeTopRow(parts.avatarButton, username, language, card));
-    column->addWidget(makeFieldLabel(nameLabel, card));
+    column->addWidget(makeFieldLabel(nameLabel, parts.displayName, card));
     column->addWidget(parts.displayName);
-    column->addWidget(makeFieldLabel(u"Bio"_s, card));
+    column->addWidget(makeFieldLabel(u"Bio"_s, parts.bio, card));
     column->addWidget(parts.bio);
     column->addLayout(save);
     return parts;

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/server_button.h"
 
+#include "ui/bounded_text.h"
 #include "ui/initials.h"
 #include "ui/plain_tool_tip.h"
 #include "ui/style/dialog_styles.h"
@@ -31,7 +32,8 @@ QPushButton *makeServerButton(const ServerModel &server, bool selected, QWidget 
     auto *button = makeButton(initials(server.name, 1).replace(u'&', u"&&"_s), parent);
     button->setToolTip(server.name);
     showToolTipAsPlainText(button);
-    button->setAccessibleName(server.name.isEmpty() ? server.groupId : server.name);
+    button->setAccessibleName(inOneLine(server.name.isEmpty() ? server.groupId : server.name));
+    button->setAccessibleDescription(u"Server"_s); // else the tool tip, whole
     button->setFixedSize(36, 36);
     button->setCheckable(true);
     button->setChecked(selected);

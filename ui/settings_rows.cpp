@@ -28,13 +28,15 @@ QLabel *makeWrapping(const QString &text, const QString &look, QWidget *row)
     return label;
 }
 
-QPushButton *makeSwitch(const QString &label, bool on, const SwitchToggled &toggled, QWidget *row)
+QPushButton *makeSwitch(const QString &label, const QString &hint, bool on, const SwitchToggled &toggled,
+                        QWidget *row)
 {
     auto *button = makeButton({}, row);
     button->setCheckable(true);
     button->setChecked(on);
     button->setFixedSize(44, 24);
     button->setAccessibleName(label);
+    button->setAccessibleDescription(hint);
     button->setStyleSheet(style::switchButton(on));
     QObject::connect(button, &QPushButton::toggled, button, [button, toggled](bool nowOn) {
         button->setStyleSheet(style::switchButton(nowOn));
@@ -82,7 +84,7 @@ QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidg
     auto *line = makeLine(row, 12);
     line->setContentsMargins(16, 12, 16, 12);
     line->addLayout(words, 1);
-    line->addWidget(makeSwitch(label, on, toggled, row), 0, Qt::AlignVCenter);
+    line->addWidget(makeSwitch(label, hint, on, toggled, row), 0, Qt::AlignVCenter);
     return row;
 }
 
@@ -113,7 +115,9 @@ QWidget *makeTextRow(const QString &label, const QString &placeholder, const QSt
     field->setAccessibleName(label);
     auto *column = makeColumn(row, 6);
     column->setContentsMargins(16, 12, 16, 12);
-    column->addWidget(makeStyledLabel(label, style::fieldLabel, row));
+    auto *caption = makeStyledLabel(label, style::fieldLabel, row);
+    caption->setBuddy(field);
+    column->addWidget(caption);
     column->addWidget(field);
     return row;
 }

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings_section.h"
 
+#include "ui/accessible_role.h"
 #include "ui/settings_rows.h"
 #include "ui/style/settings_styles.h"
 #include "ui/widget_parts.h"
@@ -64,6 +65,7 @@ QWidget *SettingsSection::finish()
     column->addStretch();
     area->setWidgetResizable(true);
     area->setWidget(page);
+    setAccessibleRole(area, QAccessible::Grouping); // the keyboard stops here to scroll
     // The style sheet paints the background: an opaque page would be left out of the fade that shows it.
     page->setAutoFillBackground(false);
     return area;
