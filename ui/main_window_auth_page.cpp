@@ -6,6 +6,7 @@
 #include "ui/accessible_role.h"
 #include "ui/composition_keys.h"
 #include "ui/error_label.h"
+#include "ui/focus_ring.h"
 #include "ui/style/grid_widget.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
@@ -93,6 +94,7 @@ QWidget *MainWindow::buildAuthTopbar(QWidget *page)
     langCombo = new QComboBox(topbar);
     langCombo->setObjectName(u"langCombo"_s);
     setAccessibleRole(langCombo, QAccessible::ComboBox); // before its entries make it speak
+    ringFocus(langCombo);
     langCombo->setFixedWidth(120);
     langCombo->addItems({u"Svenska"_s, u"English"_s});
     line->addWidget(logo);

@@ -7,6 +7,7 @@
 #include "ui/click_keys.h"
 #include "ui/composition_keys.h"
 #include "ui/elided_label.h"
+#include "ui/focus_ring.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
 
@@ -83,6 +84,7 @@ QWidget *MainWindow::buildSideFooter(QWidget *sidebar)
     footer->installEventFilter(this);
     clickByKeys(footer, [this, footer] { showUserMenu(footer); });
     setAccessibleRole(footer, QAccessible::ButtonMenu);
+    ringFocus(footer);
     footerAvatar = makeLabel(u"?"_s, footer, u"footerAvatar"_s);
     footerAvatar->setFixedSize(34, 34);
     footerAvatar->setAlignment(Qt::AlignCenter);
@@ -129,6 +131,8 @@ void MainWindow::connectSidebar()
     keepCompositionKeys(sideSearch);
     clickByKeys(dmList);
     clickByKeys(searchResults);
+    ringFocus(dmList);
+    ringFocus(searchResults);
 }
 
 } // namespace tideloft::ui

@@ -4,6 +4,7 @@
 #include "ui/settings_section.h"
 
 #include "ui/accessible_role.h"
+#include "ui/focus_ring.h"
 #include "ui/settings_rows.h"
 #include "ui/style/settings_styles.h"
 #include "ui/widget_parts.h"
@@ -66,6 +67,7 @@ QWidget *SettingsSection::finish()
     area->setWidgetResizable(true);
     area->setWidget(page);
     setAccessibleRole(area, QAccessible::Grouping); // the keyboard stops here to scroll
+    ringFocus(area);
     // The style sheet paints the background: an opaque page would be left out of the fade that shows it.
     page->setAutoFillBackground(false);
     return area;

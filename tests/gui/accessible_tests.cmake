@@ -11,3 +11,6 @@ tideloft_test(tst_accessible_controls
             tst_settings_switches_table.cpp tst_settings_switches_table.h
     LIBRARIES tideloft_accessible_probe tideloft_start_up LABELS gui)
 tideloft_test(tst_accessible_texts LIBRARIES tideloft_accessible_probe LABELS gui)
+tideloft_test(tst_visible_focus LIBRARIES tideloft_accessible_probe LABELS gui)
+tideloft_test(tst_keyboard_journey
+    LIBRARIES tideloft_accessible_probe tideloft_picture_probe tideloft_sealed_messages LABELS gui)
