@@ -14,3 +14,6 @@ tideloft_test(tst_accessible_texts LIBRARIES tideloft_accessible_probe LABELS gu
 tideloft_test(tst_visible_focus LIBRARIES tideloft_accessible_probe LABELS gui)
 tideloft_test(tst_keyboard_journey
     LIBRARIES tideloft_accessible_probe tideloft_picture_probe tideloft_sealed_messages LABELS gui)
+
+# The same from outside.
+add_subdirectory("${PROJECT_SOURCE_DIR}/tests/accessibility" accessibility)
