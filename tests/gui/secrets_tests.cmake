@@ -11,6 +11,7 @@ set_source_files_properties(../support/secret_search.cpp PROPERTIES COMPILE_OPTI
 add_executable(traced_person traced_person.cpp traced_person.h ../e2e/endpoint_from_environment.cpp)
 target_link_libraries(traced_person PRIVATE tideloft_app Qt6::Test)
 
+tideloft_test(tst_secret_search LIBRARIES tideloft_sealed_messages tideloft_secret_search LABELS gui)
 tideloft_test(tst_secret_traces
     LIBRARIES tideloft_test_service tideloft_sealed_messages tideloft_secret_search LABELS gui)
 target_compile_definitions(tst_secret_traces PRIVATE TRACED_PERSON_PROGRAM="$<TARGET_FILE:traced_person>")
