@@ -125,7 +125,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
         request.body = std::move(body);
         response = co_await context.answer(std::move(request));
     }
-    body.clear();
+    body = {};
     transfer = {}; // nothing of the request is left
     if (!setAside(parser, static_cast<std::uint64_t>(response->body.size()))) {
         const QByteArray route = std::move(response->route);

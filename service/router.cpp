@@ -65,7 +65,7 @@ Deferred guardedJob(const QByteArray &route, Deferred deferred)
 {
     auto job = [route, work = std::move(deferred.work)]() -> Continuation {
         Continuation continuation;
-        const Response failure = guarded<Response>(route, [&] {
+        const auto failure = guarded<Response>(route, [&] {
             continuation = work();
             return Response();
         });
@@ -112,7 +112,7 @@ Reply Router::handle(Request request) const
             continue;
         }
         request.parameters = *parameters;
-        Reply reply = guarded<Reply>(route.pattern, [&] { return route.handler(request); });
+        auto reply = guarded<Reply>(route.pattern, [&] { return route.handler(request); });
         if (auto *deferred = std::get_if<Deferred>(&reply))
             return guardedJob(route.pattern, std::move(*deferred));
         std::get<Response>(reply).route = route.pattern;

@@ -44,7 +44,8 @@ public:
     void release()
     {
         alive = false;
-        timer.cancel();
+        boost::system::error_code ignored; // a connection that goes must not throw
+        timer.cancel(ignored);
     }
 
     /// True when the current step was interrupted.
