@@ -77,7 +77,8 @@ private slots:
     void onUserPublicKeysFailed(const QString &username, const QString &message);
     void onMyDeviceKeysLoaded(const QJsonArray &keys);
     void onAvatarUploaded(bool ok, const QString &localPath);
-    void onServersLoaded(const QJsonArray &loaded);
+    // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the list it fills has that name too
+    void onServersLoaded(const QJsonArray &servers);
     void onServerLoaded(const QJsonObject &server);
     void onServerCreated(const QJsonObject &server);
     void onServerIconUploaded(const QString &groupId, const QString &iconUrl);
