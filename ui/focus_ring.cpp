@@ -3,13 +3,16 @@
 // SPDX-License-Identifier: MIT
 #include "ui/focus_ring.h"
 
+#include "ui/accessible_role.h"
 #include "ui/style/accent.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QListWidget>
 #include <QPainter>
 #include <QPointer>
 #include <QScrollBar>
+
+using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
 {
@@ -23,6 +26,8 @@ public:
     explicit Ring(QWidget *marked) : QWidget(marked)
     {
         setAttribute(Qt::WA_TransparentForMouseEvents);
+        setStyleSheet(u"background: transparent;"_s); // a page's own sheet would fill it
+        setAccessibleRole(this, QAccessible::Border);
         auto *list = qobject_cast<QListWidget *>(marked);
         if (!list)
             return;
@@ -60,8 +65,8 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::FocusIn && widget->window()->testAttribute(Qt::WA_KeyboardFocusChange))
-            show();
+        if (event->type() == QEvent::FocusIn)
+            enter(static_cast<QFocusEvent *>(event)->reason());
         else if (ring && event->type() == QEvent::FocusOut)
             ring->hide();
         else if (ring && event->type() == QEvent::Resize)
@@ -70,6 +75,16 @@ public:
     }
 
 private:
+    // The window remembers for ever that keys moved the keyboard in it; what a click reaches is not marked
+    // for that, nor when the window or a closed menu gives the keyboard back.
+    void enter(Qt::FocusReason reason)
+    {
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            clicked = reason == Qt::MouseFocusReason;
+        if (!clicked && widget->window()->testAttribute(Qt::WA_KeyboardFocusChange))
+            show();
+    }
+
     void show()
     {
         if (!ring)
@@ -81,6 +96,7 @@ private:
 
     QWidget *widget;
     QPointer<Ring> ring;
+    bool clicked = false; ///< the keyboard was brought here by a click
 };
 
 } // namespace
