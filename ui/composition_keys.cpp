@@ -29,6 +29,8 @@ public:
     {
         if (event->type() == QEvent::InputMethod)
             composing = !static_cast<QInputMethodEvent *>(event)->preeditString().isEmpty();
+        else if (event->type() == QEvent::FocusOut)
+            composing = false; // the input method commits or drops it, and need not tell
         else if (event->type() == QEvent::KeyPress && swallows(*static_cast<QKeyEvent *>(event)))
             return true;
         return QObject::eventFilter(watched, event);
@@ -51,7 +53,8 @@ private:
             endedOne = composing;
         if (composing)
             QGuiApplication::inputMethod()->commit(); // as the field itself does on these keys
-        return endedOne || composing;
+        composing = false; // also when nothing was there to answer: the next Return counts
+        return endedOne;
     }
 
     bool composing = false;

@@ -26,6 +26,8 @@ private slots:
     void aSyllableThatFollowsAnother();
     void anAbandonedCompositionHoldsNothingBack();
     void aTextSetByTheProgramEndsTheComposition();
+    void anInputMethodThatAnswersNothing();
+    void leavingTheFieldEndsTheComposition();
     void aHeldReturnThatEndedACompositionSendsNothing();
     void searchField_data() { addKeys(); }
     void searchField();
@@ -144,6 +146,30 @@ void TestComposition::aTextSetByTheProgramEndsTheComposition()
     QVERIFY(callSlot(*probe.window, "onMessageSent")); // the message before this one has arrived
     QCOMPARE(probe.field->text(), QString());
     QTest::keyClicks(probe.field, u"igen"_s);
+    press(probe.field, Qt::Key_Return);
+    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+}
+
+// It may have been switched off or have died: the second Return is the field's own again.
+void TestComposition::anInputMethodThatAnswersNothing()
+{
+    ChatProbe probe;
+    QTest::keyClicks(probe.field, u"hej"_s);
+    compose(probe.field, u"då"_s);
+    press(probe.field, Qt::Key_Return);
+    QVERIFY(probe.settle());
+    QCOMPARE(probe.service.count(keysOfBob), 0);
+    press(probe.field, Qt::Key_Return);
+    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+}
+
+void TestComposition::leavingTheFieldEndsTheComposition()
+{
+    ChatProbe probe;
+    QTest::keyClicks(probe.field, u"hej"_s);
+    compose(probe.field, u"då"_s);
+    probe.the<QLineEdit>(u"sideSearch"_s)->setFocus();
+    probe.field->setFocus();
     press(probe.field, Qt::Key_Return);
     QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
 }
