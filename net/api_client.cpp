@@ -69,8 +69,8 @@ void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSucc
 {
     const auto handle = [this, reply, repeated, asked = forgotten, onSuccess = std::move(onSuccess),
                          onFailure = std::move(onFailure)] {
-        // Nothing is kept of a reply that comes after log-out.
-        const bool isKept = isSignedIn() && asked == forgotten;
+        // Nothing is kept of a reply that comes after log-out, also when the next person has signed in since.
+        const bool isKept = keepsReplies && asked == forgotten;
         const auto [document, httpStatus] = readJsonReply(*reply, isKept ? repeated : nullptr);
         if (reply->error() == QNetworkReply::NoError)
             onSuccess(document, httpStatus);
@@ -87,6 +87,7 @@ void ApiClient::forgetReplies()
 {
     conversations.forget();
     history.forget();
+    keepsReplies = false;
     ++forgotten;
 }
 

@@ -32,7 +32,8 @@ public:
     void login(const QString &name, const QString &password, bool rememberMe);
     void registerAccount(const QString &name, const QString &password);
     void logout();
-    /// Keeps nothing of earlier replies, nor of those that were asked for and are still to come.
+    /// Keeps nothing of earlier replies, nor of those that come until somebody signs in, nor afterwards of
+    /// those that were asked for before that.
     void forgetReplies();
     void fetchMe();
     void searchUsers(const QString &query);
@@ -102,7 +103,8 @@ private:
     QNetworkCookieJar *cookieJar;
     RepeatedArray conversations;
     RepeatedArray history;
-    quint64 forgotten = 0; ///< how often
+    quint64 forgotten = 0;     ///< how often
+    bool keepsReplies = false; ///< somebody has signed in since the last time
     QString username;
     QString ownDeviceId;
     QString ownDeviceName;

@@ -21,6 +21,7 @@ void ApiClient::login(const QString &name, const QString &password, bool remembe
         // The service gets the name as it was typed; what the client goes on with is the normal form.
         [this, name](const QJsonDocument &, int) {
             username = name.trimmed().toLower();
+            keepsReplies = true;
             emit loginSucceeded(username);
         },
         [this](const QString &message, int) { emit loginFailed(message); });
