@@ -151,7 +151,7 @@ private:
     void addSwatches(QWidget *card);
     void chooseTheme(const QList<QPushButton *> &buttons, int index, const QString &selected,
                      const QString &unselected);
-    void chooseSwatch(const QPushButton *clicked, const QList<QPushButton *> &swatches);
+    void chooseSwatch(const QPushButton *clicked, const QList<QPushButton *> &swatches, Language told);
     void setAccentColor(const QString &colour);
     void showPrivacyDialog();
 

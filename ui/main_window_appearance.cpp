@@ -116,15 +116,16 @@ void MainWindow::addSwatches(QWidget *card)
     }
     line->addStretch();
     columnOf(card)->addLayout(line);
+    // The page stays in the language that it was built in, and with it what is told of the swatches.
     for (QPushButton *swatch : swatches)
         connect(swatch, &QPushButton::clicked, this,
-                [this, swatch, swatches] { chooseSwatch(swatch, swatches); });
+                [this, swatch, swatches, told = language()] { chooseSwatch(swatch, swatches, told); });
 }
 
-void MainWindow::chooseSwatch(const QPushButton *clicked, const QList<QPushButton *> &swatches)
+void MainWindow::chooseSwatch(const QPushButton *clicked, const QList<QPushButton *> &swatches, Language told)
 {
     for (QPushButton *swatch : swatches)
-        markSwatch(swatch, swatch == clicked, language());
+        markSwatch(swatch, swatch == clicked, told);
     setAccentColor(clicked->property(accentProperty).toString());
 }
 

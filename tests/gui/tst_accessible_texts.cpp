@@ -39,6 +39,7 @@ private slots:
     void theFooterCanBePressed();
     void theLanguageListOpensAndFollows();
     void theChosenAccentIsTold();
+    void theAccentIsToldInTheLanguageOfItsPage();
     void hostileNamesAreBoundedText_data();
     void hostileNamesAreBoundedText();
 };
@@ -61,6 +62,15 @@ bool showHistory(SettingsProbe &probe, const QJsonArray &items)
 {
     return probe.open(u"bob"_s) && probe.settle() // nothing is under way that would take its place
            && callSlot(*probe.window, "onHistoryLoaded", Q_ARG(QString, u"bob"_s), Q_ARG(QJsonArray, items));
+}
+
+QPushButton *swatchCalled(const QWidget *page, const QString &name)
+{
+    for (auto *swatch : page->findChildren<QPushButton *>()) {
+        if (spokenName(swatch) == name)
+            return swatch;
+    }
+    return nullptr;
 }
 
 QStringList labelsOf(const QWidget *field)
@@ -196,16 +206,28 @@ void TestAccessibleTexts::theChosenAccentIsTold()
     const SettingsProbe probe;
     probe.openSettings();
     probe.clickRow(Appearance);
+    auto *green = swatchCalled(probe.content(Appearance), u"Green"_s);
+    QVERIFY(green);
+    green->click();
     QStringList chosen;
-    for (auto *swatch : probe.content(Appearance)->findChildren<QPushButton *>()) {
-        if (spokenName(swatch) == u"Green")
-            swatch->click();
-    }
     for (const auto *swatch : probe.content(Appearance)->findChildren<QPushButton *>()) {
         if (spokenDescription(swatch) == u"Accent color, chosen")
             chosen.append(spokenName(swatch));
     }
     QCOMPARE(chosen, QStringList(u"Green"_s));
+}
+
+// The settings keep the language that they were built in; one word of another would be read wrongly.
+void TestAccessibleTexts::theAccentIsToldInTheLanguageOfItsPage()
+{
+    const SettingsProbe probe;
+    probe.openSettings();
+    probe.clickRow(Appearance);
+    auto *green = swatchCalled(probe.content(Appearance), u"Green"_s);
+    QVERIFY(green);
+    probe.window->setLanguageIndex(0);
+    green->click();
+    QCOMPARE(spokenDescription(green), u"Accent color, chosen"_s);
 }
 
 void TestAccessibleTexts::hostileNamesAreBoundedText_data()
