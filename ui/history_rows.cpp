@@ -69,7 +69,7 @@ size_t qHash(const HistoryRow &row, size_t seed)
     if (const auto *day = std::get_if<DaySeparatorModel>(&row))
         return qHash(day->label, seed);
     const auto &message = std::get<MessageRowModel>(row);
-    return qHashMulti(seed, message.sender, message.text, message.time);
+    return qHashMulti(seed, message.speaker, message.text, message.clock);
 }
 
 QString spokenText(const HistoryRow &row)
