@@ -76,7 +76,7 @@ public:
 
 private:
     // The window remembers for ever that keys moved the keyboard in it; what a click reaches is not marked
-    // for that, nor when the window or a closed menu gives the keyboard back.
+    // for that. When the window or a closed menu gives the keyboard back, all is as it was.
     void enter(Qt::FocusReason reason)
     {
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
