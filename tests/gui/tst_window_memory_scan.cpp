@@ -181,6 +181,7 @@ void TestWindowMemoryScan::refusedSendsLeaveNothing()
 {
     chat.service.answer(send, 500, R"({"message":"No"})");
     signIn();
+    QVERIFY(chat.showHistory(u"bob"_s, {received(0)})); // brings the private key into memory: sending does not
     SoughtSecrets keys;
     for (int i = 0; i < 10; ++i) {
         QVERIFY(write(u"refused: %1"_s.arg(i)));
@@ -192,6 +193,7 @@ void TestWindowMemoryScan::refusedSendsLeaveNothing()
     QVERIFY(chat.settle());
     QCOMPARE(keys.found(), 0);
     const SoughtSecrets privateKey = formsOfThePrivateKey();
+    QVERIFY(privateKey.places().first() > 0); // and so it would be found
     chat.window.logOut();
     QCOMPARE(privateKey.found(), 0);
 }
