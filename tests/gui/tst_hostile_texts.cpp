@@ -106,13 +106,11 @@ Shown peerName(HostileProbe &probe, const QString &text)
 Shown preview(HostileProbe &probe, const QString &text)
 {
     const QListWidget *list = listConversation(probe, u"bob"_s, text);
-    QString shown;
-    for (const QString &each : labels(list->itemWidget(list->item(0)))) {
-        if (each != u"bob" && each != u"BO" && !each.isEmpty())
-            shown = each;
-    }
-    const bool isCut = shown.size() > 1 && shown.endsWith(u'…') && text.startsWith(shown.chopped(1));
-    return {{isCut ? text : shown}, {text}};
+    // The avatar, the name, the preview, the time. Previews are cut where the row's 140 px end.
+    const auto *shown = list->itemWidget(list->item(0))->findChildren<QLabel *>().at(2);
+    return {{shown->text()},
+            {shown->fontMetrics().elidedText(firstPart(text, previewLimits), Qt::ElideRight, 140,
+                                             Qt::TextLongestVariant)}};
 }
 
 Shown openPeer(HostileProbe &probe, const QString &text)
