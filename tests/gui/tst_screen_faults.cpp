@@ -4,7 +4,6 @@
 #include "tests/gui/tst_screen_faults.h"
 
 #include "tests/gui/tst_screen_glyphs.h"
-#include "ui/bubble_text.h"
 #include "ui/elided_label.h"
 
 #include <QAbstractButton>
@@ -20,6 +19,7 @@
 #include <QStyleOptionButton>
 #include <QStyleOptionComboBox>
 #include <QStyleOptionFrame>
+#include <QTextDocument>
 #include <QTextLayout>
 
 #include <cmath>
@@ -59,6 +59,46 @@ QString tooSmall(const QWidget &widget, const QString &text, QSizeF room)
         .arg(std::ceil(needed.width()));
 }
 
+/// Whether LABEL breaks words where its lines end, as it shows itself once it is drawn.
+bool breaksWords(const QLabel &label)
+{
+    const_cast<QLabel &>(label).grab();
+    const auto *document = label.findChild<QTextDocument *>();
+    return document && document->defaultTextOption().wrapMode() != QTextOption::WordWrap;
+}
+
+/// The width of the widest of the TEXT's parts that no line break may part, but for those so long that they
+/// may be cut.
+qreal widestWord(const QString &text, const QFont &font)
+{
+    QTextLayout layout(text, font);
+    qreal widest = 0;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(1); // wide enough for nothing: each line takes one word
+        if (line.textLength() < lengthThatMayBeCut)
+            widest = qMax(widest, line.naturalTextWidth());
+    }
+    layout.endLayout();
+    return widest;
+}
+
+/// A paragraph: what is too long for a line goes on in the next.
+QStringList paragraphFaults(const QLabel &label, QRect room)
+{
+    QStringList faults;
+    const qreal needed = widestWord(label.text(), label.font());
+    if (needed > room.width() + 0.5 && !breaksWords(label))
+        faults.append(u"%1 has %2 px for a word of %3"_s.arg(nameOf(label, label.text()))
+                          .arg(room.width())
+                          .arg(std::ceil(needed)));
+    if (label.heightForWidth(label.width()) > label.height())
+        faults.append(u"%1 has %2 px of height for %3"_s.arg(nameOf(label, label.text()))
+                          .arg(label.height())
+                          .arg(label.heightForWidth(label.width())));
+    return faults;
+}
+
 QStringList labelFaults(const QLabel &label)
 {
     const QString text = label.text();
@@ -66,16 +106,10 @@ QStringList labelFaults(const QLabel &label)
         return {};
     const QRect room =
         label.contentsRect().adjusted(label.margin(), label.margin(), -label.margin(), -label.margin());
+    if (label.wordWrap())
+        return paragraphFaults(label, room);
     const bool mayBeCut = qobject_cast<const ui::ElidedLabel *>(&label)
                           && (text.size() >= lengthThatMayBeCut || text.endsWith(u'…'));
-    if (label.wordWrap()) {
-        // A paragraph: what is too long for a line goes on in the next.
-        if (label.heightForWidth(label.width()) > label.height())
-            return {u"%1 has %2 px of height for %3"_s.arg(nameOf(label, text))
-                        .arg(label.height())
-                        .arg(label.heightForWidth(label.width()))};
-        return {};
-    }
     QStringList faults{mayBeCut ? QString() : tooSmall(label, text, room.size())};
     if (room.height() < label.fontMetrics().height())
         faults.append(u"%1 has %2 px of height for a line of %3"_s.arg(nameOf(label, text))
