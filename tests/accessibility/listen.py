@@ -39,8 +39,7 @@ def run_under_virtual_display():
     with display.virtual_display() as screen, tempfile.TemporaryDirectory() as directory:
         return subprocess.run(
             ["dbus-run-session", "--", sys.executable, "-B", *sys.argv, "--on-screen"],
-            env=display.clean_environment(screen, directory), stderr=subprocess.DEVNULL,
-            check=False).returncode
+            env=display.clean_environment(screen, directory), check=False).returncode
 
 
 def make_peer(service, name, home):
