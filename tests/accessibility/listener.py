@@ -77,7 +77,7 @@ class Listener:
         came_by = [at]
         while at != (role, name) and len(came_by) < 40:
             self.client.press(key)
-            at = self.client.wait(f"the keyboard beyond {at!r}", lambda at=at: self.moved_from(at), 5)
+            at = self.client.wait(f"the keyboard beyond {at!r}", lambda at=at: self.moved_from(at))
             came_by.append(at)
         if at != (role, name):
             raise Broken(f"{key} never leads to the {role} {name!r}, only to {came_by}")
