@@ -3,6 +3,7 @@
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 : "${root:?names the folder of the project}" "${programs:?names the folder of the build}"
+: "${quietly:?starts a program without what a person has set for their own}"
 
 screen=()        # the environment of a program on the open screen
 screenPids=()    # from the innermost outwards
@@ -90,13 +91,22 @@ button_dots()
         -format '%[fx:round(mean*w*h)]' info:
 }
 
+# Fails unless the client has lived until now, and goes when it is told to.
+end_client()
+{
+    local ended=0 terminated=$((128 + 15))
+    kill "$1" 2>/dev/null || true
+    wait "$1" 2>/dev/null || ended=$?
+    ((ended == terminated)) || { echo "The client ended with $ended"; return 1; }
+}
+
 # Starts the client at SCALE, signed out and in English, waits for its page, and keeps a picture of it.
 client_appears()
 {
     local folder=$1 scale=$2 client end=$((SECONDS + 60)) status=1
     mkdir -p "$scratch/config/TideLoft"
     printf '[General]\nlanguage=en\n' >"$scratch/config/TideLoft/TideLoft.conf"
-    quietly env "${screen[@]}" ${scale:+QT_SCALE_FACTOR="$scale"} XDG_CONFIG_HOME="$scratch/config" \
+    "${quietly[@]}" "${screen[@]}" ${scale:+QT_SCALE_FACTOR="$scale"} XDG_CONFIG_HOME="$scratch/config" \
         XDG_DATA_HOME="$scratch/data" "$programs/app/tideloft" >"$folder/client.log" 2>&1 &
     client=$!
     while ((SECONDS < end)) && kill -0 "$client" 2>/dev/null; do
@@ -107,7 +117,6 @@ client_appears()
         fi
         sleep 0.3
     done
-    kill "$client" 2>/dev/null || status=1
-    wait "$client" 2>/dev/null || true
+    end_client "$client" || status=1
     return "$status"
 }
