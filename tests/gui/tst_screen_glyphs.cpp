@@ -33,10 +33,11 @@ bool isDrawn(char32_t character)
            && QChar::category(character) != QChar::Mark_NonSpacing;
 }
 
-/// Of no script, and not the punctuation that every font of letters has.
-bool isSymbol(char32_t character)
+/// The symbols that no font of the set has. Whoever chooses the set lists them, one after the other.
+bool isListedAsBox(char32_t character)
 {
-    return character >= 0x2100 && QChar::script(character) == QChar::Script_Common;
+    static const QList<uint> listed = qEnvironmentVariable("TIDELOFT_SCREENS_OTHER_FONTS").toUcs4();
+    return listed.contains(character);
 }
 
 bool isEmojiFont(const QString &family)
@@ -62,13 +63,13 @@ QString faultOf(char32_t character, const QFont &font)
         return u"'%1' is not drawn"_s.arg(text);
     if (isEmojiFont(runs.first().rawFont().familyName()) && character < 0x80)
         return u"'%1' is drawn from a font of emoji"_s.arg(text);
+    const bool isListed = isListedAsBox(character);
     if (!runs.first().glyphIndexes().contains(0))
-        return {};
+        return isListed ? u"'%1' is no box, although it is listed as one"_s.arg(text) : QString();
     const QString family = familyWith(character);
     if (!family.isEmpty())
         return u"'%1' is a box, and %2 has it"_s.arg(text, family);
-    const bool isKnown = isSymbol(character) && qEnvironmentVariableIsSet("TIDELOFT_SCREENS_OTHER_FONTS");
-    return isKnown ? QString() : u"'%1' is a box, and no font has it"_s.arg(text);
+    return isListed ? QString() : u"'%1' is a box, and no font has it"_s.arg(text);
 }
 
 /// The same, looked up once for each character and font: every page has the same ones.
