@@ -6,12 +6,12 @@
 
 readonly packageLists="$root/packaging/debian-packages"
 
-# The packages of the named lists, one a line.
+# The packages of the named lists, one a line. A list that is not there is a mistake in the script that names it.
 listed_packages()
 {
     local list
     for list in "$@"; do
-        grep -v -e '^#' -e '^$' "$packageLists/$list.txt"
+        grep -v -e '^#' -e '^$' "$packageLists/$list.txt" || return
     done
 }
 
@@ -22,10 +22,11 @@ is_installed()
 
 missing_packages()
 {
-    local package
+    local listed package
+    listed=$(listed_packages "$@") || return
     while read -r package; do
         is_installed "$package" || printf '%s\n' "$package"
-    done < <(listed_packages "$@")
+    done <<<"$listed"
 }
 
 # Prints the command that gives root's rights without a question, or fails. Root needs none: an empty line.
@@ -40,16 +41,17 @@ root_command()
     fi
 }
 
-# Installs what is missing of the named lists; exits with 3 when that is not possible.
+# Installs what is missing of the named lists; exits with 3 when that is not possible, and with 2 without a list.
 ensure_packages()
 {
-    local missing become line
+    local names missing become line
     if ! command -v dpkg-query >/dev/null; then
         echo "No Debian packages here: installed software is taken as it is." >&2
         return 0
     fi
-    mapfile -t missing < <(missing_packages "$@")
-    ((${#missing[@]})) || return 0
+    names=$(missing_packages "$@") || exit 2
+    [[ -n $names ]] || return 0
+    mapfile -t missing <<<"$names"
     line="apt-get install --no-install-recommends ${missing[*]}"
     echo "Missing: ${missing[*]}"
     if ! become=$(root_command); then
