@@ -1,18 +1,19 @@
-# What scripts/lint finds in a tree that is clean, and in the same tree with one fault planted for each check.
+# What scripts/lint finds in a tree that is clean, and in the same tree with faults planted for each check.
 # shellcheck shell=bash
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 : "${root:?names the folder of the project}"
 
-# For each check its fault, planted by plant_NAME in the folder it is started in, and words that have to be said.
+# For each check its faults, planted by plant_NAME in the folder it is started in, and words that have to be said:
+# a line for each fault.
 declare -rA faultWords=(
     [clang-format]='sum.cpp.*clang-format-violations'
     [measures]='sum.cpp: 3[0-9][0-9] lines'
-    [python]='undefined name'
+    [python]='count.py:.*undefined name'
     [shellcheck]='SC2086'
     [codespell]='t[e]h ==> the'
     [reuse]='bare.cpp'
-    [packaging]='the package is damaged'
+    [packaging]=$'Unknown key.*Misspelt\nComment has no \\[sv\\]\n"Encrypted"\n48.png.*differ'
     [cppcheck]='\[arrayIndexOutOfBounds\]'
     [clazy]='Wclazy-range-loop'
     [clang-tidy]='readability-function-size'
@@ -24,14 +25,28 @@ append()
 }
 
 plant_clang_format() { append net/sum.cpp <<<'int  other( );'; }
-plant_measures() { yes '// And on it goes.' | head -n 299 | append net/sum.cpp; }
-plant_python() { append scripts/count.py <<<'print(uncounted)'; }
 # shellcheck disable=SC2016  # what is planted is not put in here
 plant_shellcheck() { append scripts/say <<<'rm $1'; }
 plant_codespell() { append README.md <<<"And t""eh end."; }
 plant_reuse() { append net/bare.cpp <<<'int bare();'; }
-plant_packaging() { printf '#!/bin/sh\necho the package is damaged\nexit 1\n' >packaging/check; }
 plant_cppcheck() { append net/sum.cpp <<<$'int beyond()\n{\n    int three[3] = {1, 2, 3};\n    return three[3];\n}'; }
+
+plant_measures()
+{
+    yes '// And on it goes.' | head -n 299 | append net/sum.cpp
+}
+
+plant_python()
+{
+    append scripts/count.py <<<'print(uncounted)'
+}
+
+plant_packaging()
+{
+    sed -i 's/^\[Service\]$/&\nMisspelt=yes/' packaging/systemd/tideloftd.service.in
+    sed -i -e '/^Comment\[sv\]=/d' -e 's/^Terminal=.*/Terminal=Encrypted/' packaging/desktop/*.desktop
+    cp packaging/icons/32.png packaging/icons/48.png
+}
 
 plant_clazy()
 {
@@ -61,7 +76,7 @@ notice()
 
 plain_settings()
 {
-    mkdir -p scripts LICENSES net packaging build
+    mkdir -p scripts LICENSES net build
     cp "$root"/.clang-{format,tidy} "$root"/.gitignore .
     cp "$root/LICENSES/MIT.txt" LICENSES
     cp -R "$root/scripts/lint.d" scripts
@@ -75,8 +90,14 @@ plain_sources()
     { notice '#'; echo 'print(1)'; } >scripts/count.py
     { echo '#!/usr/bin/env bash'; notice '#'; printf 'echo "%s"\n' "\$1"; } >scripts/say
     { printf '# A tree\n\n<!--\n'; notice ' '; echo '-->'; } >README.md
-    { echo '#!/bin/sh'; notice '#'; echo true; } >packaging/check
-    chmod +x packaging/check scripts/say
+    chmod +x scripts/say
+}
+
+# The project's own, as far as it is looked at without a build.
+plain_packaging()
+{
+    cp -R "$root/packaging" .
+    cp "$root/scripts/packages.sh" scripts
 }
 
 # How its source is compiled, in the folder's own database.
@@ -87,6 +108,16 @@ plain_database()
     printf '[{"directory": "%s", "file": "net/sum.cpp", "command": "%s -isystem %s -isystem %s/QtCore %s"}]\n' \
         "$PWD" 'g++ -std=c++20 -fPIC -Wall -Werror -DQT_CORE_LIB' "$headers" "$headers" '-c net/sum.cpp' \
         >build/compile_commands.json
+}
+
+# Whether WORDS have what each line of PATTERNS asks for; says for which they have not.
+says_all()
+{
+    local words=$1 patterns=$2 pattern status=0
+    while read -r pattern; do
+        grep -q -e "$pattern" <<<"$words" || { printf 'nothing like: %s\n' "$pattern"; status=1; }
+    done <<<"$patterns"
+    return "$status"
 }
 
 # Whether the check NAME lets the plain tree pass, and says the right words of the one with the fault.
@@ -101,12 +132,13 @@ finds_its_fault()
         plain_settings
         plain_sources
         plain_database
+        [[ $name != packaging ]] || plain_packaging
         words=$(run_check "$name" 2>&1) || { printf 'finds something in a clean tree:\n%s\n' "$words"; exit 1; }
         "plant_${name//-/_}"
         if words=$(run_check "$name" 2>&1); then
             echo "lets the planted fault pass"
-        elif ! grep -q -e "${faultWords[$name]}" <<<"$words"; then
-            printf 'says nothing of the planted fault:\n%s\n' "$words"
+        elif ! says_all "$words" "${faultWords[$name]}"; then
+            printf 'is all that is said of the planted faults:\n%s\n' "$words"
         else
             exit 0
         fi
@@ -123,7 +155,7 @@ self_test()
     local name words status=0
     for name in "${@:-${!faultWords[@]}}"; do
         if words=$(set +e; finds_its_fault "$name"); then
-            printf '%-14s%s\n' "$name" "finds the planted fault"
+            printf '%-14s%s\n' "$name" "finds what is planted"
         else
             printf '%-14s%s\n' "$name" "$words"
             status=1
