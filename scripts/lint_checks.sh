@@ -18,6 +18,11 @@ shell_scripts()
     { files '*.sh'; git grep -z -l --untracked -E '^#!(/usr)?/bin/(env )?(ba)?sh( |$)'; } | sort -z -u
 }
 
+python_scripts()
+{
+    { files '*.py'; git grep -z -l --untracked -E '^#!(/usr)?/bin/(env )?python3( |$)'; } | sort -z -u
+}
+
 # The compile commands, and what sources include that a build makes: the output of moc. No target is built for
 # it: the one for all of moc's output would compile the libraries first.
 make_database()
@@ -91,7 +96,7 @@ check_measures()
 
 check_python()
 {
-    files '*.py' | xargs -0 pyflakes3
+    python_scripts | xargs -0 pyflakes3
 }
 
 # What is installed, and the packages that it comes in. In another tree there is nothing to make packages of.

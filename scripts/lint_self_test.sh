@@ -8,8 +8,8 @@
 # a line for each fault.
 declare -rA faultWords=(
     [clang-format]='sum.cpp.*clang-format-violations'
-    [measures]='sum.cpp: 3[0-9][0-9] lines'
-    [python]='count.py:.*undefined name'
+    [measures]=$'sum.cpp: 3[0-9][0-9] lines\nscripts/tell: many has 46 lines'
+    [python]=$'count.py:.*undefined name\nscripts/tell:.*undefined name'
     [shellcheck]='SC2086'
     [codespell]='t[e]h ==> the'
     [reuse]='bare.cpp'
@@ -34,11 +34,13 @@ plant_cppcheck() { append net/sum.cpp <<<$'int beyond()\n{\n    int three[3] = {
 plant_measures()
 {
     yes '// And on it goes.' | head -n 299 | append net/sum.cpp
+    { echo 'def many():'; yes '    print(2)' | head -n 46; } | append scripts/tell
 }
 
 plant_python()
 {
     append scripts/count.py <<<'print(uncounted)'
+    append scripts/tell <<<'print(untold)'
 }
 
 plant_packaging()
@@ -90,7 +92,8 @@ plain_sources()
     { notice '#'; echo 'print(1)'; } >scripts/count.py
     { echo '#!/usr/bin/env bash'; notice '#'; printf 'echo "%s"\n' "\$1"; } >scripts/say
     { printf '# A tree\n\n<!--\n'; notice ' '; echo '-->'; } >README.md
-    chmod +x scripts/say
+    { echo '#!/usr/bin/python3'; notice '#'; echo 'print(1)'; } >scripts/tell
+    chmod +x scripts/say scripts/tell
 }
 
 # The project's own, as far as it is looked at without a build.

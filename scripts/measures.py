@@ -13,6 +13,8 @@ FILE_LINES = 300
 HEADER_LINES = 100
 FUNCTION_LINES = 40
 SOURCES = ["*.cpp", "*.h", "*.py", "*.sh", "*.cmake", "CMakeLists.txt"]
+SCRIPT = r"^#!(/usr)?/bin/(env )?((ba)?sh|python3)( |$)"
+PYTHON_SCRIPT = re.compile(r"#!(/usr)?/bin/(env )?python3\b")
 SHELL_FUNCTION = re.compile(r"^(\w+)\(\)\n\{\n(.*?)^\}$", re.MULTILINE | re.DOTALL)
 
 
@@ -22,7 +24,7 @@ def output_lines(*command):
 
 def source_names():
     listed = output_lines("git", "ls-files", "--cached", "--others", "--exclude-standard", "--", *SOURCES)
-    scripts = output_lines("git", "grep", "-l", "--untracked", "-E", "^#!(/usr)?/bin/(env )?(ba)?sh( |$)")
+    scripts = output_lines("git", "grep", "-l", "--untracked", "-E", SCRIPT)
     return sorted({*listed, *scripts})
 
 
@@ -44,7 +46,7 @@ def shell_functions(text):
 
 
 def long_functions(name, text):
-    if name.endswith(".py"):
+    if name.endswith(".py") or PYTHON_SCRIPT.match(text):
         functions = python_functions(text)
     elif text.startswith("#!") or name.endswith(".sh"):
         functions = shell_functions(text)
