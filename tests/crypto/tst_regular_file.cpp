@@ -1,6 +1,5 @@
-// Reading a whole file: every byte of a regular one, and nothing of anything else.
-// SPDX-FileCopyrightText: 2026 The TideLoft developers
-// SPDX-License-Identifier: MIT
+// Reading a whole file: every byte of a regular one, and nothing of anything else. And looking whether one is
+// there. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
 #include "crypto/regular_file.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/support/test_main.h"
@@ -10,6 +9,8 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
@@ -26,6 +27,9 @@ private slots:
     void linkLeadsToItsFile();
     void nothingElseIsRead_data();
     void nothingElseIsRead();
+    void whatIsThereIsSeenWhateverWentWrongBefore();
+    void onlyAFileWithSomethingInItIsFilled_data();
+    void onlyAFileWithSomethingInItIsFilled();
 
 private:
     [[nodiscard]] QString pathOf(const QString &name) const { return directory.filePath(name); }
@@ -97,6 +101,37 @@ void TestRegularFile::nothingElseIsRead()
 {
     QFETCH(const QString, path);
     QVERIFY(!readRegularFile(path).has_value());
+}
+
+// The system says what went wrong in a place that it does not clear.
+void TestRegularFile::whatIsThereIsSeenWhateverWentWrongBefore()
+{
+    QVERIFY(writeFile(pathOf(u"there"_s), "x"));
+    errno = ENOENT;
+    QVERIFY(somethingIsAt(pathOf(u"there"_s)));
+    errno = EIO;
+    QVERIFY(!somethingIsAt(pathOf(u"not there"_s)));
+}
+
+void TestRegularFile::onlyAFileWithSomethingInItIsFilled_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("filled");
+    QTest::newRow("nothing in it") << QByteArray("") << false;
+    QTest::newRow("one byte") << QByteArray("x") << true;
+    QTest::newRow("many bytes") << QByteArray(1000, 'x') << true;
+    QTest::newRow("no file") << QByteArray() << false;
+}
+
+void TestRegularFile::onlyAFileWithSomethingInItIsFilled()
+{
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const bool, filled);
+    const QString path = pathOf(u"perhaps filled"_s);
+    QFile::remove(path);
+    if (!bytes.isNull())
+        QVERIFY(writeFile(path, bytes));
+    QCOMPARE(isFilled(path), filled);
 }
 
 TIDELOFT_TEST_MAIN(TestRegularFile)

@@ -65,6 +65,7 @@ private slots:
     void anImpossibleDirectoryGivesAnIdentifierForThisRun();
     void theClientReadsItFromItsDataDirectory();
     void aPipeThatIsReadGetsNothing();
+    void theSystemMayNumberTheFileZero();
     void aCopyThatStartsAtTheSameTimeIsWaitedFor();
     void noControlCharacterLeavesItsHeader_data();
     void noControlCharacterLeavesItsHeader();
@@ -206,6 +207,21 @@ void TestDeviceIdentity::aPipeThatIsReadGetsNothing()
     char byte = 0;
     QCOMPARE(read(reader, &byte, 1), 0);
     close(reader);
+}
+
+// As it does for a program that was started without a standard input.
+void TestDeviceIdentity::theSystemMayNumberTheFileZero()
+{
+    write(path, "abc");
+    const int input = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3);
+    close(STDIN_FILENO);
+    const QString identifier = loadOrCreateDeviceId(directory->path());
+    const bool leftOpen = fcntl(STDIN_FILENO, F_GETFD) >= 0;
+    if (input >= 0)
+        dup2(input, STDIN_FILENO);
+    close(input);
+    QCOMPARE(identifier, u"abc"_s);
+    QVERIFY(!leftOpen);
 }
 
 // Here a copy that has made its file, and is about to write into it.
