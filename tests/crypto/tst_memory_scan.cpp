@@ -53,6 +53,16 @@ SoughtSecrets formsOfThePrivateKey()
     return sought;
 }
 
+const QByteArray turnedSecret = QByteArray::fromHex("f0e1d2c3b4a5968778695a4b3c2d1e0f");
+
+// The 16 bytes of the secret stand behind its first bytes, which the system itself writes over.
+void *opensslMemoryWith(const QByteArray &secret)
+{
+    void *memory = OPENSSL_malloc(2000);
+    std::memcpy(static_cast<char *>(memory) + 1000, secret.constData(), 16);
+    return memory;
+}
+
 } // namespace
 
 class TestMemoryScan : public QObject
@@ -67,6 +77,7 @@ private slots:
     void contentKeyOfARefusedTextIsWiped();
     void refusedTextIsWiped();
     void whatOpensslFreesIsWiped();
+    void whatOpensslCutsToNothingIsWiped();
     void privateKeyIsWipedOnceItIsWritten();
     void privateKeyIsWipedOnceAMessageIsRead();
     void privateKeyIsWipedWhenTheMemoryForgets();
@@ -135,20 +146,28 @@ void TestMemoryScan::refusedTextIsWiped()
     QCOMPARE(sought.found(), 0);
 }
 
-// Behind its first bytes, which the system itself writes over.
 void TestMemoryScan::whatOpensslFreesIsWiped()
 {
-    const QByteArray turnedSecret = QByteArray::fromHex("f0e1d2c3b4a5968778695a4b3c2d1e0f");
     SoughtSecrets sought;
     sought.addTurned(turnedSecret);
-    void *memory = OPENSSL_malloc(2000);
     const SecretBytes secret(SoughtSecrets::turned(turnedSecret));
-    std::memcpy(static_cast<char *>(memory) + 1000, secret.view().constData(), 16);
+    void *memory = opensslMemoryWith(secret.view());
     QCOMPARE(present(sought), 1);
     QCOMPARE(sought.places().constFirst(), 2);
     memory = OPENSSL_realloc(memory, 2'000'000); // to another place
     QCOMPARE(sought.places().constFirst(), 2);
     OPENSSL_free(memory);
+    QCOMPARE(sought.places().constFirst(), 1);
+}
+
+void TestMemoryScan::whatOpensslCutsToNothingIsWiped()
+{
+    SoughtSecrets sought;
+    sought.addTurned(turnedSecret);
+    const SecretBytes secret(SoughtSecrets::turned(turnedSecret));
+    void *memory = opensslMemoryWith(secret.view());
+    QCOMPARE(sought.places().constFirst(), 2);
+    QCOMPARE(OPENSSL_realloc(memory, 0), nullptr);
     QCOMPARE(sought.places().constFirst(), 1);
 }
 
