@@ -2,22 +2,21 @@
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 
-import os
 import pathlib
 import random
-import resource
-import shutil
-import subprocess
+import re
 import sys
 
+import answers
 import mutants
+import project_copy
 
 # What decides something and draws nothing, and the folders of tests that answer for it: the nearest first.
-# A change that those do not notice is tried on the second.
+# A change that those do not notice is tried on the next.
 ROOMS = {
-    "crypto": (("tests/crypto",), ("tests/faults", "tests/fuzz")),
-    "net": (("tests/net",), ("tests/gui",)),
-    "ui": (("tests/ui",), ("tests/gui",)),
+    "crypto": ("tests/crypto", "tests/app", "tests/faults", "tests/fuzz"),
+    "net": ("tests/net", "tests/faults", "tests/gui"),
+    "ui": ("tests/ui", "tests/gui"),
 }
 PURE = {
     "crypto": "*",
@@ -25,61 +24,6 @@ PURE = {
     "ui": "bounded_text conversation_rows device_lists display_records history_groups history_rows initials "
     "message_time opened_history picture_file row_plan server_models text",
 }
-# A change can make a test wait for ever, or ask for all memory there is: both are noticed.
-SECONDS_A_TEST = 60
-MEMORY = 8 << 30
-
-
-def quiet(command, **options):
-    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **options)
-
-
-class Copy:
-    """The project's files in a folder of their own, where they are changed, built and tested."""
-
-    def __init__(self, root, folder):
-        self.source = folder / "source"
-        self.build = self.source / "build/dev"
-        listed = subprocess.run(["git", "-C", root, "ls-files", "-z"], check=True, stdout=subprocess.PIPE, text=True)
-        for name in filter(None, listed.stdout.split("\0")):
-            self.bring(root / name, self.source / name)
-
-    @staticmethod
-    def bring(origin, target):
-        """Leaves alone what is the same already: the build goes by times."""
-        if target.exists() and target.read_bytes() == origin.read_bytes():
-            return
-        target.parent.mkdir(parents=True, exist_ok=True)
-        shutil.copy(origin, target)
-
-    def configure(self):
-        launcher = ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache"] if shutil.which("ccache") else []
-        subprocess.run(
-            ["cmake", "--preset", "dev", "--log-level=WARNING", *launcher],
-            check=True, cwd=self.source, stdout=subprocess.DEVNULL,
-        )
-
-    def compiles(self, folders):
-        targets = [f"{folder}/all" for folder in folders]
-        return quiet(["cmake", "--build", self.build, "--target", *targets]).returncode == 0
-
-    def failing_test(self, folders):
-        """The name of a test that fails, or nothing."""
-        for folder in folders:
-            result = quiet(
-                ["ctest", "--test-dir", self.build / folder, "-j", str(os.cpu_count()), "--stop-on-failure",
-                 "--no-tests=error", "--timeout", str(SECONDS_A_TEST)],
-                stdin=subprocess.DEVNULL,
-                preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY)),
-            )
-            if result.returncode != 0:
-                return failed_name(result.stdout) or folder
-        return None
-
-
-def failed_name(output):
-    rows = [line for line in output.splitlines() if "***" in line]
-    return rows[0].split(":", 1)[1].split()[0].strip(".") if rows else None
 
 
 def candidates(source):
@@ -94,20 +38,68 @@ def candidates(source):
     return found
 
 
-def noticed_by(copy, mutant):
-    """The test that fails with this change; None when none does, False when it does not compile."""
-    path = copy.source / mutant.path
-    original = path.read_text()
-    path.write_text(mutant.apply(original))
-    try:
-        for folders in ROOMS[mutant.path.split("/")[0]]:
-            if not copy.compiles(folders):
-                return False
-            if name := copy.failing_test(folders):
-                return name
+def log(text):
+    print(text, file=sys.stderr, flush=True)
+
+
+class Trial:
+    """Tries changes, one at a time, on tests that were seen to pass without any."""
+
+    def __init__(self, copy):
+        self.copy = copy
+        self.tests = {}
+
+    def prove(self, folder):
+        """The names of a folder's tests, which all pass as long as nothing is changed."""
+        if folder not in self.tests:
+            log(f"{folder}: do they pass without any change?")
+            names = self.copy.tests_in(folder)
+            self.copy.make([f"{folder}/all"])
+            if failed := self.copy.failures(folder, names):
+                sys.exit(f"The tests in {folder} fail without any change: {failed}")
+            self.tests[folder] = names
+        return self.tests[folder]
+
+    def stages(self, path):
+        """(folder, targets, names of tests): the unit's own tests, and then whole folders."""
+        room, unit = path.removesuffix(".cpp").split("/")
+        own = re.compile(rf"tst_(\w+_)?{unit}(_\w+)?")
+        for folder in ROOMS[room]:
+            names = self.prove(folder)
+            nearest = [name for name in names if own.fullmatch(name)]
+            if nearest:
+                yield folder, nearest, nearest
+            yield folder, [f"{folder}/all"], [name for name in names if name not in nearest]
+
+    def noticed_by(self, mutant):
+        """The test that fails with this change; None when none does, False when it does not compile."""
+        path = self.copy.source / mutant.path
+        original = path.read_text()
+        for folder, targets, names in self.stages(mutant.path):
+            path.write_text(mutant.apply(original))
+            try:
+                if not self.copy.compiles(mutant.path):
+                    return False
+                self.copy.make(targets)
+                if name := self.failing_test(folder, names):
+                    return name
+            finally:
+                path.write_text(original)
         return None
-    finally:
-        path.write_text(original)
+
+    def failing_test(self, folder, names):
+        """The first that fails, and fails again: a busy machine has not noticed anything. Or nothing."""
+        while names:
+            failed = self.copy.failures(folder, names, "--stop-on-failure")
+            if not failed:
+                return None
+            for name, how in failed:
+                if "Timeout" in how or self.copy.failures(folder, [name]):
+                    return name
+                log(f"{name} failed once and passed then.")
+            doubtful = {name for name, _ in failed}
+            names = [name for name in names if name not in doubtful]
+        return None
 
 
 def describe(number, mutant, answer):
@@ -116,22 +108,25 @@ def describe(number, mutant, answer):
 
 
 def main(root, folder, seed, count, least):
-    copy = Copy(root, folder)
+    copy = project_copy.Copy(root, folder)
     copy.configure()
-    nearest = sorted({name for first, _ in ROOMS.values() for name in first})
-    if not copy.compiles(nearest) or (name := copy.failing_test(nearest)):
-        sys.exit(f"The tests fail without any change: {name if copy.compiles(nearest) else 'they do not compile'}")
+    trial = Trial(copy)
+    for first, *_ in ROOMS.values():
+        trial.prove(first)
+    known = answers.Answers(copy.source, folder / "noticed.json")
     pool = candidates(copy.source)
     random.Random(seed).shuffle(pool)
     print(f"{count} of {len(pool)} possible changes, seed {seed}\n")
-    print("| | Where | Before | After | Noticed by |\n|---|---|---|---|---|")
+    print("| | Where | Before | After | Noticed by |\n|---|---|---|---|---|", flush=True)
     tried = noticed = 0
     for mutant in pool:
         if tried == count:
             break
-        answer = noticed_by(copy, mutant)
+        answer = known.find(mutant) or trial.noticed_by(mutant)
         if answer is False:
             continue
+        if answer:
+            known.keep(mutant, answer)
         tried += 1
         noticed += answer is not None
         describe(tried, mutant, answer)
