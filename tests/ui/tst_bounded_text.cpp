@@ -19,6 +19,8 @@ private slots:
     void cut();
     void costlyTextsKeepWithinTheirEffort_data();
     void costlyTextsKeepWithinTheirEffort();
+    void effortIsCountedInPlainLetters_data();
+    void effortIsCountedInPlainLetters();
     void everyRowTakesItsShare();
     void newestMessagesComeFirst();
     void ordinaryHistoryIsWhole_data();
@@ -139,6 +141,32 @@ void TestBoundedText::costlyTextsKeepWithinTheirEffort()
     QVERIFY(text.startsWith(shown.chopped(1)));
     QVERIFY(drawingEffort(shown.chopped(1)) <= messageLimits.effort);
     QVERIFY(drawingEffort(text) > messageLimits.effort);
+}
+
+void TestBoundedText::effortIsCountedInPlainLetters_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("effort");
+    QString west;
+    for (char16_t unit = 0x20; unit < 0x300; ++unit)
+        west.append(unit);
+    QTest::newRow("every character of Europe's west") << west << 0x2e0;
+    QTest::newRow("a line break") << u"a\nb"_s << 122;
+    QTest::newRow("a line break of another system") << u"a\r\nb"_s << 123;
+    QTest::newRow("one emoji") << u"🔥"_s << 1'201;
+    QTest::newRow("a mark on a letter") << u"a"_s + mark << 14;
+    QTest::newRow("fifteen marks on a letter") << u"a"_s + many(mark, 15) << 200;
+    QTest::newRow("another script") << u"α"_s << 81;
+    QTest::newRow("one script after the other") << u"aα "_s << 83;
+    QTest::newRow("another direction and back") << u"a"_s + alef + u"a"_s << 163;
+    QTest::newRow("an isolate") << u"\u2067"_s << 81;
+}
+
+void TestBoundedText::effortIsCountedInPlainLetters()
+{
+    QFETCH(const QString, text);
+    QFETCH(const int, effort);
+    QCOMPARE(drawingEffort(text), qint64(effort));
 }
 
 void TestBoundedText::everyRowTakesItsShare()
