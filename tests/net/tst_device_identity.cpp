@@ -15,6 +15,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -43,6 +44,17 @@ void write(const QString &path, const QByteArray &content)
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(content), content.size());
+}
+
+// How often this process has the place open.
+int timesOpen(const QString &place)
+{
+    int times = 0;
+    for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code closedMeanwhile;
+        times += std::filesystem::read_symlink(entry.path(), closedMeanwhile) == place.toStdString() ? 1 : 0;
+    }
+    return times;
 }
 
 } // namespace
@@ -224,7 +236,7 @@ void TestDeviceIdentity::theSystemMayNumberTheFileZero()
     QVERIFY(!leftOpen);
 }
 
-// Here a copy that has made its file, and is about to write into it.
+// Here a copy that has made its file, and is about to write into it once the other has begun to wait.
 void TestDeviceIdentity::aCopyThatStartsAtTheSameTimeIsWaitedFor()
 {
     write(path, QByteArray());
@@ -232,9 +244,12 @@ void TestDeviceIdentity::aCopyThatStartsAtTheSameTimeIsWaitedFor()
     QCOMPARE(flock(first, LOCK_EX), 0);
     QString second;
     std::thread start([&] { second = loadOrCreateDeviceId(directory->path()); });
+    const QString place = QDir(directory->path()).canonicalPath();
+    const bool waits = QTest::qWaitFor([&] { return timesOpen(place) == 2; });
     write(path, "from the first");
     close(first);
     start.join();
+    QVERIFY(waits);
     QCOMPARE(second, u"from the first"_s);
 }
 
