@@ -32,6 +32,7 @@ private slots:
     void literalIsNotWrittenTo();
     void emptySecretIsHarmless();
     void whatWasCutOffIsWipedToo();
+    void whatWasTakenFromItsBeginningIsWipedToo();
     void whatWasTrimmedInPlaceIsWipedToo();
     void releasedSecretIsLeftAlone();
     void textIsWipedAsBytesAre();
@@ -100,6 +101,19 @@ void TestSecretBytes::whatWasCutOffIsWipedToo()
     secret.wipe();
     QCOMPARE(witness, QByteArray(4, '\0'));
     QCOMPARE(cutOff, QByteArray(27, '\0'));
+}
+
+// The toolkit moves nothing then: the text begins later in its buffer.
+void TestSecretBytes::whatWasTakenFromItsBeginningIsWipedToo()
+{
+    SecretBytes secret(freshSecret());
+    const auto buffer = QByteArray::fromRawData(secret.view().constData(), 32);
+    secret.buffer().remove(0, 8);
+    const QByteArray witness = secret.view();
+    QCOMPARE(witness.constData(), buffer.constData() + 8);
+    QCOMPARE(buffer, freshSecret());
+    secret.wipe();
+    QCOMPARE(buffer, QByteArray(32, '\0'));
 }
 
 // As the private key's file is trimmed when its text begins with a blank: moved down in its own buffer.
