@@ -4,12 +4,17 @@
 
 import accessibility
 import display
+import popups
 from checks import Broken
 from gi.repository import Atspi, GLib
 
 # What a person may use. Whatever else takes the keyboard counts too.
 CONTROLS = ("push button", "check box", "radio button", "toggle button", "text", "password text", "combo box",
             "list", "list item", "menu item", "push button menu", "spin button", "slider", "link")
+# What a person is told to be in.
+PLACES = ("dialog", "alert", "popup menu")
+# What takes the keyboard without being anything that a person uses: a folder has no size.
+CONTENTS = ("table cell",)
 # What says nothing of what it is for.
 FILLING = ("filler", "unknown", "invalid", "redundant object")
 
@@ -23,46 +28,55 @@ def takes_keyboard(element):
 
 
 class Listener:
-    """Listens to CLIENT and presses its keys; books what is wrong with CHECKS."""
+    """Listens to CLIENT, which speaks LANGUAGE, and presses its keys; books what is wrong with CHECKS."""
 
-    def __init__(self, client, checks):
-        self.client, self.checks = client, checks
-        self.heard = 0
+    def __init__(self, client, language, checks):
+        self.client, self.language, self.checks = client, language, checks
+        self.popups = popups.Popups()
+        self.heard = set()  # (page, role, name)
 
     def everything(self):
+        """What is on the screen, menus first: they have the keyboard while they are open."""
+        yield from self.popups.elements()
         program = accessibility.application(self.client.process.pid)
-        return accessibility.showing(program) if program else ()
+        if program:
+            yield from accessibility.showing(program)
 
-    def controls(self):
-        """(role, name) of each control on the screen."""
+    def told(self):
+        """(role, name, whether it is to be used) of all that is on the screen."""
         found = []
         for element in self.everything():
             try:
                 role, name = element.get_role_name(), element.get_name()
-                if role in CONTROLS or takes_keyboard(element):
-                    found.append((role, name))
+                is_used = role in CONTROLS + PLACES or takes_keyboard(element)
+                found.append((role, name, is_used and role not in CONTENTS))
             except GLib.Error:
                 continue  # a list was rebuilt meanwhile
         return found
 
+    def told_with(self, expected):
+        told = self.told()
+        return told if expected <= {(role, name) for role, name, _ in told} else None
+
     def hear(self, page, *expected):
-        """PAGE is there: EXPECTED must be among its controls, and every control must have a name."""
-        self.client.wait(f"{page}: {expected}", lambda: set(expected) <= set(self.controls()))
-        controls = self.controls()
-        self.heard += len(controls)
+        """PAGE is there: EXPECTED must be among what it tells, and every control must have a name."""
+        told = self.client.wait(f"{page}: {expected}", lambda: self.told_with(set(expected)))
+        controls = [(role, name) for role, name, is_used in told if is_used]
+        self.heard.update((page, role, name) for role, name in controls)
         nameless = [role for role, name in controls if not says_something(name)]
         filling = [(role, name) for role, name in controls if role in FILLING]
-        named = f"{page}: {len(controls)} controls, each has a name {nameless or ''}".rstrip()
-        self.checks.check(named, not nameless)
-        self.checks.check(f"{page}: each has a role {filling or ''}".rstrip(), not filling)
+        said = f"{self.language}, {page}: {len(controls)} controls"
+        self.checks.check(f"{said}, each has a name {nameless or ''}".rstrip(), not nameless)
+        self.checks.check(f"{said}, each has a role {filling or ''}".rstrip(), not filling)
 
     def focused(self):
-        """(role, name) of what has the keyboard. A list's current row says so even while another widget has it:
-        here the list counts."""
+        """(role, name) of what has the keyboard. A list's current row says so even while another widget has
+        it: here the list counts. A menu's entries have it without saying that they may."""
         for element in self.everything():
             try:
                 role = element.get_role_name()
-                if role != "list item" and takes_keyboard(element) and accessibility.has_focus(element):
+                may = role == "menu item" or (role != "list item" and takes_keyboard(element))
+                if may and accessibility.has_focus(element):
                     return role, element.get_name()
             except GLib.Error:
                 continue
@@ -85,6 +99,10 @@ class Listener:
     def moved_from(self, before):
         at = self.focused()
         return None if at == before else at
+
+    def leave_menu(self):
+        self.press("Escape")
+        self.client.wait("no menu", lambda: not self.popups.open())
 
     def press(self, *keys):
         for key in keys:
