@@ -181,7 +181,7 @@ void TestWindowMemoryScan::refusedSendsLeaveNothing()
 {
     chat.service.answer(send, 500, R"({"message":"No"})");
     signIn();
-    QVERIFY(chat.showHistory(u"bob"_s, {received(0)})); // brings the private key into memory: sending does not
+    QVERIFY(chat.showHistory(u"bob"_s, {received(0)})); // reads with the private key, as sending does not
     SoughtSecrets keys;
     for (int i = 0; i < 10; ++i) {
         QVERIFY(write(u"refused: %1"_s.arg(i)));
