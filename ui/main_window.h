@@ -77,7 +77,8 @@ private slots:
     void onUserPublicKeysFailed(const QString &username, const QString &message);
     void onMyDeviceKeysLoaded(const QJsonArray &keys);
     void onAvatarUploaded(bool ok, const QString &localPath);
-    // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the list it fills has that name too
+    // The definition may not hide the list that it fills.
+    // NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
     void onServersLoaded(const QJsonArray &servers);
     void onServerLoaded(const QJsonObject &server);
     void onServerCreated(const QJsonObject &server);

@@ -11,8 +11,7 @@ namespace tideloft::tests
 
 /// What of TEXT comes out wrong in FONT: a character as a box although a font could draw it, letters, digits
 /// or blanks out of a font of emoji. A character that no font of this machine has is a fault as well, unless
-/// it is a symbol and TIDELOFT_SCREENS_OTHER_FONTS says that the fonts which the client wants are not
-/// installed.
+/// TIDELOFT_SCREENS_OTHER_FONTS lists it; a listed character that is drawn is one too.
 QStringList glyphFaults(const QString &text, const QFont &font);
 
 /// The families that draw TEXT in FONT, in order, without repetitions, in lower case.
