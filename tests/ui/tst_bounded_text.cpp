@@ -154,6 +154,7 @@ void TestBoundedText::effortIsCountedInPlainLetters_data()
     QTest::newRow("a line break") << u"a\nb"_s << 122;
     QTest::newRow("a line break of another system") << u"a\r\nb"_s << 123;
     QTest::newRow("one emoji") << u"🔥"_s << 1'201;
+    QTest::newRow("letters around an emoji") << u"ab🔥ab🔥"_s << 2'406;
     QTest::newRow("a mark on a letter") << u"a"_s + mark << 14;
     QTest::newRow("fifteen marks on a letter") << u"a"_s + many(mark, 15) << 200;
     QTest::newRow("another script") << u"α"_s << 81;
