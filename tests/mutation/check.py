@@ -11,8 +11,8 @@ import answers
 import mutants
 import project_copy
 
-# What decides something and draws nothing, and the folders of tests that answer for it: the nearest first.
-# A change that those do not notice is tried on the next.
+# What decides something and draws nothing, and the folders of tests that answer for it. Changes that the first
+# does not notice are tried on the next ones, which take far longer, when all have been tried on their first.
 ROOMS = {
     "crypto": ("tests/crypto", "tests/app", "tests/faults", "tests/fuzz"),
     "net": ("tests/net", "tests/faults", "tests/gui"),
@@ -60,22 +60,22 @@ class Trial:
             self.tests[folder] = names
         return self.tests[folder]
 
-    def stages(self, path):
+    def stages(self, path, folders):
         """(folder, targets, names of tests): the unit's own tests, and then whole folders."""
-        room, unit = path.removesuffix(".cpp").split("/")
+        unit = pathlib.Path(path).stem
         own = re.compile(rf"tst_(\w+_)?{unit}(_\w+)?")
-        for folder in ROOMS[room]:
+        for folder in folders:
             names = self.prove(folder)
             nearest = [name for name in names if own.fullmatch(name)]
             if nearest:
                 yield folder, nearest, nearest
             yield folder, [f"{folder}/all"], [name for name in names if name not in nearest]
 
-    def noticed_by(self, mutant):
-        """The test that fails with this change; None when none does, False when it does not compile."""
+    def noticed_by(self, mutant, folders):
+        """The test in these that fails with this change; None when none does, False when it does not compile."""
         path = self.copy.source / mutant.path
         original = path.read_text()
-        for folder, targets, names in self.stages(mutant.path):
+        for folder, targets, names in self.stages(mutant.path, folders):
             path.write_text(mutant.apply(original))
             try:
                 if not self.copy.compiles(mutant.path):
@@ -107,6 +107,30 @@ def describe(number, mutant, answer):
     print("| " + " | ".join((*(cell.replace("|", "\\|") for cell in row), answer or "**nobody**")) + " |", flush=True)
 
 
+def folders_of(mutant):
+    return ROOMS[mutant.path.split("/")[0]]
+
+
+def answers_to(pool, count, trial, known):
+    """(number, mutant, test or None) of the first of the pool that compile."""
+    undecided = []
+    number = 0
+    for mutant in pool:
+        if number == count:
+            break
+        answer = known.find(mutant) or trial.noticed_by(mutant, folders_of(mutant)[:1])
+        if answer is False:
+            continue
+        number += 1
+        if answer:
+            yield number, mutant, answer
+        else:
+            log(f"{number}. {mutant.path}:{mutant.line + 1} is still to be noticed: {mutant.after.strip()}")
+            undecided.append((number, mutant))
+    for number, mutant in undecided:
+        yield number, mutant, trial.noticed_by(mutant, folders_of(mutant)[1:])
+
+
 def main(root, folder, seed, count, least):
     copy = project_copy.Copy(root, folder)
     copy.configure()
@@ -119,17 +143,12 @@ def main(root, folder, seed, count, least):
     print(f"{count} of {len(pool)} possible changes, seed {seed}\n")
     print("| | Where | Before | After | Noticed by |\n|---|---|---|---|---|", flush=True)
     tried = noticed = 0
-    for mutant in pool:
-        if tried == count:
-            break
-        answer = known.find(mutant) or trial.noticed_by(mutant)
-        if answer is False:
-            continue
+    for number, mutant, answer in answers_to(pool, count, trial, known):
         if answer:
             known.keep(mutant, answer)
         tried += 1
         noticed += answer is not None
-        describe(tried, mutant, answer)
+        describe(number, mutant, answer)
     print(f"\n{noticed} of {tried} noticed")
     return 0 if tried == count and noticed >= least else 1
 
