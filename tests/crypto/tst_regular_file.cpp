@@ -28,6 +28,8 @@ private slots:
     void nothingElseIsRead_data();
     void nothingElseIsRead();
     void whatIsThereIsSeenWhateverWentWrongBefore();
+    void whereNothingCanBeNothingIsSeen_data();
+    void whereNothingCanBeNothingIsSeen();
     void onlyAFileWithSomethingInItIsFilled_data();
     void onlyAFileWithSomethingInItIsFilled();
 
@@ -111,6 +113,24 @@ void TestRegularFile::whatIsThereIsSeenWhateverWentWrongBefore()
     QVERIFY(somethingIsAt(pathOf(u"there"_s)));
     errno = EIO;
     QVERIFY(!somethingIsAt(pathOf(u"not there"_s)));
+}
+
+void TestRegularFile::whereNothingCanBeNothingIsSeen_data()
+{
+    QTest::addColumn<QString>("path");
+    QVERIFY(writeFile(pathOf(u"a file"_s), "x"));
+    QFile::remove(pathOf(u"loop"_s));
+    QVERIFY(QFile::link(pathOf(u"loop"_s), pathOf(u"loop"_s)));
+    QTest::newRow("in no directory") << pathOf(u"no directory/file"_s);
+    QTest::newRow("below a file") << pathOf(u"a file/file"_s);
+    QTest::newRow("at a link to itself") << pathOf(u"loop"_s);
+    QTest::newRow("under a longer name than files have") << pathOf(QString(300, u'x'));
+}
+
+void TestRegularFile::whereNothingCanBeNothingIsSeen()
+{
+    QFETCH(const QString, path);
+    QVERIFY(!somethingIsAt(path));
 }
 
 void TestRegularFile::onlyAFileWithSomethingInItIsFilled_data()
