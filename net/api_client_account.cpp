@@ -39,12 +39,8 @@ void ApiClient::registerAccount(const QString &name, const QString &password)
 void ApiClient::logout()
 {
     forgetReplies();
-    // Whether the service agreed changes nothing here: the user is signed out. A refresh may have come until
-    // then.
-    const auto leave = [this] {
-        username.clear();
-        forgetReplies();
-    };
+    // Whether the service agreed changes nothing here: the user is signed out.
+    const auto leave = [this] { username.clear(); };
     handleJsonReply(
         network.post(buildRequest(u"/api/auth/logout"_s), QByteArray()),
         [leave](const QJsonDocument &, int) { leave(); }, [leave](const QString &, int) { leave(); });

@@ -74,9 +74,10 @@ void TestForgottenReplies::nothingIsKeptAfterTheLogOut()
     QVERIFY(settle(client));
     service.answer(request, 200, "[]"); // and the service keeps nothing of it
     QVERIFY(settle(client));
-    QVERIFY(sought.places().first() > 0);
-    if (!late)
+    if (!late) {
+        QVERIFY(sought.places().first() > 0);
         client.logout();
+    }
     service.release(logout);
     QTRY_COMPARE(client.currentUsername(), QString());
     QVERIFY(settle(client));
