@@ -33,7 +33,7 @@ QList<ui::HistoryRow> history(int count)
         records.append(
             {.from = isMine ? u"alice"_s : u"bob"_s,
              .text = QString::number(i) + u' ' + words.repeated(1 + i % 5 / 2).left(12 + i * 37 % 180),
-             .time = start.addSecs(i * 97),
+             .time = start.addSecs(qint64(i) * 97),
              .isMine = isMine});
     }
     return ui::historyRows(records, start.date(), ui::Language::English);

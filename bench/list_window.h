@@ -10,8 +10,8 @@
 #include <QListWidget>
 #include <QMainWindow>
 
+#include <ctime>
 #include <functional>
-#include <time.h>
 
 namespace tideloft::bench
 {

@@ -19,7 +19,7 @@ using KeyPtr = crypto::OpenSslPtr<EVP_PKEY>;
 
 inline KeyPtr keyFromDer(const QByteArray &privateDer)
 {
-    auto *position = reinterpret_cast<const unsigned char *>(privateDer.constData());
+    const auto *position = reinterpret_cast<const unsigned char *>(privateDer.constData());
     return KeyPtr(d2i_AutoPrivateKey(nullptr, &position, static_cast<long>(privateDer.size())));
 }
 

@@ -72,7 +72,7 @@ public:
     QTimer *refreshTimer() const;
 
     void click(const QString &name) const; ///< a left click into the middle
-    void fillIn(const QString &name, const QString &password) const;
+    void fillIn(const QString &name, const QString &secret) const;
     /// Types both fields, clicks, and waits for the main page and its first requests.
     bool signIn(const QString &name = QStringLiteral("alice"));
     /// Waits until the conversation list has PEERS in that order, and nothing else.

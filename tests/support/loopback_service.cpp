@@ -224,7 +224,7 @@ RecordedRequest LoopbackService::lastRequest(const QByteArray &key) const
     return found.isEmpty() ? RecordedRequest() : found.last();
 }
 
-bool LoopbackService::waitForRequests(const QByteArray &key, qsizetype wanted)
+bool LoopbackService::waitForRequests(const QByteArray &key, qsizetype wanted) const
 {
     return QTest::qWaitFor([&] { return count(key) >= wanted; }, patience());
 }

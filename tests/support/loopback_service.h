@@ -55,7 +55,7 @@ public:
     /// The newest request, of KEY if one is given; an empty one when there was none.
     RecordedRequest lastRequest(const QByteArray &key = {}) const;
     /// Runs the event loop until COUNT requests of KEY have come; false when they did not within patience().
-    bool waitForRequests(const QByteArray &key, qsizetype wanted);
+    bool waitForRequests(const QByteArray &key, qsizetype wanted) const;
     void clear() { recorded.clear(); } ///< forgets the recorded requests; answers and holds stay
 
 protected:
