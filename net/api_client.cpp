@@ -67,10 +67,11 @@ QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &b
 void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess,
                                 FailureContinuation onFailure, RepeatedArray *repeated)
 {
-    const auto handle = [this, reply, repeated, asked = forgotten, onSuccess = std::move(onSuccess),
-                         onFailure = std::move(onFailure)] {
-        // Nothing is kept of a reply that comes after log-out, also when the next person has signed in since.
-        const bool isKept = keepsReplies && asked == forgotten;
+    // Nothing is kept of a reply that comes after log-out or was asked for then, also when the next person
+    // has signed in since.
+    const auto handle = [this, reply, repeated, mayBeKept = keepsReplies, asked = forgotten,
+                         onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
+        const bool isKept = mayBeKept && asked == forgotten;
         const auto [document, httpStatus] = readJsonReply(*reply, isKept ? repeated : nullptr);
         if (reply->error() == QNetworkReply::NoError)
             onSuccess(document, httpStatus);

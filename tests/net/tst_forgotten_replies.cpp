@@ -32,6 +32,8 @@ private slots:
     void initTestCase();
     void nothingIsKeptAfterTheLogOut_data();
     void nothingIsKeptAfterTheLogOut();
+    void nothingIsKeptForTheNextPerson_data();
+    void nothingIsKeptForTheNextPerson();
 };
 
 // Buffers of some size go back to the system as soon as they are freed: what is found then is still kept.
@@ -80,6 +82,47 @@ void TestForgottenReplies::nothingIsKeptAfterTheLogOut()
     }
     service.release(logout);
     QTRY_COMPARE(client.currentUsername(), QString());
+    QVERIFY(settle(client));
+    QCOMPARE(sought.found(), 0);
+}
+
+void TestForgottenReplies::nothingIsKeptForTheNextPerson_data()
+{
+    QTest::addColumn<bool>("afterLogOut");
+    QTest::newRow("asked for before the log-out") << false;
+    QTest::newRow("asked for after the log-out") << true; // as for a message that was under way
+}
+
+void TestForgottenReplies::nothingIsKeptForTheNextPerson()
+{
+    QFETCH(const bool, afterLogOut);
+    const QByteArray request = "GET /api/chat/history/bob";
+    const QByteArray turnedMarker =
+        SoughtSecrets::turned(afterLogOut ? "Mark of the next" : "Mark of the last");
+    SoughtSecrets sought;
+    sought.addTurned(turnedMarker);
+    LoopbackService service;
+    service.answer("POST /api/auth/login", 200, "{}");
+    service.answer("GET /api/groups", 200, "[]");
+    service.answer(request, 200, R"([{"text":")" + marked(turnedMarker) + R"("}])");
+    service.hold(request);
+    ApiClient client;
+    QSignalSpy signedIn(&client, &ApiClient::loginSucceeded);
+    client.login(u"alice"_s, u"pw"_s, false);
+    QVERIFY(signedIn.wait());
+    if (afterLogOut)
+        client.forgetReplies();
+    client.fetchHistory(u"bob"_s);
+    QVERIFY(service.waitForRequests(request, 1));
+    if (!afterLogOut)
+        client.forgetReplies();
+    client.login(u"carl"_s, u"pw"_s, false);
+    QVERIFY(signedIn.wait());
+    QSignalSpy loaded(&client, &ApiClient::historyLoaded);
+    service.release(request);
+    QVERIFY(loaded.wait());
+    loaded.clear();
+    service.answer(request, 200, "[]"); // and the service keeps nothing of it
     QVERIFY(settle(client));
     QCOMPARE(sought.found(), 0);
 }
