@@ -11,7 +11,6 @@ import http.cookiejar
 import json
 import os
 import pathlib
-import subprocess
 import sys
 import tempfile
 import traceback
@@ -29,17 +28,6 @@ def parse_arguments():
         parser.add_argument(f"--{name}", required=True, type=lambda path: pathlib.Path(path).absolute())
     parser.add_argument("--on-screen", action="store_true", help=argparse.SUPPRESS)
     return parser.parse_args()
-
-
-def run_under_virtual_display():
-    """Starts this program again with a screen and a session bus of its own."""
-    missing = display.missing_tools()
-    if missing:
-        raise SystemExit(f"listen: not installed: {', '.join(missing)}. ./test installs what it needs.")
-    with display.virtual_display() as screen, tempfile.TemporaryDirectory() as directory:
-        return subprocess.run(
-            ["dbus-run-session", "--", sys.executable, "-B", *sys.argv, "--on-screen"],
-            env=display.clean_environment(screen, directory), check=False).returncode
 
 
 def make_peer(service, name, home):
@@ -122,7 +110,7 @@ def run_on_screen(arguments):
 
 def main():
     arguments = parse_arguments()
-    return run_on_screen(arguments) if arguments.on_screen else run_under_virtual_display()
+    return run_on_screen(arguments) if arguments.on_screen else display.run_again_on_screen()
 
 
 if __name__ == "__main__":

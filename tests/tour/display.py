@@ -8,6 +8,7 @@ import os
 import pathlib
 import shutil
 import subprocess
+import sys
 import tempfile
 import time
 
@@ -16,6 +17,10 @@ from checks import wait_until
 WIDTH, HEIGHT = 2240, 760
 
 TOOLS = ("Xvfb", "openbox", "xdotool", "xmodmap", "import", "convert", "dbus-run-session")
+
+# What a session bus says that starts.
+USUAL_WORDS = ("Failed to set fd limit", "Activating service name=", "Successfully activated service",
+               "SpiRegistry daemon is running")
 
 # Windows without a frame stand exactly where they are put. Keys do what they do on most desktops.
 WINDOW_MANAGER = """<?xml version="1.0"?>
@@ -68,6 +73,31 @@ def clean_environment(display, directory):
     environment.update(DISPLAY=display, LANG="C.UTF-8", LC_ALL="C.UTF-8", XDG_RUNTIME_DIR=str(runtime),
                        QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
     return environment
+
+
+def run_again_on_screen():
+    """Starts the program that runs once more, with --on-screen and a screen and a session bus of its own."""
+    missing = missing_tools()
+    if missing:
+        raise SystemExit(f"{pathlib.Path(sys.argv[0]).stem}: not installed: {', '.join(missing)}. "
+                         "./test installs what it needs.")
+    with virtual_display() as screen, tempfile.TemporaryDirectory() as directory:
+        # A file: of a pipe nobody would know when the last program of the session bus has closed it.
+        complaints = pathlib.Path(directory, "complaints")
+        try:
+            with open(complaints, "wb") as output:
+                return subprocess.run(
+                    ["dbus-run-session", "--", sys.executable, "-B", *sys.argv, "--on-screen"],
+                    env=clean_environment(screen, directory), stderr=output, check=False).returncode
+        finally:
+            show_complaints(complaints.read_text(encoding="utf-8", errors="replace"))
+
+
+def show_complaints(text):
+    """What went wrong, an import that failed for example, without what is always said."""
+    for line in text.splitlines():
+        if line.strip() and not any(usual in line for usual in USUAL_WORDS):
+            print(line, file=sys.stderr)
 
 
 def tool(*arguments, **options):

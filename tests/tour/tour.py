@@ -19,9 +19,6 @@ import traceback
 
 import display
 
-# What a session bus says that starts.
-USUAL_WORDS = ("Failed to set fd limit", "Activating service name=", "Successfully activated service")
-
 
 def parse_arguments():
     parser = argparse.ArgumentParser(description="Two clients exchange a message.")
@@ -30,30 +27,6 @@ def parse_arguments():
     parser.add_argument("--port", type=int, default=0)
     parser.add_argument("--on-screen", action="store_true", help=argparse.SUPPRESS)
     return parser.parse_args()
-
-
-def run_under_virtual_display():
-    """Starts this program again with a screen and a session bus of its own."""
-    missing = display.missing_tools()
-    if missing:
-        raise SystemExit(f"tour: not installed: {', '.join(missing)}. ./test installs what it needs.")
-    with display.virtual_display() as screen, tempfile.TemporaryDirectory() as directory:
-        # A file: of a pipe nobody would know when the last program of the session bus has closed it.
-        complaints = pathlib.Path(directory, "complaints")
-        try:
-            with open(complaints, "wb") as output:
-                return subprocess.run(
-                    ["dbus-run-session", "--", sys.executable, "-B", *sys.argv, "--on-screen"],
-                    env=display.clean_environment(screen, directory), stderr=output, check=False).returncode
-        finally:
-            show_complaints(complaints.read_text(encoding="utf-8", errors="replace"))
-
-
-def show_complaints(text):
-    """What went wrong, an import that failed for example, without what is always said."""
-    for line in text.splitlines():
-        if line.strip() and not any(usual in line for usual in USUAL_WORDS):
-            print(line, file=sys.stderr)
 
 
 def show_film(film, checks):
@@ -95,7 +68,7 @@ def run_on_screen(arguments):
 
 def main():
     arguments = parse_arguments()
-    return run_on_screen(arguments) if arguments.on_screen else run_under_virtual_display()
+    return run_on_screen(arguments) if arguments.on_screen else display.run_again_on_screen()
 
 
 if __name__ == "__main__":
