@@ -5,6 +5,7 @@
 
 #include "net/device_identity.h"
 #include "net/json_reply.h"
+#include "net/reply_outcome.h"
 #include "net/service_endpoint.h"
 
 #include <QNetworkCookieJar>
@@ -72,11 +73,12 @@ void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSucc
     const auto handle = [this, reply, repeated, mayBeKept = keepsReplies, asked = forgotten,
                          onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
         const bool isKept = mayBeKept && asked == forgotten;
+        const auto [ok, errorText] = outcomeOf(*reply);
         const auto [document, httpStatus] = readJsonReply(*reply, isKept ? repeated : nullptr);
-        if (reply->error() == QNetworkReply::NoError)
+        if (ok)
             onSuccess(document, httpStatus);
         else
-            onFailure(document.isObject() ? extractErrorMessage(document) : reply->errorString(), httpStatus);
+            onFailure(document.isObject() ? extractErrorMessage(document) : errorText, httpStatus);
     };
     // This object as the context: when it is gone, so are its continuations.
     connect(reply, &QNetworkReply::finished, this, handle);

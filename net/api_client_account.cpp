@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
+#include "net/reply_outcome.h"
 #include "net/search_query.h"
 
 #include <QNetworkReply>
@@ -73,8 +74,7 @@ void ApiClient::updateProfile(const QString &, const QString &bio, const Profile
 {
     QNetworkReply *reply = post(u"/api/profile/update"_s, QJsonObject{{u"bio"_s, bio}});
     connect(reply, &QNetworkReply::finished, this, [reply, callback] {
-        const bool ok = reply->error() == QNetworkReply::NoError;
-        const QString message = ok ? QString() : reply->errorString();
+        const auto [ok, message] = outcomeOf(*reply);
         reply->deleteLater();
         if (callback)
             callback(ok, message);

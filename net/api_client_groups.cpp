@@ -4,6 +4,8 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
+#include "net/reply_outcome.h"
+
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
@@ -21,8 +23,8 @@ void handleGroupReply(ApiClient *client, QNetworkReply *reply, const GroupContin
 {
     QObject::connect(reply, &QNetworkReply::finished, client, [client, reply, onSuccess] {
         reply->deleteLater();
-        if (reply->error() != QNetworkReply::NoError)
-            emit client->serversFailed(reply->errorString());
+        if (const auto [ok, errorText] = outcomeOf(*reply); !ok)
+            emit client->serversFailed(errorText);
         else
             onSuccess(QJsonDocument::fromJson(reply->readAll()));
     });

@@ -5,6 +5,7 @@
 #include "net/api_client.h"
 
 #include "net/image_upload.h"
+#include "net/reply_outcome.h"
 #include "net/service_endpoint.h"
 
 #include <QNetworkReply>
@@ -40,7 +41,7 @@ void ApiClient::uploadAvatar(const QString &localPath)
     }
     QNetworkReply *reply = postImage(network, u"/api/profile/avatar/upload"_s, std::move(body));
     connect(reply, &QNetworkReply::finished, this, [this, reply, localPath] {
-        const bool ok = reply->error() == QNetworkReply::NoError;
+        const bool ok = outcomeOf(*reply).ok;
         reply->deleteLater();
         emit avatarUploaded(ok, localPath);
     });
@@ -55,7 +56,7 @@ void ApiClient::uploadServerIcon(const QString &groupId, const QString &localPat
     QNetworkReply *reply = postImage(network, u"/api/groups/"_s + groupId + u"/icon"_s, std::move(body));
     connect(reply, &QNetworkReply::finished, this, [this, reply, groupId] {
         reply->deleteLater();
-        if (reply->error() != QNetworkReply::NoError)
+        if (!outcomeOf(*reply).ok)
             return;
         const QJsonObject answer = QJsonDocument::fromJson(reply->readAll()).object();
         emit serverIconUploaded(groupId, answer.value(u"iconUrl"_s).toString());

@@ -148,7 +148,7 @@ void TestApiClientPipeline::aTruncatedBody()
     const SignalLog log(client);
     QSignalSpy failed(&client, &ApiClient::conversationsFailed);
     client.fetchConversations();
-    QVERIFY(failed.wait());
+    QVERIFY2(failed.wait(), log.emitted().join(' ').constData());
     QCOMPARE(failed.first().first().toString(), u"Connection closed"_s);
     QCOMPARE(log.emitted(), QList<QByteArray>{"conversationsFailed"});
 }

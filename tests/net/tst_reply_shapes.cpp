@@ -2,39 +2,17 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "endpoints.h"
+#include "finished_replies.h"
 #include "reply_shapes.h"
 #include "tests/support/long_form.h"
 #include "tests/support/loopback_service.h"
-#include "tests/support/patience.h"
 #include "tests/support/test_main.h"
-
-#include <QNetworkReply>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 
 namespace
 {
-
-// Counts the replies that the client is done with. It lets go of each once it has reported it.
-class FinishedReplies : public QObject
-{
-public:
-    FinishedReplies() { qApp->installEventFilter(this); }
-    bool eventFilter(QObject *receiver, QEvent *event) override
-    {
-        if (event->type() == QEvent::DeferredDelete && qobject_cast<QNetworkReply *>(receiver))
-            ++count;
-        return false;
-    }
-    bool reach(int wanted) // in finer steps than the macros', for there are thousands of rows
-    {
-        return QTest::qWaitFor([this, wanted] { return count >= wanted; }, patience()) && count == wanted;
-    }
-
-private:
-    int count = 0;
-};
 
 QList<ReplyShape> shapes()
 {

@@ -1,0 +1,22 @@
+// How a finished reply ended, whatever it says.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+class QNetworkReply;
+
+namespace tideloft::net
+{
+
+struct ReplyOutcome {
+    bool ok = false;
+    QString errorText; ///< the toolkit's words; empty when all is well
+};
+
+/// REPLY must have finished, and nothing of its body have been read. A body that is shorter than its
+/// Content-Length (RFC 9110, 8.6) has been cut off.
+ReplyOutcome outcomeOf(const QNetworkReply &reply);
+
+} // namespace tideloft::net
