@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/midnight.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -50,6 +51,7 @@ void TestChatDays::initTestCase()
     qputenv("TZ", "Europe/Stockholm");
     ::tzset();
     QCOMPARE(at({2021, 7, 1}, 0), u"2021-06-30T22:00:00.000Z"_s);
+    stayAwayFromMidnight();
     QVERIFY(chat.signIn());
     QVERIFY(chat.open(u"bob"_s));
 }

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/midnight.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
@@ -27,7 +28,11 @@ class TestConversationList : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QVERIFY(chat.signIn()); }
+    void initTestCase()
+    {
+        stayAwayFromMidnight();
+        QVERIFY(chat.signIn());
+    }
     void init() { failOnToolkitWarnings(); }
     void itemWithoutPeerHasNoRow();
     void orderIsTheServices();
