@@ -121,7 +121,7 @@ class Client:
         return field
 
     def choose_in_menu(self, position, look=lambda: None):
-        """Has a LOOK at the menu that opens and takes its entry at POSITION. Menus cannot be read."""
+        """Has a LOOK at the menu that opens and takes its entry at POSITION."""
         self.wait("a menu", lambda: len(self.visible_windows()) > 1)
         look()
         for _ in range(position):
