@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -165,8 +166,11 @@ QString RandomHands::pressSomeKey(QWidget *front)
                                      Qt::Key_A,      Qt::Key_F10,   Qt::Key_Delete,    Qt::Key_Right};
     const Qt::Key key = choose.from(keys);
     const Qt::KeyboardModifiers shift = choose.oneIn(5) ? Qt::ShiftModifier : Qt::NoModifier;
-    if (front->windowHandle())
-        QTest::keyClick(front->windowHandle(), key, shift);
+    if (const QPointer<QWindow> window = front->windowHandle()) {
+        QTest::keyPress(window, key, shift);
+        if (window) // a key that takes a menu's entry is let go when the menu has been gone for long
+            QTest::keyRelease(window, key, shift);
+    }
     return u"key %1"_s.arg(key, 0, 16);
 }
 
