@@ -66,7 +66,8 @@ void TestCommandLine::answers()
 
 void TestCommandLine::helpNamesBothOptions()
 {
-    char program[] = "tideloft", option[] = "--help";
+    char program[] = "tideloft";
+    char option[] = "--help";
     char *const argv[] = {program, option};
     const QString text = answerTo(argv).value_or(QString());
     QVERIFY(text.contains(u"\n  --help "_s));
