@@ -80,7 +80,8 @@ void TestApiClientSession::redirectsAreFollowed()
              QByteArray(expected).replace("Content-Type: application/json\r\n", ""));
 }
 
-// The toolkit copies headers, cookie and body to wherever the service points: the service is trusted with it.
+// The toolkit copies headers and body to wherever the service points, and the cookie to every port of its
+// host: the service is trusted with it.
 void TestApiClientSession::redirectsToAnotherOriginRepeatEverything()
 {
     LoopbackService elsewhere;
