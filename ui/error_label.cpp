@@ -3,8 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/error_label.h"
 
+#include "ui/text_height.h"
+
 #include <QPainter>
-#include <QStyle>
 
 namespace tideloft::ui
 {
@@ -22,16 +23,38 @@ QSize ErrorLabel::minimumSizeHint() const
     return {0, qMin(QLabel::minimumSizeHint().height(), 2 * fontMetrics().lineSpacing() + 14)};
 }
 
+bool ErrorLabel::hasWordBeyond(int room) const
+{
+    const QRect place(0, 0, room, QWIDGETSIZE_MAX);
+    return fontMetrics().boundingRect(place, Qt::TextWordWrap, text()).width() > room;
+}
+
+int ErrorLabel::heightForWidth(int width) const
+{
+    const int height = QLabel::heightForWidth(width);
+    const int room = width - (this->width() - contentsRect().width());
+    if (!hasWordBeyond(room))
+        return height;
+    const auto heightWith = [&](QTextOption::WrapMode mode) {
+        return textHeight(text(), font(), room, mode);
+    };
+    return height + heightWith(QTextOption::WrapAtWordBoundaryOrAnywhere) - heightWith(QTextOption::WordWrap);
+}
+
+// A label breaks lines between words only, and puts a text that is too high in its middle.
 void ErrorLabel::paintEvent(QPaintEvent *event)
 {
-    if (heightForWidth(width()) <= height()) {
+    const bool fits = heightForWidth(width()) <= height();
+    if (fits && !hasWordBeyond(contentsRect().width())) {
         QLabel::paintEvent(event);
         return;
     }
     QPainter painter(this);
     drawFrame(&painter);
-    style()->drawItemText(&painter, contentsRect(), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
-                          palette(), isEnabled(), text(), foregroundRole());
+    QTextOption option(fits ? Qt::AlignCenter : Qt::AlignHCenter | Qt::AlignTop);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(contentsRect(), text(), option);
 }
 
 } // namespace tideloft::ui
