@@ -15,7 +15,7 @@ namespace
 
 QByteArray freshSecret()
 {
-    return QByteArray(32, 'k');
+    return {32, 'k'};
 }
 
 } // namespace

@@ -47,7 +47,7 @@ void TestWycheproofOaep::addRows(bool opens)
     QTest::addColumn<QByteArray>("message");
     QTest::addColumn<QByteArray>("ciphertext");
     for (const QByteArrayList &fields : std::as_const(vectors)) {
-        const QByteArray label = fields.at(2);
+        const QByteArray &label = fields.at(2);
         if ((fields.at(1) == "valid" && label.isEmpty()) != opens)
             continue;
         const QByteArray name =

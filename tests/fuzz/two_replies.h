@@ -34,7 +34,7 @@ inline QDateTime shownAt()
 {
     static const bool zoneIsSet = qputenv("TZ", "Europe/Stockholm");
     Q_UNUSED(zoneIsSet)
-    return QDateTime(QDate(2026, 3, 29), QTime(3, 30));
+    return {QDate(2026, 3, 29), QTime(3, 30)};
 }
 
 /// Instead of opening an envelope: its nonce, so that the input decides what comes out.
