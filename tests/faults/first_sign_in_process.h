@@ -28,7 +28,12 @@ public:
         process.start(QString::fromUtf8(FIRST_SIGN_IN_PROGRAM), arguments);
         ready = process.waitForReadyRead() && process.readLine() == "ready\n";
     }
-    void go() { process.write("\n"); }
+    /// Returns when the line has left: without that it would wait for the next look at this process.
+    void go()
+    {
+        process.write("\n");
+        process.waitForBytesWritten();
+    }
     /// Waits for its end. Its lines: the identifier, and the public key or what went wrong.
     QStringList lines()
     {
