@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tests/fuzz/json_input.h"
+#include "tests/ui/local_zone.h"
 #include "ui/text.h"
 
 #include <QDateTime>
@@ -32,8 +33,7 @@ inline TwoReplies twoReplies(const uint8_t *data, size_t size)
 /// The moment at which both are shown, in a zone that has summer time.
 inline QDateTime shownAt()
 {
-    static const bool zoneIsSet = qputenv("TZ", "Europe/Stockholm");
-    Q_UNUSED(zoneIsSet)
+    [[maybe_unused]] static const bool zoneIsSet = (setLocalZone(stockholm), true);
     return {QDate(2026, 3, 29), QTime(3, 30)};
 }
 

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
+#include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 
 #include <QFileDialog>
@@ -52,7 +53,7 @@ bool showWidePicture(SettingsProbe &probe, const PictureFolder &files)
 {
     probe.service.answer(avatarKey, 200, "{}");
     return chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
-           && QTest::qWaitFor([&] { return !footerPicture(probe).isNull(); });
+           && QTest::qWaitFor([&] { return !footerPicture(probe).isNull(); }, patience());
 }
 
 } // namespace

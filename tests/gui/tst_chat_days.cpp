@@ -4,11 +4,10 @@
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/midnight.h"
 #include "tests/support/test_main.h"
+#include "tests/ui/local_zone.h"
 
 #include <QApplication>
 #include <QDateTime>
-
-#include <ctime>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -48,8 +47,7 @@ private:
 void TestChatDays::initTestCase()
 {
     failOnToolkitWarnings();
-    qputenv("TZ", "Europe/Stockholm");
-    ::tzset();
+    setLocalZone(stockholm);
     QCOMPARE(at({2021, 7, 1}, 0), u"2021-06-30T22:00:00.000Z"_s);
     stayAwayFromMidnight();
     QVERIFY(chat.signIn());

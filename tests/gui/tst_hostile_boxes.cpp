@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_hostile_probe.h"
+#include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 #include "ui/bounded_text.h"
 #include "ui/message_box.h"
@@ -44,7 +45,7 @@ QMessageBox *TestHostileBoxes::show(const QString &text)
         box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         return box && QApplication::activeWindow() == box;
     };
-    return QTest::qWaitFor(isShown) ? box : nullptr;
+    return QTest::qWaitFor(isShown, patience()) ? box : nullptr;
 }
 
 void TestHostileBoxes::staysOnScreen_data()

@@ -6,6 +6,7 @@
 #include "tests/gui/tst_person.h"
 #include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/patience.h"
 #include "tests/support/sealed_messages.h"
 
 #include <QDialog>
@@ -103,7 +104,7 @@ QStringList ModalProbe::during(const InFront &front, const std::function<void()>
         texts = closeAll();
     });
     front.open(*this);
-    if (!QTest::qWaitFor([&] { return person.hasSeen(); }))
+    if (!QTest::qWaitFor([&] { return person.hasSeen(); }, patience()))
         qFatal("%s did not open", front.name);
     return texts + closeAll();
 }

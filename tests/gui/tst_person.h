@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/patience.h"
+
 #include <QApplication>
 #include <QPointer>
 #include <QTest>
@@ -26,7 +28,7 @@ public:
             if (!front || !front->isVisible())
                 return;
             look.stop();
-            if (!menu && !QTest::qWaitForWindowActive(front))
+            if (!menu && !QTest::qWaitForWindowActive(front, patience()))
                 qFatal("The dialog does not come up");
             seen = true;
             use(*front);

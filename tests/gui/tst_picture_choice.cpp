@@ -207,8 +207,9 @@ void TestPictureChoice::aFileOfTheListIsUploaded()
         choosePath(dialog, folder.path()); // a folder is entered, not chosen
         QVERIFY(dialog.isVisible());
         const auto *list = only<QListView>(dialog, u"listView"_s);
-        QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 2);
-        const QRect second = list->visualRect(list->model()->index(1, 0, list->rootIndex()));
+        const auto secondRow = [list] { return list->model()->index(1, 0, list->rootIndex()); };
+        QTRY_COMPARE(secondRow().data().toString(), u"b second.jpg"_s); // and not before the rows are sorted
+        const QRect second = list->visualRect(secondRow());
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second.center());
         if (way == u"click and Open")
             clickOnScreen(*openButtonOf(dialog));

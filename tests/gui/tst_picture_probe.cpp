@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
+#include "tests/support/patience.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -97,7 +98,7 @@ QMessageBox *waitForMessage()
         box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         return box && box->isVisible();
     };
-    return QTest::qWaitFor(shown) ? box : nullptr;
+    return QTest::qWaitFor(shown, patience()) ? box : nullptr;
 }
 
 qsizetype messageCount()

@@ -4,6 +4,7 @@
 #include "tests/gui/tst_popups.h"
 
 #include "tests/gui/tst_person.h"
+#include "tests/support/patience.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,7 +29,8 @@ bool withDialog(const std::function<void()> &open, const std::function<void(QDia
 {
     const Person<QDialog> person([&use](QDialog &dialog) {
         // The window is active a moment before one of its widgets has the keyboard.
-        if (!QTest::qWaitFor([&dialog] { return dialog.isAncestorOf(QApplication::focusWidget()); }))
+        if (!QTest::qWaitFor([&dialog] { return dialog.isAncestorOf(QApplication::focusWidget()); },
+                             patience()))
             qFatal("The dialog does not get the keyboard");
         use(dialog);
     });

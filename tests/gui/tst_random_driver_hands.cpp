@@ -168,8 +168,10 @@ QString RandomHands::pressSomeKey(QWidget *front)
     const Qt::KeyboardModifiers shift = choose.oneIn(5) ? Qt::ShiftModifier : Qt::NoModifier;
     if (const QPointer<QWindow> window = front->windowHandle()) {
         QTest::keyPress(window, key, shift);
-        if (window) // a key that takes a menu's entry is let go when the menu has been gone for long
-            QTest::keyRelease(window, key, shift);
+        if (window) // a key that answers a box is let go when the box has gone
+            QTest::keyRelease(window, key);
+        if (window && shift != Qt::NoModifier)
+            QTest::keyRelease(window, Qt::Key_Shift);
     }
     return u"key %1"_s.arg(key, 0, 16);
 }

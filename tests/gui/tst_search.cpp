@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -87,7 +88,7 @@ bool TestSearch::showResults(const QStringList &names)
 {
     chat.service.answer(search, 200, users(names));
     QTest::keyClicks(chat.sideSearch(), u"bo"_s);
-    return QTest::qWaitFor([this] { return chat.searchResults()->isVisible(); });
+    return QTest::qWaitFor([this] { return chat.searchResults()->isVisible(); }, patience());
 }
 
 void TestSearch::everyKeystrokeFromTheSecondAsks()

@@ -198,8 +198,11 @@ void TestSecretTraces::nothingIsLeftBehind()
     prepareAnswers();
     Machine machine;
     machine.start(service->url(), loggingRules);
-    QVERIFY(service->waitForRequests("POST /api/chat/device-key", 1));
-    QVERIFY(service->waitForRequests(conversations, 1));
+    const auto hasSignedIn = [this] {
+        return service->count("POST /api/chat/device-key") > 0 && service->count(conversations) > 0;
+    };
+    if (!QTest::qWaitFor(hasSignedIn, 12 * patience()))
+        QFAIL(machine.client.readAll().right(2'000).constData());
     answerWithMessages();
     const auto looksAround = [this] { return service->count(searched) > 0; };
     if (!QTest::qWaitFor(looksAround, 12 * patience()))

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/patience.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
@@ -80,7 +81,7 @@ QString TestSendFailures::answeredWarning()
         return u"no box came"_s;
     const QString text = box->text();
     QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    if (!QTest::qWaitFor([] { return !QApplication::activeModalWidget(); }))
+    if (!QTest::qWaitFor([] { return !QApplication::activeModalWidget(); }, patience()))
         return u"the box stayed"_s;
     return text;
 }

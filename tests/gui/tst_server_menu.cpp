@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -177,7 +178,7 @@ void TestServerMenu::listArrivesWhileItIsOpen()
     bool rebuilt = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
         probe.service.release(groups);
-        rebuilt = QTest::qWaitFor([&] { return !old; });
+        rebuilt = QTest::qWaitFor([&] { return !old; }, patience());
         menu->setActiveAction(menu->actions().at(1));
         QTest::keyClick(menu, Qt::Key_Return);
     }));
@@ -195,7 +196,7 @@ void TestServerMenu::theServerVanishesWhileItIsOpen()
     bool gone = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
         probe.service.release(groups);
-        gone = QTest::qWaitFor([&] { return !old; });
+        gone = QTest::qWaitFor([&] { return !old; }, patience());
         clickEntry(menu, 1);
     }));
     QVERIFY(gone);

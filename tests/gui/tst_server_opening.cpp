@@ -83,10 +83,10 @@ void TestServerOpening::sendsNothing()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn());
+    probe.refreshTimer()->stop();
     QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     QVERIFY(probe.settle());
-    probe.refreshTimer()->stop();
     probe.service.clear();
     QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QVERIFY(probe.settle());

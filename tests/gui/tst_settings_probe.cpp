@@ -4,6 +4,7 @@
 #include "tests/gui/tst_settings_probe.h"
 
 #include "tests/gui/tst_popups.h"
+#include "tests/support/patience.h"
 
 #include <QAbstractAnimation>
 #include <QApplication>
@@ -59,10 +60,11 @@ QString describeBlock(QLayoutItem *item)
 SettingsProbe::SettingsProbe(ui::Language language)
 {
     choose(language);
-    // The keys are asked for again once the own one is registered.
-    if (!signIn() || !service.waitForRequests("GET /api/chat/device-keys/me", 2) || !settle())
-        qFatal("The sign-in does not come to its end");
+    const bool signedIn = signIn();
     refreshTimer()->stop(); // from here on every request has its reason in the test
+    // The keys are asked for again once the own one is registered.
+    if (!signedIn || !service.waitForRequests("GET /api/chat/device-keys/me", 2) || !settle())
+        qFatal("The sign-in does not come to its end");
 }
 
 void SettingsProbe::choose(ui::Language language) const
@@ -87,10 +89,12 @@ void SettingsProbe::openSettings() const
 
 bool SettingsProbe::fadedIn() const
 {
-    return QTest::qWaitFor([this] {
-        const QGraphicsEffect *effect = settingsPage()->graphicsEffect();
-        return effect && !effect->isEnabled();
-    });
+    return QTest::qWaitFor(
+        [this] {
+            const QGraphicsEffect *effect = settingsPage()->graphicsEffect();
+            return effect && !effect->isEnabled();
+        },
+        patience());
 }
 
 QWidget *SettingsProbe::settingsPage() const

@@ -86,9 +86,9 @@ void TestSignInLogOut::sendsNothing()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn());
+    probe.refreshTimer()->stop();
     QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(probe.settle());
-    probe.refreshTimer()->stop();
     probe.service.clear();
     probe.window->logOut();
     QVERIFY(probe.settle());

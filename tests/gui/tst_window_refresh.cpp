@@ -107,9 +107,9 @@ void TestWindowRefresh::withoutConversationOnlyTheList()
 {
     GuiProbe probe;
     QVERIFY(probe.signIn());
+    probe.refreshTimer()->stop();
     QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(probe.settle());
-    probe.refreshTimer()->stop();
     probe.service.clear();
     QVERIFY(callSlot(*probe.window, "refreshData"));
     QVERIFY(probe.settle());

@@ -218,9 +218,9 @@ void TestWindowSignals::deviceKeyRegisteredChangesNothingForAKnownDevice()
                          QString::fromUtf8(known).arg(client.deviceId()).toUtf8());
     probe.service.hold("POST /api/chat/device-key");
     QVERIFY(probe.signIn());
+    probe.refreshTimer()->stop();
     QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
     QVERIFY(probe.settle());
-    probe.refreshTimer()->stop();
     probe.service.clear();
     probe.service.release("POST /api/chat/device-key");
     QVERIFY(probe.settle());

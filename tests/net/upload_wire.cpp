@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "upload_wire.h"
 
+#include "tests/support/patience.h"
 #include "wire.h"
 
 #include <QDir>
@@ -59,7 +60,7 @@ bool isOpen(const QString &path)
 
 bool uploadIsOver(const QString &path)
 {
-    return QTest::qWaitFor([&] { return !isOpen(path); });
+    return QTest::qWaitFor([&] { return !isOpen(path); }, patience());
 }
 
 } // namespace tideloft::tests

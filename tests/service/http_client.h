@@ -34,7 +34,7 @@ public:
         return received;
     }
 
-    /// One whole reply with a Content-Length.
+    /// One whole reply with a Content-Length; what came after it is kept for the next.
     QByteArray readReply()
     {
         readUntil("\r\n\r\n");
@@ -44,7 +44,9 @@ public:
         const qsizetype length = field < 0 ? 0 : head.mid(field + 16).split('\r').constFirst().toLongLong();
         while (end >= 0 && received.size() < end + 4 + length && socket.waitForReadyRead())
             received += socket.readAll();
-        return std::exchange(received, {});
+        const QByteArray reply = end < 0 ? received : received.left(end + 4 + length);
+        received.remove(0, reply.size());
+        return reply;
     }
 
     /// Everything until the server closes; what came is lost when it does not.

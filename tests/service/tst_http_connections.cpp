@@ -186,14 +186,17 @@ void TestHttpConnections::replyUnderWayIsFinishedWhenStopping()
 {
     QSemaphore begun;
     QSemaphore mayEnd;
-    ServerFixture server([&](const Request &) -> Reply {
+    ServerLimits limits;
+    limits.stopTime = std::chrono::minutes(1);
+    const auto handle = [&](const Request &) -> Reply {
         return Deferred{[&]() -> Continuation {
                             begun.release();
                             mayEnd.acquire();
                             return [] { return jsonResponse(QJsonObject()); };
                         },
                         {}};
-    });
+    };
+    ServerFixture server(handle, limits);
     HttpClient idle(server.port());
     QVERIFY(idle.isConnected());
     HttpClient busy(server.port());

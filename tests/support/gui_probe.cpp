@@ -127,7 +127,7 @@ GuiProbe::GuiProbe()
     window = std::make_unique<ui::MainWindow>();
     window->show();
     window->activateWindow();
-    if (!QTest::qWaitForWindowActive(window.get()))
+    if (!QTest::qWaitForWindowActive(window.get(), patience()))
         qFatal("The window does not come up");
 }
 

@@ -22,6 +22,8 @@ public:
         for (const char *name : {"http_proxy", "https_proxy", "all_proxy", "no_proxy", "HTTP_PROXY",
                                  "HTTPS_PROXY", "ALL_PROXY", "NO_PROXY"})
             qunsetenv(name);
+        qputenv("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
+        qunsetenv("XDG_CONFIG_DIRS");
     }
 
     QString path() const { return directory.path(); }
