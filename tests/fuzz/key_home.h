@@ -45,8 +45,8 @@ template <typename Fill> QJsonValue filled(const QJsonValue &value, const Fill &
         return fill(value.toString());
     if (value.isObject()) {
         QJsonObject object = value.toObject();
-        for (auto member = object.begin(); member != object.end(); ++member)
-            *member = filled(QJsonValue(*member), fill);
+        for (auto &&member : object)
+            member = filled(QJsonValue(member), fill);
         return object;
     }
     if (!value.isArray())
