@@ -6,167 +6,17 @@
 #include "crypto/key_store.h"
 #include "crypto/rsa_oaep.h"
 #include "tests/crypto/data_dir.h"
+#include "tests/crypto/failing_libcrypto.h"
 #include "tests/crypto/test_keys.h"
 #include "tests/support/test_main.h"
 
-#include <openssl/evp.h>
-#include <openssl/rsa.h>
-#include <openssl/x509.h>
-
 #include <QTest>
 
-#include <dlfcn.h>
-
-#include <cstring>
 #include <functional>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
-
-namespace
-{
-
-// Which call is to fail, and how many of its kind succeed before it.
-const char *failing = "";
-int successes = 0;
-
-bool fails(const char *call)
-{
-    return std::strcmp(call, failing) == 0 && successes-- == 0;
-}
-
-template <typename Function> Function *libcryptos(const char *call)
-{
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, call));
-}
-
-} // namespace
-
-// These stand before libcrypto's own in this program.
-extern "C" {
-
-EVP_PKEY_CTX *EVP_PKEY_CTX_new_id(int id, ENGINE *engine)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_CTX_new_id)>(__func__);
-    return fails(__func__) ? nullptr : real(id, engine);
-}
-
-EVP_PKEY_CTX *EVP_PKEY_CTX_new(EVP_PKEY *key, ENGINE *engine)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_CTX_new)>(__func__);
-    return fails(__func__) ? nullptr : real(key, engine);
-}
-
-int EVP_PKEY_keygen_init(EVP_PKEY_CTX *context)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_keygen_init)>(__func__);
-    return fails(__func__) ? 0 : real(context);
-}
-
-int EVP_PKEY_CTX_set_rsa_keygen_bits(EVP_PKEY_CTX *context, int bits)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_CTX_set_rsa_keygen_bits)>(__func__);
-    return fails(__func__) ? 0 : real(context, bits);
-}
-
-int EVP_PKEY_keygen(EVP_PKEY_CTX *context, EVP_PKEY **key)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_keygen)>(__func__);
-    return fails(__func__) ? 0 : real(context, key);
-}
-
-int i2d_PrivateKey(const EVP_PKEY *key, unsigned char **position)
-{
-    static auto *const real = libcryptos<decltype(i2d_PrivateKey)>(__func__);
-    return fails(__func__) ? -1 : real(key, position);
-}
-
-int i2d_PUBKEY(const EVP_PKEY *key, unsigned char **position)
-{
-    static auto *const real = libcryptos<decltype(i2d_PUBKEY)>(__func__);
-    return fails(__func__) ? -1 : real(key, position);
-}
-
-EVP_CIPHER_CTX *EVP_CIPHER_CTX_new()
-{
-    static auto *const real = libcryptos<decltype(EVP_CIPHER_CTX_new)>(__func__);
-    return fails(__func__) ? nullptr : real();
-}
-
-int EVP_CIPHER_CTX_ctrl(EVP_CIPHER_CTX *context, int type, int size, void *bytes)
-{
-    static auto *const real = libcryptos<decltype(EVP_CIPHER_CTX_ctrl)>(__func__);
-    return fails(__func__) ? 0 : real(context, type, size, bytes);
-}
-
-int EVP_EncryptInit_ex(EVP_CIPHER_CTX *context, const EVP_CIPHER *cipher, ENGINE *engine,
-                       const unsigned char *key, const unsigned char *iv)
-{
-    static auto *const real = libcryptos<decltype(EVP_EncryptInit_ex)>(__func__);
-    return fails(__func__) ? 0 : real(context, cipher, engine, key, iv);
-}
-
-int EVP_EncryptUpdate(EVP_CIPHER_CTX *context, unsigned char *to, int *written, const unsigned char *from,
-                      int size)
-{
-    static auto *const real = libcryptos<decltype(EVP_EncryptUpdate)>(__func__);
-    return fails(__func__) ? 0 : real(context, to, written, from, size);
-}
-
-int EVP_EncryptFinal_ex(EVP_CIPHER_CTX *context, unsigned char *to, int *written)
-{
-    static auto *const real = libcryptos<decltype(EVP_EncryptFinal_ex)>(__func__);
-    return fails(__func__) ? 0 : real(context, to, written);
-}
-
-int EVP_DecryptInit_ex(EVP_CIPHER_CTX *context, const EVP_CIPHER *cipher, ENGINE *engine,
-                       const unsigned char *key, const unsigned char *iv)
-{
-    static auto *const real = libcryptos<decltype(EVP_DecryptInit_ex)>(__func__);
-    return fails(__func__) ? 0 : real(context, cipher, engine, key, iv);
-}
-
-int EVP_DecryptUpdate(EVP_CIPHER_CTX *context, unsigned char *to, int *written, const unsigned char *from,
-                      int size)
-{
-    static auto *const real = libcryptos<decltype(EVP_DecryptUpdate)>(__func__);
-    return fails(__func__) ? 0 : real(context, to, written, from, size);
-}
-
-int EVP_PKEY_encrypt_init(EVP_PKEY_CTX *context)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_encrypt_init)>(__func__);
-    return fails(__func__) ? 0 : real(context);
-}
-
-int EVP_PKEY_decrypt_init(EVP_PKEY_CTX *context)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_decrypt_init)>(__func__);
-    return fails(__func__) ? 0 : real(context);
-}
-
-int EVP_PKEY_CTX_set_rsa_padding(EVP_PKEY_CTX *context, int padding)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_CTX_set_rsa_padding)>(__func__);
-    return fails(__func__) ? 0 : real(context, padding);
-}
-
-int EVP_PKEY_encrypt(EVP_PKEY_CTX *context, unsigned char *to, size_t *size, const unsigned char *from,
-                     size_t fromSize)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_encrypt)>(__func__);
-    return fails(__func__) ? 0 : real(context, to, size, from, fromSize);
-}
-
-int EVP_PKEY_decrypt(EVP_PKEY_CTX *context, unsigned char *to, size_t *size, const unsigned char *from,
-                     size_t fromSize)
-{
-    static auto *const real = libcryptos<decltype(EVP_PKEY_decrypt)>(__func__);
-    return fails(__func__) ? 0 : real(context, to, size, from, fromSize);
-}
-
-} // extern "C"
 
 class TestFailingLibcrypto : public QObject
 {
@@ -175,7 +25,6 @@ class TestFailingLibcrypto : public QObject
 private slots:
     void initTestCase();
     void init() { removeDataDir(); }
-    void cleanup() { failing = ""; }
     void cleanupTestCase() { removeDataDir(); }
     void makingAPair_data();
     void makingAPair();
@@ -225,12 +74,10 @@ QString TestFailingLibcrypto::errorOf(const std::function<bool(QString *)> &oper
 {
     QFETCH(const QByteArray, call);
     QFETCH(const int, successesBefore);
-    failing = call.constData();
-    successes = successesBefore;
+    const FailingCall failing(call, successesBefore);
     QString error;
     const bool gaveSomething = operation(&error);
-    failing = "";
-    if (successes != -1)
+    if (!FailingCall::hasFailed())
         return u"it was not called that often"_s;
     return gaveSomething ? u"it gave something"_s : error;
 }
