@@ -20,7 +20,7 @@ ROOMS = {
 }
 PURE = {
     "crypto": "*",
-    "net": "device_identity device_key_records image_upload json_reply repeated_array search_query",
+    "net": "device_identity device_key_records image_upload json_reply repeated_array reply_outcome search_query",
     "ui": "bounded_text conversation_rows device_lists display_records history_groups history_rows initials "
     "message_time opened_history picture_file row_plan server_models text",
 }
