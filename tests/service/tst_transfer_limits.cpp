@@ -133,10 +133,8 @@ void TestTransferLimits::everyEndOfABodyGivesItBack()
     };
     if (status != 0)
         QCOMPARE(next(), 100);
-    else
-        QVERIFY(QTest::qWaitFor([&] {
-            return next() == 100;
-        })); // the service notices that the connection has ended, but tells nobody
+    else // the service notices that the connection has ended, but tells nobody
+        QVERIFY(QTest::qWaitFor([&] { return next() == 100; }));
 }
 
 void TestTransferLimits::unreadRepliesShareTheBudget()
