@@ -5,12 +5,12 @@
 
 #include "ui/initials.h"
 #include "ui/message_box.h"
+#include "ui/picture_dialog.h"
 #include "ui/picture_file.h"
 #include "ui/privacy_dialog.h"
 #include "ui/round_picture.h"
 #include "ui/style/inline_styles.h"
 
-#include <QFileDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -22,8 +22,8 @@ namespace tideloft::ui
 
 void MainWindow::chooseAvatar()
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, text(u"Välj profilbild"_s, u"Choose profile picture"_s), {}, pictureFilter(language()));
+    const QString path =
+        choosePicture(this, text(u"Välj profilbild"_s, u"Choose profile picture"_s), language());
     if (path.isEmpty())
         return;
     if (const auto problem = problemWithPicture(path)) {

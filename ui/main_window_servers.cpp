@@ -6,14 +6,13 @@
 #include "ui/bounded_rows.h"
 #include "ui/create_server_dialog.h"
 #include "ui/initials.h"
-#include "ui/picture_file.h"
+#include "ui/picture_dialog.h"
 #include "ui/row_list.h"
 #include "ui/server_button.h"
 #include "ui/server_notice.h"
 #include "ui/server_scroll.h"
 
 #include <QBoxLayout>
-#include <QFileDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -123,8 +122,8 @@ void MainWindow::showServerMenu(const QString &serverId, QWidget *button, QPoint
 
 void MainWindow::chooseServerIcon(const QString &groupId)
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, text(u"Välj server-ikon"_s, u"Choose server icon"_s), {}, pictureFilter(language()));
+    const QString path =
+        choosePicture(this, text(u"Välj server-ikon"_s, u"Choose server icon"_s), language());
     if (!path.isEmpty())
         api.uploadServerIcon(groupId, path);
 }

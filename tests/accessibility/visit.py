@@ -159,9 +159,7 @@ class Visit:
                            (LINE_EDIT, "File name:"), (BUTTON, "Parent Directory"), ("tree", "Files"),
                            (CELL, self.picture.name), (BUTTON, "Cancel"))
         self.listener.wait_for_focus(LINE_EDIT, "File name:")
-        # A typed name would bring up completions; where they are open at the Return, the keyboard is lost.
-        self.listener.walk_to("tree", "Files", "shift+Tab")
-        self.listener.press("space")
+        self.listener.type(self.picture.name)
         self.client.wait("its name", lambda: self.picture.name == text_of(
             self.client.find(LINE_EDIT, "File name:")))
         self.listener.press("Return")

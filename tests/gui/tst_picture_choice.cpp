@@ -5,7 +5,9 @@
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -76,6 +78,8 @@ private slots:
     void theDialogSays();
     void aTypedPathIsUploaded_data() { addWays(); }
     void aTypedPathIsUploaded();
+    void offeredNamesGoBeforeTheDialog_data();
+    void offeredNamesGoBeforeTheDialog();
     void leavingChangesNothing_data();
     void leavingChangesNothing();
     void aFileOfTheListIsUploaded_data();
@@ -150,6 +154,45 @@ void TestPictureChoice::aTypedPathIsUploaded()
     QVERIFY(probe.service.waitForRequests(upload, 1));
     QCOMPARE(probe.service.count(avatarKey) + probe.service.count(iconKey), 1);
     QCOMPARE(messageCount(), 0);
+}
+
+void TestPictureChoice::offeredNamesGoBeforeTheDialog_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QByteArray>("upload");
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("profile picture, Return") << u"footer picture"_s << avatarKey << Qt::Key_Return;
+    QTest::newRow("profile picture, Enter") << u"footer picture"_s << avatarKey << Qt::Key_Enter;
+    QTest::newRow("server icon, Return") << u"server menu"_s << iconKey << Qt::Key_Return;
+}
+
+void TestPictureChoice::offeredNamesGoBeforeTheDialog()
+{
+    QFETCH(QString, control);
+    QFETCH(QByteArray, upload);
+    QFETCH(Qt::Key, key);
+    SettingsProbe probe;
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
+    files.writeWidePicture(u"wide.png"_s);
+    bool wereOffered = false;
+    bool stayed = true;
+    const Person<QFileDialog> person([&](QFileDialog &dialog) {
+        dialog.setDirectory(files.path());
+        const auto *list = only<QListView>(dialog, u"listView"_s);
+        QTRY_VERIFY(list->model()->rowCount(list->rootIndex()) > 0);
+        auto *edit = only<QLineEdit>(dialog, u"fileNameEdit"_s);
+        const QWidget *offered = edit->completer()->popup();
+        connect(&dialog, &QDialog::accepted, offered, [&, offered] { stayed = offered->isVisible(); });
+        edit->setText(u"wide.pn"_s); // one key brings up one popup, and none has gone before it
+        typeInto(dialog, u"g"_s);
+        wereOffered = QTest::qWaitFor([&] { return offered->isVisible(); }, patience());
+        press(dialog, key);
+    });
+    take(probe, control);
+    QVERIFY(person.hasAnswered());
+    QVERIFY(wereOffered);
+    QVERIFY(!stayed);
+    QVERIFY(probe.service.waitForRequests(upload, 1));
 }
 
 void TestPictureChoice::leavingChangesNothing_data()
