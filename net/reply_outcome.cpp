@@ -16,14 +16,22 @@ namespace
 {
 
 constexpr int noContent = 204;
+constexpr int notModified = 304;
+
+// Neither of these has a body, whatever length it tells, and chunks are not counted by it (RFC 9112, 6.3).
+bool lengthCounts(const QNetworkReply &reply)
+{
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return status != noContent && status != notModified
+           && !reply.rawHeader("Transfer-Encoding").toLower().contains("chunked");
+}
 
 // The toolkit takes a body that was cut off for a whole one when it hears of the connection's end a moment
 // after the body's last bytes. It leaves no length with a body that it has decompressed.
 bool isCutOff(const QNetworkReply &reply)
 {
     const QVariant length = reply.header(QNetworkRequest::ContentLengthHeader);
-    return length.isValid() && reply.bytesAvailable() < length.toLongLong()
-           && reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != noContent;
+    return length.isValid() && reply.bytesAvailable() < length.toLongLong() && lengthCounts(reply);
 }
 
 } // namespace

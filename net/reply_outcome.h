@@ -16,7 +16,8 @@ struct ReplyOutcome {
 };
 
 /// REPLY must have finished, and nothing of its body have been read. A body that is shorter than its
-/// Content-Length (RFC 9110, 8.6) has been cut off.
+/// Content-Length (RFC 9110, 8.6) has been cut off. Where no length counts - chunks, compressed bodies,
+/// bodies that end with the connection - there is nothing to compare.
 ReplyOutcome outcomeOf(const QNetworkReply &reply);
 
 } // namespace tideloft::net

@@ -120,7 +120,7 @@ QList<ReplyShape> documentsWithFaults()
         noJson("text that is no UTF-8", "[\"\xff\xfe\"]"),
         noJson("NUL between elements", QByteArray("[1,\0 2]", 7)),
         noJson("UTF-16", QByteArray("[\0]\0", 4)),
-        noJson("HTML", "<html><body>{\"username\":\"a\"}</body></html>"),
+        noJson("HTML", R"(<html><body>{"username":"a"}</body></html>)"),
         noJson("gzip that is not declared", zipped),
     };
 }
@@ -191,6 +191,9 @@ QList<ReplyShape> lengths()
         wire("no length", ok + "\r\n[]", {}, "[]"),
         wire("204", "HTTP/1.1 204 No Content\r\n\r\n"),
         wire("204 with a length", "HTTP/1.1 204 No Content\r\nContent-Length: 9\r\n\r\n"),
+        wire("304 with a length", "HTTP/1.1 304 Not Modified\r\nContent-Length: 9\r\n\r\n"),
+        wire("chunks and a length",
+             ok + "Content-Length: 99\r\nTransfer-Encoding: Chunked\r\n\r\n2\r\n[]\r\n0\r\n\r\n", {}, "[]"),
         wire("204 with a body", "HTTP/1.1 204 No Content\r\nContent-Length: 2\r\n\r\n[]", {}, "[]"),
         wire("100 before the reply", "HTTP/1.1 100 Continue\r\n\r\n" + reply("200 OK", {}, "[]"), {}, "[]"),
         wire("102 before the reply", "HTTP/1.1 102 Processing\r\n\r\n" + reply("200 OK", {}, "[]"), {}),
