@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/crypto/failing_libcrypto.h"
 
+#include <openssl/bio.h>
 #include <openssl/evp.h>
 #include <openssl/rsa.h>
 #include <openssl/x509.h>
@@ -154,6 +155,24 @@ int EVP_PKEY_CTX_set_rsa_padding(EVP_PKEY_CTX *context, int padding)
 {
     static auto *const real = libcryptos<decltype(EVP_PKEY_CTX_set_rsa_padding)>(__func__);
     return fails(__func__) ? 0 : real(context, padding);
+}
+
+int EVP_PKEY_CTX_set_rsa_oaep_md(EVP_PKEY_CTX *context, const EVP_MD *hash)
+{
+    static auto *const real = libcryptos<decltype(EVP_PKEY_CTX_set_rsa_oaep_md)>(__func__);
+    return fails(__func__) ? 0 : real(context, hash);
+}
+
+int EVP_PKEY_CTX_set_rsa_mgf1_md(EVP_PKEY_CTX *context, const EVP_MD *hash)
+{
+    static auto *const real = libcryptos<decltype(EVP_PKEY_CTX_set_rsa_mgf1_md)>(__func__);
+    return fails(__func__) ? 0 : real(context, hash);
+}
+
+BIO *BIO_new_mem_buf(const void *bytes, int size)
+{
+    static auto *const real = libcryptos<decltype(BIO_new_mem_buf)>(__func__);
+    return fails(__func__) ? nullptr : real(bytes, size);
 }
 
 int EVP_PKEY_encrypt(EVP_PKEY_CTX *context, unsigned char *to, size_t *size, const unsigned char *from,

@@ -34,6 +34,8 @@ private slots:
     void opening();
     void wrapping_data();
     void wrapping();
+    void readingPem_data();
+    void readingPem();
     void unwrapping_data();
     void unwrapping();
 
@@ -143,6 +145,8 @@ void TestFailingLibcrypto::wrapping_data()
     addRow("EVP_PKEY_CTX_new", 0, "Could not create RSA encrypt context: Unknown OpenSSL error");
     addRow("EVP_PKEY_encrypt_init", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
     addRow("EVP_PKEY_CTX_set_rsa_padding", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
+    addRow("EVP_PKEY_CTX_set_rsa_oaep_md", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
+    addRow("EVP_PKEY_CTX_set_rsa_mgf1_md", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
     addRow("EVP_PKEY_encrypt", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
     addRow("EVP_PKEY_encrypt", 1, "RSA-OAEP encrypt failed: Unknown OpenSSL error");
 }
@@ -154,12 +158,27 @@ void TestFailingLibcrypto::wrapping()
     QCOMPARE(errorOf(wrap), expected());
 }
 
+void TestFailingLibcrypto::readingPem_data()
+{
+    addColumns();
+    addRow("BIO_new_mem_buf", 0, "Could not parse public key (tried DER and PEM): Unknown OpenSSL error");
+}
+
+void TestFailingLibcrypto::readingPem()
+{
+    const QByteArray publicKey = publicPemOf(publishedPrivateKey());
+    const auto wrap = [&](QString *error) { return !rsaOaepEncrypt(publicKey, key, error).isEmpty(); };
+    QCOMPARE(errorOf(wrap), expected());
+}
+
 void TestFailingLibcrypto::unwrapping_data()
 {
     addColumns();
     addRow("EVP_PKEY_CTX_new", 0, "Could not create RSA context: Unknown OpenSSL error");
     addRow("EVP_PKEY_decrypt_init", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
     addRow("EVP_PKEY_CTX_set_rsa_padding", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
+    addRow("EVP_PKEY_CTX_set_rsa_oaep_md", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
+    addRow("EVP_PKEY_CTX_set_rsa_mgf1_md", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
     addRow("EVP_PKEY_decrypt", 0, "RSA-OAEP size query failed: Unknown OpenSSL error");
     addRow("EVP_PKEY_decrypt", 1, "RSA-OAEP decrypt failed: Unknown OpenSSL error");
 }
