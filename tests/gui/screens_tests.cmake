@@ -11,7 +11,8 @@ tideloft_test(tst_screens LIBRARIES tideloft_screen_probe LABELS gui)
 foreach(scale 1.5 2)
     add_test(NAME tst_screens_at_${scale} COMMAND tst_screens)
     set_tests_properties(tst_screens_at_${scale} PROPERTIES TIMEOUT ${TIDELOFT_TEST_TIMEOUT} LABELS gui
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=${scale}")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=${scale}"
+        ENVIRONMENT_MODIFICATION "${TIDELOFT_OWN_LOOKS}")
 endforeach()
 
 # Another font of letters than the client's first choice: whatever else is there.
@@ -19,4 +20,5 @@ set(other_fonts "${CMAKE_CURRENT_BINARY_DIR}/other_fonts.conf")
 configure_file(other_fonts.conf "${other_fonts}" COPYONLY)
 add_test(NAME tst_screens_in_other_fonts COMMAND tst_screens digitsAreLetters emojiAreColoured)
 set_tests_properties(tst_screens_in_other_fonts PROPERTIES TIMEOUT ${TIDELOFT_TEST_TIMEOUT} LABELS gui
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;FONTCONFIG_FILE=${other_fonts}")
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;FONTCONFIG_FILE=${other_fonts}"
+    ENVIRONMENT_MODIFICATION "${TIDELOFT_OWN_LOOKS};QT_SCALE_FACTOR=unset:")

@@ -60,13 +60,14 @@ QString tooSmall(const QWidget &widget, const QString &text, QSizeF room)
         .arg(std::ceil(needed.width()));
 }
 
-/// Whether LABEL breaks words where its lines end, as it shows itself once it is drawn.
+/// Whether LABEL breaks words where its lines end: an error does, another shows it once it is drawn.
 bool breaksWords(const QLabel &label)
 {
+    if (qobject_cast<const ui::ErrorLabel *>(&label))
+        return true;
     const_cast<QLabel &>(label).grab();
     const auto *document = label.findChild<QTextDocument *>();
-    return qobject_cast<const ui::ErrorLabel *>(&label)
-           || (document && document->defaultTextOption().wrapMode() != QTextOption::WordWrap);
+    return document && document->defaultTextOption().wrapMode() != QTextOption::WordWrap;
 }
 
 /// The width of the widest of the TEXT's parts that no line break may part, but for those so long that they
@@ -94,9 +95,9 @@ QStringList paragraphFaults(const QLabel &label, QRect room)
         faults.append(u"%1 has %2 px for a word of %3"_s.arg(nameOf(label, label.text()))
                           .arg(room.width())
                           .arg(std::ceil(needed)));
-    // Where the window is too low for a long error, its first lines are shown.
-    const bool mayBeCut =
-        qobject_cast<const ui::ErrorLabel *>(&label) && label.text().size() >= lengthThatMayBeCut;
+    // A low window has no room for a long error: its first lines are shown.
+    const bool mayBeCut = qobject_cast<const ui::ErrorLabel *>(&label)
+                          && label.text().size() >= lengthThatMayBeCut && label.window()->height() <= 600;
     if (!mayBeCut && label.heightForWidth(label.width()) > label.height())
         faults.append(u"%1 has %2 px of height for %3"_s.arg(nameOf(label, label.text()))
                           .arg(label.height())
