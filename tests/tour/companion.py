@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: MIT
 
 import pathlib
-import socket
+import re
 import ssl
 import subprocess
 import urllib.error
@@ -12,30 +12,30 @@ import urllib.request
 from checks import Broken, wait_until
 
 
-def free_port():
-    with socket.create_server(("127.0.0.1", 0)) as probe:
-        return probe.getsockname()[1]
-
-
 class Service:
     """A running tideloftd; everything that it prints is kept."""
 
     def __init__(self, program, directory, certificates):
         self.database = pathlib.Path(directory, "service.sqlite")
         self.log = pathlib.Path(directory, "service.log")
-        self.port = free_port()
         self.trust = ssl.create_default_context(cafile=certificates / "ca.pem")
         with open(self.log, "wb") as output:
             self.process = subprocess.Popen(
-                [program, "--port", str(self.port), "--database", str(self.database),
+                [program, "--port", "0", "--database", str(self.database),
                  "--tls-cert", str(certificates / "server.pem"),
                  "--tls-key", str(certificates / "server-key.pem")],
                 stdout=output, stderr=subprocess.STDOUT)
+        self.port = wait_until("the service's port", self._port)
         wait_until("the service's answer", self._is_well)
 
-    def _is_well(self):
+    def _port(self):
+        """The port that the service says it listens on, or None as long as it has not."""
         if self.process.poll() is not None:
             raise Broken(f"the service ended with {self.process.returncode}: {self.log.read_text('utf-8')}")
+        said = re.search(r"^listening on \S+:(\d+)\n", self.log.read_text("utf-8"), re.MULTILINE)
+        return said and int(said[1])
+
+    def _is_well(self):
         opener = urllib.request.build_opener(urllib.request.ProxyHandler({}),
                                              urllib.request.HTTPSHandler(context=self.trust))
         try:
