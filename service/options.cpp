@@ -28,7 +28,8 @@ QList<QCommandLineOption> knownOptions()
          u"FILE"_s},
         {u"tls-key"_s, u"PEM file with the certificate's private key. Needs --tls-cert."_s, u"FILE"_s},
         {u"database"_s,
-         u"SQLite file that keeps accounts, keys, messages, groups and pictures; made when missing, readable "
+         u"SQLite file that keeps accounts, keys, messages, servers and pictures; made when missing, "
+         u"readable "
          u"for its owner only. "
          "Default: tideloftd.sqlite in the user's data folder."_s,
          u"FILE"_s},
@@ -68,7 +69,7 @@ Command parseCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        u"The TideLoft service: keeps accounts, public keys, groups and pictures, and relays messages "
+        u"The TideLoft service: keeps accounts, public keys, servers and pictures, and relays messages "
         "that it cannot read."_s);
     parser.addOptions(knownOptions());
     if (!parser.parse(arguments))

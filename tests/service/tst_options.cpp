@@ -65,8 +65,8 @@ void TestOptions::helpExplainsEveryOption()
 void TestOptions::helpSaysWhatIsKept()
 {
     const QString text = parse(u"--help"_s).text.simplified();
-    QVERIFY(text.contains(u"keeps accounts, public keys, groups and pictures, and relays messages"_s));
-    QVERIFY(text.contains(u"SQLite file that keeps accounts, keys, messages, groups and pictures;"_s));
+    QVERIFY(text.contains(u"keeps accounts, public keys, servers and pictures, and relays messages"_s));
+    QVERIFY(text.contains(u"SQLite file that keeps accounts, keys, messages, servers and pictures;"_s));
 }
 
 void TestOptions::versionIsPrinted()
