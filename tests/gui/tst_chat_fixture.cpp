@@ -26,7 +26,7 @@ QString lineOf(const ShownMessage &message)
         line = u"[%1] "_s.arg(message.avatar ? message.avatar->text() : QString());
     if (message.name)
         line += message.name->text() + u": "_s;
-    line += message.text->text();
+    line += message.text ? message.text->text() : u"no text"_s;
     return message.time ? line + u" @"_s + message.time->text() : line;
 }
 

@@ -209,8 +209,8 @@ void TestHostileErrors::shown()
     HostileProbe probe(language);
     QVERIFY(probe.open(u"bob"_s));
     probe.service.answer("GET /api/chat/public-key/bob", 200,
-                         "{\"keys\":[{\"deviceId\":\"X\",\"publicKeyBase64\":\""
-                             + tideloft::crypto::readPublicKeyFile().toUtf8() + "\"}]}");
+                         R"({"keys":[{"deviceId":"X","publicKeyBase64":")"
+                             + tideloft::crypto::readPublicKeyFile().toUtf8() + R"("}]})");
     if (place.isSignIn)
         probe.window->logOut();
     walk(probe, [&](const QString &text) {
@@ -265,7 +265,7 @@ void TestHostileErrors::deviceIdentifiers()
     QVERIFY(probe.open(u"bob"_s));
     walk(probe, [&](const QString &text) {
         probe.service.answer("GET /api/chat/public-key/bob", 200,
-                             "{\"keys\":[{\"deviceId\":" + quoted(text) + R"(,"publicKeyBase64":"eA=="}]})");
+                             R"({"keys":[{"deviceId":)" + quoted(text) + R"(,"publicKeyBase64":"eA=="}]})");
         const QString shown = sendMessage(probe);
         QString expected =
             firstPart(prefix + u"RSA encrypt failed for device '"_s + text.trimmed(), errorLimits);

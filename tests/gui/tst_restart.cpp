@@ -178,7 +178,8 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsSet(reportVariable))
         return report(argc, argv);
     // Arguments that change nothing, so that there are some to pass on.
-    char option[] = "-maxwarnings", value[] = "1999";
+    char option[] = "-maxwarnings";
+    char value[] = "1999";
     std::vector<char *> arguments(argv, argv + argc);
     arguments.insert(arguments.end(), {option, value, nullptr});
     return tideloft::tests::runTests<QApplication, TestRestart>(argc + 2, arguments.data());

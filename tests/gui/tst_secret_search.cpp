@@ -50,7 +50,7 @@ void TestSecretSearch::plantedSecretsAreFound_data()
 {
     QTest::addColumn<QByteArray>("planted");
     QTest::addColumn<QString>("name");
-    const QString text = receivedTexts.at(1);
+    const QString &text = receivedTexts.at(1);
     const QByteArray key =
         QByteArray::fromHex("9f1e2d3c4b5a69788796a5b4c3d2e1f00112233445566778899aabbccddeeff0");
     const QByteArray der = fromBase64Text(bob.privateKey);

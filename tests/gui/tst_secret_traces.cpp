@@ -120,9 +120,9 @@ void TestSecretTraces::prepareAnswers()
     service->hold("GET /api/chat/device-keys/me");
     service->hold(conversations);
     service->hold(searched);
-    const QByteArray keys = objectJson({{u"keys"_s, QJsonArray{bob.device(u"bobs"_s)}}});
+    const QByteArray bobsDevice = objectJson({{u"keys"_s, QJsonArray{bob.device(u"bobs"_s)}}});
     for (qsizetype i = 0; i <= sentTexts.size(); ++i)
-        service->answerOnce(keysOfBob, 200, keys);
+        service->answerOnce(keysOfBob, 200, bobsDevice);
     service->answer(keysOfBob, 200, R"({"keys":[{"deviceId":"bobs","publicKeyBase64":"bm8ga2V5"}]})");
     for (qsizetype i = 0; i < sentTexts.size(); ++i)
         service->answerOnce(send, 200, "{}");

@@ -47,54 +47,50 @@ struct ActionRow {
     Words message;
 };
 
-const QList<ActionRow> &actionRows()
-{
-    static const QList<ActionRow> rows{
-        {Account,
-         {u"LÖSENORD"_s, u"PASSWORD"_s},
-         {u"Ändra lösenord"_s, u"Change password"_s},
-         {u"Ändra"_s, u"Change"_s},
-         Look::Usual,
-         QMessageBox::Information,
-         {u"Öppnar lösenordsändring..."_s, u"Opening password change..."_s}},
-        {Account,
-         {u"KONTO"_s, u"ACCOUNT"_s},
-         {u"Logga ut från alla enheter"_s, u"Log out from all devices"_s},
-         {u"Logga ut alla"_s, u"Log out all"_s},
-         Look::Danger,
-         QMessageBox::Warning,
-         {u"Loggar ut alla sessioner..."_s, u"Logging out all sessions..."_s}},
-        {Security,
-         {u"ENHETER"_s, u"DEVICES"_s},
-         {u"Aktiva enheter"_s, u"Active devices"_s},
-         {u"Visa alla"_s, u"View all"_s},
-         Look::Usual,
-         QMessageBox::Information,
-         {u"Visar aktiva enheter..."_s, u"Showing active devices..."_s}},
-        {Security,
-         {u"ENHETER"_s, u"DEVICES"_s},
-         {u"Logga ut alla andra sessioner"_s, u"Log out all other sessions"_s},
-         {u"Logga ut"_s, u"Log out"_s},
-         Look::Danger,
-         QMessageBox::Warning,
-         {u"Logging out all sessions..."_s, u"Logging out all sessions..."_s}}, // English in both
-        {Advanced,
-         {u"UTVECKLARE"_s, u"DEVELOPER"_s},
-         {u"Rensa lokal cache"_s, u"Clear local cache"_s},
-         {u"Rensa"_s, u"Clear"_s},
-         Look::Usual,
-         QMessageBox::Information,
-         {u"Cache rensad."_s, u"Cache cleared."_s}},
-        {Advanced,
-         {u"UTVECKLARE"_s, u"DEVELOPER"_s},
-         {u"Återställ inställningar"_s, u"Reset settings"_s},
-         {u"Återställ"_s, u"Reset"_s},
-         Look::Danger,
-         QMessageBox::Warning,
-         {u"Återställer..."_s, u"Resetting..."_s}},
-    };
-    return rows;
-}
+const QList<ActionRow> actions{
+    {Account,
+     {u"LÖSENORD"_s, u"PASSWORD"_s},
+     {u"Ändra lösenord"_s, u"Change password"_s},
+     {u"Ändra"_s, u"Change"_s},
+     Look::Usual,
+     QMessageBox::Information,
+     {u"Öppnar lösenordsändring..."_s, u"Opening password change..."_s}},
+    {Account,
+     {u"KONTO"_s, u"ACCOUNT"_s},
+     {u"Logga ut från alla enheter"_s, u"Log out from all devices"_s},
+     {u"Logga ut alla"_s, u"Log out all"_s},
+     Look::Danger,
+     QMessageBox::Warning,
+     {u"Loggar ut alla sessioner..."_s, u"Logging out all sessions..."_s}},
+    {Security,
+     {u"ENHETER"_s, u"DEVICES"_s},
+     {u"Aktiva enheter"_s, u"Active devices"_s},
+     {u"Visa alla"_s, u"View all"_s},
+     Look::Usual,
+     QMessageBox::Information,
+     {u"Visar aktiva enheter..."_s, u"Showing active devices..."_s}},
+    {Security,
+     {u"ENHETER"_s, u"DEVICES"_s},
+     {u"Logga ut alla andra sessioner"_s, u"Log out all other sessions"_s},
+     {u"Logga ut"_s, u"Log out"_s},
+     Look::Danger,
+     QMessageBox::Warning,
+     {u"Logging out all sessions..."_s, u"Logging out all sessions..."_s}}, // English in both
+    {Advanced,
+     {u"UTVECKLARE"_s, u"DEVELOPER"_s},
+     {u"Rensa lokal cache"_s, u"Clear local cache"_s},
+     {u"Rensa"_s, u"Clear"_s},
+     Look::Usual,
+     QMessageBox::Information,
+     {u"Cache rensad."_s, u"Cache cleared."_s}},
+    {Advanced,
+     {u"UTVECKLARE"_s, u"DEVELOPER"_s},
+     {u"Återställ inställningar"_s, u"Reset settings"_s},
+     {u"Återställ"_s, u"Reset"_s},
+     Look::Danger,
+     QMessageBox::Warning,
+     {u"Återställer..."_s, u"Resetting..."_s}},
+};
 
 QString buttonStyle(Look look)
 {
@@ -112,8 +108,8 @@ void TestSettingsActions::addRows()
     QTest::addColumn<Language>("language");
     QTest::addColumn<int>("index");
     for (const Language language : {Language::English, Language::Swedish}) {
-        for (int i = 0; i < actionRows().size(); ++i)
-            QTest::addRow("%s", qPrintable(actionRows().at(i).label.in(language))) << language << i;
+        for (int i = 0; i < actions.size(); ++i)
+            QTest::addRow("%s", qPrintable(actions.at(i).label.in(language))) << language << i;
     }
 }
 
@@ -121,7 +117,7 @@ void TestSettingsActions::looks()
 {
     QFETCH(Language, language);
     QFETCH(int, index);
-    const ActionRow &expected = actionRows().at(index);
+    const ActionRow &expected = actions.at(index);
     const SettingsProbe probe(language);
     probe.openSettings();
     const QWidget *row = probe.row(expected.section, expected.label.in(language));
@@ -144,7 +140,7 @@ void TestSettingsActions::everyClickShowsTheBox()
 {
     QFETCH(Language, language);
     QFETCH(int, index);
-    const ActionRow &expected = actionRows().at(index);
+    const ActionRow &expected = actions.at(index);
     SettingsProbe probe(language);
     probe.openSettings();
     probe.clickRow(expected.section);

@@ -34,61 +34,55 @@ struct OutlineRow {
     QStringList swedish;
 };
 
-const QList<OutlineRow> &outlineRows()
-{
-    static const QList<OutlineRow> rows{
-        {Account,
-         {u"Account"_s, u"card()"_s, u"# ACCOUNT INFO"_s, u"card(Username, Bio)"_s, u"# PASSWORD"_s,
-          u"card(Change password)"_s, u"# ACCOUNT"_s, u"card(Log out from all devices)"_s},
-         {u"Konto"_s, u"card()"_s, u"# KONTOINFORMATION"_s, u"card(Användarnamn, Bio)"_s, u"# LÖSENORD"_s,
-          u"card(Ändra lösenord)"_s, u"# KONTO"_s, u"card(Logga ut från alla enheter)"_s}},
-        {Privacy,
-         {u"Privacy"_s, u"# VISIBILITY"_s, u"card(Show online status, Show last activity, Public profile)"_s,
-          u"# MESSAGES"_s, u"card(Allow DMs from everyone, Read receipts, Typing indicator)"_s,
-          u"# CONTACTS"_s, u"card(Allow friend requests)"_s},
-         {u"Privacy"_s, u"# SYNLIGHET"_s,
-          u"card(Visa online-status, Visa senaste aktivitet, Offentlig profil)"_s, u"# MEDDELANDEN"_s,
-          u"card(Tillåt DM från alla, Läskvitton, Skrivindikator)"_s, u"# KONTAKTER"_s,
-          u"card(Tillåt vänförfrågningar)"_s}},
-        {Security,
-         {u"Security"_s, u"card()"_s, u"# TWO-FACTOR AUTH"_s, u"card(2FA enabled)"_s, u"# DEVICES"_s,
-          u"card(Active devices, Log out all other sessions)"_s, u"# RECENT ACTIVITY"_s, u"card()"_s},
-         {u"Säkerhet"_s, u"card()"_s, u"# TVÅFAKTORSAUTENTISERING"_s, u"card(2FA aktiverad)"_s,
-          u"# ENHETER"_s, u"card(Aktiva enheter, Logga ut alla andra sessioner)"_s, u"# SENASTE AKTIVITET"_s,
-          u"card()"_s}},
-        {Notifications,
-         {u"Notifications"_s, u"# DESKTOP NOTIFICATIONS"_s,
-          u"card(Enable notifications, Sound, Do not disturb)"_s, u"# NOTIFICATION TYPES"_s,
-          u"card(Direct messages, Groups, Mentions)"_s, u"# BEHAVIOR"_s,
-          u"card(Background notifications, Start in system tray)"_s},
-         {u"Notiser"_s, u"# DESKTOP-NOTISER"_s, u"card(Aktivera notiser, Ljud, Stör ej)"_s, u"# NOTISTYPER"_s,
-          u"card(Direktmeddelanden, Grupper, Omnämnanden)"_s, u"# BETEENDE"_s,
-          u"card(Notiser i bakgrunden, Starta i system tray)"_s}},
-        {Chat,
-         {u"Chat"_s, u"# MESSAGES"_s,
-          u"card(Send with Enter, Link previews, Show images automatically, Save drafts)"_s, u"# DISPLAY"_s,
-          u"card(Compact mode, 24-hour format, Show user ID)"_s},
-         {u"Chatt"_s, u"# MEDDELANDEN"_s,
-          u"card(Skicka med Enter, Förhandsvisning av länkar, Visa bilder automatiskt, Spara utkast)"_s,
-          u"# VISNING"_s, u"card(Kompakt läge, 24-timmarsformat, Visa användar-ID)"_s}},
-        {Appearance,
-         {u"Appearance"_s, u"# THEME"_s, u"card()"_s, u"# ACCENT COLOR"_s, u"card()"_s, u"# EFFECTS"_s,
-          u"card(Animations, Transparency effects, Rounded corners)"_s},
-         {u"Utseende"_s, u"# TEMA"_s, u"card()"_s, u"# ACCENTFÄRG"_s, u"card()"_s, u"# EFFEKTER"_s,
-          u"card(Animeringar, Transparenseffekter, Rundade hörn)"_s}},
-        {Advanced,
-         {u"Advanced"_s, u"# PERFORMANCE"_s,
-          u"card(Hardware acceleration, Start with Windows, Minimize to system tray)"_s, u"# DEVELOPER"_s,
-          u"card(Developer mode, Clear local cache, Reset settings)"_s},
-         {u"Avancerat"_s, u"# PRESTANDA"_s,
-          u"card(Hårdvaruacceleration, Starta med Windows, Minimera till system tray)"_s, u"# UTVECKLARE"_s,
-          u"card(Utvecklarläge, Rensa lokal cache, Återställ inställningar)"_s}},
-        {About,
-         {u"box"_s, u"TideLoft"_s, u"Version 1.0.0"_s, u"Private. Secure. Fast."_s, u"card()"_s},
-         {u"box"_s, u"TideLoft"_s, u"Version 1.0.0"_s, u"Privat. Säker. Snabb."_s, u"card()"_s}},
-    };
-    return rows;
-}
+const QList<OutlineRow> outlines{
+    {Account,
+     {u"Account"_s, u"card()"_s, u"# ACCOUNT INFO"_s, u"card(Username, Bio)"_s, u"# PASSWORD"_s,
+      u"card(Change password)"_s, u"# ACCOUNT"_s, u"card(Log out from all devices)"_s},
+     {u"Konto"_s, u"card()"_s, u"# KONTOINFORMATION"_s, u"card(Användarnamn, Bio)"_s, u"# LÖSENORD"_s,
+      u"card(Ändra lösenord)"_s, u"# KONTO"_s, u"card(Logga ut från alla enheter)"_s}},
+    {Privacy,
+     {u"Privacy"_s, u"# VISIBILITY"_s, u"card(Show online status, Show last activity, Public profile)"_s,
+      u"# MESSAGES"_s, u"card(Allow DMs from everyone, Read receipts, Typing indicator)"_s, u"# CONTACTS"_s,
+      u"card(Allow friend requests)"_s},
+     {u"Privacy"_s, u"# SYNLIGHET"_s, u"card(Visa online-status, Visa senaste aktivitet, Offentlig profil)"_s,
+      u"# MEDDELANDEN"_s, u"card(Tillåt DM från alla, Läskvitton, Skrivindikator)"_s, u"# KONTAKTER"_s,
+      u"card(Tillåt vänförfrågningar)"_s}},
+    {Security,
+     {u"Security"_s, u"card()"_s, u"# TWO-FACTOR AUTH"_s, u"card(2FA enabled)"_s, u"# DEVICES"_s,
+      u"card(Active devices, Log out all other sessions)"_s, u"# RECENT ACTIVITY"_s, u"card()"_s},
+     {u"Säkerhet"_s, u"card()"_s, u"# TVÅFAKTORSAUTENTISERING"_s, u"card(2FA aktiverad)"_s, u"# ENHETER"_s,
+      u"card(Aktiva enheter, Logga ut alla andra sessioner)"_s, u"# SENASTE AKTIVITET"_s, u"card()"_s}},
+    {Notifications,
+     {u"Notifications"_s, u"# DESKTOP NOTIFICATIONS"_s,
+      u"card(Enable notifications, Sound, Do not disturb)"_s, u"# NOTIFICATION TYPES"_s,
+      u"card(Direct messages, Groups, Mentions)"_s, u"# BEHAVIOR"_s,
+      u"card(Background notifications, Start in system tray)"_s},
+     {u"Notiser"_s, u"# DESKTOP-NOTISER"_s, u"card(Aktivera notiser, Ljud, Stör ej)"_s, u"# NOTISTYPER"_s,
+      u"card(Direktmeddelanden, Grupper, Omnämnanden)"_s, u"# BETEENDE"_s,
+      u"card(Notiser i bakgrunden, Starta i system tray)"_s}},
+    {Chat,
+     {u"Chat"_s, u"# MESSAGES"_s,
+      u"card(Send with Enter, Link previews, Show images automatically, Save drafts)"_s, u"# DISPLAY"_s,
+      u"card(Compact mode, 24-hour format, Show user ID)"_s},
+     {u"Chatt"_s, u"# MEDDELANDEN"_s,
+      u"card(Skicka med Enter, Förhandsvisning av länkar, Visa bilder automatiskt, Spara utkast)"_s,
+      u"# VISNING"_s, u"card(Kompakt läge, 24-timmarsformat, Visa användar-ID)"_s}},
+    {Appearance,
+     {u"Appearance"_s, u"# THEME"_s, u"card()"_s, u"# ACCENT COLOR"_s, u"card()"_s, u"# EFFECTS"_s,
+      u"card(Animations, Transparency effects, Rounded corners)"_s},
+     {u"Utseende"_s, u"# TEMA"_s, u"card()"_s, u"# ACCENTFÄRG"_s, u"card()"_s, u"# EFFEKTER"_s,
+      u"card(Animeringar, Transparenseffekter, Rundade hörn)"_s}},
+    {Advanced,
+     {u"Advanced"_s, u"# PERFORMANCE"_s,
+      u"card(Hardware acceleration, Start with Windows, Minimize to system tray)"_s, u"# DEVELOPER"_s,
+      u"card(Developer mode, Clear local cache, Reset settings)"_s},
+     {u"Avancerat"_s, u"# PRESTANDA"_s,
+      u"card(Hårdvaruacceleration, Starta med Windows, Minimera till system tray)"_s, u"# UTVECKLARE"_s,
+      u"card(Utvecklarläge, Rensa lokal cache, Återställ inställningar)"_s}},
+    {About,
+     {u"box"_s, u"TideLoft"_s, u"Version 1.0.0"_s, u"Private. Secure. Fast."_s, u"card()"_s},
+     {u"box"_s, u"TideLoft"_s, u"Version 1.0.0"_s, u"Privat. Säker. Snabb."_s, u"card()"_s}},
+};
 
 } // namespace
 
@@ -103,7 +97,7 @@ void TestSettingsSections::outline_data()
         QTest::addRow("%s Swedish", qPrintable(english.first()))
             << Language::Swedish << int(section) << swedish + QStringList{u"stretch"_s};
     };
-    for (const OutlineRow &outline : outlineRows())
+    for (const OutlineRow &outline : outlines)
         row(outline.section, outline.english, outline.swedish);
 }
 

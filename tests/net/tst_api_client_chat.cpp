@@ -11,6 +11,62 @@ using namespace tideloft::tests;
 using Operation = std::function<void(ApiClient &)>;
 Q_DECLARE_METATYPE(Operation)
 
+namespace
+{
+
+void addSuccess(const char *name, const char *signal, const Operation &operation, const char *reply,
+                const QVariantList &expected)
+{
+    QTest::addRow("%s: %s", QByteArray(signal).split('(').first().constData(), name)
+        << operation << QByteArray(signal) << QByteArray(reply) << expected;
+}
+
+void addLists()
+{
+    const QJsonArray one{QJsonObject{{u"peer"_s, u"bob"_s}}};
+    const char *const conversations = "conversationsLoaded(QJsonArray)";
+    const Operation fetchConversations = [](ApiClient &api) { api.fetchConversations(); };
+    addSuccess("array", conversations, fetchConversations, R"([{"peer":"bob"}])", {one});
+    addSuccess("object", conversations, fetchConversations, R"({"items":[1]})", {QJsonArray()});
+    addSuccess("empty", conversations, fetchConversations, "", {QJsonArray()});
+    addSuccess("HTML", conversations, fetchConversations, "<html>", {QJsonArray()});
+
+    const char *const history = "historyLoaded(QString,QJsonArray)";
+    const Operation fetchHistory = [](ApiClient &api) { api.fetchHistory(u" Bob"_s); };
+    addSuccess("array, peer as passed", history, fetchHistory, R"([{"peer":"bob"}])", {u" Bob"_s, one});
+    addSuccess("object", history, fetchHistory, R"({"peer":"bob"})", {u" Bob"_s, QJsonArray()});
+    addSuccess("empty", history, fetchHistory, "", {u" Bob"_s, QJsonArray()});
+}
+
+void addKeys()
+{
+    const QJsonArray key{QJsonObject{{u"deviceId"_s, u"d"_s}, {u"publicKeyBase64"_s, u"K"_s}}};
+    const char *const keyArray = R"([42,{"deviceId":"d","publicKey":"K"}])";
+    const char *const keyObject = R"({"keys":[42,{"deviceId":"d","publicKey":"K"}]})";
+    const char *const keyObjectWithLegacy = R"({"publicKey":"L","keys":[{"deviceId":"d","publicKey":"K"}]})";
+
+    const char *const mine = "myDeviceKeysLoaded(QJsonArray)";
+    const Operation fetchMine = &ApiClient::fetchMyDeviceKeys;
+    addSuccess("object with keys", mine, fetchMine, keyObject, {key});
+    addSuccess("bare array", mine, fetchMine, keyArray, {key});
+    addSuccess("object without keys", mine, fetchMine, R"({"publicKey":"L"})", {QJsonArray()});
+    addSuccess("keys that are no array", mine, fetchMine, R"({"keys":{"deviceId":"d"}})", {QJsonArray()});
+    addSuccess("empty", mine, fetchMine, "", {QJsonArray()});
+
+    const char *const users = "userPublicKeysLoaded(QString,QJsonArray,QString)";
+    const Operation fetchUsers = [](ApiClient &api) { api.fetchUserPublicKeys(u" Bob"_s); };
+    addSuccess("object with keys", users, fetchUsers, keyObject, {u" Bob"_s, key, QString()});
+    addSuccess("keys and legacy key", users, fetchUsers, keyObjectWithLegacy, {u" Bob"_s, key, u"L"_s});
+    addSuccess("legacy key alone", users, fetchUsers, R"({"publicKey":"L"})",
+               {u" Bob"_s, QJsonArray(), u"L"_s});
+    addSuccess("bare array", users, fetchUsers, keyArray, {u" Bob"_s, QJsonArray(), QString()});
+    addSuccess("wrong types", users, fetchUsers, R"({"publicKey":7,"keys":"K"})",
+               {u" Bob"_s, QJsonArray(), QString()});
+    addSuccess("empty", users, fetchUsers, "", {u" Bob"_s, QJsonArray(), QString()});
+}
+
+} // namespace
+
 class TestApiClientChat : public QObject
 {
     Q_OBJECT
@@ -123,54 +179,14 @@ void TestApiClientChat::successes_data()
     QTest::addColumn<QByteArray>("signal");
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QVariantList>("expected");
-    const auto row = [](const char *name, const char *signal, const Operation &operation, const char *reply,
-                        const QVariantList &expected) {
-        QTest::addRow("%s: %s", QByteArray(signal).split('(').first().constData(), name)
-            << operation << QByteArray(signal) << QByteArray(reply) << expected;
-    };
-    const QJsonArray one{QJsonObject{{u"peer"_s, u"bob"_s}}};
-    const QJsonArray key{QJsonObject{{u"deviceId"_s, u"d"_s}, {u"publicKeyBase64"_s, u"K"_s}}};
-    const char *const keyArray = R"([42,{"deviceId":"d","publicKey":"K"}])";
-    const char *const keyObject = R"({"keys":[42,{"deviceId":"d","publicKey":"K"}]})";
-    const char *const keyObjectWithLegacy = R"({"publicKey":"L","keys":[{"deviceId":"d","publicKey":"K"}]})";
-
-    const char *const conversations = "conversationsLoaded(QJsonArray)";
-    const Operation fetchConversations = [](ApiClient &api) { api.fetchConversations(); };
-    row("array", conversations, fetchConversations, R"([{"peer":"bob"}])", {one});
-    row("object", conversations, fetchConversations, R"({"items":[1]})", {QJsonArray()});
-    row("empty", conversations, fetchConversations, "", {QJsonArray()});
-    row("HTML", conversations, fetchConversations, "<html>", {QJsonArray()});
-
-    const char *const history = "historyLoaded(QString,QJsonArray)";
-    const Operation fetchHistory = [](ApiClient &api) { api.fetchHistory(u" Bob"_s); };
-    row("array, peer as passed", history, fetchHistory, R"([{"peer":"bob"}])", {u" Bob"_s, one});
-    row("object", history, fetchHistory, R"({"peer":"bob"})", {u" Bob"_s, QJsonArray()});
-    row("empty", history, fetchHistory, "", {u" Bob"_s, QJsonArray()});
-
-    const char *const mine = "myDeviceKeysLoaded(QJsonArray)";
-    const Operation fetchMine = &ApiClient::fetchMyDeviceKeys;
-    row("object with keys", mine, fetchMine, keyObject, {key});
-    row("bare array", mine, fetchMine, keyArray, {key});
-    row("object without keys", mine, fetchMine, R"({"publicKey":"L"})", {QJsonArray()});
-    row("keys that are no array", mine, fetchMine, R"({"keys":{"deviceId":"d"}})", {QJsonArray()});
-    row("empty", mine, fetchMine, "", {QJsonArray()});
-
-    const char *const users = "userPublicKeysLoaded(QString,QJsonArray,QString)";
-    const Operation fetchUsers = [](ApiClient &api) { api.fetchUserPublicKeys(u" Bob"_s); };
-    row("object with keys", users, fetchUsers, keyObject, {u" Bob"_s, key, QString()});
-    row("keys and legacy key", users, fetchUsers, keyObjectWithLegacy, {u" Bob"_s, key, u"L"_s});
-    row("legacy key alone", users, fetchUsers, R"({"publicKey":"L"})", {u" Bob"_s, QJsonArray(), u"L"_s});
-    row("bare array", users, fetchUsers, keyArray, {u" Bob"_s, QJsonArray(), QString()});
-    row("wrong types", users, fetchUsers, R"({"publicKey":7,"keys":"K"})",
-        {u" Bob"_s, QJsonArray(), QString()});
-    row("empty", users, fetchUsers, "", {u" Bob"_s, QJsonArray(), QString()});
-
+    addLists();
+    addKeys();
     const Operation registerKey = [](ApiClient &api) { api.registerDeviceKey(u"K"_s); };
     const Operation sendSealed = [](ApiClient &api) { api.sendMessage(u"b"_s, u"t"_s, {}, {}, {}, {}, {}); };
     const Operation sendPlain = [](ApiClient &api) { api.sendMessage(u"b"_s, u"t"_s); };
-    row("body ignored", "deviceKeyRegistered()", registerKey, "<html>", {});
-    row("encrypted, body ignored", "messageSent()", sendSealed, "[]", {});
-    row("plain, body ignored", "messageSent()", sendPlain, "", {});
+    addSuccess("body ignored", "deviceKeyRegistered()", registerKey, "<html>", {});
+    addSuccess("encrypted, body ignored", "messageSent()", sendSealed, "[]", {});
+    addSuccess("plain, body ignored", "messageSent()", sendPlain, "", {});
 }
 
 void TestApiClientChat::successes()

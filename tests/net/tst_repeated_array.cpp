@@ -25,7 +25,7 @@ QByteArray join(const QByteArrayList &elements)
 // Bytes of its own, as every reply has them.
 QByteArray arrived(const QByteArray &body)
 {
-    return QByteArray(body.constData(), body.size());
+    return {body.constData(), body.size()};
 }
 
 QByteArray pick(QRandomGenerator &random, const QByteArrayList &from)

@@ -18,23 +18,24 @@ public:
     ApiFixture() : database(directory.filePath(QStringLiteral("test.sqlite"))), api(database, settings()) {}
 
     service::Response call(const QByteArray &method, const QByteArray &target, const QByteArray &body = {},
-                           const QByteArray &cookie = {})
+                           const QByteArray &cookie = {}) const
     {
         return finish(api.handle({method, target, "application/json", cookie, body, {}}));
     }
 
-    service::Response post(const QByteArray &target, const QJsonObject &body, const QByteArray &cookie = {})
+    service::Response post(const QByteArray &target, const QJsonObject &body,
+                           const QByteArray &cookie = {}) const
     {
         return call("POST", target, QJsonDocument(body).toJson(), cookie); // indented, as the client sends it
     }
 
-    service::Response get(const QByteArray &target, const QByteArray &cookie)
+    service::Response get(const QByteArray &target, const QByteArray &cookie) const
     {
         return call("GET", target, {}, cookie);
     }
 
     /// Makes an account, signs in, and returns the Cookie header of the session.
-    QByteArray signUp(const QString &name)
+    QByteArray signUp(const QString &name) const
     {
         const QJsonObject body{{QStringLiteral("username"), name},
                                {QStringLiteral("password"), QStringLiteral("a good password")}};

@@ -8,6 +8,61 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 
+namespace
+{
+
+void addTexts(const char *label, const QJsonValue &name, const QJsonValue &description, int status)
+{
+    QTest::newRow(label) << name << description << status;
+}
+
+void addNames()
+{
+    const QString emoji = u"😀"_s;
+    addTexts("one character", u"x"_s, u""_s, 201);
+    addTexts("32 characters", QString(32, u'x'), u""_s, 201);
+    addTexts("33 characters", QString(33, u'x'), u""_s, 400);
+    addTexts("32 emoji", emoji.repeated(32), u""_s, 201);
+    addTexts("33 emoji", emoji.repeated(33), u""_s, 400);
+    addTexts("32 characters among 2000 blanks", QString(1000, u' ') + QString(32, u'x') + QString(1000, u' '),
+             u""_s, 201);
+    addTexts("empty name", u""_s, u""_s, 400);
+    addTexts("name of blanks", u" \t\n "_s, u""_s, 400);
+    addTexts("no name", QJsonValue(QJsonValue::Undefined), u""_s, 400);
+    addTexts("name is a number", 5, u""_s, 400);
+    addTexts("name is null", QJsonValue(), u""_s, 400);
+    addTexts("NUL in the name", QString(u"a"_s + QChar(0) + u"b"_s), u""_s, 400);
+    addTexts("escape in the name", u"a\x1b[2J"_s, u""_s, 400);
+    addTexts("delete in the name", u"a\x7f"_s, u""_s, 400);
+    addTexts("C1 control in the name", u"a\u0086b"_s, u""_s, 400);
+    addTexts("control character at the end of the name", u"a\x01"_s, u""_s, 400);
+    addTexts("only a line separator", u"\u2028"_s, u""_s, 400);
+    addTexts("only a paragraph separator", u"\u2029"_s, u""_s, 400);
+    addTexts("only a zero-width space", u"\u200b"_s, u""_s, 400);
+    addTexts("marks of direction and blanks", u"\u200e \u202e\u2066 \u00a0"_s, u""_s, 400);
+    addTexts("only a tag beyond the first plane", QString::fromUcs4(U"\U000E0041"), u""_s, 400);
+    addTexts("joined emoji", u"👩\u200d💻"_s, u""_s, 201);
+}
+
+void addDescriptions()
+{
+    const QString emoji = u"😀"_s;
+    addTexts("200 characters of description", u"x"_s, QString(200, u'd'), 201);
+    addTexts("201 characters of description", u"x"_s, QString(201, u'd'), 400);
+    addTexts("200 emoji of description", u"x"_s, emoji.repeated(200), 201);
+    addTexts("201 emoji of description", u"x"_s, emoji.repeated(201), 400);
+    addTexts("200 characters among blanks", u"x"_s, u"  "_s + QString(200, u'd') + u"\n "_s, 201);
+    addTexts("description of blanks", u"x"_s, u"  "_s, 201);
+    addTexts("no description", u"x"_s, QJsonValue(QJsonValue::Undefined), 400);
+    addTexts("description is an array", u"x"_s, QJsonArray(), 400);
+    addTexts("NUL in the description", u"x"_s, QString(u"a"_s + QChar(0) + u"b"_s), 400);
+    addTexts("escape in the description", u"x"_s, u"a\x1b[2J"_s, 400);
+    addTexts("vertical tab in the description", u"x"_s, u"a\vb"_s, 400);
+    addTexts("line breaks and tabs in the description", u"x"_s, u"a\n\n\tb\r\n  c"_s, 201);
+}
+
+} // namespace
+
 class TestGroups : public QObject
 {
     Q_OBJECT
@@ -83,46 +138,10 @@ void TestGroups::texts_data()
     QTest::addColumn<QJsonValue>("name");
     QTest::addColumn<QJsonValue>("description");
     QTest::addColumn<int>("status");
-    const auto row = [](const char *label, const QJsonValue &name, const QJsonValue &description,
-                        int status) { QTest::newRow(label) << name << description << status; };
-    const QString emoji = u"😀"_s;
-    row("one character", u"x"_s, u""_s, 201);
-    row("32 characters", QString(32, u'x'), u""_s, 201);
-    row("33 characters", QString(33, u'x'), u""_s, 400);
-    row("32 emoji", emoji.repeated(32), u""_s, 201);
-    row("33 emoji", emoji.repeated(33), u""_s, 400);
-    row("32 characters among 2000 blanks", QString(1000, u' ') + QString(32, u'x') + QString(1000, u' '),
-        u""_s, 201);
-    row("empty name", u""_s, u""_s, 400);
-    row("name of blanks", u" \t\n "_s, u""_s, 400);
-    row("no name", QJsonValue(QJsonValue::Undefined), u""_s, 400);
-    row("name is a number", 5, u""_s, 400);
-    row("name is null", QJsonValue(), u""_s, 400);
-    row("200 characters of description", u"x"_s, QString(200, u'd'), 201);
-    row("201 characters of description", u"x"_s, QString(201, u'd'), 400);
-    row("200 emoji of description", u"x"_s, emoji.repeated(200), 201);
-    row("201 emoji of description", u"x"_s, emoji.repeated(201), 400);
-    row("200 characters among blanks", u"x"_s, u"  "_s + QString(200, u'd') + u"\n "_s, 201);
-    row("description of blanks", u"x"_s, u"  "_s, 201);
-    row("no description", u"x"_s, QJsonValue(QJsonValue::Undefined), 400);
-    row("description is an array", u"x"_s, QJsonArray(), 400);
-    row("NUL in the name", QString(u"a"_s + QChar(0) + u"b"_s), u""_s, 400);
-    row("escape in the name", u"a\x1b[2J"_s, u""_s, 400);
-    row("delete in the name", u"a\x7f"_s, u""_s, 400);
-    row("C1 control in the name", u"a\u0086b"_s, u""_s, 400);
-    row("control character at the end of the name", u"a\x01"_s, u""_s, 400);
-    row("only a line separator", u"\u2028"_s, u""_s, 400);
-    row("only a paragraph separator", u"\u2029"_s, u""_s, 400);
-    row("only a zero-width space", u"\u200b"_s, u""_s, 400);
-    row("marks of direction and blanks", u"\u200e \u202e\u2066 \u00a0"_s, u""_s, 400);
-    row("only a tag beyond the first plane", QString::fromUcs4(U"\U000E0041"), u""_s, 400);
-    row("joined emoji", u"👩\u200d💻"_s, u""_s, 201);
-    row("NUL in the description", u"x"_s, QString(u"a"_s + QChar(0) + u"b"_s), 400);
-    row("escape in the description", u"x"_s, u"a\x1b[2J"_s, 400);
-    row("vertical tab in the description", u"x"_s, u"a\vb"_s, 400);
-    row("line breaks and tabs in the description", u"x"_s, u"a\n\n\tb\r\n  c"_s, 201);
-    row("markup is only text", u"<b>&amp;</b>"_s, u"<script>"_s, 201);
-    row("SQL is only text", u"'); DROP TABLE users; --"_s, u"' OR '1'='1"_s, 201);
+    addNames();
+    addDescriptions();
+    addTexts("markup is only text", u"<b>&amp;</b>"_s, u"<script>"_s, 201);
+    addTexts("SQL is only text", u"'); DROP TABLE users; --"_s, u"' OR '1'='1"_s, 201);
 }
 
 void TestGroups::texts()

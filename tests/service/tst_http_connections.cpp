@@ -158,6 +158,7 @@ void TestHttpConnections::manyConnections()
 {
     ServerFixture server(&echo);
     std::vector<std::unique_ptr<HttpClient>> clients;
+    clients.reserve(200);
     for (int i = 0; i < 200; ++i)
         clients.push_back(std::make_unique<HttpClient>(server.port()));
     for (const auto &client : clients) {

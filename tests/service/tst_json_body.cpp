@@ -101,9 +101,9 @@ void TestJsonBody::texts()
 
 void TestJsonBody::depthIgnoresBracketsInStrings()
 {
-    const QByteArray brackets = "{\"a\":\"[[[[\",\"b\":\"\\\"[[\",\"c\":\"\\\\\"}";
+    const QByteArray brackets = R"({"a":"[[[[","b":"\"[[","c":"\\"})";
     QCOMPARE(jsonDepth(brackets), 1);
-    const QByteArray afterBackslash = "{\"a\":\"\\\\\",\"b\":[[]]}";
+    const QByteArray afterBackslash = R"({"a":"\\","b":[[]]})";
     QCOMPARE(jsonDepth(afterBackslash), 3);
 }
 

@@ -187,7 +187,7 @@ void TestPictures::uploadOfTheToolkitIsTaken()
     QFETCH(QByteArray, suffix);
     QHttpMultiPart body(QHttpMultiPart::FormDataType);
     QHttpPart part;
-    part.setRawHeader("Content-Disposition", "form-data; name=\"avatar\"; filename=\"avatar." + suffix + '"');
+    part.setRawHeader("Content-Disposition", R"(form-data; name="avatar"; filename="avatar.)" + suffix + '"');
     part.setRawHeader("Content-Type", "image/" + suffix);
     part.setBody(png(300'000));
     body.append(part);

@@ -60,7 +60,8 @@ void TestHistoryGroups::times_data()
 {
     QTest::addColumn<QList<int>>("seconds");
     QTest::addColumn<Positions>("expected");
-    constexpr int noon = 43200, midnight = 86400;
+    constexpr int noon = 43200;
+    constexpr int midnight = 86400;
     const auto row = [](const char *name, const QList<int> &seconds, const Positions &expected) {
         QTest::newRow(name) << seconds << expected;
     };

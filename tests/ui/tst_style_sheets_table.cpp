@@ -24,7 +24,7 @@ static QString arrow(const QString &colour)
            "stop:0.126 %1,stop:0.374 %1, stop:0.375 transparent,stop:1 transparent)"_s.arg(colour);
 }
 
-static QList<ExpectedRule> windowAndSignIn()
+static QList<ExpectedRule> windowAndCard()
 {
     const QString font = u"font-family: \"Segoe UI\", system-ui, sans-serif; font-size: 13px"_s;
     return {
@@ -56,6 +56,12 @@ static QList<ExpectedRule> windowAndSignIn()
              u"background: #25a868"_s),
         {u"#secBadgeText"_s, u"font-size: 10px; font-weight: 600"_s, u"color: #25a868"_s,
          u"color: #1a8a50"_s},
+    };
+}
+
+static QList<ExpectedRule> signInFields()
+{
+    return {
         {u"#authInput"_s,
          u"border-radius: 6px; padding: 8px 11px; font-size: 12px; selection-background-color: #5b5bd6"_s,
          u"background: #11111c; border: 1px solid rgba(255,255,255,0.10)"_s,
@@ -267,8 +273,8 @@ static QList<ExpectedRule> menusAndScrollBars()
 
 QList<ExpectedRule> expectedRules()
 {
-    return windowAndSignIn() + signInButtons() + railAndSearch() + sidebarLists() + conversation()
-           + emptyStateAndSettings() + menusAndScrollBars() + toolkitBoxes();
+    return windowAndCard() + signInFields() + signInButtons() + railAndSearch() + sidebarLists()
+           + conversation() + emptyStateAndSettings() + menusAndScrollBars() + toolkitBoxes();
 }
 
 } // namespace tideloft::tests
