@@ -68,8 +68,8 @@ QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &b
 void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess,
                                 FailureContinuation onFailure, RepeatedArray *repeated)
 {
-    // Nothing is kept of a reply that comes after log-out or was asked for then, also when the next person
-    // has signed in since.
+    // Nothing is kept of a reply that was asked for before a log-out and comes after it, nor of one that was
+    // asked for while nobody was signed in.
     const auto handle = [this, reply, repeated, mayBeKept = keepsReplies, asked = forgotten,
                          onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
         const bool isKept = mayBeKept && asked == forgotten;

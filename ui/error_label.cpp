@@ -41,7 +41,7 @@ int ErrorLabel::heightForWidth(int width) const
     return height + heightWith(QTextOption::WrapAtWordBoundaryOrAnywhere) - heightWith(QTextOption::WordWrap);
 }
 
-// A label breaks lines between words only, and puts a text that is too high in its middle.
+// A label breaks lines between words only, and centres a text that is too high: its first lines are lost.
 void ErrorLabel::paintEvent(QPaintEvent *event)
 {
     const bool fits = heightForWidth(width()) <= height();

@@ -15,7 +15,7 @@ FIGURES = [
     ("README.md", r"most ([\d,]+) characters", "ui/bounded_text.h", r"messageLimits\{([\d']+)"),
     ("README.md", r" ([\d,]+) lines", "ui/bounded_text.h", r"messageLimits\{[\d']+, ([\d']+)"),
     ("README.md", r" ([\d,]+) emoji", "ui/bounded_text.h", r"messageLimits\{[\d']+, [\d']+, ([\d']+)"),
-    ("README.md", r"finds\s+at\s+most\s+([\d,]+) users", "service/profile_handlers.cpp", r"mostResults = ([\d']+)"),
+    ("README.md", r"finds at most ([\d,]+) users", "service/profile_handlers.cpp", r"mostResults = ([\d']+)"),
     ("README.md", r"every (\w+) seconds", "ui/main_window.cpp", r"setInterval\((\d)000\)"),
     ("docs/user-guide.md", r"more than ([\d,]+) bytes", "ui/picture_file.cpp", r"largestPicture = ([\d']+)"),
     ("docs/user-guide.sv.md", r"större än ([\d ]+) byte", "ui/picture_file.cpp", r"largestPicture = ([\d']+)"),

@@ -9,8 +9,7 @@
 namespace tideloft::tests
 {
 
-/// Waits until the day that it is now has more than two minutes left: rows of a table that name it are still
-/// right when they are read.
+/// Close to midnight, waits for the next day: rows that name today are still right when they are read.
 inline void stayAwayFromMidnight()
 {
     while (QTime::currentTime() >= QTime(23, 58))

@@ -18,7 +18,7 @@ WIDTH, HEIGHT = 2240, 760
 
 TOOLS = ("Xvfb", "openbox", "xdotool", "xmodmap", "import", "convert", "dbus-run-session")
 
-# What a session bus says that starts.
+# What a session bus says as it starts.
 USUAL_WORDS = ("Failed to set fd limit", "Activating service name=", "Successfully activated service",
                "SpiRegistry daemon is running")
 
@@ -76,7 +76,7 @@ def clean_environment(display, directory):
 
 
 def run_again_on_screen():
-    """Starts the program that runs once more, with --on-screen and a screen and a session bus of its own."""
+    """Starts the running program again, with --on-screen and a screen and a session bus of its own."""
     missing = missing_tools()
     if missing:
         raise SystemExit(f"{pathlib.Path(sys.argv[0]).stem}: not installed: {', '.join(missing)}. "
