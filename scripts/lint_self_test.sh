@@ -13,7 +13,7 @@ declare -rA faultWords=(
     [shellcheck]='SC2086'
     [codespell]='t[e]h ==> the'
     [reuse]='bare.cpp'
-    [packaging]=$'Unknown key.*Misspelt\nComment has no \\[sv\\]\n"Encrypted"\n48.png.*differ'
+    [packaging]=$'Unknown key.*Misspelt\nComment has no \\[sv\\]\n"Encrypted"\n48.png.*differ\ncomponent-name-missing\nunknown macro: .Xx'
     [cppcheck]='\[arrayIndexOutOfBounds\]'
     [clazy]='Wclazy-range-loop'
     [clang-tidy]='readability-function-size'
@@ -48,6 +48,8 @@ plant_packaging()
     sed -i 's/^\[Service\]$/&\nMisspelt=yes/' packaging/systemd/tideloftd.service.in
     sed -i -e '/^Comment\[sv\]=/d' -e 's/^Terminal=.*/Terminal=Encrypted/' packaging/desktop/*.desktop
     cp packaging/icons/32.png packaging/icons/48.png
+    sed -i '/<name>/d' packaging/desktop/*.metainfo.xml
+    append packaging/man/tideloft.1 <<<'.Xx nothing'
 }
 
 plant_clazy()
