@@ -32,6 +32,8 @@ private slots:
     void everyPage();
     void emojiAreColoured_data();
     void emojiAreColoured();
+    void symbolsAreLetters_data();
+    void symbolsAreLetters();
     void digitsAreLetters();
     void faultsAreSeen_data();
     void faultsAreSeen();
@@ -129,7 +131,7 @@ void TestScreens::everyPage()
 void TestScreens::emojiAreColoured_data()
 {
     QTest::addColumn<QString>("text");
-    for (const QString &text : {u"💬"_s, u"🔒"_s, u"🌍"_s, u"👤"_s, u"🛡"_s, u"🔔"_s, u"🎨"_s, u"🌊"_s})
+    for (const QString &text : {u"💬"_s, u"🔒"_s, u"🌍"_s, u"👤"_s, u"🛡"_s, u"🔔"_s, u"🎨"_s, u"🌊"_s, u"➕"_s})
         QTest::addRow("%s", qPrintable(text)) << text;
     QTest::newRow("Swedish flag") << u"🇸🇪"_s;
     QTest::newRow("British flag") << u"🇬🇧"_s;
@@ -141,6 +143,22 @@ void TestScreens::emojiAreColoured()
     const SettingsProbe probe;
     const QFont font = probe.the<QLabel>(u"emptyIcon"_s)->font();
     QCOMPARE(familiesOf(text, font), QStringList{u"noto color emoji"_s});
+    QCOMPARE(glyphCount(text, font), 1);
+}
+
+void TestScreens::symbolsAreLetters_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const QString &text : {u"✓"_s, u"➤"_s, u"←"_s, u"●"_s, u"⚙"_s, u"☀"_s, u"⚡"_s})
+        QTest::addRow("%s", qPrintable(text)) << text;
+}
+
+void TestScreens::symbolsAreLetters()
+{
+    QFETCH(const QString, text);
+    const SettingsProbe probe;
+    const QFont font = probe.the<QLabel>(u"emptyIcon"_s)->font();
+    QVERIFY(!familiesOf(text, font).contains(u"noto color emoji"_s));
     QCOMPARE(glyphCount(text, font), 1);
 }
 
@@ -167,6 +185,11 @@ void TestScreens::faultsAreSeen_data()
         << u"px of height"_s << Spoil([](QWidget &, QLabel &label, QPushButton &) {
                label.setWordWrap(true);
                label.setFixedSize(30, 20);
+           });
+    QTest::newRow("paragraph narrower than a word")
+        << u"px for a word of"_s << Spoil([](QWidget &, QLabel &label, QPushButton &) {
+               label.setWordWrap(true);
+               label.setFixedSize(20, 60);
            });
     QTest::newRow("button too narrow")
         << u"px of text"_s
