@@ -8,6 +8,7 @@ import commands
 import figures
 import guides
 import links
+import outline
 from check import CHECKS
 from project import Project
 
@@ -105,6 +106,9 @@ BREAKS = [
      "TIDELOFTD_PORT=443", "TIDELOFTD_DOOR=443", "does not know TIDELOFTD_DOOR"),
     ("a certificate in another place", figures.check_installed, "README.md", "/etc/tideloft/server.pem",
      "/etc/tideloft/chain.pem", "does not know /etc/tideloft/chain.pem"),
+    ("a section that is gone", outline.check_outline, "README.md", "## Limits", "## Notes", "no section 'Limits'"),
+    ("a drawing that is not shown", outline.check_outline, "docs/architecture.md", "](pictures/layers.svg)",
+     "](pictures/message.svg)", "does not show pictures/layers.svg"),
 ]
 
 

@@ -7,6 +7,7 @@ import commands
 import figures
 import guides
 import links
+import outline
 from project import Project
 
 CHECKS = [links.check_links, links.check_files, links.check_tests,
@@ -14,7 +15,7 @@ CHECKS = [links.check_links, links.check_files, links.check_tests,
           commands.check_preset_table,
           guides.check_structure, guides.check_messages, guides.check_warnings, guides.check_screen_words,
           guides.check_left_out, figures.check_figures, figures.check_file_names,
-          figures.check_installed]
+          figures.check_installed, outline.check_outline]
 
 
 def main():

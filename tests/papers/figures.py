@@ -3,6 +3,8 @@
 # SPDX-License-Identifier: MIT
 import re
 
+METAINFO = "packaging/desktop/im.tideloft.TideLoft.metainfo.xml"
+
 # A paper and its words around a figure; a source and its words around the same one.
 FIGURES = [
     ("README.md", r"at most ([\d,]+) devices", "service/device_keys.h", r"maximumDevices = ([\d']+)"),
@@ -17,6 +19,20 @@ FIGURES = [
     ("README.md", r" ([\d,]+) emoji", "ui/bounded_text.h", r"messageLimits\{[\d']+, [\d']+, ([\d']+)"),
     ("README.md", r"finds at most ([\d,]+) users", "service/profile_handlers.cpp", r"mostResults = ([\d']+)"),
     ("README.md", r"every (\w+) seconds", "ui/main_window.cpp", r"setInterval\((\d)000\)"),
+    ("README.md", r"newest ([\d,]+) messages", "ui/bounded_rows.h", r"historyLimit = ([\d']+)"),
+    ("README.md", r", ([\d,]+) conversations", "ui/bounded_rows.h", r"conversationsLimit = ([\d']+)"),
+    ("README.md", r", ([\d,]+) found users", "ui/bounded_rows.h", r"foundUsersLimit = ([\d']+)"),
+    ("README.md", r"found users and ([\d,]+) servers", "ui/bounded_rows.h", r"serversLimit = ([\d']+)"),
+    ("README.md", r"at least ([\d,]+) x", "ui/main_window.cpp", r"setMinimumSize\((\d+)"),
+    ("README.md", r"at least [\d,]+ x ([\d,]+) px", "ui/main_window.cpp", r"setMinimumSize\(\d+, (\d+)"),
+    (METAINFO, r'side="longest" compare="ge">(\d+)<', "ui/main_window.cpp", r"setMinimumSize\((\d+)"),
+    (METAINFO, r'side="shortest" compare="ge">(\d+)<', "ui/main_window.cpp", r"setMinimumSize\(\d+, (\d+)"),
+    ("docs/user-guide.md", r"name has ([\d,]+) to", "service/user_name.cpp", r"size\(\) < (\d+)"),
+    ("docs/user-guide.md", r"name has [\d,]+ to ([\d,]+)", "service/user_name.cpp", r"size\(\) > (\d+)"),
+    ("docs/user-guide.md", r"password has ([\d,]+) to", "service/account_handlers.cpp", r"shortestPassword = (\d+)"),
+    ("docs/user-guide.md", r"password has [\d,]+ to ([\d,]+)", "service/account_handlers.cpp",
+     r"longestPassword = (\d+)"),
+    ("docs/user-guide.md", r"or ([\d,]+) days", "service/sign_in_sessions.cpp", r"\? (\d+) \* dayInSeconds"),
     ("docs/user-guide.md", r"more than ([\d,]+) bytes", "ui/picture_file.cpp", r"largestPicture = ([\d']+)"),
     ("docs/user-guide.sv.md", r"större än ([\d ]+) byte", "ui/picture_file.cpp", r"largestPicture = ([\d']+)"),
 ]
