@@ -13,7 +13,8 @@ declare -rA faultWords=(
     [shellcheck]='SC2086'
     [codespell]='t[e]h ==> the'
     [reuse]='bare.cpp'
-    [packaging]=$'Unknown key.*Misspelt\nComment has no \\[sv\\]\n"Encrypted"\n48.png.*differ\ncomponent-name-missing\nunknown macro: .Xx'
+    [packaging]=$'Unknown key.*Misspelt\nComment has no \\[sv\\]\n"Encrypted"\n'\
+$'48.png.*differ\ncomponent-name-missing\nunknown macro: .Xx'
     [cppcheck]='\[arrayIndexOutOfBounds\]'
     [clazy]='Wclazy-range-loop'
     [clang-tidy]='readability-function-size'
