@@ -52,6 +52,8 @@ private slots:
     void plainPreviewIsNotOpened();
     void time_data();
     void time();
+    void spoken_data();
+    void spoken();
     void usersFound_data();
     void usersFound();
 };
@@ -158,6 +160,25 @@ void TestConversationRows::time()
     QFETCH(const QByteArray, createdAt);
     QFETCH(const QString, expected);
     QCOMPARE(rows(R"([{"peer":"bob","createdAt":)" + createdAt + "}]").value(0).time, expected);
+}
+
+void TestConversationRows::spoken_data()
+{
+    QTest::addColumn<QString>("preview");
+    QTest::addColumn<QString>("time");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("all of it") << u"See you"_s << u"12:04"_s << u"bob, See you, 12:04"_s;
+    QTest::newRow("without a time") << u"See you"_s << QString() << u"bob, See you"_s;
+    QTest::newRow("without a preview") << QString() << u"12:04"_s << u"bob, 12:04"_s;
+    QTest::newRow("the name alone") << QString() << QString() << u"bob"_s;
+}
+
+void TestConversationRows::spoken()
+{
+    QFETCH(const QString, preview);
+    QFETCH(const QString, time);
+    QFETCH(const QString, expected);
+    QCOMPARE(spokenText(ConversationRowModel{u"bob"_s, preview, time}), expected);
 }
 
 void TestConversationRows::usersFound_data()
