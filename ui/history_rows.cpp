@@ -64,7 +64,7 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
     return rows;
 }
 
-size_t qHash(const HistoryRow &row, size_t seed)
+size_t qHash(const HistoryRow &row, size_t seed) // clazy:exclude=qhash-namespace
 {
     if (const auto *day = std::get_if<DaySeparatorModel>(&row))
         return qHash(day->label, seed);
