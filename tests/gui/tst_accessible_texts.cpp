@@ -251,18 +251,18 @@ void TestAccessibleTexts::hostileNamesAreBoundedText()
     const QString expected = tideloft::ui::inOneLine(name);
     SettingsProbe probe;
     QVERIFY(listServers(probe, {server(u"1"_s, name)}));
-    QCOMPARE(spokenName(serverButtons(probe).first()), expected);
-    QCOMPARE(spokenDescription(serverButtons(probe).first()), u"Server"_s);
+    QCOMPARE(spokenName(serverButtons(probe).constFirst()), expected);
+    QCOMPARE(spokenDescription(serverButtons(probe).constFirst()), u"Server"_s);
     const QJsonArray items{QJsonObject{{u"peer"_s, name}, {u"text"_s, name}}};
     QVERIFY(callSlot(*probe.window, "onConversationsLoaded", Q_ARG(QJsonArray, items)));
     const QString entry = spokenEntries(probe.the<QWidget>(u"dmList"_s)).value(0);
     QVERIFY(entry.startsWith(expected + u", "_s));
     QVERIFY(entry.size() <= expected.size() + 2 + tideloft::ui::previewLimits.characters + 1);
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QCOMPARE(spokenName(probe.the<QLabel>(u"centerTitle"_s)), expected);
     QCOMPARE(spokenName(probe.the<QLabel>(u"peerAvatar"_s)), expected);
     QVERIFY(showHistory(probe, {message(name, u"hi"_s, u"2024-05-17T10:00:00Z"_s)}));
-    QCOMPARE(spokenEntries(probe.the<QWidget>(u"messageList"_s)).last(), expected + u", hi, 10:00"_s);
+    QCOMPARE(spokenEntries(probe.the<QWidget>(u"messageList"_s)).constLast(), expected + u", hi, 10:00"_s);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestAccessibleTexts)

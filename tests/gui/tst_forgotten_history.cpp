@@ -27,8 +27,9 @@ QByteArray marker()
 // The marker as the toolkit's texts hold it, of which 16 bytes are looked for.
 QByteArray wideMarker()
 {
+    const QByteArray beginning = marker().first(8);
     QByteArray wide;
-    for (const char character : marker().first(8))
+    for (const char character : beginning)
         wide.append(character).append('\0');
     return wide;
 }
@@ -112,8 +113,8 @@ void TestForgottenHistory::nothingIsKeptAfterTheLogOut()
     QVERIFY(chat.settle());
     chat.service.answer(request, 200, "[]"); // and the service keeps nothing of it
     if (moment == Moment::Before) {
-        QVERIFY(inReplies.places().first() > 0);
-        QVERIFY(inTexts.places().first() > 0);
+        QVERIFY(inReplies.places().constFirst() > 0);
+        QVERIFY(inTexts.places().constFirst() > 0);
         chat.window.logOut();
         QVERIFY(chat.settle());
     }

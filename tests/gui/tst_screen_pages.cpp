@@ -131,7 +131,7 @@ bool showServer(SettingsProbe &probe, Names names, const Look &look)
         servers.append(server(u"g%1"_s.arg(i), nameFor(names, i % 2 ? u"Pier & Harbour"_s : u"🌍 World"_s)));
     if (!listServers(probe, servers))
         return false;
-    QTest::mouseClick(serverButtons(probe).first(), Qt::LeftButton);
+    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     look(*probe.window);
     return true;
 }

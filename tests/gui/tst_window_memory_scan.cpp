@@ -171,7 +171,7 @@ void TestWindowMemoryScan::nothingIsLeftAfterTheLogOut()
     QVERIFY(shownHistory(chat.messageList()).contains(u"(me) from alice: 7"_s));
     QCOMPARE(keys.places(), QList<int>(2 * messages, 1)); // in the table of those that are remembered
     QCOMPARE(unopened.found(), 0);
-    QVERIFY(privateKey.places().first() > 0); // and so it would be found
+    QVERIFY(privateKey.places().constFirst() > 0); // and so it would be found
     chat.window.logOut();
     QVERIFY(chat.settle());
     QCOMPARE(keys.found(), 0);
@@ -194,7 +194,7 @@ void TestWindowMemoryScan::refusedSendsLeaveNothing()
     QVERIFY(chat.settle());
     QCOMPARE(keys.found(), 0);
     const SoughtSecrets privateKey = formsOfThePrivateKey();
-    QVERIFY(privateKey.places().first() > 0); // and so it would be found
+    QVERIFY(privateKey.places().constFirst() > 0); // and so it would be found
     chat.window.logOut();
     QCOMPARE(privateKey.found(), 0);
 }

@@ -21,7 +21,9 @@ void addEndpoints()
 
 QStringList reportsOf(const Endpoint &endpoint, const ReplyContent &content, const ReportLog &log)
 {
-    return endpoint.outcome(content).replaceInStrings(u"%1"_s, log.picturePath());
+    QStringList reports = endpoint.outcome(content);
+    reports.replaceInStrings(u"%1"_s, log.picturePath());
+    return reports;
 }
 
 } // namespace

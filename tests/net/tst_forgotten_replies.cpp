@@ -77,7 +77,7 @@ void TestForgottenReplies::nothingIsKeptAfterTheLogOut()
     service.answer(request, 200, "[]"); // and the service keeps nothing of it
     QVERIFY(settle(client));
     if (!late) {
-        QVERIFY(sought.places().first() > 0);
+        QVERIFY(sought.places().constFirst() > 0);
         client.logout();
     }
     service.release(logout);
