@@ -31,8 +31,9 @@ bool setNonceSize(EVP_CIPHER_CTX *context)
 }
 
 bool encryptAll(EVP_CIPHER_CTX *context, const QByteArray &key, const QByteArray &iv, const QByteArray &from,
-                QByteArray &to, int &written)
+                QByteArray &to)
 {
+    int written = 0;
     return countable(from.size())
            && EVP_EncryptInit_ex(context, EVP_aes_256_gcm(), nullptr, nullptr, nullptr) > 0
            && setNonceSize(context)
@@ -44,8 +45,9 @@ bool encryptAll(EVP_CIPHER_CTX *context, const QByteArray &key, const QByteArray
 
 // `to` has the size of the ciphertext; the tag that follows it in `sealed` is not read here.
 bool decryptAll(EVP_CIPHER_CTX *context, const QByteArray &key, const QByteArray &iv,
-                const QByteArray &sealed, QByteArray &to, int &written)
+                const QByteArray &sealed, QByteArray &to)
 {
+    int written = 0;
     return countable(to.size())
            && EVP_DecryptInit_ex(context, EVP_aes_256_gcm(), nullptr, nullptr, nullptr) > 0
            && setNonceSize(context)
@@ -69,17 +71,15 @@ QByteArray aesGcmEncrypt(const QByteArray &key, const QByteArray &iv, const QByt
     if (!context)
         return failOpenssl(error, u"Could not create AES-GCM context: %1"_s);
     QByteArray sealed(plaintext.size(), '\0');
-    int updated = 0;
-    if (!encryptAll(context.get(), key, iv, plaintext, sealed, updated))
+    if (!encryptAll(context.get(), key, iv, plaintext, sealed))
         return failOpenssl(error, u"AES-GCM encrypt update failed: %1"_s);
-    int finished = 0;
-    if (EVP_EncryptFinal_ex(context.get(), writable(sealed) + updated, &finished) < 1)
+    int nothing = 0; // GCM gives every byte at once
+    if (EVP_EncryptFinal_ex(context.get(), writable(sealed), &nothing) <= 0)
         return failOpenssl(error, u"AES-GCM encrypt final failed: %1"_s);
     QByteArray tag(gcmTagSize, '\0');
     if (EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_GET_TAG, static_cast<int>(tag.size()), tag.data())
         <= 0)
         return failOpenssl(error, u"AES-GCM get tag failed: %1"_s);
-    sealed.resize(updated + finished);
     return sealed + tag;
 }
 
@@ -98,17 +98,15 @@ QByteArray aesGcmDecrypt(const QByteArray &key, const QByteArray &iv, const QByt
         return failOpenssl(error, u"Could not create AES-GCM context: %1"_s);
     // Until the tag is found right, what was made of the key is nobody's text, and is wiped.
     SecretBytes plaintext(QByteArray(sealed.size() - gcmTagSize, '\0'));
-    int updated = 0;
-    if (!decryptAll(context.get(), key, iv, sealed, plaintext.buffer(), updated))
+    if (!decryptAll(context.get(), key, iv, sealed, plaintext.buffer()))
         return failOpenssl(error, u"AES-GCM decrypt update failed: %1"_s);
     QByteArray tag = sealed.last(gcmTagSize);
     if (EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_TAG, static_cast<int>(tag.size()), tag.data())
         <= 0)
         return failOpenssl(error, u"AES-GCM set tag failed: %1"_s);
-    int finished = 0;
-    if (EVP_DecryptFinal_ex(context.get(), writable(plaintext.buffer()) + updated, &finished) <= 0)
+    int nothing = 0; // GCM gives every byte at once
+    if (EVP_DecryptFinal_ex(context.get(), writable(plaintext.buffer()), &nothing) <= 0)
         return fail(error, u"AES-GCM authentication failed."_s);
-    plaintext.buffer().resize(updated + finished);
     return plaintext.release();
 }
 

@@ -90,7 +90,7 @@ int i2d_PrivateKey(const EVP_PKEY *key, unsigned char **position)
 int i2d_PUBKEY(const EVP_PKEY *key, unsigned char **position)
 {
     static auto *const real = libcryptos<decltype(i2d_PUBKEY)>(__func__);
-    return fails(__func__) ? -1 : real(key, position);
+    return fails(__func__) ? 0 : real(key, position); // either is a failure
 }
 
 EVP_CIPHER_CTX *EVP_CIPHER_CTX_new()
