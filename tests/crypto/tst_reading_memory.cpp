@@ -28,6 +28,7 @@ private slots:
     void init();
     void messageThatOpenedIsRemembered();
     void rememberedContentKeyStandsForRsa();
+    void whatIsForgottenIsNotForgottenAgain();
     void privateKeyIsParsedOnce();
     void parsedPrivateKeyStandsForTheFile();
     void rememberedMessageIsStillAuthenticated();
@@ -69,6 +70,16 @@ void TestReadingMemory::rememberedContentKeyStandsForRsa()
     memory.readFor(keyText().toLatin1(), u"alice"_s, own);
     memory.remember(wrappedKeyOf(message), otherKey);
     QCOMPARE(textWith(memory, message), u"hi"_s);
+}
+
+void TestReadingMemory::whatIsForgottenIsNotForgottenAgain()
+{
+    ReadingMemory memory;
+    memory.readFor(keyText().toLatin1(), u"alice"_s, own);
+    memory.forget();
+    const quint64 generation = memory.generation();
+    memory.readFor({}, {}, {});
+    QCOMPARE(memory.generation(), generation);
 }
 
 void TestReadingMemory::privateKeyIsParsedOnce()

@@ -71,6 +71,8 @@ private slots:
     void privateHalfIsRead_data() { addFaults(); }
     void privateHalfIsRead();
     void vanishedDirectoryIsNoReasonForANewPair();
+    void interruptedCallsAreMadeAgain_data();
+    void interruptedCallsAreMadeAgain();
 
 private:
     using Check = std::function<void(const QString &failed, const Outcome &outcome)>;
@@ -201,6 +203,22 @@ void TestKeyFileFaults::vanishedDirectoryIsNoReasonForANewPair()
     QVERIFY(!ensureKeyPair(&error));
     QCOMPARE(error, u"Private key path is empty."_s);
     QVERIFY(!QFile::exists(dataLocation() + u"/chat_private_key.b64"_s));
+}
+
+void TestKeyFileFaults::interruptedCallsAreMadeAgain_data()
+{
+    QTest::addColumn<Call>("call");
+    QTest::newRow("read") << Call::Read;
+    QTest::newRow("write") << Call::Write;
+}
+
+void TestKeyFileFaults::interruptedCallsAreMadeAgain()
+{
+    QFETCH(const Call, call);
+    const Faults faults(QFileInfo(dataLocation()).path(), call, 1, false, EINTR);
+    QVERIFY(writePrivateKeyFile(u"QUJDREVG"_s));
+    QCOMPARE(readPrivateKeyFile(), u"QUJDREVG"_s);
+    QVERIFY(!Faults::failed().isEmpty());
 }
 
 TIDELOFT_TEST_MAIN(TestKeyFileFaults)
