@@ -32,7 +32,7 @@ CALL = re.compile(r"^\s+(?!return\b|throw\b|delete\b|emit\b|else\b)[\w.:>()\-]+\
 # Without these a program does the same: room is made early, warnings are not part of what is promised, and
 # neither is how long one sleeps between two looks at a lock.
 WITHOUT_EFFECT = re.compile(
-    r"\breserve\(|Q_ASSERT|qCWarning|qWarning|static_assert|Q_UNUSED|^constexpr int (?:\w*P|p)ause = "
+    r"\breserve\(|\bmsleep\(|Q_ASSERT|qCWarning|qWarning|static_assert|Q_UNUSED|^constexpr int (?:\w*P|p)ause = "
 )
 # Whoever gets the address of it writes it before anybody reads it.
 WRITTEN_ELSEWHERE = re.compile(r"^ +(?:int|size_t) (\w+) = 0;$")
