@@ -23,7 +23,7 @@ bool isWhiteSpace(char character)
 // The first character after the text that begins, with its quotation mark, at POSITION.
 const char *afterText(const char *position, const char *end)
 {
-    for (++position; position < end; ++position) {
+    for (++position; position != end; ++position) {
         position = static_cast<const char *>(std::memchr(position, '"', size_t(end - position)));
         if (!position)
             return end;
@@ -48,7 +48,7 @@ QList<QByteArrayView> split(QByteArrayView body)
     const char *end = body.end() - 1;
     const char *begin = body.begin() + 1;
     int depth = 0;
-    for (const char *at = begin; at < end;) {
+    for (const char *at = begin; at != end;) {
         const char character = *at;
         if (character == '"') {
             at = afterText(at, end);
