@@ -12,6 +12,8 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
+using namespace Qt::StringLiterals;
+
 namespace tideloft::ui
 {
 
@@ -19,8 +21,7 @@ namespace
 {
 
 // The names that are offered below the dialog's field stand in a window of their own, which holds the
-// keyboard. If it is still there when a Return closes the dialog, the keyboard comes back to no window at
-// all.
+// keyboard. Is it still there when a Return closes the dialog, no window gets the keyboard back.
 class OfferedNames : public QObject
 {
 public:
@@ -54,7 +55,8 @@ QString choosePicture(QWidget *parent, const QString &title, Language language)
 {
     QFileDialog dialog(parent, title, {}, pictureFilter(language));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    // A desktop's own dialog has no such field.
+    dialog.setSupportedSchemes({u"file"_s}); // a desktop's own dialog knows other places, too
+    // Nor has such a dialog this field.
     if (auto *field = dialog.findChild<QLineEdit *>(); field && field->completer())
         new OfferedNames(field, field->completer()->popup());
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();

@@ -121,12 +121,14 @@ void TestPictureChoice::theDialogSays()
     QStringList filters;
     const QObject *parent = nullptr;
     QFileDialog::FileMode mode = QFileDialog::AnyFile;
+    QStringList schemes;
     bool modal = false;
     const Person<QFileDialog> person([&](const QFileDialog &dialog) {
         title = dialog.windowTitle();
         filters = dialog.nameFilters();
         parent = dialog.parent();
         mode = dialog.fileMode();
+        schemes = dialog.supportedSchemes();
         modal = dialog.isModal();
         press(dialog, Qt::Key_Escape);
     });
@@ -137,6 +139,7 @@ void TestPictureChoice::theDialogSays()
     QCOMPARE(filters, QStringList{filter});
     QCOMPARE(parent, probe.window.get());
     QCOMPARE(mode, QFileDialog::ExistingFile);
+    QCOMPARE(schemes, QStringList{u"file"_s});
     QVERIFY(modal);
 }
 
