@@ -3,12 +3,15 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/base64.h"
 #include "crypto/key_store.h"
+#include "crypto/regular_file.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/crypto/key_halves.h"
 #include "tests/crypto/test_keys.h"
 #include "tests/faults/fault_rows.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"
+
+#include <QTemporaryDir>
 
 #include <functional>
 
@@ -215,9 +218,11 @@ void TestKeyFileFaults::interruptedCallsAreMadeAgain_data()
 void TestKeyFileFaults::interruptedCallsAreMadeAgain()
 {
     QFETCH(const Call, call);
-    const Faults faults(QFileInfo(dataLocation()).path(), call, 1, false, EINTR);
-    QVERIFY(writePrivateKeyFile(u"QUJDREVG"_s));
-    QCOMPARE(readPrivateKeyFile(), u"QUJDREVG"_s);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"key"_s);
+    const Faults faults(folder.path(), call, 1, false, EINTR);
+    QVERIFY(writeRegularFile(path, "QUJDREVG"));
+    QCOMPARE(readRegularFile(path).value_or(QByteArray()), QByteArray("QUJDREVG"));
     QVERIFY(!Faults::failed().isEmpty());
 }
 
