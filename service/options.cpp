@@ -29,8 +29,7 @@ QList<QCommandLineOption> knownOptions()
         {u"tls-key"_s, u"PEM file with the certificate's private key. Needs --tls-cert."_s, u"FILE"_s},
         {u"database"_s,
          u"SQLite file that keeps accounts, keys, messages, servers and pictures; made when missing, "
-         u"readable "
-         u"for its owner only. "
+         u"readable for its owner only. "
          "Default: tideloftd.sqlite in the user's data folder."_s,
          u"FILE"_s},
         {u"quiet"_s, u"Do not write a line to the standard error output for each request."_s},

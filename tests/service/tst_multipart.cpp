@@ -29,7 +29,7 @@ public:
     reference operator*() const { return ++*reads, *at; }
     reference operator[](difference_type n) const { return ++*reads, at[n]; }
     CountingIterator &operator++() { return ++at, *this; }
-    CountingIterator operator++(int) { return {at++, reads}; } // NOLINT(cert-dcl21-cpp)
+    CountingIterator operator++(int) { return {at++, reads}; } // NOLINT(cert-dcl21-cpp): as iterators do
     CountingIterator &operator--() { return --at, *this; }
     CountingIterator &operator+=(difference_type n) { return at += n, *this; }
     CountingIterator operator+(difference_type n) const { return {at + n, reads}; }
