@@ -46,12 +46,14 @@ QString withoutPath(const QString &half)
     return u"%1 key path is empty."_s.arg(half);
 }
 
-// The texts for one half differ only in its name: "Private" or "Public".
-bool writeKeyFile(const QString &half, const QString &base64, const QString &path, QString *error)
+// The texts for one half differ only in its name: "Private" or "Public". An empty text fails before the path
+// is asked for, because asking makes the data directory.
+bool writeKeyFile(const QString &half, const QString &base64, const QString &fileName, QString *error)
 {
     const SecretBytes text(QStringView(base64).trimmed().toUtf8());
     if (text.isEmpty())
         return fail(error, u"%1 key is empty."_s.arg(half));
+    const QString path = pathOf(fileName);
     if (path.isEmpty())
         return failUnlessExplained(error, withoutPath(half));
     if (!writeRegularFile(path, text.view()))
@@ -126,12 +128,12 @@ bool ensureKeyPair(QString *error)
 
 bool writePrivateKeyFile(const QString &base64, QString *error)
 {
-    return writeKeyFile(u"Private"_s, base64, privateKeyPath(), error);
+    return writeKeyFile(u"Private"_s, base64, privateKeyFile, error);
 }
 
 bool writePublicKeyFile(const QString &base64, QString *error)
 {
-    return writeKeyFile(u"Public"_s, base64, publicKeyPath(), error);
+    return writeKeyFile(u"Public"_s, base64, publicKeyFile, error);
 }
 
 QByteArray readTrimmedFile(const QString &path, QString *error)

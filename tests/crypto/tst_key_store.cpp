@@ -40,6 +40,8 @@ private slots:
     void outerWhiteSpaceIsRemovedOnReading();
     void blankFileReadsAsEmptyWithoutAMessage_data() { addHalves(); }
     void blankFileReadsAsEmptyWithoutAMessage();
+    void blankTextIsRefusedBeforeAFolderIsMade_data() { addHalves(); }
+    void blankTextIsRefusedBeforeAFolderIsMade();
     void emptyPathIsReportedUnlessExplained_data() { addHalves(); }
     void emptyPathIsReportedUnlessExplained();
     void percentSignsInAPathStayAsTheyAre();
@@ -199,6 +201,17 @@ void TestKeyStore::blankFileReadsAsEmptyWithoutAMessage()
     QString error;
     QVERIFY(read(&error).isEmpty());
     QVERIFY(error.isNull());
+}
+
+void TestKeyStore::blankTextIsRefusedBeforeAFolderIsMade()
+{
+    QFETCH(const QString, half);
+    QFETCH(const Writer, write);
+    QVERIFY(!QDir(dataLocation()).exists());
+    QString error;
+    QVERIFY(!write(u"   "_s, &error));
+    QCOMPARE(error, capitalised(half) + u" key is empty."_s);
+    QVERIFY(!QDir(dataLocation()).exists());
 }
 
 void TestKeyStore::emptyPathIsReportedUnlessExplained()
