@@ -22,10 +22,11 @@ namespace tideloft::net
 namespace
 {
 
-// The identifier is whatever its file holds. A line break inside it would end the header and start another.
+// The identifier is whatever its file holds. A line break inside it would end the header and start another,
+// and some services take a NUL for the end of what they read. Every other character goes out as it is.
 QByteArray headerValue(QString text)
 {
-    text.removeIf([](QChar character) { return character.category() == QChar::Other_Control; });
+    text.removeIf([](QChar character) { return u"\r\n\0"_s.contains(character); });
     return text.toUtf8();
 }
 
