@@ -97,27 +97,35 @@ void BubbleText::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         naturalWidth = lastWidth = -1;
+    areWordsBroken = false;
     QLabel::changeEvent(event);
+}
+
+void BubbleText::resizeEvent(QResizeEvent *event)
+{
+    areWordsBroken = false;
+    QLabel::resizeEvent(event);
 }
 
 void BubbleText::paintEvent(QPaintEvent *event)
 {
-    if (hasLongWord)
+    if (hasLongWord && !areWordsBroken)
         breakLongWords();
     QLabel::paintEvent(event);
 }
 
+// Whatever lays the text out anew asks for another paint. So nothing is laid out here unless the label would
+// do so in the paint that follows, which sets its own wrapping.
 void BubbleText::breakLongWords()
 {
-    QLabel::heightForWidth(width()); // lays the text out if anything changed, and sets its own wrapping
+    QLabel::heightForWidth(width()); // the layout that is due
     auto *document = findChild<QTextDocument *>();
     if (!document)
         return;
     QTextOption option = document->defaultTextOption();
-    if (option.wrapMode() == QTextOption::WrapAtWordBoundaryOrAnywhere)
-        return;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document->setDefaultTextOption(option);
+    areWordsBroken = true;
 }
 
 } // namespace tideloft::ui

@@ -25,6 +25,7 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -32,6 +33,7 @@ private:
     void breakLongWords();
 
     bool hasLongWord = false;
+    bool areWordsBroken = false; ///< in the label's own layout, since anything changed
     // Measured for the present font; negative while unknown. Layouts ask for the natural size again and
     // again, between questions about other widths.
     mutable int naturalWidth = -1;

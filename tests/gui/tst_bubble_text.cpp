@@ -21,8 +21,38 @@ private slots:
     void heightIsALabelsOwn();
     void longWordsAreMeasuredAsTheyAreDrawn_data();
     void longWordsAreMeasuredAsTheyAreDrawn();
+    void atRestNothingIsDrawnAgain_data();
+    void atRestNothingIsDrawnAgain();
+    void longWordsStayBrokenAfterChanges();
     void anotherFontIsMeasuredAnew();
 };
+
+namespace
+{
+
+/// Counts how often a widget is asked to paint itself.
+class Paints : public QObject
+{
+public:
+    explicit Paints(QWidget *widget) { widget->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+    int count = 0;
+};
+
+/// Lets everything that is posted come, and what that posts, many times over.
+void letThingsSettle()
+{
+    for (int i = 0; i < 50; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
 
 void TestBubbleText::heightIsALabelsOwn_data()
 {
@@ -75,6 +105,59 @@ void TestBubbleText::longWordsAreMeasuredAsTheyAreDrawn()
         QVERIFY(document->idealWidth() <= width);
         QCOMPARE(bubble.heightForWidth(width), qCeil(document->size().height()));
     }
+}
+
+void TestBubbleText::atRestNothingIsDrawnAgain_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("short words") << u"see you there"_s;
+    QTest::newRow("a link") << u"see https://example.org/a/page/about/something?and=more please"_s;
+    QTest::newRow("a word of 100,000 letters") << QString(100'000, u'x');
+}
+
+void TestBubbleText::atRestNothingIsDrawnAgain()
+{
+    QFETCH(const QString, text);
+    ui::BubbleText bubble(text, nullptr);
+    Paints paints(&bubble);
+    bubble.resize(300, bubble.heightForWidth(300));
+    for (const int width : {300, 200}) {
+        bubble.resize(width, bubble.heightForWidth(width));
+        bubble.show();
+        QTRY_VERIFY(paints.count > 0);
+        letThingsSettle();
+        paints.count = 0;
+        letThingsSettle();
+        QCOMPARE(paints.count, 0);
+        bubble.update();
+        letThingsSettle();
+        QCOMPARE(paints.count, 1);
+        paints.count = 0;
+    }
+}
+
+// A label lays its text out anew after each of these, with a wrapping of its own.
+void TestBubbleText::longWordsStayBrokenAfterChanges()
+{
+    const QString text = u"see https://example.org/"_s + QString(200, u'y') + u" please"_s;
+    ui::BubbleText bubble(text, nullptr);
+    const auto drawnAt = [&text](int width, const QString &look) {
+        ui::BubbleText fresh(text, nullptr);
+        fresh.setStyleSheet(look);
+        fresh.resize(width, fresh.heightForWidth(width));
+        return fresh.grab().toImage();
+    };
+    for (const QString &look : {ui::style::messageText(), u"font-size: 20px;"_s, u"color: red;"_s}) {
+        bubble.setStyleSheet(look);
+        for (const int width : {300, 200, 496}) {
+            bubble.resize(width, bubble.heightForWidth(width));
+            QCOMPARE(bubble.grab().toImage(), drawnAt(width, look));
+            QCOMPARE(bubble.grab().toImage(), drawnAt(width, look)); // and once more
+        }
+    }
+    bubble.setContentsMargins(10, 0, 10, 0);
+    bubble.grab();
+    QVERIFY(bubble.findChild<QTextDocument *>()->idealWidth() <= bubble.contentsRect().width());
 }
 
 void TestBubbleText::anotherFontIsMeasuredAnew()

@@ -5,6 +5,7 @@
 #include "tests/support/test_main.h"
 #include "ui/bounded_text.h"
 
+#include <QGraphicsEffect>
 #include <QLabel>
 #include <QListWidget>
 #include <QTextDocument>
@@ -23,6 +24,7 @@ private slots:
     void init() { failOnToolkitWarnings(); }
     void everyTextIsMeasuredOnce_data();
     void everyTextIsMeasuredOnce();
+    void aPageAtRestIsNotDrawn();
 };
 
 namespace
@@ -45,6 +47,28 @@ public:
 private:
     QObject receiver;
 };
+
+/// Counts the paints of messages' texts while this lives.
+class DrawnTexts : public QObject
+{
+public:
+    DrawnTexts() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && watched->inherits("tideloft::ui::BubbleText"))
+            ++count;
+        return QObject::eventFilter(watched, event);
+    }
+    int count = 0;
+};
+
+void letThingsSettle()
+{
+    for (int i = 0; i < 50; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
 
 /// The service has no history of bob: nothing but what the test gives the window is shown.
 void openBob(const HostileProbe &probe)
@@ -123,6 +147,25 @@ void TestHostileEffort::everyTextIsMeasuredOnce()
     QVERIFY(measured.characters > 0);
     QVERIFY2(effort <= historyEffort + messageLimits.effort + texts.size() * 2 * smallestEffort,
              qPrintable(QString::number(effort)));
+}
+
+// A text that asks for the next paint in each paint would keep a processor busy as long as it is in sight.
+void TestHostileEffort::aPageAtRestIsNotDrawn()
+{
+    HostileProbe probe(Language::English);
+    openBob(probe);
+    DrawnTexts drawnTexts;
+    showHistory(probe, {u"https://example.org/a/long/way/to/a/page?that=has&many=words"_s, u"short"_s,
+                        u"x"_s.repeated(25), u"\u00a0x"_s.repeated(500), u"中"_s.repeated(3'000)});
+    letThingsSettle();
+    QVERIFY(drawnTexts.count > 0);
+    const auto fadings = probe.window->findChildren<QGraphicsEffect *>();
+    for (const QPointer<QGraphicsEffect> fading : fadings)
+        QTRY_VERIFY(!fading || !fading->isEnabled());
+    letThingsSettle();
+    drawnTexts.count = 0;
+    letThingsSettle();
+    QCOMPARE(drawnTexts.count, 0);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestHostileEffort)
