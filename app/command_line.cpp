@@ -4,6 +4,7 @@
 #include "app/command_line.h"
 
 #include "app/identity.h"
+#include "net/service_host.h"
 
 #include <string_view>
 
@@ -21,10 +22,15 @@ QString helpText()
            "The desktop client of the TideLoft end-to-end encrypted chat service.\n"
            "\n"
            "  --help     show this text and end\n"
-           "  --version  show the version and end\n"
+           "  --version  show the version and the service it was built for, and end\n"
            "\n"
            "Options of the toolkit, such as -platform and -style, are taken too;\n"
            "everything else is ignored.\n"_s;
+}
+
+QString versionText()
+{
+    return u"%1 %2\nService: %3\n"_s.arg(applicationName, applicationVersion, net::serviceHost());
 }
 
 } // namespace
@@ -35,7 +41,7 @@ std::optional<QString> answerTo(std::span<char *const> arguments)
         if (argument == "--help")
             return helpText();
         if (argument == "--version")
-            return applicationName + u' ' + applicationVersion + u'\n';
+            return versionText();
     }
     return std::nullopt;
 }

@@ -21,6 +21,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
+string(REGEX REPLACE "^https?://" "" service_host "${TIDELOFT_SERVICE_URL}")
 set(CPACK_DEBIAN_CLIENT_PACKAGE_NAME tideloft)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_SECTION net)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_PRIORITY optional)
@@ -32,7 +33,10 @@ Messages are encrypted on the computer where they are written, once for each
 of the recipient's devices. The service stores and passes on what it cannot
 read.
 .
-The window speaks Swedish and English.")
+The window speaks Swedish and English.
+.
+This client was built for the service at
+${service_host}.")
 
 set(CPACK_DEBIAN_SERVICE_PACKAGE_NAME tideloftd)
 set(CPACK_DEBIAN_SERVICE_PACKAGE_SECTION net)

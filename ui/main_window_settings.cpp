@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "net/service_host.h"
 #include "ui/settings_room.h"
 #include "ui/settings_sections.h"
 #include "ui/style/fade_in.h"
@@ -83,7 +84,7 @@ QWidget *MainWindow::buildSettingsPage()
                              [this](QWidget *parent) { return buildProfileCard(parent); }),
           buildSettingsPrivacy(context), buildSettingsSecurity(context), buildSettingsNotifications(context),
           buildSettingsChat(context), buildSettingsAppearance(), buildSettingsAdvanced(context),
-          buildSettingsAbout(context)}) {
+          buildSettingsAbout(context, net::serviceHost())}) {
         // Its area takes the keyboard to scroll, so it needs a name: that of its row, without the icon.
         section->setAccessibleName(settingsNavList->item(settingsStack->count())->text().section(u"  "_s, 1));
         settingsStack->addWidget(section);

@@ -1,6 +1,7 @@
 // The About section.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "ui/elided_label.h"
 #include "ui/settings_rows.h"
 #include "ui/settings_section.h"
 #include "ui/settings_sections.h"
@@ -30,7 +31,7 @@ QHBoxLayout *makeFact(const QString &name, const QString &value, QWidget *card)
 {
     auto *label = makeLabel(name, card);
     label->setStyleSheet(style::aboutLabel);
-    auto *shown = makeLabel(value, card);
+    auto *shown = new ElidedLabel(value, card); // the name of a host may be longer than the page is wide
     shown->setStyleSheet(style::aboutValue);
     auto *line = new QHBoxLayout;
     line->setContentsMargins(16, 10, 16, 10);
@@ -42,7 +43,7 @@ QHBoxLayout *makeFact(const QString &name, const QString &value, QWidget *card)
 
 } // namespace
 
-QWidget *buildSettingsAbout(const SectionContext &context)
+QWidget *buildSettingsAbout(const SectionContext &context, const QString &service)
 {
     SettingsSection section({}, context.language, context.parent);
     auto *badge = makeCentred(u"TL"_s, style::aboutBadge, section.content());
@@ -64,7 +65,7 @@ QWidget *buildSettingsAbout(const SectionContext &context)
                               u"RSA-2048 + AES-256-GCM"_s, card));
     facts->addLayout(
         makeFact(chooseText(context.language, u"Protokoll"_s, u"Protocol"_s), u"TLS 1.3"_s, card));
-    facts->addLayout(makeFact(u"Backend"_s, u"TideLoft service"_s, card));
+    facts->addLayout(makeFact(u"Backend"_s, u"TideLoft service (%1)"_s.arg(service), card));
     facts->addLayout(makeFact(chooseText(context.language, u"Klient"_s, u"Client"_s),
                               u"Qt "_s + QString::fromLatin1(qVersion()), card));
     facts->addLayout(makeFact(chooseText(context.language, u"Licens"_s, u"License"_s), u"MIT"_s, card));

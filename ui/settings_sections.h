@@ -29,6 +29,7 @@ QWidget *buildSettingsSecurity(const SectionContext &context);
 QWidget *buildSettingsNotifications(const SectionContext &context);
 QWidget *buildSettingsChat(const SectionContext &context);
 QWidget *buildSettingsAdvanced(const SectionContext &context);
-QWidget *buildSettingsAbout(const SectionContext &context);
+/// SERVICE is the host that the client talks to.
+QWidget *buildSettingsAbout(const SectionContext &context, const QString &service);
 
 } // namespace tideloft::ui

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/command_line.h"
 #include "tests/support/test_main.h"
+#include "tests/support/test_service_endpoint.h"
 
 using namespace Qt::StringLiterals;
 using tideloft::app::answerTo;
@@ -24,6 +25,8 @@ private slots:
     void answers_data();
     void answers();
     void helpNamesBothOptions();
+    void versionNamesTheService_data();
+    void versionNamesTheService();
 };
 
 void TestCommandLine::answers_data()
@@ -73,6 +76,26 @@ void TestCommandLine::helpNamesBothOptions()
     QVERIFY(text.contains(u"\n  --help "_s));
     QVERIFY(text.contains(u"\n  --version "_s));
     QVERIFY(text.endsWith(u'\n'));
+}
+
+void TestCommandLine::versionNamesTheService_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("host") << u"https://chat.example.org"_s << u"chat.example.org"_s;
+    QTest::newRow("host and port") << u"https://localhost:8443"_s << u"localhost:8443"_s;
+    QTest::newRow("address") << u"http://[::1]:8080"_s << u"[::1]:8080"_s;
+}
+
+void TestCommandLine::versionNamesTheService()
+{
+    QFETCH(const QString, url);
+    QFETCH(const QString, told);
+    tideloft::tests::setServiceBaseUrl(url);
+    char program[] = "tideloft";
+    char option[] = "--version";
+    char *const argv[] = {program, option};
+    QCOMPARE(answerTo(argv).value_or(QString()), u"TideLoft 1.0.0\nService: "_s + told + u'\n');
 }
 
 TIDELOFT_TEST_MAIN(TestCommandLine)

@@ -116,7 +116,7 @@ void TestFirstStart::identity()
 void TestFirstStart::helpAnswersInsteadOfStarting()
 {
     Machine machine;
-    QCOMPARE(machine.start({u"--version"_s}), QStringList{u"TideLoft 1.0.0"_s});
+    QCOMPARE(machine.start({u"--version"_s}), QStringList({u"TideLoft 1.0.0"_s, u"Service: 127.0.0.1:1"_s}));
     QCOMPARE(machine.exitCode, 0);
     QVERIFY(!QFile::exists(machine.settingsFile()));
 }

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"
+#include "tests/support/test_service_endpoint.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -34,6 +35,7 @@ private slots:
     void aboutMotto();
     void aboutFacts_data();
     void aboutFacts();
+    void aboutCutsALongHost();
     void inlineStylesIgnoreTheLightTheme();
 };
 
@@ -193,15 +195,16 @@ void TestSettingsTexts::aboutFacts_data()
 {
     QTest::addColumn<Language>("language");
     QTest::addColumn<QStringList>("expected");
+    const QString service = u"TideLoft service (localhost:1)"_s;
     const QString toolkit = u"Qt "_s + QString::fromLatin1(qVersion());
     QTest::newRow("English") << Language::English << QStringList{u"Encryption"_s, u"RSA-2048 + AES-256-GCM"_s,
                                                                  u"Protocol"_s,   u"TLS 1.3"_s,
-                                                                 u"Backend"_s,    u"TideLoft service"_s,
+                                                                 u"Backend"_s,    service,
                                                                  u"Client"_s,     toolkit,
                                                                  u"License"_s,    u"MIT"_s};
     QTest::newRow("Swedish") << Language::Swedish << QStringList{u"Kryptering"_s, u"RSA-2048 + AES-256-GCM"_s,
                                                                  u"Protokoll"_s,  u"TLS 1.3"_s,
-                                                                 u"Backend"_s,    u"TideLoft service"_s,
+                                                                 u"Backend"_s,    service,
                                                                  u"Klient"_s,     toolkit,
                                                                  u"Licens"_s,     u"MIT"_s};
 }
@@ -211,6 +214,7 @@ void TestSettingsTexts::aboutFacts()
     QFETCH(Language, language);
     QFETCH(QStringList, expected);
     const SettingsProbe probe(language);
+    setServiceBaseUrl(u"http://localhost:1"_s);
     probe.openSettings();
     const QWidget *card = cardWith(probe.content(About), u"TLS 1.3"_s);
     QCOMPARE(labelTexts(card), expected);
@@ -225,6 +229,19 @@ void TestSettingsTexts::aboutFacts()
         QCOMPARE(label.top(), value.top());
         QVERIFY(label.right() < value.left());
     }
+}
+
+// Sections scroll up and down alone: what is wider than the page would be out of reach.
+void TestSettingsTexts::aboutCutsALongHost()
+{
+    const SettingsProbe probe;
+    const QString host = u"%1.%1.%1.localhost"_s.arg(QString(60, u'w'));
+    setServiceBaseUrl(u"http://"_s + host);
+    probe.openSettings();
+    probe.clickRow(About);
+    const QWidget *about = probe.content(About);
+    labelWith(about, u"TideLoft service (%1)"_s.arg(host)); // which fails without one
+    QTRY_COMPARE(about->width(), about->parentWidget()->width());
 }
 
 void TestSettingsTexts::inlineStylesIgnoreTheLightTheme()

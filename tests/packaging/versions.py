@@ -40,7 +40,7 @@ def written_versions(arguments):
     """Where a version is named, and what is named there."""
     source, build = arguments.source, arguments.build
     versions = {
-        "tideloft --version": printed(arguments.client).removeprefix("TideLoft ").removesuffix("\n"),
+        "tideloft --version": printed(arguments.client).removeprefix("TideLoft ").split("\n")[0],
         "tideloftd --version": printed(arguments.service).removeprefix("tideloftd ").removesuffix("\n"),
         "the settings page About": first_match(r'u"Version ([^"]*)"_s', source / "ui/settings_about.cpp"),
         "the packages": first_match(r'^set\(CPACK_PACKAGE_VERSION \[*"?([^]")]*)', build / "CPackConfig.cmake"),
