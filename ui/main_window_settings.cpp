@@ -78,7 +78,10 @@ QWidget *MainWindow::buildSettingsPage()
     QWidget *nav = buildSettingsNav(page); // before the sections: the Tab key follows the order of making
     settingsStack = new QStackedWidget(page);
     settingsStack->setStyleSheet(style::settingsPage);
-    const SectionContext context{.language = language(), .parent = settingsStack, .window = this};
+    const SectionContext context{.language = language(),
+                                 .languageNow = [this] { return language(); },
+                                 .parent = settingsStack,
+                                 .window = this};
     for (QWidget *section :
          {buildSettingsKonto(context, myUsername,
                              [this](QWidget *parent) { return buildProfileCard(parent); }),

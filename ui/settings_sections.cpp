@@ -21,16 +21,16 @@ namespace tideloft::ui
 namespace
 {
 
-// The button shows its message and does nothing else. What would end or undo something looks dangerous.
+// The button shows its message and does nothing else. What would end or undo something looks dangerous. The
+// page keeps the language that it was made in, the message is in that of the moment.
 void addAction(const SectionContext &context, QWidget *card, const Words &label, const Words &button,
                Severity severity, const Words &message)
 {
     const QString look = severity == Severity::Warning ? style::dangerButton : QString();
-    columnOf(card)->addWidget(
-        makeActionRow(label.in(context.language), button.in(context.language), look, card,
-                      [window = context.window, severity, shown = message.in(context.language)] {
-                          showMessage(window, severity, shown);
-                      }));
+    columnOf(card)->addWidget(makeActionRow(label.in(context.language), button.in(context.language), look,
+                                            card,
+                                            [window = context.window, now = context.languageNow, severity,
+                                             message] { showMessage(window, severity, message.in(now())); }));
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <QBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 
@@ -27,6 +28,8 @@ private slots:
     void looks();
     void everyClickShowsTheBox_data() { addRows(); }
     void everyClickShowsTheBox();
+    void boxSpeaksTheLanguageOfTheMoment_data() { addRows(); }
+    void boxSpeaksTheLanguageOfTheMoment();
 
 private:
     static void addRows();
@@ -165,6 +168,27 @@ void TestSettingsActions::everyClickShowsTheBox()
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
     QCOMPARE(QSettings().allKeys(), QStringList());
+}
+
+// Who logs out may choose the other language before signing in again: the page stays as it was made.
+void TestSettingsActions::boxSpeaksTheLanguageOfTheMoment()
+{
+    QFETCH(Language, language);
+    QFETCH(int, index);
+    const ActionRow &expected = actions.at(index);
+    const Language other = language == Language::English ? Language::Swedish : Language::English;
+    const SettingsProbe probe(language);
+    probe.openSettings();
+    const QWidget *row = probe.row(expected.section, expected.label.in(language));
+    for (const Language moment : {other, language}) {
+        probe.choose(moment);
+        row->findChild<QPushButton *>()->click();
+        const QPointer box = probe.window->findChild<QMessageBox *>();
+        QVERIFY(box);
+        QCOMPARE(box->text(), expected.message.in(moment));
+        box->accept();
+        QTRY_VERIFY(!box);
+    }
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSettingsActions)
