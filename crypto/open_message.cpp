@@ -6,6 +6,7 @@
 #include "crypto/aes_gcm.h"
 #include "crypto/base64.h"
 #include "crypto/failure.h"
+#include "crypto/failure_table.h"
 #include "crypto/key_store.h"
 #include "crypto/reading_memory.h"
 #include "crypto/rsa_oaep.h"
@@ -19,13 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-// The Base64 texts of an envelope that concern this device.
-struct SealedTexts {
-    QString text;
-    QString iv;
-    QString wrappedKey;
-};
 
 // A memory, and under what it keeps the content key of one message.
 struct Remembering {
@@ -127,8 +121,8 @@ DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
     return {true, {}, QString::fromUtf8(plaintext.view())};
 }
 
-// All parts are decoded before RSA begins. Only a message that opens is remembered: one that fails is tried
-// again in full, and cannot drive out others.
+// All parts are decoded before RSA begins. Only the content key of a message that opens is remembered: one
+// that fails cannot drive out others.
 DecryptResult openUnwrapping(const QByteArray &keyText, const SealedTexts &texts, Remembering *kept)
 {
     DecryptResult failed;
@@ -159,6 +153,22 @@ DecryptResult openRemembered(const QByteArray &contentKey, const SealedTexts &te
     return sealed ? openText(contentKey, *sealed) : failed;
 }
 
+// What failed fails again for the same reason as long as the memory is for the same key, user and device.
+DecryptResult openWithMemory(const QByteArray &keyText, const SealedTexts &texts, ReadingMemory &memory)
+{
+    Remembering kept{memory, texts.wrappedKey};
+    const QByteArray known = memory.contentKey(kept.wrappedKey);
+    if (!known.isEmpty())
+        return openRemembered(known, texts);
+    const QByteArray digest = digestOf(texts);
+    if (const auto error = memory.failure(digest))
+        return {false, *error, {}};
+    DecryptResult result = openUnwrapping(keyText, texts, &kept);
+    if (!result.ok)
+        memory.rememberFailure(digest, result.error);
+    return result;
+}
+
 DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                            ReadingMemory *memory)
 {
@@ -171,11 +181,8 @@ DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, c
         memory->readFor(keyText.view(), ownName, ownDeviceId);
     if (keyText.isEmpty())
         return failed;
-    if (!memory)
-        return openUnwrapping(keyText.view(), *texts, nullptr);
-    Remembering kept{*memory, texts->wrappedKey};
-    const QByteArray known = memory->contentKey(kept.wrappedKey);
-    return known.isEmpty() ? openUnwrapping(keyText.view(), *texts, &kept) : openRemembered(known, *texts);
+    return memory ? openWithMemory(keyText.view(), *texts, *memory)
+                  : openUnwrapping(keyText.view(), *texts, nullptr);
 }
 
 DecryptResult open(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,

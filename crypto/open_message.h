@@ -28,8 +28,8 @@ struct DecryptResult {
 /// passed through. Reads the private key file afresh at every call, so that a replaced key holds at once.
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId);
 
-/// The same results without RSA for a message that opened before with `memory`. The key file is read afresh
-/// all the same; when it changes, the memory forgets.
+/// The same results without RSA for a message that opened or failed before with `memory`. The key file is
+/// read afresh all the same; when it changes, the memory forgets.
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                              ReadingMemory &memory);
 

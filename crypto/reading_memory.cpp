@@ -29,6 +29,7 @@ void ReadingMemory::forget()
     deviceId.clear();
     decryption.reset();
     contentKeys.clear();
+    failures.clear();
     ++forgotten;
 }
 

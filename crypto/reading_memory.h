@@ -4,6 +4,7 @@
 #pragma once
 
 #include "crypto/content_key_table.h"
+#include "crypto/failure_table.h"
 
 #include <QString>
 
@@ -16,15 +17,18 @@ struct evp_pkey_ctx_st; // OpenSSL's EVP_PKEY_CTX, whose header belongs to this 
 namespace tideloft::crypto
 {
 
-/// Holds the parsed private key and the content keys of messages that opened: with them a message opens in
-/// microseconds instead of a millisecond. Failures are not remembered. All of it belongs to one private key
-/// text, user and device; for any other it is forgotten. What is forgotten is overwritten.
+/// Holds the parsed private key, the content keys of messages that opened, and why others did not: with them
+/// a message opens or fails in microseconds instead of a millisecond. Those that fail have a table of their
+/// own, so that they cannot drive out those that open. All of it belongs to one private key text, user and
+/// device; for any other it is forgotten. The keys that are forgotten are overwritten.
 ///
 /// One object serves one thread. Hand it to decryptMessage(); call forget() when the user logs out.
 class ReadingMemory
 {
 public:
     static constexpr quint32 defaultCapacity = 65'536; ///< content keys; below 5 MiB when full
+    /// More than a history and a conversation list can show together; some 4 MiB when full.
+    static constexpr qsizetype mostFailures = 16'384;
 
     /// With more content keys than `capacity` the oldest is forgotten for the newest. Keys and the private
     /// key text are kept in `storage`.
@@ -35,7 +39,7 @@ public:
 
     void forget();
     /// Another number after everything was forgotten: while it is the same, a message that opened opens to
-    /// the same text.
+    /// the same text, and one that did not fails for the same reason.
     [[nodiscard]] quint64 generation() const { return forgotten; }
     /// How many content keys are remembered.
     [[nodiscard]] qsizetype size() const { return contentKeys.size(); }
@@ -50,6 +54,12 @@ public:
         return contentKeys.find(wrappedKey);
     }
     void remember(const WrappedKeyDigest &wrappedKey, const QByteArray &contentKey);
+    /// What was said of a message that did not open before, under digestOf() its texts.
+    [[nodiscard]] std::optional<QString> failure(const QByteArray &digest) const
+    {
+        return failures.find(digest);
+    }
+    void rememberFailure(const QByteArray &digest, const QString &error) { failures.insert(digest, error); }
     /// Whether the private key was parsed, so that unwrap() needs it no more.
     [[nodiscard]] bool hasPrivateKey() const { return decryption != nullptr; }
     /// rsaOaepDecrypt() that parses the private key once. `privateKey` is the decoded text of readFor().
@@ -65,6 +75,7 @@ private:
     QString deviceId;
     std::unique_ptr<evp_pkey_ctx_st, Free> decryption; ///< holds the parsed private key
     ContentKeyTable contentKeys;
+    FailureTable failures{mostFailures};
     quint64 forgotten = 0;
 };
 

@@ -3,8 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/opened_history.h"
 
-#include "crypto/open_message.h"
-
 #include <QTimeZone>
 
 using namespace Qt::StringLiterals;
@@ -43,17 +41,7 @@ OpenedHistory::Known OpenedHistory::read(const QJsonValue &value, const Reading 
     if (!value.isObject())
         return {};
     const QJsonObject item = value.toObject();
-    const DisplayRecord record = displayRecord(item, reading);
-    const bool isOpened = !crypto::isEncrypted(item) || record.text != unreadableText(reading.language);
-    return {record, true, item.contains(u"createdAt"_s), isOpened};
-}
-
-void OpenedHistory::readAgain(Known &known, const QJsonValue &value, const Reading &reading)
-{
-    if (!known.isOpened)
-        known = read(value, reading);
-    else
-        known.record.time = reading.now;
+    return {displayRecord(item, reading), true, item.contains(u"createdAt"_s)};
 }
 
 QList<OpenedHistory::Known> OpenedHistory::follow(const QJsonArray &items, const Reading &reading) const
@@ -65,8 +53,8 @@ QList<OpenedHistory::Known> OpenedHistory::follow(const QJsonArray &items, const
     for (qsizetype i = 0; i < items.size(); ++i) {
         const bool isNew = i >= front && i < items.size() - back;
         known.append(isNew ? read(items.at(i), reading) : knownBefore.at(i < front ? i : i - shift));
-        if (!isNew && known.last().mustBeReadAgain())
-            readAgain(known.last(), items.at(i), reading);
+        if (known.last().isMessage && !known.last().isTimed)
+            known.last().record.time = reading.now;
     }
     return known;
 }

@@ -8,14 +8,13 @@
 namespace tideloft::ui
 {
 
-/// Remembers the records of one reply for the next. A message that could not be opened is tried again every
-/// time.
+/// Remembers the records of one reply for the next, also those of messages that could not be opened.
 class OpenedHistory
 {
 public:
-    /// displayRecords() of ITEMS. GENERATION is another number once an opened message might not open to the
-    /// same text any more; then nothing remembered is used, and neither for another user, language or time
-    /// zone.
+    /// displayRecords() of ITEMS. GENERATION is another number once a message might open to another text, or
+    /// one that did not might open; then nothing remembered is used, and neither for another user, language
+    /// or time zone.
     QList<DisplayRecord> records(const QJsonArray &items, const Reading &reading, quint64 generation);
     void forget();
 
@@ -24,9 +23,6 @@ private:
         DisplayRecord record;
         bool isMessage = false; ///< only an object is one
         bool isTimed = false;
-        bool isOpened = false;
-
-        bool mustBeReadAgain() const { return isMessage && !(isTimed && isOpened); }
     };
     struct Terms {
         QString ownName;
@@ -39,7 +35,6 @@ private:
     };
 
     static Known read(const QJsonValue &value, const Reading &reading);
-    static void readAgain(Known &known, const QJsonValue &value, const Reading &reading);
     QList<Known> follow(const QJsonArray &items, const Reading &reading) const;
 
     Terms terms;

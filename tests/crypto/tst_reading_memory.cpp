@@ -33,8 +33,8 @@ private slots:
     void parsedPrivateKeyStandsForTheFile();
     void rememberedMessageIsStillAuthenticated();
     void unencryptedMessageLeavesNothing();
-    void failureIsNotRemembered_data();
-    void failureIsNotRemembered();
+    void failureLeavesNoContentKey_data();
+    void failureLeavesNoContentKey();
     void anotherUserOrDeviceForgets_data();
     void anotherUserOrDeviceForgets();
     void oldestMessageMakesRoom();
@@ -128,7 +128,7 @@ void TestReadingMemory::unencryptedMessageLeavesNothing()
     QCOMPARE(memory.size(), 0);
 }
 
-void TestReadingMemory::failureIsNotRemembered_data()
+void TestReadingMemory::failureLeavesNoContentKey_data()
 {
     QTest::addColumn<QJsonObject>("message");
     QTest::addColumn<QString>("beginning");
@@ -146,7 +146,7 @@ void TestReadingMemory::failureIsNotRemembered_data()
         << withRecipientKey(message, u"deviceId"_s, u"dev-2"_s) << noKeyFor(own);
 }
 
-void TestReadingMemory::failureIsNotRemembered()
+void TestReadingMemory::failureLeavesNoContentKey()
 {
     QFETCH(const QJsonObject, message);
     QFETCH(const QString, beginning);
