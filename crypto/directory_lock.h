@@ -17,9 +17,9 @@ namespace tideloft::crypto
 class DirectoryLock
 {
 public:
-    /// Several times what the slowest making of a key pair takes. A copy that holds the lock for longer was
-    /// stopped; this one, and its window, do not wait for it to go on.
-    static constexpr int defaultPatience = 10'000; // ms
+    /// More than the slowest making of a key pair takes. Whoever holds the lock for longer was stopped, or
+    /// means harm; this copy, and its window, do not wait for them.
+    static constexpr int defaultPatience = 2'000; // ms
 
     explicit DirectoryLock(const QString &path, int patience = defaultPatience);
     [[nodiscard]] bool isHeld() const { return held; }

@@ -6,6 +6,7 @@
 #include "crypto/directory_lock.h"
 #include "crypto/failure.h"
 #include "crypto/key_pair.h"
+#include "crypto/owner_only.h"
 #include "crypto/regular_file.h"
 #include "crypto/secret_bytes.h"
 
@@ -80,8 +81,9 @@ QString makeDataDir(const QString &location, QString *error)
     if (location.isEmpty())
         return fail(error, u"AppData path is empty."_s);
     const QDir directory(location);
-    if (!directory.exists() && !directory.mkpath(u"."_s))
+    if (!directory.exists() && !makeForOwner(location))
         return fail(error, u"Could not create app data directory: %1"_s.arg(location));
+    keepDirectoryForOwner(location);
     return directory.absolutePath();
 }
 
@@ -120,6 +122,8 @@ bool ensureKeyPair(QString *error)
     if (directory.isEmpty())
         return fail(error, withoutPath(u"Private"_s));
     const auto path = [&](const QString &fileName) { return QDir(directory).filePath(fileName); };
+    keepFileForOwner(path(privateKeyFile));
+    keepFileForOwner(path(publicKeyFile));
     if (isFilled(path(privateKeyFile)) && isFilled(path(publicKeyFile)))
         return true;
     const DirectoryLock lock(directory);

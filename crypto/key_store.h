@@ -9,7 +9,8 @@
 namespace tideloft::crypto
 {
 
-/// `location` as an absolute path, made with all its parents if it is missing. Empty on failure.
+/// `location` as an absolute path, made with all its parents if it is missing. Nobody but its owner may enter
+/// it afterwards, whatever was so before. Empty on failure.
 QString makeDataDir(const QString &location, QString *error = nullptr);
 
 /// Absolute path of the data directory, created if needed. Empty on failure.
@@ -23,8 +24,9 @@ bool privateKeyExists();
 bool publicKeyExists();
 
 /// True when both files exist, whatever they hold, or a new pair could be written. One missing file replaces
-/// the whole pair: messages wrapped for the old key can then no longer be opened on this device. Waits for
-/// another copy of the program that is here at the same moment.
+/// the whole pair: messages wrapped for the old key can then no longer be opened on this device. Files that
+/// others may read become their owner's alone. Waits for another copy of the program that is here at the same
+/// moment, for two seconds at most.
 bool ensureKeyPair(QString *error = nullptr);
 
 /// Replaces the file by the trimmed Base64 text, readable and writable by its owner alone. True when a

@@ -27,19 +27,19 @@ constexpr int withoutWaiting = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
 
 // Nothing unless it is a regular file.
-std::optional<qsizetype> sizeOf(const Descriptor &file)
+std::optional<struct stat> statusOf(const Descriptor &file)
 {
     struct stat status {
     };
     if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return {};
-    return static_cast<qsizetype>(status.st_size);
+    return status;
 }
 
-// read() or write(), again when a signal came first.
-template <typename Call> ssize_t uninterrupted(const Call &call)
+// A call of the system, again when a signal came first.
+template <typename Call> auto uninterrupted(const Call &call)
 {
-    ssize_t result = call();
+    auto result = call();
     while (result < 0 && errno == EINTR)
         result = call();
     return result;
@@ -115,15 +115,18 @@ bool isFilled(const QString &path)
 std::optional<QByteArray> readRegularFile(const QString &path)
 {
     const Descriptor file(open(QFile::encodeName(path).constData(), O_RDONLY | withoutWaiting));
-    const auto size = sizeOf(file);
-    return size && *size <= largestFile ? readAll(file, *size) : std::nullopt;
+    const auto status = statusOf(file);
+    return status && status->st_size <= largestFile ? readAll(file, status->st_size) : std::nullopt;
 }
 
+// What a file holds goes only once it is certain which file that is: a name that leads elsewhere, or a second
+// name, may have been put there so that this program overwrites what it never made.
 bool writeRegularFile(const QString &path, const QByteArray &bytes)
 {
-    const Descriptor file(
-        open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | withoutWaiting, ownerOnly));
-    if (!sizeOf(file))
+    const Descriptor file(open(QFile::encodeName(path).constData(),
+                               O_WRONLY | O_CREAT | O_NOFOLLOW | withoutWaiting, ownerOnly));
+    const auto status = statusOf(file);
+    if (!status || status->st_nlink != 1 || uninterrupted([&] { return ftruncate(file.get(), 0); }) != 0)
         return false;
     fchmod(file.get(), ownerOnly); // of a file that was there before; it is empty at this moment
     if (!writeAll(file, bytes))

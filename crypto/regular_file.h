@@ -26,8 +26,9 @@ bool isFilled(const QString &path);
 std::optional<QByteArray> readRegularFile(const QString &path);
 
 /// Replaces what the regular file at `path` holds, or makes it: for its owner alone, whatever it was before.
-/// False if it cannot be opened for writing, or is something else, which is left as it is. A disk that then
-/// does not take the bytes leaves an empty file, and true: a part of a key would pass for one.
+/// False if it cannot be opened and emptied, or is something else, which is left as it is: so are a link and
+/// what it leads to, and a file that has a second name. A disk that then does not take the bytes leaves an
+/// empty file, and true: a part of a key would pass for one.
 bool writeRegularFile(const QString &path, const QByteArray &bytes);
 
 } // namespace tideloft::crypto

@@ -6,6 +6,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QThread>
 #include <QUuid>
 
@@ -26,8 +27,8 @@ namespace
 {
 
 constexpr qsizetype largestFile = qsizetype{64} * 1024;
-constexpr int lockPatience = 10'000; // ms; whoever holds the lock for longer was stopped
-constexpr int lockPause = 5;         // ms
+constexpr int lockPatience = 2'000; // ms; whoever holds the lock for longer was stopped
+constexpr int lockPause = 5;        // ms
 
 class Descriptor
 {
@@ -43,12 +44,16 @@ public:
             close(number);
     }
     [[nodiscard]] bool isOpen() const { return number >= 0; }
-    [[nodiscard]] bool isRegularFile() const
+    /// All zero where there is nothing to look at.
+    [[nodiscard]] struct stat status() const
     {
-        struct stat status {
+        struct stat found {
         };
-        return isOpen() && fstat(number, &status) == 0 && S_ISREG(status.st_mode);
+        if (isOpen())
+            std::ignore = fstat(number, &found);
+        return found;
     }
+    [[nodiscard]] bool isRegularFile() const { return S_ISREG(status().st_mode); }
     [[nodiscard]] int get() const { return number; }
 
 private:
@@ -60,6 +65,26 @@ private:
 Descriptor openFile(const QString &path, int flags)
 {
     return {path, flags | O_NONBLOCK | O_NOCTTY};
+}
+
+// For its owner alone from its first moment on; its parents are not this program's.
+void makeDirectory(const QString &directory)
+{
+    QDir().mkpath(QFileInfo(directory).path());
+    QDir().mkdir(directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+// Takes from all others what an earlier version, or somebody by hand, let them do. A file with a second name
+// may be no file of this program's. Where the system refuses, everything goes on.
+void keepForOwner(const QString &path, int flags)
+{
+    const Descriptor place = openFile(path, O_RDONLY | flags);
+    const struct stat status = place.status();
+    const bool isOurs = S_ISDIR(status.st_mode) || (S_ISREG(status.st_mode) && status.st_nlink == 1);
+    const mode_t permitted = status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+    const mode_t allowed = permitted & (S_ISDIR(status.st_mode) ? S_IRWXU : S_IRUSR | S_IWUSR);
+    if (isOurs && status.st_uid == geteuid() && permitted != allowed)
+        std::ignore = fchmod(place.get(), allowed);
 }
 
 // An advisory lock on the directory itself, so that of two copies that start for the first time at the same
@@ -96,11 +121,13 @@ QString readDeviceId(const QString &path)
     return file.isRegularFile() ? QString::fromUtf8(readSmallFile(file)).trimmed() : QString();
 }
 
-// The next start would take a part of an identifier for one, so a disk that is full gets none of it.
+// A link, or a file with a second name, may lead to what this program never made: neither is written to. The
+// next start would take a part of an identifier for one, so a disk that is full gets none of it.
 void writeDeviceId(const QString &path, const QString &deviceId)
 {
-    const Descriptor file = openFile(path, O_WRONLY | O_CREAT | O_TRUNC);
-    if (!file.isRegularFile())
+    const Descriptor file = openFile(path, O_WRONLY | O_CREAT | O_NOFOLLOW);
+    const struct stat status = file.status();
+    if (!S_ISREG(status.st_mode) || status.st_nlink != 1 || ftruncate(file.get(), 0) != 0)
         return;
     const QByteArray bytes = deviceId.toUtf8();
     if (write(file.get(), bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
@@ -111,8 +138,10 @@ void writeDeviceId(const QString &path, const QString &deviceId)
 
 QString loadOrCreateDeviceId(const QString &directory)
 {
-    QDir().mkpath(directory);
     const QString path = QDir(directory).filePath(u"device_id.txt"_s);
+    makeDirectory(directory);
+    keepForOwner(directory, O_DIRECTORY);
+    keepForOwner(path, O_NOFOLLOW);
     if (const QString known = readDeviceId(path); !known.isEmpty())
         return known; // nobody is waited for
     const Descriptor place(directory, O_RDONLY | O_DIRECTORY);

@@ -23,7 +23,8 @@ inline QString dataLocation()
 inline void removeDataDir()
 {
     const QDir parent = QFileInfo(dataLocation()).dir();
-    QFile::remove(parent.path()); // the file of blockDataDir()
+    QFile::remove(parent.path());  // the file of blockDataDir()
+    QFile::remove(dataLocation()); // or a link
     QDir(parent.path()).removeRecursively();
 }
 

@@ -6,6 +6,7 @@
 #include "tests/crypto/key_halves.h"
 #include "tests/support/test_main.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -68,12 +69,23 @@ class TestKeyFilePermissions : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { removeDataDir(); }
+    void init()
+    {
+        removeDataDir();
+        modeBeforeChange = 0;
+    }
     void cleanupTestCase() { removeDataDir(); }
     void newFileIsTheOwnersAlone_data() { addHalves(); }
     void newFileIsTheOwnersAlone();
     void earlierFileBecomesTheOwnersAlone_data() { addHalves(); }
     void earlierFileBecomesTheOwnersAlone();
+    void newDirectoryIsTheOwnersAlone();
+    void widerDirectoryIsMended_data();
+    void widerDirectoryIsMended();
+    void directoryBehindALinkIsMended();
+    void widerFilesAreMendedAtSignIn();
+    void whatMayBeAnothersIsLeftAsItIs();
+    void directoryOfAnotherUserServesAsItIs();
     void readOnlyDirectoryIsReported_data() { addHalves(); }
     void readOnlyDirectoryIsReported();
 };
@@ -101,6 +113,84 @@ void TestKeyFilePermissions::earlierFileBecomesTheOwnersAlone()
     QCOMPARE(modeBeforeChange, mode_t(0666));
     QCOMPARE(modeOf(path), 0600);
     QCOMPARE(readFile(path), QByteArray("QUJD"));
+}
+
+void TestKeyFilePermissions::newDirectoryIsTheOwnersAlone()
+{
+    const mode_t before = umask(0);
+    const QString directory = appDataDir();
+    umask(before);
+    QCOMPARE(modeOf(directory), 0700);
+    QCOMPARE(modeBeforeChange, mode_t(0)); // from its first moment
+}
+
+void TestKeyFilePermissions::widerDirectoryIsMended_data()
+{
+    QTest::addColumn<int>("found");
+    QTest::addColumn<int>("left");
+    for (const int found : {0701, 0710, 0740, 0755, 0777})
+        QTest::addRow("%o", found) << found << 0700;
+    QTest::newRow("closed to writing too") << 0555 << 0500;
+    QTest::newRow("narrow already") << 0700 << 0700;
+}
+
+void TestKeyFilePermissions::widerDirectoryIsMended()
+{
+    QFETCH(const int, found);
+    QFETCH(const int, left);
+    QVERIFY(QDir().mkpath(dataLocation()));
+    QCOMPARE(chmod(QFile::encodeName(dataLocation()).constData(), static_cast<mode_t>(found)), 0);
+    QCOMPARE(appDataDir(), dataLocation());
+    QCOMPARE(modeOf(dataLocation()), left);
+}
+
+void TestKeyFilePermissions::directoryBehindALinkIsMended()
+{
+    const QTemporaryDir elsewhere;
+    QCOMPARE(chmod(QFile::encodeName(elsewhere.path()).constData(), 0755), 0);
+    QVERIFY(QDir().mkpath(QFileInfo(dataLocation()).path()));
+    QVERIFY(QFile::link(elsewhere.path(), dataLocation()));
+    QCOMPARE(appDataDir(), dataLocation());
+    QCOMPARE(modeOf(elsewhere.path()), 0700);
+    QVERIFY(QFile::remove(dataLocation()));
+}
+
+// What a version before this one wrote, or somebody copied here.
+void TestKeyFilePermissions::widerFilesAreMendedAtSignIn()
+{
+    QVERIFY(ensureKeyPair());
+    for (const QString &path : {privateKeyPath(), publicKeyPath()})
+        QCOMPARE(chmod(QFile::encodeName(path).constData(), 0777), 0);
+    const QByteArray key = readFile(privateKeyPath());
+    QVERIFY(ensureKeyPair());
+    QCOMPARE(modeOf(privateKeyPath()), 0600);
+    QCOMPARE(modeOf(publicKeyPath()), 0600);
+    QCOMPARE(readFile(privateKeyPath()), key);
+}
+
+void TestKeyFilePermissions::whatMayBeAnothersIsLeftAsItIs()
+{
+    const QTemporaryDir elsewhere;
+    const QString document = elsewhere.filePath(u"document"_s);
+    const QByteArray name = QFile::encodeName(document);
+    QVERIFY(!appDataDir().isEmpty() && writeFile(document, "dear diary"));
+    QCOMPARE(chmod(name.constData(), 0644), 0);
+    QCOMPARE(symlink(name.constData(), QFile::encodeName(privateKeyPath()).constData()), 0);
+    QCOMPARE(link(name.constData(), QFile::encodeName(publicKeyPath()).constData()), 0);
+    QVERIFY(ensureKeyPair());
+    QCOMPARE(modeOf(document), 0644);
+}
+
+void TestKeyFilePermissions::directoryOfAnotherUserServesAsItIs()
+{
+    QVERIFY(QDir().mkpath(dataLocation()));
+    const QByteArray directory = QFile::encodeName(dataLocation());
+    if (geteuid() == 0) // or there is nobody else to give it to
+        QCOMPARE(chown(directory.constData(), 65534, 65534), 0);
+    QCOMPARE(chmod(directory.constData(), 0777), 0);
+    QVERIFY(writePrivateKeyFile(u"QUJD"_s));
+    QCOMPARE(modeOf(dataLocation()), geteuid() == 0 ? 0777 : 0700);
+    QCOMPARE(modeOf(privateKeyPath()), 0600);
 }
 
 void TestKeyFilePermissions::readOnlyDirectoryIsReported()

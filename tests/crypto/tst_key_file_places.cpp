@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
@@ -31,6 +32,9 @@ private slots:
     void hugeFileIsReported();
     void danglingLinkIsReported_data() { addHalves(); }
     void danglingLinkIsReported();
+    void whatTheFilesNameLeadsToIsNotOverwritten_data();
+    void whatTheFilesNameLeadsToIsNotOverwritten();
+    void newPairOverwritesNothingElse();
 };
 
 void TestKeyFilePlaces::directoryInTheFilesPlaceIsReported()
@@ -101,6 +105,47 @@ void TestKeyFilePlaces::danglingLinkIsReported()
     QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
     QVERIFY(read(&error).isEmpty());
     QCOMPARE(error, u"Could not open file: "_s + path);
+}
+
+void TestKeyFilePlaces::whatTheFilesNameLeadsToIsNotOverwritten_data()
+{
+    addHalves();
+}
+
+void TestKeyFilePlaces::whatTheFilesNameLeadsToIsNotOverwritten()
+{
+    QFETCH(const QString, half);
+    QFETCH(const QString, path);
+    QFETCH(const Writer, write);
+    QFETCH(const Reader, read);
+    const QTemporaryDir elsewhere;
+    const QByteArray document = QFile::encodeName(elsewhere.filePath(u"document"_s));
+    QVERIFY(!appDataDir().isEmpty());
+    for (const auto lead : {symlink, link}) {
+        QFile::remove(path);
+        QVERIFY(writeFile(QFile::decodeName(document), "dear diary"));
+        QCOMPARE(chmod(document.constData(), 0644), 0);
+        QCOMPARE(lead(document.constData(), QFile::encodeName(path).constData()), 0);
+        QString error;
+        QVERIFY(!write(u"QUJD"_s, &error));
+        QCOMPARE(error, u"Could not write %1 key file: "_s.arg(half) + path);
+        QCOMPARE(readFile(QFile::decodeName(document)), QByteArray("dear diary"));
+        QCOMPARE(read(nullptr), u"dear diary"_s); // a key may be kept elsewhere
+    }
+}
+
+// The public half is missing, and so both would be written.
+void TestKeyFilePlaces::newPairOverwritesNothingElse()
+{
+    const QTemporaryDir elsewhere;
+    const QString document = elsewhere.filePath(u"document"_s);
+    QVERIFY(writeFile(document, "dear diary"));
+    QVERIFY(!appDataDir().isEmpty() && QFile::link(document, privateKeyPath()));
+    QString error;
+    QVERIFY(!ensureKeyPair(&error));
+    QCOMPARE(error, u"Could not write private key file: "_s + privateKeyPath());
+    QCOMPARE(readFile(document), QByteArray("dear diary"));
+    QVERIFY(!publicKeyExists());
 }
 
 TIDELOFT_TEST_MAIN(TestKeyFilePlaces)

@@ -33,8 +33,10 @@ class TestWritingRegularFile : public QObject
 private slots:
     void init();
     void newAndEarlierFilesHoldTheBytes();
-    void linkLeadsToItsFile();
-    void linkToNothingMakesItsFile();
+    void earlierFilesKeepTheirPlace();
+    void whatALinkLeadsToIsNotWrittenTo();
+    void linkToNothingMakesNoFile();
+    void fileWithASecondNameIsNotWrittenTo();
     void nothingElseIsWrittenTo_data();
     void nothingElseIsWrittenTo();
     void pipeThatIsReadGetsNothing();
@@ -59,20 +61,43 @@ void TestWritingRegularFile::newAndEarlierFilesHoldTheBytes()
     }
 }
 
-void TestWritingRegularFile::linkLeadsToItsFile()
+// Replaced is what the file holds, and not the file.
+void TestWritingRegularFile::earlierFilesKeepTheirPlace()
 {
     QVERIFY(writeFile(pathOf(u"file"_s), "earlier"));
+    QFile before(pathOf(u"file"_s));
+    QVERIFY(before.open(QIODevice::ReadOnly));
+    QVERIFY(writeRegularFile(pathOf(u"file"_s), "new"));
+    QCOMPARE(before.readAll(), QByteArray("new"));
+}
+
+void TestWritingRegularFile::whatALinkLeadsToIsNotWrittenTo()
+{
+    const QByteArray document(100'000, 'd');
+    QVERIFY(writeFile(pathOf(u"file"_s), document));
     QVERIFY(QFile::link(pathOf(u"file"_s), pathOf(u"link"_s)));
-    QVERIFY(writeRegularFile(pathOf(u"link"_s), "new"));
-    QCOMPARE(readFile(pathOf(u"file"_s)), QByteArray("new"));
+    QVERIFY(!writeRegularFile(pathOf(u"link"_s), "new"));
+    QCOMPARE(readFile(pathOf(u"file"_s)), document);
     QVERIFY(QFileInfo(pathOf(u"link"_s)).isSymLink());
 }
 
-void TestWritingRegularFile::linkToNothingMakesItsFile()
+void TestWritingRegularFile::linkToNothingMakesNoFile()
 {
     QVERIFY(QFile::link(pathOf(u"file"_s), pathOf(u"link"_s)));
-    QVERIFY(writeRegularFile(pathOf(u"link"_s), "new"));
-    QCOMPARE(readFile(pathOf(u"file"_s)), QByteArray("new"));
+    QVERIFY(!writeRegularFile(pathOf(u"link"_s), "new"));
+    QVERIFY(!QFile::exists(pathOf(u"file"_s)));
+}
+
+void TestWritingRegularFile::fileWithASecondNameIsNotWrittenTo()
+{
+    const QByteArray document(100'000, 'd');
+    QVERIFY(writeFile(pathOf(u"file"_s), document));
+    QCOMPARE(link(encoded(pathOf(u"file"_s)).constData(), encoded(pathOf(u"second"_s)).constData()), 0);
+    QVERIFY(!writeRegularFile(pathOf(u"second"_s), "new"));
+    QCOMPARE(readFile(pathOf(u"file"_s)), document);
+    QVERIFY(QFile::remove(pathOf(u"file"_s)));
+    QVERIFY(writeRegularFile(pathOf(u"second"_s), "new")); // its only name now
+    QCOMPARE(readFile(pathOf(u"second"_s)), QByteArray("new"));
 }
 
 void TestWritingRegularFile::nothingElseIsWrittenTo_data()

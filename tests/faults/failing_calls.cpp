@@ -128,6 +128,11 @@ const char *tideloftFailedCall()
     return state().failed.c_str();
 }
 
+int tideloftPlannedCalls()
+{
+    return state().calls;
+}
+
 int open(const char *path, int flags, ...)
 {
     va_list arguments;
@@ -188,6 +193,27 @@ int stat(const char *path, struct stat *status) noexcept
 {
     const int error = concerns(path) ? faultOf(Call::Stat, "look at " + lastPart(path)) : 0;
     return error > 0 ? fail(error) : static_cast<int>(syscall(SYS_newfstatat, AT_FDCWD, path, status, 0));
+}
+
+int fstat(int file, struct stat *status) noexcept
+{
+    const std::string *name = nameOf(file);
+    const int error = name ? faultOf(Call::Fstat, "examine " + *name) : 0;
+    return error > 0 ? fail(error) : static_cast<int>(syscall(SYS_fstat, file, status));
+}
+
+int fchmod(int file, mode_t mode) noexcept
+{
+    const std::string *name = nameOf(file);
+    const int error = name ? faultOf(Call::Fchmod, "permit " + *name) : 0;
+    return error > 0 ? fail(error) : static_cast<int>(syscall(SYS_fchmod, file, mode));
+}
+
+int ftruncate(int file, off_t size) noexcept
+{
+    const std::string *name = nameOf(file);
+    const int error = name ? faultOf(Call::Ftruncate, "empty " + *name) : 0;
+    return error > 0 ? fail(error) : static_cast<int>(syscall(SYS_ftruncate, file, size));
 }
 
 } // extern "C"

@@ -6,7 +6,7 @@
 namespace tideloft::tests
 {
 
-enum class Call { Open, Read, Write, Close, Mkdir, Flock, Stat, Any };
+enum class Call { Open, Read, Write, Close, Mkdir, Flock, Stat, Fstat, Fchmod, Ftruncate, Any };
 
 /// Instead of an errno: the call moves half of its bytes, or the process is killed in its place.
 constexpr int shortCount = -1;
@@ -22,10 +22,11 @@ struct FaultPlan {
     int error; ///< an errno, shortCount or killed
 };
 
-/// Names under which the library exports its two functions. The environment variable makes a plan from the
+/// Names under which the library exports its functions. The environment variable makes a plan from the
 /// start: "FIRST DIRECTORY" kills the process at its call with that number.
-constexpr auto planFaultName = "tideloftPlanFault";   // void (const FaultPlan *), which is copied
-constexpr auto failedCallName = "tideloftFailedCall"; // const char *(): "write device_id.txt", or empty
+constexpr auto planFaultName = "tideloftPlanFault";       // void (const FaultPlan *), which is copied
+constexpr auto failedCallName = "tideloftFailedCall";     // const char *(): "write device_id.txt", or empty
+constexpr auto plannedCallsName = "tideloftPlannedCalls"; // int (): how many came, failed or not
 constexpr auto killAtVariable = "TIDELOFT_TEST_KILL_AT";
 
 } // namespace tideloft::tests

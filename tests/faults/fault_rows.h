@@ -20,8 +20,10 @@ inline void addFaults(bool briefly = false)
     QTest::addColumn<int>("error");
     QTest::addColumn<bool>("onwards");
     const QList<std::pair<const char *, Call>> calls{
-        {"open", Call::Open},   {"read", Call::Read},   {"write", Call::Write}, {"close", Call::Close},
-        {"mkdir", Call::Mkdir}, {"flock", Call::Flock}, {"stat", Call::Stat}};
+        {"open", Call::Open},          {"read", Call::Read},   {"write", Call::Write},
+        {"close", Call::Close},        {"mkdir", Call::Mkdir}, {"flock", Call::Flock},
+        {"stat", Call::Stat},          {"fstat", Call::Fstat}, {"fchmod", Call::Fchmod},
+        {"ftruncate", Call::Ftruncate}};
     const QList<std::pair<const char *, int>> errors{
         {"EACCES", EACCES}, {"ENOSPC", ENOSPC}, {"EIO", EIO}, {"EMFILE", EMFILE}, {"EROFS", EROFS}};
     for (const auto &[call, kind] : calls) {

@@ -33,6 +33,9 @@ public:
         return QString::fromUtf8(reinterpret_cast<const char *(*)()>(function(failedCallName))());
     }
 
+    /// How many calls of the kind came since the plan was made, whether they failed or not.
+    [[nodiscard]] static int calls() { return reinterpret_cast<int (*)()>(function(plannedCallsName))(); }
+
 private:
     static void *function(const char *name)
     {

@@ -46,6 +46,14 @@ void write(const QString &path, const QByteArray &content)
     QCOMPARE(file.write(content), content.size());
 }
 
+int modeOf(const QString &place)
+{
+    struct stat status {
+    };
+    return stat(QFile::encodeName(place).constData(), &status) == 0 ? static_cast<int>(status.st_mode & 07777)
+                                                                    : -1;
+}
+
 // How often this process has the place open.
 int timesOpen(const QString &place)
 {
@@ -68,6 +76,9 @@ private slots:
     void aMissingFileIsCreated();
     void theDirectoryIsMadeWithItsParents();
     void theFileIsForItsOwnerOnly();
+    void theDirectoryIsForItsOwnerOnly();
+    void widerPlacesAreMended();
+    void whatItsNameLeadsToIsNotOverwritten();
     void aWrittenIdentifierIsKept_data();
     void aWrittenIdentifierIsKept();
     void blanksAreOverwritten_data();
@@ -115,10 +126,47 @@ void TestDeviceIdentity::theFileIsForItsOwnerOnly()
     const mode_t before = umask(0);
     loadOrCreateDeviceId(directory->path());
     umask(before);
-    struct stat status {
-    };
-    QCOMPARE(stat(QFile::encodeName(path).constData(), &status), 0);
-    QCOMPARE(status.st_mode & 07777, mode_t(0600));
+    QCOMPARE(modeOf(path), 0600);
+}
+
+void TestDeviceIdentity::theDirectoryIsForItsOwnerOnly()
+{
+    const QString fresh = directory->filePath(u"a/b"_s);
+    const mode_t before = umask(0);
+    loadOrCreateDeviceId(fresh);
+    umask(before);
+    QCOMPARE(modeOf(fresh), 0700);
+}
+
+// What a version before this one made, or somebody opened by hand.
+void TestDeviceIdentity::widerPlacesAreMended()
+{
+    write(path, "abc");
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), 0777), 0);
+    QCOMPARE(chmod(QFile::encodeName(directory->path()).constData(), 0755), 0);
+    QCOMPARE(loadOrCreateDeviceId(directory->path()), u"abc"_s);
+    QCOMPARE(modeOf(path), 0600);
+    QCOMPARE(modeOf(directory->path()), 0700);
+}
+
+// Blank, or larger than an identifier may be: of either the program would make a fresh one.
+void TestDeviceIdentity::whatItsNameLeadsToIsNotOverwritten()
+{
+    const QString document = directory->filePath(u"document"_s);
+    const QByteArray name = QFile::encodeName(document);
+    for (const QByteArray &content : {QByteArray(100'000, 'd'), QByteArray("  ")}) {
+        for (const auto lead : {symlink, link}) {
+            QFile::remove(path);
+            write(document, content);
+            QCOMPARE(chmod(name.constData(), 0644), 0);
+            QCOMPARE(lead(name.constData(), QFile::encodeName(path).constData()), 0);
+            QVERIFY(isFreshIdentifier(loadOrCreateDeviceId(directory->path())));
+            QCOMPARE(contentOf(document), content);
+            QCOMPARE(modeOf(document), 0644);
+        }
+    }
+    write(document, "abc");
+    QCOMPARE(loadOrCreateDeviceId(directory->path()), u"abc"_s); // read it may be
 }
 
 void TestDeviceIdentity::aWrittenIdentifierIsKept_data()
