@@ -26,7 +26,10 @@ set(CPACK_DEBIAN_CLIENT_PACKAGE_NAME tideloft)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_SECTION net)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_DEPENDS "fonts-dejavu-core, fonts-noto-color-emoji")
-set(CPACK_DEBIAN_CLIENT_PACKAGE_RECOMMENDS "ca-certificates, qt6-wayland")
+# Of the two plugins for the desktop's own file dialog, GNOME, Xfce, MATE and Cinnamon load the one with GTK by
+# themselves; the one for portals waits for an environment variable or a sandbox.
+set(CPACK_DEBIAN_CLIENT_PACKAGE_RECOMMENDS
+    "ca-certificates, qt6-gtk-platformtheme, qt6-translations-l10n, qt6-wayland")
 set(CPACK_DEBIAN_CLIENT_PACKAGE_SUGGESTS "qt6-image-formats-plugins, tideloftd")
 set(CPACK_COMPONENT_CLIENT_DESCRIPTION "desktop client of an end-to-end encrypted chat service
 Messages are encrypted on the computer where they are written, once for each

@@ -12,6 +12,7 @@
 
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStackedWidget>
@@ -24,6 +25,7 @@ namespace tideloft::ui
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), currentAccent(defaultAccent.toString())
 {
     installAccessibleInterfaces();
+    QCoreApplication::installTranslator(&toolkitWords);
     buildShell();
     applyTheme();
     retranslate();

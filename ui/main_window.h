@@ -7,6 +7,7 @@
 #include "net/api_client.h"
 #include "ui/opened_history.h"
 #include "ui/text.h"
+#include "ui/toolkit_words.h"
 
 #include <QJsonArray>
 #include <QMainWindow>
@@ -167,6 +168,7 @@ private:
     void encryptAndSend(const QString &peer, const QString &plainText, const QJsonArray &recipients,
                         const QJsonArray &senders);
 
+    ToolkitWords toolkitWords;
     net::ApiClient api;
     QString currentPeer;
     QString myUsername;

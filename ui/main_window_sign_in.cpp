@@ -119,6 +119,7 @@ void MainWindow::hideAuthError()
 
 void MainWindow::retranslate()
 {
+    toolkitWords.speak(language());
     authTitle->setText(text(u"Välkommen tillbaka!"_s, u"Welcome back!"_s));
     authSubtitle->setText(text(u"Logga in eller skapa konto för att fortsätta."_s,
                                u"Sign in or create an account to continue."_s));

@@ -5,3 +5,4 @@ foreach(unit bounded_text initials text message_time conversation_rows device_li
         opened_history history_groups history_rows log_line row_plan)
     tideloft_test(tst_${unit} LIBRARIES tideloft_ui)
 endforeach()
+tideloft_test(tst_toolkit_words LIBRARIES tideloft_ui tideloft_test_service)
