@@ -1,0 +1,21 @@
+// What of the message line outlives the sending.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/message_line.h"
+
+#include <algorithm>
+
+namespace tideloft::ui
+{
+
+QString restOfLine(const QString &line, const QString &sent)
+{
+    const auto begin = std::ranges::find_if_not(line, [](QChar character) { return character.isSpace(); });
+    const QStringView typed = QStringView(line).sliced(begin - line.begin());
+    if (sent.isEmpty() || !typed.startsWith(sent))
+        return {};
+    const QStringView rest = typed.sliced(sent.size());
+    return rest.trimmed().isEmpty() ? QString() : rest.toString();
+}
+
+} // namespace tideloft::ui
