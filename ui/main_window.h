@@ -6,6 +6,7 @@
 #include "crypto/reading_memory.h"
 #include "net/api_client.h"
 #include "ui/opened_history.h"
+#include "ui/own_devices.h"
 #include "ui/text.h"
 #include "ui/toolkit_words.h"
 
@@ -20,6 +21,7 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
+class QPlainTextEdit;
 class QPushButton;
 class QStackedWidget;
 class QVBoxLayout;
@@ -92,6 +94,8 @@ private:
     QString text(const QString &swedish, const QString &english) const;
     Language language() const;
     QString openedText(const QJsonObject &item);
+    void drawHistory();
+    void forgetHistory();
     QList<DisplayRecord> readHistory(const QJsonArray &items, const QDateTime &now);
 
     void buildShell();
@@ -128,16 +132,21 @@ private:
     void setBusy(bool busy);
     void showAuthError(const QString &message);
     void hideAuthError();
+    void keepRememberCheckFor(const QString &typedName);
 
     void rebuildServerRail();
     void connectServerButton(QPushButton *button, const QString &groupId);
     void selectServer(const QString &groupId);
+    void showServerNotice();
+    void leaveServer();
+    void updateMessageLine();
     int showCreateServerDialog();
     void showServerMenu(const QString &serverId, QWidget *button, QPoint position);
     void chooseServerIcon(const QString &groupId);
 
     void chooseAvatar();
-    void showFooterInitials();
+    void forgetOtherUser();
+    void forgetSettingsPage();
     void showFooterPicture();
     void confirmInFooter(const QString &confirmation);
     void showUserMenu(QWidget *footer);
@@ -164,6 +173,7 @@ private:
     void openConversation(const QString &peer);
     void searchAsTyped(const QString &typed);
     void pickSearchResult(QListWidgetItem *entry);
+    void beginAs(const QJsonObject &me);
     void registerThisDevice();
     void encryptAndSend(const QString &peer, const QString &plainText, const QJsonArray &recipients,
                         const QJsonArray &senders);
@@ -172,8 +182,12 @@ private:
     net::ApiClient api;
     QString currentPeer;
     QString myUsername;
+    QString lastUsername;   ///< who is signed in, or was last
+    QString myBio;          ///< as the profile reply had it, or as it was saved since
+    QString rememberedUser; ///< for whom "Remember me" was ticked; empty once somebody has touched it
     QString pendingMessageText;
-    QJsonArray myDeviceKeys;
+    QString sentText; ///< what was handed to the service last and is still on its way
+    OwnDevices myDevices;
     QJsonArray conversationsData;
     QJsonArray searchResultsData;
     QTimer *refreshTimer = nullptr;
@@ -215,7 +229,10 @@ private:
     QLabel *centerSubtitle = nullptr;
     QListWidget *messageList = nullptr;
     OpenedHistory openedHistory;
-    QString shownHistory; ///< whose history was drawn into messageList last
+    QJsonArray historyItems;    ///< the last reply for currentPeer, which may wait behind a server's notice
+    QString historyPeer;        ///< whose reply that is
+    QString shownHistory;       ///< whose history messageList shows; empty while it shows a server's notice
+    bool serverIsShown = false; ///< whether the chat page shows a server instead of the conversation
     QLineEdit *msgInput = nullptr;
     QPushButton *sendButton = nullptr;
     QPushButton *emptyActionBtn = nullptr;
@@ -225,11 +242,11 @@ private:
     QWidget *serverColumn = nullptr;
     QPushButton *createServerBtn = nullptr;
     QWidget *settingsPage = nullptr;
+    QPlainTextEdit *bioField = nullptr; ///< of the settings page
     QListWidget *settingsNavList = nullptr;
     QStackedWidget *settingsStack = nullptr;
     QString currentAccent;
     bool darkTheme = true;
-    bool ownDevicesLoaded = false; ///< whether myDeviceKeys came in answer to this sign-in
     crypto::ReadingMemory readingMemory;
 };
 

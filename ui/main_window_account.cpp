@@ -18,6 +18,8 @@ namespace tideloft::ui
 QWidget *MainWindow::buildProfileCard(QWidget *parent)
 {
     const ProfileCard parts = makeProfileCard(myUsername, language(), parent);
+    bioField = parts.bio;
+    showSavedBio(bioField, myBio);
     connect(parts.avatarButton, &QPushButton::clicked, this, &MainWindow::chooseAvatar);
     connect(this, &MainWindow::avatarPixmapReady, parts.avatarButton,
             [button = parts.avatarButton](const QPixmap &picture) { showPictureOn(button, picture); });
@@ -32,13 +34,18 @@ void MainWindow::saveProfile(const QString &displayName, const QString &bio, QPu
 {
     saveButton->setEnabled(false);
     saveButton->setText(text(u"Sparar..."_s, u"Saving..."_s));
-    const auto saved = [this, user = myUsername, button = QPointer(saveButton)](bool ok, const QString &) {
+    const auto saved = [this, bio, user = myUsername, button = QPointer(saveButton)](bool ok,
+                                                                                     const QString &) {
         if (button) {
             button->setEnabled(true);
             button->setText(text(u"Spara ändringar"_s, u"Save changes"_s));
         }
-        if (ok && user == myUsername) // another user may have signed in since
-            confirmInFooter(text(u"✓ Sparad"_s, u"✓ Saved"_s));
+        if (!ok || user != myUsername) // another user may have signed in since
+            return;
+        myBio = bio;
+        if (bioField && bioField->toPlainText().trimmed() == bio)
+            bioField->document()->setModified(false); // the next profile reply may change it again
+        confirmInFooter(text(u"✓ Sparad"_s, u"✓ Saved"_s));
     };
     api.updateProfile(displayName, bio, saved);
 }

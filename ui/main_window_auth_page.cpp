@@ -186,6 +186,8 @@ void MainWindow::connectAuthPage()
     connect(primaryButton, &QPushButton::clicked, this, &MainWindow::onLoginClicked);
     connect(ghostButton, &QPushButton::clicked, this, &MainWindow::onRegisterClicked);
     connect(langCombo, &QComboBox::currentIndexChanged, this, &MainWindow::retranslate);
+    connect(usernameField, &QLineEdit::textChanged, this, &MainWindow::keepRememberCheckFor);
+    connect(rememberCheck, &QCheckBox::toggled, this, [this] { rememberedUser.clear(); });
     for (QLineEdit *field : {usernameField, passwordField}) {
         connect(field, &QLineEdit::textChanged, this, &MainWindow::hideAuthError);
         connect(field, &QLineEdit::returnPressed, this, &MainWindow::onLoginClicked);

@@ -17,13 +17,31 @@ void MainWindow::onHistoryLoaded(const QString &peer, const QJsonArray &items)
 {
     if (peer != currentPeer)
         return;
-    if (peer != shownHistory || items.isEmpty())
+    historyItems = items;
+    historyPeer = peer;
+    if (!serverIsShown)
+        drawHistory();
+    if (myUsername.isEmpty())
+        forgetHistory();
+}
+
+void MainWindow::drawHistory()
+{
+    if (historyPeer != shownHistory || historyItems.isEmpty())
         messageList->clear(); // nothing of one conversation is left in another, not even a selection
-    shownHistory = peer;
-    if (items.isEmpty())
+    shownHistory = historyPeer;
+    if (historyItems.isEmpty())
         return;
     const QDateTime now = QDateTime::currentDateTime();
-    showHistory(messageList, historyRows(readHistory(newestItems(items), now), now.date(), language()));
+    showHistory(messageList,
+                historyRows(readHistory(newestItems(historyItems), now), now.date(), language()));
+}
+
+void MainWindow::forgetHistory()
+{
+    historyItems = {};
+    historyPeer.clear();
+    openedHistory.forget();
 }
 
 // With nobody signed in, a late reply is still shown, but nothing of it is remembered.

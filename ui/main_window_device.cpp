@@ -4,13 +4,18 @@
 #include "ui/main_window.h"
 
 #include "crypto/key_store.h"
-#include "ui/device_lists.h"
+#include "ui/initials.h"
 #include "ui/log_line.h"
+#include "ui/profile_card.h"
 #include "ui/style/fade_in.h"
 
+#include <QCheckBox>
 #include <QDebug>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QStackedWidget>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -20,12 +25,8 @@ namespace tideloft::ui
 void MainWindow::onMeLoaded(const QJsonObject &me)
 {
     setBusy(false);
-    myUsername = me.value(u"username"_s).toString().trimmed().toLower();
-    if (footerAvatar)
-        showFooterInitials();
-    if (myName)
-        myName->setText(myUsername);
-    ownDevicesLoaded = false;
+    beginAs(me);
+    myDevices.beginSignIn();
     pendingMessageText.clear(); // whoever wrote it may be somebody else
     registerThisDevice();
     api.fetchMyDeviceKeys();
@@ -37,6 +38,19 @@ void MainWindow::onMeLoaded(const QJsonObject &me)
         refreshTimer->start();
     currentPeer.clear();
     centerStack->setCurrentWidget(emptyState);
+}
+
+void MainWindow::beginAs(const QJsonObject &me)
+{
+    myUsername = me.value(u"username"_s).toString().trimmed().toLower();
+    if (std::exchange(lastUsername, myUsername) != myUsername)
+        forgetOtherUser();
+    rememberedUser = rememberCheck->isChecked() ? myUsername : QString();
+    footerAvatar->setText(initials(myUsername));
+    myName->setText(myUsername);
+    myBio = me.value(u"bio"_s).toString();
+    if (bioField)
+        showSavedBio(bioField, myBio);
 }
 
 // Problems with the keys never keep anyone from signing in: sending and reading say later what is wrong.
@@ -54,11 +68,10 @@ void MainWindow::registerThisDevice()
         api.registerDeviceKey(publicKey);
 }
 
-// The device list and the registration are asked for at once, so on a device's first start the list can come
-// without it; what is written then could not be read here. Only in that case the list is asked for again.
 void MainWindow::onDeviceKeyRegistered()
 {
-    if (!ownDevicesLoaded || senderDevices(myDeviceKeys, api.deviceId()).isEmpty())
+    myDevices.setRegistered();
+    if (myDevices.takeAskAgain(api.deviceId()))
         api.fetchMyDeviceKeys();
 }
 
@@ -69,8 +82,9 @@ void MainWindow::onDeviceKeyRegisterFailed(const QString &message)
 
 void MainWindow::onMyDeviceKeysLoaded(const QJsonArray &keys)
 {
-    myDeviceKeys = keys;
-    ownDevicesLoaded = true;
+    myDevices.setKeys(keys);
+    if (myDevices.takeAskAgain(api.deviceId()))
+        api.fetchMyDeviceKeys();
 }
 
 } // namespace tideloft::ui

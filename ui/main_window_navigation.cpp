@@ -55,6 +55,7 @@ void MainWindow::showConversation(const QString &peer)
     currentPeer = peer;
     showChatHeader(peer, u"🔒 "_s + text(u"End-to-end krypterad"_s, u"End-to-end encrypted"_s),
                    initials(peer));
+    leaveServer();
     centerStack->setCurrentWidget(chatPage);
     fadeIn(chatPage);
     msgInput->setFocus();

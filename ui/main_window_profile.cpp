@@ -3,7 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/initials.h"
 #include "ui/message_box.h"
 #include "ui/picture_dialog.h"
 #include "ui/picture_file.h"
@@ -48,14 +47,6 @@ void MainWindow::onAvatarUploaded(bool ok, const QString &localPath)
     }
     confirmInFooter(text(u"✓ Bild uppdaterad"_s, u"✓ Picture updated"_s));
     emit avatarPixmapReady(roundPicture(picture, 64));
-}
-
-// Every sign-in begins without a picture: the one before may have been another user's.
-void MainWindow::showFooterInitials()
-{
-    footerAvatarPixmap = {};
-    footerAvatar->setText(initials(myUsername));
-    footerAvatar->setStyleSheet(style::footerInitials());
 }
 
 void MainWindow::showFooterPicture()

@@ -6,8 +6,12 @@
 #include "crypto/envelope.h"
 #include "ui/device_lists.h"
 #include "ui/message_box.h"
+#include "ui/message_line.h"
 
 #include <QLineEdit>
+#include <QPushButton>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -16,13 +20,20 @@ namespace tideloft::ui
 
 void MainWindow::onSendClicked()
 {
-    if (currentPeer.isEmpty())
+    if (currentPeer.isEmpty() || !msgInput->isEnabled())
         return;
     const QString typed = msgInput->text().trimmed();
     if (typed.isEmpty())
         return;
     pendingMessageText = typed;
     api.fetchUserPublicKeys(currentPeer);
+}
+
+void MainWindow::updateMessageLine()
+{
+    const bool canWrite = !serverIsShown;
+    msgInput->setEnabled(canWrite);
+    sendButton->setEnabled(canWrite);
 }
 
 void MainWindow::onUserPublicKeysLoaded(const QString &username, const QJsonArray &keys,
@@ -36,7 +47,7 @@ void MainWindow::onUserPublicKeysLoaded(const QString &username, const QJsonArra
                                u"Recipient has no registered keys."_s));
     else
         encryptAndSend(currentPeer, pendingMessageText, recipients,
-                       senderDevices(myDeviceKeys, api.deviceId()));
+                       senderDevices(myDevices.keys(), api.deviceId()));
     pendingMessageText.clear();
 }
 
@@ -54,13 +65,14 @@ void MainWindow::encryptAndSend(const QString &peer, const QString &plainText, c
         showWarning(this, text(u"Kryptering misslyckades: "_s, u"Encryption failed: "_s) + envelope.error);
         return;
     }
+    sentText = plainText;
     api.sendMessage(peer, envelope.ciphertextBase64, envelope.ivBase64, {}, {}, envelope.recipientKeys,
                     envelope.senderKeys);
 }
 
 void MainWindow::onMessageSent()
 {
-    msgInput->clear();
+    msgInput->setText(restOfLine(msgInput->text(), std::exchange(sentText, {})));
     if (!currentPeer.isEmpty())
         api.fetchHistory(currentPeer);
 }

@@ -14,6 +14,7 @@
 
 #include <QBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
@@ -82,18 +83,41 @@ void MainWindow::connectServerButton(QPushButton *button, const QString &groupId
 void MainWindow::selectServer(const QString &groupId)
 {
     selectedServerId = groupId;
-    currentPeer.clear(); // no conversation is open any more: what is typed now must not go to its peer
     rebuildServerRail();
-    if (QPushButton *button = serverButton(serverColumn, selectedServerId))
+    QPushButton *button = serverButton(serverColumn, selectedServerId);
+    if (button)
         scrollServerIntoView(button);
+    const bool lineHadFocus = msgInput->hasFocus();
     const QString name = serverName(servers, selectedServerId);
     showChatHeader(name.isEmpty() ? selectedServerId : name, u"Server"_s, initials(name, 1));
     centerStack->setCurrentWidget(chatPage);
+    showServerNotice();
+    if (button && lineHadFocus)
+        button->setFocus(); // what comes next on the Tab key's way has the keyboard now
+}
+
+// The conversation stays open behind the notice: its history is asked for, and what was under way is sent.
+void MainWindow::showServerNotice()
+{
+    serverIsShown = true;
+    updateMessageLine();
     messageList->clear();
+    shownHistory.clear();
     const QString words = text(u"Server-chatt kommer snart. Välj en kanal från webklienten."_s,
                                u"Server chat coming soon. Select a channel from the web client."_s);
     QWidget *notice = makeServerNotice(words, messageList->viewport());
     appendRows(messageList, {{.widget = notice, .sizeHint = notice->sizeHint(), .spoken = words}});
+}
+
+void MainWindow::leaveServer()
+{
+    if (!serverIsShown)
+        return;
+    serverIsShown = false;
+    updateMessageLine();
+    messageList->clear();
+    if (historyPeer == currentPeer)
+        drawHistory();
 }
 
 int MainWindow::showCreateServerDialog()

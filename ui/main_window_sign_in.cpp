@@ -28,6 +28,8 @@ void MainWindow::onLoginClicked()
         return;
     }
     hideAuthError();
+    if (username.toLower() != rememberedUser && !rememberedUser.isEmpty())
+        rememberCheck->setChecked(false); // another user has ticked it
     setBusy(true);
     api.login(username, password, rememberCheck->isChecked());
 }
@@ -84,7 +86,9 @@ void MainWindow::logOut()
 {
     refreshTimer->stop();
     readingMemory.forget();
-    openedHistory.forget();
+    forgetHistory();
+    myDevices.endSignIn();
+    sentText.clear();
     api.forgetReplies();
     myUsername.clear();
     shownHistory.clear();

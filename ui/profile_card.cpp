@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/profile_card.h"
 
+#include "ui/bounded_text.h"
 #include "ui/elided_label.h"
 #include "ui/initials.h"
 #include "ui/round_picture.h"
@@ -112,6 +113,12 @@ ProfileCard makeProfileCard(const QString &username, Language language, QWidget 
     column->addWidget(parts.bio);
     column->addLayout(save);
     return parts;
+}
+
+void showSavedBio(QPlainTextEdit *field, const QString &bio)
+{
+    if (!field->document()->isModified() && firstPart(bio, messageLimits) == bio)
+        field->setPlainText(bio);
 }
 
 void showPictureOn(QPushButton *avatarButton, const QPixmap &picture)

@@ -25,6 +25,10 @@ struct ProfileCard {
 
 ProfileCard makeProfileCard(const QString &username, Language language, QWidget *parent);
 
+/// Makes BIO, the text that the service has, the beginning of what is written in FIELD, unless the person has
+/// typed there already. A text that is too long to be drawn is left out.
+void showSavedBio(QPlainTextEdit *field, const QString &bio);
+
 /// Shows a round picture of 64 px on the avatar button, at 72 px and instead of the initials.
 void showPictureOn(QPushButton *avatarButton, const QPixmap &picture);
 

@@ -6,7 +6,7 @@ add_library(tideloft_picture_probe STATIC
 target_link_libraries(tideloft_picture_probe
     PUBLIC tideloft_rail_probe tideloft_net_test_wire Qt6::Test)
 
-foreach(unit picture_choice picture_checks avatar_upload avatar_picture
+foreach(unit another_user picture_choice picture_checks avatar_upload avatar_picture
         profile_save profile_confirmation server_icon toolkit_language)
     tideloft_test(tst_${unit} LIBRARIES tideloft_picture_probe LABELS gui)
 endforeach()

@@ -37,8 +37,6 @@ private slots:
     void ownDeviceKeysGoIntoAMessage_data();
     void ownDeviceKeysGoIntoAMessage();
     void ownDeviceKeysStayAfterAFailure();
-    void aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered();
-    void theListOfAnEarlierSignInDoesNotCount();
 
 private:
     static QByteArray keysReply(const QString &device);
@@ -253,38 +251,6 @@ void TestDeviceKeyFlow::ownDeviceKeysStayAfterAFailure()
     QVERIFY(probe.open(u"bob"_s));
     QCOMPARE(sendersOfAMessage(probe), QStringList{own});
     QVERIFY(!probe.window->findChild<QMessageBox *>());
-}
-
-// Its first list can come before the registration; without its own key it could not read what it sends.
-void TestDeviceKeyFlow::aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered()
-{
-    GuiProbe probe;
-    probe.service.hold("POST /api/chat/device-key");
-    QVERIFY(probe.signIn());
-    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
-    QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count("GET /api/chat/device-keys/me"), 1);
-    probe.service.release("POST /api/chat/device-key");
-    QVERIFY(probe.service.waitForRequests("GET /api/chat/device-keys/me", 2));
-    QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count("GET /api/chat/device-keys/me"), 2);
-}
-
-// The list of whoever was signed in before says nothing about this user's.
-void TestDeviceKeyFlow::theListOfAnEarlierSignInDoesNotCount()
-{
-    const QByteArray list = "GET /api/chat/device-keys/me";
-    GuiProbe probe;
-    probe.service.answer(list, 200, keysReply(tideloft::net::ApiClient().deviceId()));
-    QVERIFY(probe.signIn());
-    QVERIFY(probe.service.waitForRequests("POST /api/chat/device-key", 1));
-    QVERIFY(probe.settle());
-    probe.window->logOut();
-    probe.service.clear();
-    probe.service.hold(list);
-    QVERIFY(probe.signIn());
-    QVERIFY(probe.service.waitForRequests(list, 2));
-    probe.service.release(list);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestDeviceKeyFlow)

@@ -1,4 +1,4 @@
-// Opening a server: what the chat panel shows, what becomes of the conversation, and the mark in the rail.
+// Opening a server: what the chat panel shows, and the mark in the rail.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
@@ -23,7 +23,6 @@ private slots:
     void showsTheNotice();
     void withoutANameShowsTheIdentifier();
     void sendsNothing();
-    void closesTheConversation();
     void theOpenServerStaysMarkedAcrossLists();
     void theFirstOfTwoWithOneIdentifierNamesIt();
     void leavesTheRailsOwnButtons();
@@ -91,23 +90,6 @@ void TestServerOpening::sendsNothing()
     QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
-}
-
-void TestServerOpening::closesTheConversation()
-{
-    GuiProbe probe;
-    QVERIFY(probe.signIn());
-    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    QVERIFY(probe.open(u"bob"_s));
-    QTest::mouseClick(serverButtons(probe).constFirst(), Qt::LeftButton);
-    QVERIFY(probe.settle());
-    probe.refreshTimer()->stop();
-    probe.service.clear();
-    QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count("GET /api/chat/history/bob"), 0);
-    QCOMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 1); // still the notice
-    probe.click(u"railBtn=💬"_s);
-    QCOMPARE(probe.centerPage(), u"emptyState"_s);
 }
 
 void TestServerOpening::theOpenServerStaysMarkedAcrossLists()

@@ -1,0 +1,298 @@
+// Who signs in after somebody else in the same window finds nothing of theirs; the same person finds it
+// again. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+#include "tests/gui/tst_profile_probe.h"
+#include "tests/support/patience.h"
+#include "tests/support/test_main.h"
+
+#include <QCheckBox>
+#include <QJsonDocument>
+#include <QListWidget>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+using tideloft::ui::Language;
+
+namespace
+{
+
+const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
+const QByteArray saveKey = QByteArrayLiteral("POST /api/profile/update");
+const QByteArray loginKey = QByteArrayLiteral("POST /api/auth/login");
+const QString initialsStyle =
+    u"background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);border-radius: 17px; "
+    "border: 2px solid #3b8beb;color: #7ab0f5; font-size: 11px; font-weight: 700;"_s;
+const QString pictureStyle =
+    u"border-radius: 17px; border: 2px solid #3b8beb;background: transparent; padding: 0;"_s;
+
+/// Logs out and signs in as NAME, whose profile has BIO.
+bool signInAs(GuiProbe &probe, const QString &name, const QString &bio = {})
+{
+    probe.window->logOut();
+    const QJsonObject me{{u"username"_s, name}, {u"bio"_s, bio}};
+    probe.service.answer("GET /api/me", 200, QJsonDocument(me).toJson());
+    return probe.signIn(name);
+}
+
+QLabel *footer(const GuiProbe &probe)
+{
+    return probe.the<QLabel>(u"footerAvatar"_s);
+}
+
+bool hasPicture(const GuiProbe &probe)
+{
+    return !footer(probe)->pixmap(Qt::ReturnByValue).isNull();
+}
+
+bool showPicture(SettingsProbe &probe)
+{
+    const PictureFolder files;
+    probe.service.answer(avatarKey, 200, "{}");
+    return chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
+           && QTest::qWaitFor([&] { return hasPicture(probe); }, patience());
+}
+
+/// Chooses the light theme, as a person does in the settings.
+void changeTheme(const SettingsProbe &probe)
+{
+    probe.openSettings();
+    probe.clickRow(Appearance);
+    buttonWith(probe.content(Appearance), u"Light"_s)->click();
+}
+
+QPlainTextEdit *bioOf(const SettingsProbe &probe)
+{
+    return probe.the<QPushButton>(u"settingsAvatarBtn"_s)->parentWidget()->findChild<QPlainTextEdit *>();
+}
+
+} // namespace
+
+class TestAnotherUser : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { prepareForFileDialogs(); }
+    void init() { failOnToolkitWarnings(); }
+    void theSamePersonsPictureComesBackWithTheTheme();
+    void anotherPersonSeesNoPicture();
+    void theSettingsPageIsMadeAnew();
+    void theSamePersonKeepsTheSettingsPage();
+    void whatAnotherTypedIsNotSaved();
+    void aPictureOfTheSettingsIsForgotten();
+    void listsAndLinesAreEmpty();
+    void theSamePersonFindsTheLineAgain();
+    void theBioIsThatOfTheProfile_data();
+    void theBioIsThatOfTheProfile();
+    void whatWasTypedIsNotReplaced();
+    void aNewerBioReplacesAnUntouchedOne();
+    void saveKeepsTheBio();
+    void rememberMeIsNotTakenOver_data();
+    void rememberMeIsNotTakenOver();
+};
+
+void TestAnotherUser::theSamePersonsPictureComesBackWithTheTheme()
+{
+    SettingsProbe probe;
+    QVERIFY(showPicture(probe));
+    QVERIFY(signInAs(probe, u"alice"_s));
+    QCOMPARE(footer(probe)->text(), u"AL"_s);
+    QVERIFY(!hasPicture(probe));
+    QCOMPARE(footer(probe)->styleSheet(), pictureStyle);
+    changeTheme(probe);
+    QVERIFY(hasPicture(probe));
+    QCOMPARE(footer(probe)->text(), QString());
+}
+
+void TestAnotherUser::anotherPersonSeesNoPicture()
+{
+    SettingsProbe probe;
+    QVERIFY(showPicture(probe));
+    QVERIFY(signInAs(probe, u"bob"_s));
+    QCOMPARE(footer(probe)->text(), u"BO"_s);
+    QCOMPARE(footer(probe)->styleSheet(), initialsStyle);
+    changeTheme(probe);
+    QVERIFY(!hasPicture(probe));
+    QCOMPARE(footer(probe)->text(), u"BO"_s);
+    QVERIFY(signInAs(probe, u"alice"_s)); // and it does not come back for its owner
+    changeTheme(probe);
+    QVERIFY(!hasPicture(probe));
+}
+
+void TestAnotherUser::theSettingsPageIsMadeAnew()
+{
+    SettingsProbe probe;
+    probe.openSettings();
+    QVERIFY(labelTexts(probe.content(Account)).contains(u"alice"_s));
+    probe.clickRow(Security);
+    const QPointer<QWidget> before = probe.settingsPage();
+    QVERIFY(signInAs(probe, u"bob"_s));
+    QTRY_VERIFY(!before);
+    QVERIFY(!probe.settingsPage()); // until it is asked for
+    probe.openSettings();
+    QCOMPARE(probe.nav()->currentRow(), 0);
+    QVERIFY(labelTexts(probe.content(Account)).contains(u"bob"_s));
+    QVERIFY(!labelTexts(probe.content(Account)).contains(u"alice"_s));
+    for (const QLineEdit *field : probe.settingsPage()->findChildren<QLineEdit *>())
+        QVERIFY(field->text() != u"alice");
+}
+
+void TestAnotherUser::theSamePersonKeepsTheSettingsPage()
+{
+    const auto probe = std::make_unique<SettingsProbe>();
+    probe->openSettings();
+    probe->clickRow(Security);
+    const QPointer<QWidget> before = probe->settingsPage();
+    QVERIFY(signInAs(*probe, u"Alice"_s));
+    probe->openSettings();
+    QCOMPARE(probe->settingsPage(), before.data());
+    QCOMPARE(probe->nav()->currentRow(), int(Security));
+}
+
+void TestAnotherUser::whatAnotherTypedIsNotSaved()
+{
+    ProfileProbe probe;
+    probe.service.answer(saveKey, 200, "{}");
+    probe.type(probe.bio, u"I am Alice"_s);
+    QVERIFY(signInAs(probe, u"bob"_s, u"I am Bob"_s));
+    probe.openSettings();
+    QCOMPARE(bioOf(probe)->toPlainText(), u"I am Bob"_s);
+    buttonWith(probe.content(Account), u"Save changes"_s)->click();
+    QVERIFY(probe.service.waitForRequests(saveKey, 1));
+    const auto sent = QJsonDocument::fromJson(probe.service.lastRequest(saveKey).body);
+    QCOMPARE(sent[u"bio"], QJsonValue(u"I am Bob"_s));
+}
+
+void TestAnotherUser::aPictureOfTheSettingsIsForgotten()
+{
+    SettingsProbe probe;
+    probe.openSettings();
+    QVERIFY(showPicture(probe));
+    QVERIFY(!probe.the<QPushButton>(u"settingsAvatarBtn"_s)->icon().isNull());
+    QVERIFY(signInAs(probe, u"bob"_s));
+    probe.openSettings();
+    QTRY_COMPARE(probe.window->findChildren<QPushButton *>(u"settingsAvatarBtn"_s).size(), 1);
+    QVERIFY(probe.the<QPushButton>(u"settingsAvatarBtn"_s)->icon().isNull());
+    QCOMPARE(probe.the<QPushButton>(u"settingsAvatarBtn"_s)->text(), u"BO"_s);
+}
+
+void TestAnotherUser::listsAndLinesAreEmpty()
+{
+    SettingsProbe probe;
+    QVERIFY(probe.open(u"carol"_s));
+    QTest::keyClicks(probe.the<QLineEdit>(u"msgInput"_s), u"for carol alone"_s);
+    QTest::keyClicks(probe.the<QLineEdit>(u"sideSearch"_s), u"x"_s);
+    probe.service.hold("GET /api/chat/conversations");
+    probe.window->logOut();
+    QCOMPARE(probe.the<QListWidget>(u"dmList"_s)->count(), 1); // until somebody else comes
+    probe.service.answer("GET /api/me", 200, R"({"username":"bob"})");
+    probe.fillIn(u"bob"_s, u"secret"_s);
+    probe.click(u"primaryButton"_s);
+    QTRY_VERIFY(probe.onMainPage());
+    QCOMPARE(probe.the<QListWidget>(u"dmList"_s)->count(), 0);
+    QCOMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 0);
+    QCOMPARE(probe.the<QLineEdit>(u"msgInput"_s)->text(), QString());
+    QCOMPARE(probe.the<QLineEdit>(u"sideSearch"_s)->text(), QString());
+    probe.service.release("GET /api/chat/conversations");
+}
+
+void TestAnotherUser::theSamePersonFindsTheLineAgain()
+{
+    SettingsProbe probe;
+    QVERIFY(probe.open(u"carol"_s));
+    QTest::keyClicks(probe.the<QLineEdit>(u"msgInput"_s), u"not yet sent"_s);
+    QVERIFY(signInAs(probe, u"alice"_s));
+    QCOMPARE(probe.the<QLineEdit>(u"msgInput"_s)->text(), u"not yet sent"_s);
+}
+
+void TestAnotherUser::theBioIsThatOfTheProfile_data()
+{
+    QTest::addColumn<QByteArray>("me");
+    QTest::addColumn<QString>("bio");
+    QTest::newRow("two lines") << QByteArray(R"({"username":"alice","bio":"I sail.\nAlone."})")
+                               << u"I sail.\nAlone."_s;
+    QTest::newRow("none") << QByteArray(R"({"username":"alice"})") << QString();
+    QTest::newRow("no text") << QByteArray(R"({"username":"alice","bio":{"a":1}})") << QString();
+    QTest::newRow("markup stays text")
+        << QByteArray(R"({"username":"alice","bio":"<b>bold</b>"})") << u"<b>bold</b>"_s;
+    QTest::newRow("too long to be drawn")
+        << QByteArray(R"({"username":"alice","bio":")" + QByteArray(1'000'000, 'x') + R"("})") << QString();
+}
+
+void TestAnotherUser::theBioIsThatOfTheProfile()
+{
+    QFETCH(QByteArray, me);
+    SettingsProbe probe;
+    probe.window->logOut();
+    probe.service.answer("GET /api/me", 200, me);
+    QVERIFY(probe.signIn());
+    probe.openSettings();
+    QTEST(bioOf(probe)->toPlainText(), "bio");
+    QCOMPARE(bioOf(probe)->placeholderText(), u"Write something about yourself..."_s);
+}
+
+void TestAnotherUser::whatWasTypedIsNotReplaced()
+{
+    ProfileProbe probe;
+    probe.type(probe.bio, u"New words"_s);
+    QVERIFY(signInAs(probe, u"alice"_s, u"Old words"_s));
+    QCOMPARE(probe.bio->toPlainText(), u"New words"_s);
+}
+
+void TestAnotherUser::aNewerBioReplacesAnUntouchedOne()
+{
+    const auto probe = std::make_unique<ProfileProbe>();
+    QVERIFY(signInAs(*probe, u"alice"_s, u"First"_s));
+    QCOMPARE(probe->bio->toPlainText(), u"First"_s);
+    QVERIFY(signInAs(*probe, u"alice"_s, u"Second"_s));
+    QCOMPARE(probe->bio->toPlainText(), u"Second"_s);
+}
+
+// A press of the button without a word typed changes nothing at the service.
+void TestAnotherUser::saveKeepsTheBio()
+{
+    SettingsProbe probe;
+    probe.service.answer(saveKey, 200, "{}");
+    QVERIFY(signInAs(probe, u"alice"_s, u"I sail."_s));
+    probe.openSettings();
+    buttonWith(probe.content(Account), u"Save changes"_s)->click();
+    QVERIFY(probe.service.waitForRequests(saveKey, 1));
+    QCOMPARE(QJsonDocument::fromJson(probe.service.lastRequest(saveKey).body)[u"bio"],
+             QJsonValue(u"I sail."_s));
+}
+
+void TestAnotherUser::rememberMeIsNotTakenOver_data()
+{
+    QTest::addColumn<QString>("next");
+    QTest::addColumn<bool>("tickedAgain");
+    QTest::addColumn<bool>("remembered");
+    QTest::newRow("the same person") << u"alice"_s << false << true;
+    QTest::newRow("in other letters") << u"ALICE"_s << false << true;
+    QTest::newRow("another") << u"bob"_s << false << false;
+    QTest::newRow("another whose name begins like it") << u"ali"_s << false << false;
+    QTest::newRow("another whose name goes on") << u"alicent"_s << false << false;
+    QTest::newRow("another who ticks it") << u"bob"_s << true << true;
+}
+
+void TestAnotherUser::rememberMeIsNotTakenOver()
+{
+    QFETCH(QString, next);
+    QFETCH(bool, tickedAgain);
+    QFETCH(bool, remembered);
+    GuiProbe probe;
+    auto *check = probe.the<QCheckBox>(u"rememberCheck"_s);
+    check->click();
+    QVERIFY(probe.signIn());
+    probe.window->logOut();
+    if (tickedAgain) {
+        check->click();
+        check->click();
+    }
+    probe.service.answer("GET /api/me", 200, QJsonDocument(QJsonObject{{u"username"_s, next}}).toJson());
+    QVERIFY(probe.signIn(next));
+    const auto sent = QJsonDocument::fromJson(probe.service.lastRequest(loginKey).body);
+    QCOMPARE(sent[u"rememberMe"], QJsonValue(remembered));
+    QCOMPARE(check->isChecked(), remembered);
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestAnotherUser)
+#include "tst_another_user.moc"
