@@ -3,8 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/fonts.h"
 
+#include "ui/style/symbol_font.h"
+
 #include <QFont>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QRawFont>
 #include <QStringList>
 
@@ -16,24 +19,45 @@ namespace tideloft::app
 namespace
 {
 
-/// A font of letters that is really there. Fonts of emoji have digits and blanks of their own, wide and
-/// hollow: named alone, or first of those that are installed, one of them would draw every number.
+/// A font that has most symbols, and many emoji as outlines.
+const QString &outlines()
+{
+    static const QString family = u"DejaVu Sans"_s;
+    return family;
+}
+
+/// A font of letters that is really there, if possible one without emoji: what it has no other font draws.
+/// Fonts of emoji have digits and blanks of their own, wide and hollow: named alone, or first of those that
+/// are installed, one of them would draw every number.
 QString letters()
 {
-    for (const QString &family : {u"DejaVu Sans"_s, u"Noto Sans"_s, u"Liberation Sans"_s, u"FreeSans"_s,
-                                  u"Roboto"_s, u"Cantarell"_s}) {
+    for (const QString &family : {u"Open Sans"_s, u"Noto Sans"_s, u"Liberation Sans"_s, u"Roboto"_s,
+                                  u"Cantarell"_s, outlines(), u"FreeSans"_s}) {
         if (QFontDatabase::hasFamily(family))
             return family;
     }
+    // Where there is no font, a raw font's name is behind a null pointer.
+    const QFont general = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    if (QFontInfo(general).family().isEmpty())
+        return {};
     // Its own name: "Sans Serif", as the desktop's font may be called, stands for nothing in a substitution.
-    return QRawFont::fromFont(QFontDatabase::systemFont(QFontDatabase::GeneralFont)).familyName();
+    return QRawFont::fromFont(general).familyName();
 }
 
 } // namespace
 
+// The toolkit's own list of families always has "Sans Serif" and others that stand for what is there.
+bool hasFonts()
+{
+    return !letters().isEmpty();
+}
+
+// The font of emoji stands before that of the outlines, which would draw the commonest faces in grey.
 void substituteFonts()
 {
-    QFont::insertSubstitutions(u"Segoe UI"_s, QStringList{letters(), u"Noto Color Emoji"_s});
+    const QString first = letters();
+    QFont::insertSubstitutions(u"Segoe UI"_s, QStringList{first, u"Noto Color Emoji"_s, outlines()});
+    QFont::insertSubstitutions(ui::style::symbolFamily(), QStringList{first, outlines()});
 }
 
 } // namespace tideloft::app

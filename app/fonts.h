@@ -6,8 +6,11 @@
 namespace tideloft::app
 {
 
-/// Substitutes "Segoe UI", which the style sheets name, so that letters and colour emoji come out as meant
-/// also where other symbol fonts are installed. Needs the application object.
+/// Whether any font is installed. Without one the toolkit crashes when it draws the first letter.
+bool hasFonts();
+
+/// Substitutes "Segoe UI", which the style sheets name, so that letters come out as letters and emoji in
+/// colour, also where fonts that draw emoji as outlines are installed. Needs the application object.
 void substituteFonts();
 
 } // namespace tideloft::app

@@ -54,6 +54,11 @@ int run(int argc, char **argv)
         return 0;
     }
     const QApplication application(argc, argv);
+    if (!hasFonts()) {
+        std::fputs("tideloft: no font is installed; install one, such as the package fonts-open-sans\n",
+                   stderr);
+        return 1;
+    }
     QApplication::setApplicationName(applicationName);
     QApplication::setApplicationDisplayName(applicationName);
     QApplication::setOrganizationName(organisationName);

@@ -25,7 +25,7 @@ string(REGEX REPLACE "^https?://" "" service_host "${TIDELOFT_SERVICE_URL}")
 set(CPACK_DEBIAN_CLIENT_PACKAGE_NAME tideloft)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_SECTION net)
 set(CPACK_DEBIAN_CLIENT_PACKAGE_PRIORITY optional)
-set(CPACK_DEBIAN_CLIENT_PACKAGE_DEPENDS "fonts-dejavu-core, fonts-noto-color-emoji")
+set(CPACK_DEBIAN_CLIENT_PACKAGE_DEPENDS "fonts-open-sans, fonts-noto-color-emoji, fonts-dejavu-core")
 # Of the two plugins for the desktop's own file dialog, GNOME, Xfce, MATE and Cinnamon load the one with GTK by
 # themselves; the one for portals waits for an environment variable or a sandbox.
 set(CPACK_DEBIAN_CLIENT_PACKAGE_RECOMMENDS

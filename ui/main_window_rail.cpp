@@ -5,6 +5,7 @@
 
 #include "ui/server_scroll.h"
 #include "ui/style/inline_styles.h"
+#include "ui/style/symbol_font.h"
 #include "ui/widget_parts.h"
 
 #include <QBoxLayout>
@@ -59,6 +60,7 @@ QWidget *MainWindow::buildRail(QWidget *page)
     createServerBtn->setStyleSheet(style::createServerButton());
     railSettingsBtn = makeRailButton(u"⚙"_s, text(u"Inställningar"_s, u"Settings"_s), rail);
     railSettingsBtn->setCheckable(true);
+    railSettingsBtn->setStyleSheet(style::symbolButton());
 
     auto *column = makeColumn(rail, 6);
     column->setContentsMargins(8, 14, 8, 14);

@@ -8,6 +8,7 @@
 #include "ui/settings_sections.h"
 #include "ui/style/fade_in.h"
 #include "ui/style/settings_styles.h"
+#include "ui/style/symbol_font.h"
 #include "ui/widget_parts.h"
 
 #include <QBoxLayout>
@@ -113,6 +114,8 @@ QWidget *MainWindow::buildSettingsNav(QWidget *page)
     settingsNavList->setAccessibleName(caption->text());
     for (const Words &name : sectionNames())
         settingsNavList->addItem(name.in(language()));
+    for (QListWidgetItem *entry : settingsNavList->findItems(u"⚙"_s, Qt::MatchStartsWith))
+        entry->setFont(style::symbolFont());
     auto *back = makeButton(u"←  "_s + text(u"Tillbaka till chatten"_s, u"Back to chat"_s), nav);
     back->setStyleSheet(style::settingsBackButton);
     connect(back, &QPushButton::clicked, this, &MainWindow::backToChat);

@@ -3,9 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/fonts.h"
 #include "tests/support/test_main.h"
+#include "ui/style/symbol_font.h"
 
 #include <QApplication>
 #include <QFont>
+#include <QRawFont>
 
 using namespace Qt::StringLiterals;
 
@@ -14,15 +16,35 @@ class TestFonts : public QObject
     Q_OBJECT
 
 private slots:
-    void textThenColourEmoji();
+    void lettersThenEmojiThenSymbols();
+    void symbolsAreNoEmoji();
+    void lettersHaveNoEmoji();
 };
 
-void TestFonts::textThenColourEmoji()
+void TestFonts::lettersThenEmojiThenSymbols()
 {
     QCOMPARE(QFont::substitutes(u"Segoe UI"_s), QStringList());
     tideloft::app::substituteFonts();
     // The toolkit keeps these names in lower case.
-    QCOMPARE(QFont::substitutes(u"Segoe UI"_s), (QStringList{u"dejavu sans"_s, u"noto color emoji"_s}));
+    QCOMPARE(QFont::substitutes(u"Segoe UI"_s),
+             (QStringList{u"open sans"_s, u"noto color emoji"_s, u"dejavu sans"_s}));
+}
+
+void TestFonts::symbolsAreNoEmoji()
+{
+    tideloft::app::substituteFonts();
+    QCOMPARE(QFont::substitutes(tideloft::ui::style::symbolFamily()).mid(0, 2),
+             (QStringList{u"open sans"_s, u"dejavu sans"_s}));
+}
+
+// What the font of letters has no other font draws.
+void TestFonts::lettersHaveNoEmoji()
+{
+    const QRawFont letters = QRawFont::fromFont(QFont(u"Open Sans"_s));
+    QCOMPARE(letters.familyName(), u"Open Sans"_s);
+    QVERIFY(letters.supportsCharacter(u'1'));
+    for (const char32_t emoji : U"⌚⏰⚡⭐✅❤☀☺✈☎♥😀😂😊😍😢🚀🤔🥰")
+        QVERIFY2(!emoji || !letters.supportsCharacter(emoji), qPrintable(QString::fromUcs4(&emoji, 1)));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestFonts)

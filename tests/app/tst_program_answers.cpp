@@ -14,6 +14,7 @@ class TestProgramAnswers : public QObject
 private slots:
     void withoutDisplay_data();
     void withoutDisplay();
+    void withoutFonts();
 };
 
 void TestProgramAnswers::withoutDisplay_data()
@@ -44,6 +45,30 @@ void TestProgramAnswers::withoutDisplay()
     QCOMPARE(client.readAllStandardError(), QByteArray());
     const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
     QCOMPARE(QDir(home.path()).entryList(everything), QStringList());
+}
+
+void TestProgramAnswers::withoutFonts()
+{
+    const QTemporaryDir home;
+    QFile settings(home.filePath(u"fonts.conf"_s));
+    QVERIFY(settings.open(QIODevice::WriteOnly));
+    settings.write("<?xml version=\"1.0\"?><fontconfig></fontconfig>");
+    settings.close();
+    QProcessEnvironment environment;
+    environment.insert(u"HOME"_s, home.path());
+    environment.insert(u"XDG_RUNTIME_DIR"_s, home.path());
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    environment.insert(u"FONTCONFIG_FILE"_s, settings.fileName());
+    QProcess client;
+    client.setProcessEnvironment(environment);
+    client.start(QString::fromUtf8(TIDELOFT_PROGRAM), QStringList());
+    QVERIFY(client.waitForFinished());
+    QCOMPARE(client.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(client.exitCode(), 1);
+    QCOMPARE(client.readAllStandardOutput(), QByteArray());
+    QCOMPARE(
+        client.readAllStandardError(),
+        QByteArray("tideloft: no font is installed; install one, such as the package fonts-open-sans\n"));
 }
 
 TIDELOFT_TEST_MAIN(TestProgramAnswers)

@@ -15,7 +15,9 @@ foreach(scale 1.5 2)
         ENVIRONMENT_MODIFICATION "${TIDELOFT_OWN_LOOKS}")
 endforeach()
 
-# Another font of letters than the client's first choice: whatever else is there.
+tideloft_test(tst_emoji LIBRARIES tideloft_screen_probe LABELS gui)
+
+# Other fonts of letters than the client's first choices: whatever else is there.
 set(other_fonts "${CMAKE_CURRENT_BINARY_DIR}/other_fonts.conf")
 configure_file(other_fonts.conf "${other_fonts}" COPYONLY)
 add_test(NAME tst_screens_in_other_fonts COMMAND tst_screens digitsAreLetters emojiAreColoured)
