@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/menu_choice.h"
 #include "ui/message_box.h"
 #include "ui/picture_dialog.h"
 #include "ui/picture_file.h"
@@ -72,7 +73,8 @@ void MainWindow::showUserMenu(QWidget *footer)
     const QAction *settings = menu.addAction(text(u"Inställningar"_s, u"Settings"_s));
     menu.addSeparator();
     const QAction *leave = menu.addAction(text(u"Logga ut"_s, u"Log out"_s));
-    const QAction *chosen = menu.exec(footer->mapToGlobal(QPoint(0, -4 - menu.sizeHint().height())));
+    const QPoint place = footer->mapToGlobal(QPoint(0, -4 - menu.sizeHint().height()));
+    const QAction *chosen = choiceFrom(menu, place);
     if (chosen == leave)
         logOut();
     else if (chosen == profile || chosen == settings)

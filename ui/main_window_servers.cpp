@@ -6,6 +6,7 @@
 #include "ui/bounded_rows.h"
 #include "ui/create_server_dialog.h"
 #include "ui/initials.h"
+#include "ui/menu_choice.h"
 #include "ui/picture_dialog.h"
 #include "ui/row_list.h"
 #include "ui/server_button.h"
@@ -137,7 +138,7 @@ void MainWindow::showServerMenu(const QString &serverId, QWidget *button, QPoint
     menu.setAccessibleName(text(u"Servermeny"_s, u"Server menu"_s));
     const QAction *upload = menu.addAction(text(u"Ladda upp server-ikon"_s, u"Upload server icon"_s));
     const QAction *open = menu.addAction(text(u"Öppna server"_s, u"Open server"_s));
-    const QAction *chosen = menu.exec(button->mapToGlobal(position));
+    const QAction *chosen = choiceFrom(menu, button->mapToGlobal(position));
     if (chosen == upload)
         chooseServerIcon(groupId);
     else if (chosen == open)

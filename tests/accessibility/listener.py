@@ -100,8 +100,27 @@ class Listener:
         at = self.focused()
         return None if at == before else at
 
+    def press_as_reader(self, role, name):
+        """Has the screen reader press what has that ROLE and NAME: no key, no click."""
+        pressed = self.client.wait(f"{role} {name!r}", lambda: self.find_to_press(role, name))
+        actions = [Atspi.Action.get_action_name(pressed, index)
+                   for index in range(Atspi.Action.get_n_actions(pressed))]
+        Atspi.Action.do_action(pressed, actions.index("Press"))
+
+    def find_to_press(self, role, name):
+        for element in self.everything():
+            try:
+                if (element.get_role_name(), element.get_name()) == (role, name):
+                    return element
+            except GLib.Error:
+                continue
+        return None
+
     def leave_menu(self):
         self.press("Escape")
+        self.wait_for_no_menu()
+
+    def wait_for_no_menu(self):
         self.client.wait("no menu", lambda: not self.popups.open())
 
     def press(self, *keys):

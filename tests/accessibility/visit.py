@@ -41,6 +41,7 @@ class Visit:
         self.open_server_menu()
         self.leaf_through_settings()
         self.see_message()
+        self.open_profile()
         self.change_picture()
         self.open_privacy()
         self.log_out()
@@ -149,9 +150,16 @@ class Visit:
         self.hear_box("message of a setting", "Cache cleared.")
         self.wait_for_focus(BUTTON, "Clear")
 
+    def open_profile(self):
+        """Pressed by the screen reader itself, an entry acts as for a key, and closes the menu."""
+        self.walk_to(BUTTON, "Account menu", "shift+Tab")
+        self.listener.press("Return")
+        self.hear("account menu for a press", (MENU, "Account menu"), (ENTRY, "Profile"))
+        self.listener.press_as_reader(ENTRY, self.words["Profile"])
+        self.listener.wait_for_no_menu()
+        self.hear("settings: Account, from the menu", ("panel", "Account"))
+
     def change_picture(self):
-        self.walk_to(LIST, "Settings", "shift+Tab")
-        self.listener.press("Home")
         self.walk_to(BUTTON, "Profile picture")
         self.listener.press("space")
         # Inside it the toolkit speaks, and English only.

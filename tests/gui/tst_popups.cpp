@@ -6,6 +6,7 @@
 #include "tests/gui/tst_person.h"
 #include "tests/support/patience.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
@@ -71,6 +72,12 @@ void clickEntry(QMenu *menu, int index)
     const QRect place = menu->actionGeometry(menu->actions().at(index));
     QTest::mouseMove(menu->windowHandle(), place.center());
     QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {}, place.center());
+}
+
+void pressAsAssistant(QMenu *menu, int index)
+{
+    QAccessibleInterface *entry = QAccessible::queryAccessibleInterface(menu)->child(index);
+    entry->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
 }
 
 void press(const QWidget *widget, QPoint spot, Qt::MouseButton button)

@@ -29,6 +29,8 @@ QString broughtUp(const std::function<void()> &open);
 QStringList entriesOf(const QMenu *menu);
 /// A click on the entry with that INDEX, separators counted.
 void clickEntry(QMenu *menu, int index);
+/// Has that entry act as an assistive program does; no key and no click tells the menu of it.
+void pressAsAssistant(QMenu *menu, int index);
 
 /// Presses BUTTON at SPOT of WIDGET, as the screen would tell the window, which finds out who gets it.
 void press(const QWidget *widget, QPoint spot, Qt::MouseButton button = Qt::LeftButton);

@@ -27,6 +27,8 @@ private slots:
     void opensTheServer_data();
     void opensTheServer();
     void opensTheServerOfItsButton();
+    void entriesActWithoutAClick_data();
+    void entriesActWithoutAClick();
     void asksForAPicture();
     void closedWithoutAChoiceDoesNothing();
     void aKeyOpensIt();
@@ -116,6 +118,40 @@ void TestServerMenu::opensTheServerOfItsButton()
         probe, [](QMenu *menu) { clickEntry(menu, 1); }, 1));
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"Two"_s);
     QCOMPARE(serverChecks(probe), (QList<bool>{false, true}));
+}
+
+void TestServerMenu::entriesActWithoutAClick_data()
+{
+    QTest::addColumn<bool>("byAssistant");
+    QTest::addColumn<bool>("listArrives");
+    QTest::newRow("triggered") << false << false;
+    QTest::newRow("pressed by an assistive program") << true << false;
+    QTest::newRow("pressed after a list has arrived") << true << true;
+}
+
+void TestServerMenu::entriesActWithoutAClick()
+{
+    QFETCH(bool, byAssistant);
+    QFETCH(bool, listArrives);
+    GuiProbe probe;
+    QVERIFY(probe.signIn());
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
+    if (listArrives)
+        QVERIFY(holdNextList(probe, R"([{"groupId":"g1","name":"One"}])"));
+    const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
+    bool wasClosed = false;
+    QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
+        probe.service.release(groups);
+        QVERIFY(!listArrives || QTest::qWaitFor([&] { return !old; }, patience()));
+        if (byAssistant)
+            pressAsAssistant(menu, 1);
+        else
+            menu->actions().at(1)->trigger();
+        wasClosed = !menu->isVisible();
+    }));
+    QVERIFY(wasClosed);
+    QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"One"_s);
+    QCOMPARE(serverChecks(probe), QList<bool>{true});
 }
 
 void TestServerMenu::asksForAPicture()

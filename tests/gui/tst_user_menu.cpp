@@ -32,6 +32,8 @@ private slots:
     void standsAboveTheFooter();
     void entriesOpenTheSettings_data();
     void entriesOpenTheSettings();
+    void entriesActWithoutAClick_data();
+    void entriesActWithoutAClick();
     void anOldFadeIsLeftAlone_data();
     void anOldFadeIsLeftAlone();
     void closedWithoutAChoiceDoesNothing_data();
@@ -131,6 +133,45 @@ void TestUserMenu::entriesOpenTheSettings()
     QVERIFY(!page->graphicsEffect()); // it never fades
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
+}
+
+void TestUserMenu::entriesActWithoutAClick_data()
+{
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<bool>("byAssistant");
+    QTest::addColumn<QString>("expected");
+    for (const bool byAssistant : {false, true}) {
+        const char *way = byAssistant ? "pressed by an assistive program" : "triggered";
+        QTest::addRow("Profile, %s", way) << int(Profile) << byAssistant << u"section 0"_s;
+        QTest::addRow("Settings, %s", way) << int(Settings) << byAssistant << u"section 4"_s;
+        QTest::addRow("Log out, %s", way) << int(LogOut) << byAssistant << u"signed out"_s;
+    }
+}
+
+void TestUserMenu::entriesActWithoutAClick()
+{
+    QFETCH(int, entry);
+    QFETCH(bool, byAssistant);
+    const SettingsProbe probe;
+    probe.openSettings();
+    probe.clickRow(Chat);
+    QTest::mouseClick(probe.backButton(), Qt::LeftButton);
+    bool wasClosed = false;
+    QVERIFY(withUserMenu(probe, [&](QMenu *menu) {
+        if (byAssistant)
+            pressAsAssistant(menu, entry);
+        else
+            menu->actions().at(entry)->trigger();
+        wasClosed = !menu->isVisible();
+        QCOMPARE(probe.centerPage(), u"emptyState"_s); // nothing happens inside the call
+        QVERIFY(probe.onMainPage());
+    }));
+    QVERIFY(wasClosed);
+    const bool shown = probe.center()->currentWidget() == probe.settingsPage();
+    const QString found = !probe.onMainPage() ? u"signed out"_s
+                          : shown             ? u"section %1"_s.arg(probe.nav()->currentRow())
+                                              : u"nothing"_s;
+    QTEST(found, "expected");
 }
 
 void TestUserMenu::anOldFadeIsLeftAlone_data()
