@@ -5,6 +5,7 @@
 
 #include "crypto/reading_memory.h"
 #include "net/api_client.h"
+#include "ui/held_focus.h"
 #include "ui/opened_history.h"
 #include "ui/own_devices.h"
 #include "ui/text.h"
@@ -205,6 +206,7 @@ private:
     QPushButton *primaryButton = nullptr;
     QPushButton *ghostButton = nullptr;
     QLabel *authError = nullptr;
+    HeldFocus heldFocus; ///< while the sign-in page is busy
 
     QWidget *rail = nullptr;
     QPushButton *railMessagesBtn = nullptr;

@@ -32,12 +32,15 @@ QWidget *MainWindow::buildProfileCard(QWidget *parent)
 
 void MainWindow::saveProfile(const QString &displayName, const QString &bio, QPushButton *saveButton)
 {
+    HeldFocus held;
+    held.take({saveButton}, saveButton->parentWidget());
     saveButton->setEnabled(false);
     saveButton->setText(text(u"Sparar..."_s, u"Saving..."_s));
-    const auto saved = [this, bio, user = myUsername, button = QPointer(saveButton)](bool ok,
-                                                                                     const QString &) {
+    const auto saved = [this, bio, user = myUsername, button = QPointer(saveButton),
+                        held](bool ok, const QString &) mutable {
         if (button) {
             button->setEnabled(true);
+            held.giveBack();
             button->setText(text(u"Spara ändringar"_s, u"Save changes"_s));
         }
         if (!ok || user != myUsername) // another user may have signed in since

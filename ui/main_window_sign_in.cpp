@@ -39,9 +39,17 @@ void MainWindow::onLoginSucceeded(const QString &)
     api.fetchMe();
 }
 
+// Who has moved the keyboard meanwhile, to the language for example, keeps it there. A sign-in that follows a
+// registration leaves it at the button.
 void MainWindow::onLoginFailed(const QString &message)
 {
+    const QWidget *at = focusWidget();
+    const bool isLeft = heldFocus.isWaiting() || at == primaryButton || at == ghostButton;
     setBusy(false);
+    if (isLeft) {
+        passwordField->setFocus();
+        passwordField->selectAll();
+    }
     showAuthError(message);
 }
 
@@ -102,9 +110,13 @@ void MainWindow::logOut()
 
 void MainWindow::setBusy(bool busy)
 {
-    for (QWidget *control :
-         std::initializer_list<QWidget *>{primaryButton, ghostButton, usernameField, passwordField})
+    const QList<QWidget *> controls{primaryButton, ghostButton, usernameField, passwordField};
+    if (busy)
+        heldFocus.take(controls, primaryButton->parentWidget());
+    for (QWidget *control : controls)
         control->setEnabled(!busy);
+    if (!busy)
+        heldFocus.giveBack();
     primaryButton->setText(busy ? text(u"Loggar in..."_s, u"Signing in..."_s)
                                 : text(u"Logga in"_s, u"Sign in"_s));
 }

@@ -199,6 +199,7 @@ class Visit:
         self.listener.press("Return")
         self.client.find(LABEL, lambda text: "password" in text.lower() and text != "Password")
         self.hear("refused sign-in", (BUTTON, "Sign in"))
+        self.wait_for_focus(PASSWORD, "Password")
 
     def open_languages(self):
         self.walk_to(COMBO, "Language: English", "shift+Tab")

@@ -19,6 +19,8 @@ tideloft_test(tst_error_label LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_sign_in_flow LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_sign_in_register LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_sign_in_log_out LIBRARIES tideloft_gui_probe LABELS gui)
+tideloft_test(tst_sign_in_focus SOURCES tst_sign_in_focus.cpp tst_popups.cpp tst_popups.h
+    LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_retranslation LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_device_key_flow LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_device_list LIBRARIES tideloft_gui_probe LABELS gui)

@@ -45,6 +45,9 @@ private slots:
     void failureOnlyRestoresTheButton();
     void savingTwiceQuicklySendsOnce_data();
     void savingTwiceQuicklySendsOnce();
+    void theKeyboardComesBackToTheButton_data();
+    void theKeyboardComesBackToTheButton();
+    void whoTypesMeanwhileIsNotDisturbed();
     void savingAgainSendsAgain();
     void namesStayAsTheyWere();
     void theWindowMayGoMeanwhile();
@@ -165,6 +168,48 @@ void TestProfileSave::savingTwiceQuicklySendsOnce()
     QTRY_VERIFY(probe.save->isEnabled());
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.count(saveKey), 1);
+}
+
+void TestProfileSave::theKeyboardComesBackToTheButton_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("byMouse");
+    QTest::newRow("saved, Space") << 200 << false;
+    QTest::newRow("saved, click") << 200 << true;
+    QTest::newRow("refused, Space") << 500 << false;
+}
+
+void TestProfileSave::theKeyboardComesBackToTheButton()
+{
+    QFETCH(int, status);
+    QFETCH(bool, byMouse);
+    ProfileProbe probe;
+    probe.service.answer(saveKey, status, "{}");
+    probe.service.hold(saveKey);
+    if (byMouse) {
+        clickOnScreen(*probe.save);
+    } else {
+        probe.save->setFocus();
+        press(*probe.window, Qt::Key_Space);
+    }
+    QVERIFY(!probe.save->isEnabled());
+    press(*probe.window, Qt::Key_Space); // there is nothing that it could press
+    probe.service.release(saveKey);
+    QTRY_VERIFY(probe.save->isEnabled());
+    QCOMPARE(probe.window->focusWidget(), probe.save);
+    QCOMPARE(probe.service.count(saveKey), 1);
+}
+
+void TestProfileSave::whoTypesMeanwhileIsNotDisturbed()
+{
+    ProfileProbe probe;
+    probe.service.answer(saveKey, 200, "{}");
+    probe.service.hold(saveKey);
+    clickOnScreen(*probe.save);
+    probe.type(probe.bio, u"More"_s);
+    probe.service.release(saveKey);
+    QTRY_VERIFY(probe.save->isEnabled());
+    QCOMPARE(probe.window->focusWidget(), probe.bio);
 }
 
 void TestProfileSave::savingAgainSendsAgain()
