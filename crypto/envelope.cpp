@@ -1,7 +1,7 @@
 // Building of the message envelope.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/envelope.h"
+#include "crypto/envelope_sealing.h"
 
 #include "crypto/aes_gcm.h"
 #include "crypto/base64.h"
@@ -69,46 +69,81 @@ SecretBytes sealText(const QString &plainText, EncryptedEnvelope &envelope)
     return contentKey;
 }
 
-// Whether every step succeeded; if not, the message is in the envelope.
-bool sealFor(const QString &plainText, const QJsonArray &recipientDevices, const QJsonArray &senderDevices,
-             EncryptedEnvelope &envelope)
+// The same, unless there is nothing to seal or nobody to seal it for.
+SecretBytes sealForDevices(const QString &plainText, const QJsonArray &recipientDevices,
+                           EncryptedEnvelope &envelope)
 {
     if (plainText.isEmpty())
-        return fail(&envelope.error, u"Plain text is empty."_s);
-    if (recipientDevices.isEmpty())
-        return fail(&envelope.error, u"Recipient has no registered device keys."_s);
-    const SecretBytes contentKey = sealText(plainText, envelope);
-    if (contentKey.isEmpty()
-        || !wrapKeyForDevices(recipientDevices, contentKey.view(), envelope.recipientKeys, envelope))
-        return false;
-    if (envelope.recipientKeys.isEmpty())
-        return fail(&envelope.error, u"No valid recipient device keys found."_s);
-    return wrapKeyForDevices(senderDevices, contentKey.view(), envelope.senderKeys, envelope);
+        envelope.error = u"Plain text is empty."_s;
+    else if (recipientDevices.isEmpty())
+        envelope.error = u"Recipient has no registered device keys."_s;
+    else
+        return sealText(plainText, envelope);
+    return SecretBytes(QByteArray());
 }
 
 } // namespace
 
+bool KeyWrapping::wrapNext(const QByteArray &contentKey, QJsonArray &wrappedKeys, QString *error)
+{
+    const QJsonObject record = devices.at(next++).toObject();
+    const QString deviceId = trimmedMember(record, u"deviceId"_s);
+    const QString publicKey = trimmedMember(record, u"publicKeyBase64"_s);
+    if (deviceId.isEmpty() || publicKey.isEmpty())
+        return true;
+    const QString wrapped = wrapKey(deviceId, publicKey, contentKey, error);
+    if (wrapped.isEmpty())
+        return false;
+    wrappedKeys.append(QJsonObject{{u"deviceId"_s, deviceId}, {u"encryptedKey"_s, wrapped}});
+    return true;
+}
+
+EnvelopeSealing::EnvelopeSealing(const QString &plainText, const QJsonArray &recipientDevices,
+                                 const QJsonArray &senderDevices)
+    : contentKey(sealForDevices(plainText, recipientDevices, envelope)),
+      recipients(recipientDevices),
+      senders(senderDevices),
+      isDone(contentKey.isEmpty())
+{
+}
+
+void EnvelopeSealing::wrapNext()
+{
+    if (isDone)
+        return;
+    KeyWrapping &side = recipients.isAtEnd() ? senders : recipients;
+    QJsonArray &wrappedKeys = recipients.isAtEnd() ? envelope.senderKeys : envelope.recipientKeys;
+    if (!side.isAtEnd() && !side.wrapNext(contentKey.view(), wrappedKeys, &envelope.error))
+        finish(false);
+    else if (recipients.isAtEnd() && envelope.recipientKeys.isEmpty())
+        finish(fail(&envelope.error, u"No valid recipient device keys found."_s));
+    else if (recipients.isAtEnd() && senders.isAtEnd())
+        finish(true);
+}
+
+void EnvelopeSealing::finish(bool ok)
+{
+    envelope.ok = ok;
+    isDone = true;
+    contentKey.wipe();
+}
+
 EncryptedEnvelope encryptMessageEnvelope(const QString &plainText, const QJsonArray &recipientDevices,
                                          const QJsonArray &senderDevices)
 {
-    EncryptedEnvelope envelope;
-    envelope.ok = sealFor(plainText, recipientDevices, senderDevices, envelope);
-    return envelope;
+    EnvelopeSealing sealing(plainText, recipientDevices, senderDevices);
+    while (!sealing.isFinished())
+        sealing.wrapNext();
+    return sealing.takeEnvelope();
 }
 
 bool wrapKeyForDevices(const QJsonArray &devices, const QByteArray &contentKey, QJsonArray &wrappedKeys,
                        EncryptedEnvelope &envelope)
 {
-    for (const auto &device : devices) {
-        const QJsonObject record = device.toObject();
-        const QString deviceId = trimmedMember(record, u"deviceId"_s);
-        const QString publicKey = trimmedMember(record, u"publicKeyBase64"_s);
-        if (deviceId.isEmpty() || publicKey.isEmpty())
-            continue;
-        const QString wrapped = wrapKey(deviceId, publicKey, contentKey, &envelope.error);
-        if (wrapped.isEmpty())
+    KeyWrapping wrapping(devices);
+    while (!wrapping.isAtEnd()) {
+        if (!wrapping.wrapNext(contentKey, wrappedKeys, &envelope.error))
             return false;
-        wrappedKeys.append(QJsonObject{{u"deviceId"_s, deviceId}, {u"encryptedKey"_s, wrapped}});
     }
     return true;
 }

@@ -8,6 +8,7 @@
 #include "ui/held_focus.h"
 #include "ui/opened_history.h"
 #include "ui/own_devices.h"
+#include "ui/sliced_sealing.h"
 #include "ui/text.h"
 #include "ui/toolkit_words.h"
 
@@ -50,6 +51,7 @@ signals:
     void avatarPixmapReady(const QPixmap &pix);
 
 protected:
+    void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
@@ -178,6 +180,8 @@ private:
     void registerThisDevice();
     void encryptAndSend(const QString &peer, const QString &plainText, const QJsonArray &recipients,
                         const QJsonArray &senders);
+    void sendSealed(const QString &peer, const QString &plainText, const crypto::EncryptedEnvelope &envelope);
+    void followSealing();
 
     ToolkitWords toolkitWords;
     net::ApiClient api;
@@ -237,6 +241,8 @@ private:
     bool serverIsShown = false; ///< whether the chat page shows a server instead of the conversation
     QLineEdit *msgInput = nullptr;
     QPushButton *sendButton = nullptr;
+    SlicedSealing sealing; ///< of the message that is being sent
+    HeldFocus lineFocus;   ///< of msgInput or sendButton, meanwhile
     QPushButton *emptyActionBtn = nullptr;
 
     QJsonArray servers;

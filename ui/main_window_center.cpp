@@ -175,6 +175,7 @@ void MainWindow::connectChat()
     scrollByKeys(msgInput, messageList);
     keepCompositionKeys(msgInput);
     connect(sendButton, &QPushButton::clicked, this, &MainWindow::onSendClicked);
+    connect(&sealing, &SlicedSealing::busyChanged, this, &MainWindow::followSealing);
     connect(emptyActionBtn, &QPushButton::clicked, sideSearch, qOverload<>(&QWidget::setFocus));
 }
 

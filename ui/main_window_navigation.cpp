@@ -52,6 +52,8 @@ void MainWindow::showChatHeader(const QString &title, const QString &subtitle, c
 
 void MainWindow::showConversation(const QString &peer)
 {
+    if (peer != currentPeer)
+        sealing.cancel();
     currentPeer = peer;
     showChatHeader(peer, u"🔒 "_s + text(u"End-to-end krypterad"_s, u"End-to-end encrypted"_s),
                    initials(peer));
@@ -72,6 +74,12 @@ void MainWindow::openConversation(const QString &peer)
         return;
     showConversation(trimmed);
     api.fetchHistory(currentPeer);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    sealing.cancel();
+    QMainWindow::closeEvent(event);
 }
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)

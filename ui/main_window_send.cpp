@@ -3,7 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "crypto/envelope.h"
 #include "ui/device_lists.h"
 #include "ui/message_box.h"
 #include "ui/message_line.h"
@@ -31,9 +30,18 @@ void MainWindow::onSendClicked()
 
 void MainWindow::updateMessageLine()
 {
-    const bool canWrite = !serverIsShown;
+    const bool canWrite = !serverIsShown && !sealing.isBusy();
     msgInput->setEnabled(canWrite);
     sendButton->setEnabled(canWrite);
+}
+
+void MainWindow::followSealing()
+{
+    if (sealing.isBusy())
+        lineFocus.take({msgInput, sendButton}, chatPage);
+    updateMessageLine();
+    if (!sealing.isBusy())
+        lineFocus.giveBack();
 }
 
 void MainWindow::onUserPublicKeysLoaded(const QString &username, const QJsonArray &keys,
@@ -60,7 +68,15 @@ void MainWindow::onUserPublicKeysFailed(const QString &, const QString &message)
 void MainWindow::encryptAndSend(const QString &peer, const QString &plainText, const QJsonArray &recipients,
                                 const QJsonArray &senders)
 {
-    const crypto::EncryptedEnvelope envelope = crypto::encryptMessageEnvelope(plainText, recipients, senders);
+    const auto done = [this, peer, plainText](const crypto::EncryptedEnvelope &envelope) {
+        sendSealed(peer, plainText, envelope);
+    };
+    sealing.begin(plainText, recipients, senders, done);
+}
+
+void MainWindow::sendSealed(const QString &peer, const QString &plainText,
+                            const crypto::EncryptedEnvelope &envelope)
+{
     if (!envelope.ok) {
         showWarning(this, text(u"Kryptering misslyckades: "_s, u"Encryption failed: "_s) + envelope.error);
         return;

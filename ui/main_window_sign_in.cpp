@@ -93,6 +93,7 @@ void MainWindow::onRegisterFailed(const QString &message)
 void MainWindow::logOut()
 {
     refreshTimer->stop();
+    sealing.cancel();
     readingMemory.forget();
     forgetHistory();
     myDevices.endSignIn();

@@ -1,6 +1,7 @@
 // What is left in the process's memory of content keys and private keys that are no longer in use: nothing.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "crypto/envelope_sealing.h"
 #include "crypto/key_pair.h"
 #include "crypto/key_store.h"
 #include "crypto/secret_bytes.h"
@@ -12,6 +13,7 @@
 #include <QTest>
 
 #include <cstring>
+#include <optional>
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;
@@ -75,6 +77,7 @@ private slots:
     void plantedSecretIsFound();
     void contentKeysStayWhileTheyAreRemembered();
     void contentKeyOfARefusedTextIsWiped();
+    void contentKeyOfAnUnfinishedMessageIsWiped();
     void refusedTextIsWiped();
     void whatOpensslFreesIsWiped();
     void whatOpensslCutsToNothingIsWiped();
@@ -130,6 +133,26 @@ void TestMemoryScan::contentKeyOfARefusedTextIsWiped()
         note(sought, message, privateKey);
     }
     QCOMPARE(sought.found(), 0);
+}
+
+// A message for many devices that was given up half-way, and one that was finished but not yet taken.
+void TestMemoryScan::contentKeyOfAnUnfinishedMessageIsWiped()
+{
+    const QByteArray privateKey = publishedPrivateKey();
+    const QJsonObject device{{u"deviceId"_s, own},
+                             {u"publicKeyBase64"_s, toBase64Text(publicKeyOf(privateKey))}};
+    for (const int steps : {1, 2}) {
+        SoughtSecrets sought;
+        std::optional<EnvelopeSealing> sealing(std::in_place, u"hi"_s, QJsonArray{device, device},
+                                               QJsonArray());
+        for (int i = 0; i < steps; ++i)
+            sealing->wrapNext();
+        const QJsonObject message{{u"recipientKeys"_s, sealing->takeEnvelope().recipientKeys}};
+        note(sought, message, privateKey);
+        QCOMPARE(present(sought), steps == 1 ? 1 : 0);
+        sealing.reset();
+        QCOMPARE(sought.found(), 0);
+    }
 }
 
 // What the key makes of the bytes before their tag is found wrong. The cipher turns a bit of the text for

@@ -26,6 +26,7 @@ tideloft_chat_test(tst_back_from_server)
 tideloft_chat_test(tst_send)
 tideloft_chat_test(tst_send_failures)
 tideloft_chat_test(tst_typing_ahead)
+tideloft_chat_test(tst_send_slices)
 tideloft_test(tst_list_refresh
     SOURCES tst_list_refresh.cpp tst_changing_chat.cpp tst_changing_chat.h tst_list_state.cpp tst_list_state.h
     LIBRARIES tideloft_chat_fixture LABELS gui)
