@@ -5,6 +5,7 @@
 
 #include "net/device_identity.h"
 #include "net/json_reply.h"
+#include "net/reply_limit.h"
 #include "net/reply_outcome.h"
 #include "net/service_endpoint.h"
 
@@ -81,6 +82,7 @@ void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSucc
         else
             onFailure(document.isObject() ? extractErrorMessage(document) : errorText, httpStatus);
     };
+    limitSize(*reply);
     // This object as the context: when it is gone, so are its continuations.
     connect(reply, &QNetworkReply::finished, this, handle);
     // Connected second, and so called second: a continuation still finds its reply.

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
+#include "net/reply_limit.h"
 #include "net/reply_outcome.h"
 #include "net/search_query.h"
 
@@ -73,6 +74,7 @@ void ApiClient::searchUsers(const QString &query)
 void ApiClient::updateProfile(const QString &, const QString &bio, const ProfileCallback &callback)
 {
     QNetworkReply *reply = post(u"/api/profile/update"_s, QJsonObject{{u"bio"_s, bio}});
+    limitSize(*reply);
     connect(reply, &QNetworkReply::finished, this, [reply, callback] {
         const auto [ok, message] = outcomeOf(*reply);
         reply->deleteLater();

@@ -4,6 +4,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
+#include "net/reply_limit.h"
 #include "net/reply_outcome.h"
 
 #include <QNetworkReply>
@@ -21,6 +22,7 @@ using GroupContinuation = std::function<void(const QJsonDocument &document)>;
 
 void handleGroupReply(ApiClient *client, QNetworkReply *reply, const GroupContinuation &onSuccess)
 {
+    limitSize(*reply);
     QObject::connect(reply, &QNetworkReply::finished, client, [client, reply, onSuccess] {
         reply->deleteLater();
         if (const auto [ok, errorText] = outcomeOf(*reply); !ok)

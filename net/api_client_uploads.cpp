@@ -5,6 +5,7 @@
 #include "net/api_client.h"
 
 #include "net/image_upload.h"
+#include "net/reply_limit.h"
 #include "net/reply_outcome.h"
 #include "net/service_endpoint.h"
 
@@ -27,6 +28,7 @@ QNetworkReply *postImage(QNetworkAccessManager &network, const QString &path,
     request.setPriority(QNetworkRequest::HighPriority); // before refreshes, as every request of the user's
     QNetworkReply *reply = network.post(request, body.get());
     body.release()->setParent(reply); // and with it the open file
+    limitSize(*reply);
     return reply;
 }
 

@@ -4,6 +4,7 @@
 #include "net/json_reply.h"
 
 #include "net/repeated_array.h"
+#include "net/reply_limit.h"
 
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -14,7 +15,7 @@ namespace tideloft::net
 
 JsonReply readJsonReply(QNetworkReply &reply, RepeatedArray *before)
 {
-    const QByteArray body = reply.readAll();
+    const QByteArray body = isTooLarge(reply) ? QByteArray() : reply.readAll();
     return {before ? before->read(body) : QJsonDocument::fromJson(body),
             reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt()};
 }

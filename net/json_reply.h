@@ -13,7 +13,7 @@ namespace tideloft::net
 class RepeatedArray;
 
 struct JsonReply {
-    QJsonDocument document; ///< empty when the body is empty or not JSON
+    QJsonDocument document; ///< empty when the body is empty, not JSON, or too large
     int httpStatus = 0;     ///< 0 when no service answered
 };
 

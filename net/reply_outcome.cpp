@@ -1,7 +1,10 @@
-// Success and failure of a reply. The toolkit alone decides, but for one thing that escapes it.
+// Success and failure of a reply. The toolkit alone decides, but for two things: a body that was cut off can
+// escape it, and it takes one of any size.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "net/reply_outcome.h"
+
+#include "net/reply_limit.h"
 
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -38,6 +41,8 @@ bool isCutOff(const QNetworkReply &reply)
 
 ReplyOutcome outcomeOf(const QNetworkReply &reply)
 {
+    if (isTooLarge(reply))
+        return {false, u"The reply is too large."_s};
     if (reply.error() != QNetworkReply::NoError)
         return {false, reply.errorString()};
     if (isCutOff(reply))

@@ -25,9 +25,9 @@ public:
         return false;
     }
     /// In finer steps than the macros', for there are thousands of rows. False also when there are more.
-    bool reach(int wanted)
+    bool reach(int wanted, int timeout = patience())
     {
-        return QTest::qWaitFor([this, wanted] { return count >= wanted; }, patience()) && count == wanted;
+        return QTest::qWaitFor([this, wanted] { return count >= wanted; }, timeout) && count == wanted;
     }
 
 private:

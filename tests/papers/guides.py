@@ -145,11 +145,11 @@ def check_english_messages(project):
 
 
 def check_network_messages(project):
-    """The toolkit that is installed has the words that the guide quotes of the network."""
+    """The toolkit that is installed, or the unit that adds to it, has the words that the guide quotes of the network."""
     libraries = list(Path("/").glob(TOOLKIT[1:]))
     if not libraries:
         return [f"there is no {TOOLKIT} to look into"]
-    words = libraries[0].read_bytes()
+    words = libraries[0].read_bytes() + project.read("net/reply_outcome.cpp").encode()
     return [f"the network does not say {text!r}" for row in message_tables(project.paper(ENGLISH))[NETWORK]
             for text in row if not all(part.strip().encode() in words for part in text.split("…"))]
 
