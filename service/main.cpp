@@ -1,8 +1,8 @@
 // Entry point of the companion service: opens the database and the port, and serves until it is told to stop.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/api.h"
-#include "service/http_server.h"
+#include "service/api/api.h"
+#include "service/http/server.h"
 #include "service/options.h"
 
 #include <QCoreApplication>

@@ -41,7 +41,7 @@ NOT_SHOWN = {
     "IV must be 12 bytes for this client.", "Ciphertext is too short.", "AES-GCM decrypt update failed: …",
     "AES-GCM set tag failed: …", "AES-GCM authentication failed."}
 # What the service says to the person who runs it.
-TO_OPERATORS = ("service/options.cpp", "service/main.cpp", "service/database.cpp")
+TO_OPERATORS = ("service/options.cpp", "service/main.cpp", "service/store/database.cpp")
 TOOLKIT = "/usr/lib/*/libQt6Network.so.6"
 PADLOCK = "\N{LOCK} "
 
@@ -57,7 +57,7 @@ class Texts:
         self.warnings |= {pair for pair in self.pairs if re.match(PADLOCK + r"\S", pair[0])}
         in_pairs = {text for pair in self.pairs for text in pair}
         self.neutral = {text for source in sources for text in re.findall(LITERAL, source)} - in_pairs
-        self.service = {text for path in project.files("service/*.cpp") if path not in TO_OPERATORS
+        self.service = {text for path in project.files("service/**/*.cpp") if path not in TO_OPERATORS
                         for text in sentences(project, path)}
         self.service |= set(re.findall(r'return u"([A-Z][^"]+)"_s', project.read("net/api_client.cpp")))
         self.encryption = {text for path in ("crypto/envelope.cpp", "crypto/aes_gcm.cpp")

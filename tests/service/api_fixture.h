@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/api.h"
+#include "service/api/api.h"
 
 #include <QJsonDocument>
 #include <QTemporaryDir>

@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/api.h"
-#include "service/http_server.h"
+#include "service/api/api.h"
+#include "service/http/server.h"
 #include "tests/service/http_client.h"
 #include "tests/service/http_reply.h"
 

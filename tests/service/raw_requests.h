@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/http_message.h"
+#include "service/http/exchange.h"
 
 namespace tideloft::tests
 {

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/http_server.h"
+#include "service/http/server.h"
 
 #include <QMutex>
 

@@ -1,0 +1,58 @@
+// Endpoints of messages. The sender is always the user of the session, whatever the request says.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/chat_handlers.h"
+
+#include "service/api/json_body.h"
+#include "service/store/messages.h"
+#include "service/api/sign_in_sessions.h"
+#include "service/store/users.h"
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qsizetype longestTypedName = 256; // before trimming
+
+Response send(ApiContext &context, const Request &request, const User &sender)
+{
+    const JsonBody body(request);
+    const QString to = body.text(u"to"_s, longestTypedName);
+    const Message message = messageFrom(body);
+    const std::optional<User> recipient = findUser(context.database, to);
+    if (!recipient)
+        throw Refusal(404, u"There is no user with this name."_s);
+    storeMessage(context, sender, *recipient, message);
+    return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
+}
+
+// A conversation that nobody has begun is empty, also when there is nobody to begin it with.
+Response historyWith(ApiContext &context, const QString &name, const User &user)
+{
+    const std::optional<User> peer = findUser(context.database, name);
+    return jsonResponse(peer ? history(context.database, user, *peer) : QJsonArray());
+}
+
+} // namespace
+
+void addChatRoutes(Router &router, ApiContext &context)
+{
+    router.add("GET", "/api/chat/conversations",
+               forSignedIn(context, [&context](const Request &, const User &user) {
+                   return jsonResponse(conversations(context.database, user));
+               }));
+    router.add("GET", "/api/chat/history/{peer}",
+               forSignedIn(context, [&context](const Request &request, const User &user) {
+                   return historyWith(context, request.parameters.value(0), user);
+               }));
+    router.add("POST", "/api/chat/send",
+               forSignedIn(context, [&context](const Request &request, const User &user) {
+                   return send(context, request, user);
+               }));
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,123 @@
+// Endpoints of groups. A group that one is no member of is answered like one that does not exist.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/group_handlers.h"
+
+#include "service/store/groups.h"
+#include "service/api/json_body.h"
+#include "service/api/picture_handlers.h"
+#include "service/api/sign_in_sessions.h"
+
+#include <algorithm>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qsizetype longestName = 32;
+constexpr qsizetype longestDescription = 200;
+constexpr qsizetype anyLength = qsizetype{1024} * 1024; // a body is no longer
+
+[[noreturn]] void refuseUnknown()
+{
+    throw Refusal(404, u"There is no such group."_s);
+}
+
+bool isLayout(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == u'\t';
+}
+
+// Characters are code points: an emoji is one.
+void checkCharacters(const QString &text, const QString &field, qsizetype longest)
+{
+    if (std::any_of(text.begin(), text.end(),
+                    [](QChar c) { return c.category() == QChar::Other_Control && !isLayout(c); }))
+        throw Refusal(400, u"The field \"%1\" must not hold control characters."_s.arg(field));
+    if (text.toUcs4().size() > longest)
+        throw Refusal(400, u"The field \"%1\" must have at most %2 characters."_s.arg(field).arg(longest));
+}
+
+// A name of characters that nobody sees looks like none.
+bool isVisible(const QString &text)
+{
+    const QList<uint> characters = text.toUcs4();
+    return std::any_of(characters.begin(), characters.end(), [](uint c) {
+        return !QChar::isSpace(c) && QChar::category(c) != QChar::Other_Format;
+    });
+}
+
+// What is pasted into a line keeps its line breaks and tabs, and nobody sees them there: all white space is
+// a blank.
+QString groupName(const JsonBody &body)
+{
+    const QString field = u"name"_s;
+    const QString name = body.text(field, anyLength).simplified();
+    checkCharacters(name, field, longestName);
+    if (!isVisible(name))
+        throw Refusal(400, u"The field \"name\" must not be empty."_s);
+    return name;
+}
+
+QString groupDescription(const JsonBody &body)
+{
+    const QString field = u"description"_s;
+    const QString description = body.text(field, anyLength).trimmed();
+    checkCharacters(description, field, longestDescription);
+    return description;
+}
+
+Response createGroup(ApiContext &context, const Request &request, const User &user)
+{
+    const JsonBody body(request);
+    const QString name = groupName(body);
+    const std::optional<QJsonObject> group = makeGroup(context, user, name, groupDescription(body));
+    if (!group)
+        throw Refusal(409, u"You have too many groups already (%1)."_s.arg(maximumGroups));
+    return jsonResponse(*group, 201);
+}
+
+Response giveGroup(ApiContext &context, const QString &groupId, const User &user)
+{
+    const std::optional<QJsonObject> group = findGroup(context.database, user, groupId);
+    if (!group)
+        refuseUnknown();
+    return jsonResponse(*group);
+}
+
+Response uploadIcon(ApiContext &context, const Request &request, const User &user)
+{
+    const std::optional<qint64> row = findGroupRow(context.database, user, request.parameters.value(0));
+    if (!row)
+        refuseUnknown();
+    const Picture picture = uploadedPicture(request, "icon");
+    return jsonResponse(QJsonObject{{u"iconUrl"_s, replaceIcon(context.database, *row, picture)}});
+}
+
+} // namespace
+
+void addGroupRoutes(Router &router, ApiContext &context)
+{
+    router.add("GET", "/api/groups", forSignedIn(context, [&context](const Request &, const User &user) {
+                   return jsonResponse(groupsOf(context.database, user));
+               }));
+    router.add("POST", "/api/groups",
+               forSignedIn(context, [&context](const Request &request, const User &user) {
+                   return createGroup(context, request, user);
+               }));
+    router.add("GET", "/api/groups/{id}",
+               forSignedIn(context, [&context](const Request &request, const User &user) {
+                   return giveGroup(context, request.parameters.value(0), user);
+               }));
+    router.add(
+        "POST", "/api/groups/{id}/icon",
+        forSignedIn(context, [&context](const Request &request,
+                                        const User &user) { return uploadIcon(context, request, user); }),
+        BodySize::Upload);
+}
+
+} // namespace tideloft::service

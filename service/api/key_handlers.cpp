@@ -1,0 +1,75 @@
+// Endpoints of device keys.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/key_handlers.h"
+
+#include "service/store/device_keys.h"
+#include "service/api/json_body.h"
+#include "service/api/sign_in_sessions.h"
+#include "service/store/users.h"
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qsizetype longestDeviceName = 100;
+constexpr qsizetype longestPublicKey = 8192;
+
+QJsonObject keyList(Database &database, const User &user)
+{
+    QJsonArray keys;
+    for (const DeviceKey &key : deviceKeys(database, user))
+        keys.append(QJsonObject{{u"deviceId"_s, key.deviceId},
+                                {u"deviceName"_s, key.deviceName},
+                                {u"publicKeyBase64"_s, key.publicKey}});
+    return {{u"username"_s, user.name}, {u"keys"_s, keys}};
+}
+
+Response registerKey(ApiContext &context, const Request &request, const User &user)
+{
+    const JsonBody body(request);
+    const DeviceKey key{body.text(u"deviceId"_s, longestDeviceId),
+                        body.text(u"deviceName"_s, longestDeviceName),
+                        body.text(u"publicKey"_s, longestPublicKey)};
+    if (!isDeviceId(key.deviceId))
+        throw Refusal(400, u"A device identifier has 1 to 128 characters on one line."_s);
+    if (!isSingleLine(key.deviceName))
+        throw Refusal(400, u"A device name must not have control characters."_s);
+    if (!isAcceptablePublicKey(key.publicKey))
+        throw Refusal(400, u"The public key must be an RSA key of 2048 to 4096 bits in Base64."_s);
+    if (!storeDeviceKey(context, user, key))
+        throw Refusal(409, u"You have too many devices already (%1)."_s.arg(maximumDevices));
+    return jsonResponse(QJsonObject{{u"deviceId"_s, key.deviceId}});
+}
+
+Response keysOf(ApiContext &context, const QString &name)
+{
+    const std::optional<User> user = findUser(context.database, name);
+    if (!user)
+        throw Refusal(404, u"There is no user with this name."_s);
+    return jsonResponse(keyList(context.database, *user));
+}
+
+} // namespace
+
+void addKeyRoutes(Router &router, ApiContext &context)
+{
+    router.add("POST", "/api/chat/device-key",
+               forSignedIn(context, [&context](const Request &request, const User &user) {
+                   return registerKey(context, request, user);
+               }));
+    router.add("GET", "/api/chat/device-keys/me",
+               forSignedIn(context, [&context](const Request &, const User &user) {
+                   return jsonResponse(keyList(context.database, user));
+               }));
+    router.add("GET", "/api/chat/public-key/{username}",
+               forSignedIn(context, [&context](const Request &request, const User &) {
+                   return keysOf(context, request.parameters.value(0));
+               }));
+}
+
+} // namespace tideloft::service

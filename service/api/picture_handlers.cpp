@@ -1,0 +1,70 @@
+// Endpoints of pictures. What comes in is only looked at, never decoded; what goes out may do nothing.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/picture_handlers.h"
+
+#include "service/http/multipart.h"
+#include "service/api/picture_type.h"
+#include "service/api/sign_in_sessions.h"
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+Response uploadAvatar(ApiContext &context, const Request &request, const User &user)
+{
+    const Picture picture = uploadedPicture(request, "avatar");
+    return jsonResponse(QJsonObject{{u"avatarUrl"_s, replaceAvatar(context.database, user, picture)}});
+}
+
+// Under one name there is only ever one picture, so whoever has it need not ask again; but a store that
+// others share must not hand it on to somebody who is not signed in.
+Response givePicture(ApiContext &context, const QString &name)
+{
+    std::optional<Picture> picture = findPicture(context.database, name);
+    if (!picture)
+        throw Refusal(404, u"There is no such picture."_s);
+    Response response;
+    response.contentType = picture->contentType;
+    response.body = std::move(picture->content);
+    response.headers = {{"Cache-Control", "private, max-age=31536000, immutable"},
+                        {"Content-Security-Policy", "default-src 'none'; sandbox"}};
+    return response;
+}
+
+} // namespace
+
+Picture uploadedPicture(const Request &request, QByteArrayView name)
+{
+    // A page may send forms to any address without asking there, unlike JSON.
+    if (request.fromForeignPage)
+        throw Refusal(403, u"Pages of other services must not send pictures here."_s);
+    const QByteArray content = formField(request, name);
+    if (content.isEmpty())
+        throw Refusal(400, u"The picture is empty."_s);
+    if (content.size() > maximumPictureBytes)
+        throw Refusal(413, u"A picture may have at most 5 MB."_s);
+    const QByteArray type = pictureType(content);
+    if (type.isEmpty())
+        throw Refusal(415, u"A picture must be a PNG, JPEG, GIF or WebP file."_s);
+    return {type, content};
+}
+
+void addPictureRoutes(Router &router, ApiContext &context)
+{
+    router.add(
+        "POST", "/api/profile/avatar/upload",
+        forSignedIn(context, [&context](const Request &request,
+                                        const User &user) { return uploadAvatar(context, request, user); }),
+        BodySize::Upload);
+    router.add("GET", "/pictures/{name}",
+               forSignedIn(context, [&context](const Request &request, const User &) {
+                   return givePicture(context, request.parameters.value(0));
+               }));
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,24 @@
+// Taking pictures in, and giving them out.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/api/api_context.h"
+#include "service/store/pictures.h"
+#include "service/api/router.h"
+
+namespace tideloft::service
+{
+
+/// Largest picture, in bytes.
+constexpr qsizetype maximumPictureBytes = qsizetype{5} * 1024 * 1024;
+
+/// The picture that the form of the request carries in the field `name`. Throws a Refusal: 400 when the form
+/// is broken, the field is missing or empty, 403 when a page of another origin sent it, 413 when the picture
+/// is too large, 415 when it is none.
+Picture uploadedPicture(const Request &request, QByteArrayView name);
+
+/// POST /api/profile/avatar/upload and GET /pictures/{name}. `context` must outlive the router.
+void addPictureRoutes(Router &router, ApiContext &context);
+
+} // namespace tideloft::service

@@ -1,0 +1,87 @@
+// Sessions: a stolen copy of the database lets nobody in, because a hash is no cookie.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/sign_in_sessions.h"
+
+#include "service/api/random.h"
+
+#include <QCryptographicHash>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qint64 dayInSeconds = qint64{24} * 60 * 60;
+constexpr int tokenSize = 32;
+constexpr const char *cookieName = "tideloft_session";
+
+QByteArray tokenHash(const QByteArray &token)
+{
+    // A plain hash is enough: 32 random bytes cannot be guessed, unlike a password.
+    return QCryptographicHash::hash(token, QCryptographicHash::Sha256);
+}
+
+QByteArray requestToken(const Request &request)
+{
+    return cookieValue(request, cookieName);
+}
+
+QByteArray cookie(const ApiContext &context, const QByteArray &value)
+{
+    const QByteArray secure = context.settings.secureCookies ? "; Secure" : "";
+    return cookieName + QByteArray("=") + value + "; Path=/; HttpOnly; SameSite=Strict" + secure;
+}
+
+QByteArray maximumAge(qint64 seconds)
+{
+    return "; Max-Age=" + QByteArray::number(seconds);
+}
+
+} // namespace
+
+QByteArray beginSession(ApiContext &context, const User &user, bool remember)
+{
+    const QByteArray token =
+        randomBytes(tokenSize).toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
+    const qint64 seconds = remember ? 30 * dayInSeconds : dayInSeconds;
+    const qint64 now = context.nowInMilliseconds();
+    context.database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now});
+    context.database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"_s,
+                         {tokenHash(token), user.id, now + seconds * 1000});
+    return cookie(context, token) + (remember ? maximumAge(seconds) : QByteArray());
+}
+
+std::optional<User> sessionUser(ApiContext &context, const Request &request)
+{
+    const QByteArray token = requestToken(request);
+    if (token.isEmpty())
+        return std::nullopt;
+    QSqlQuery query = context.database.run(u"SELECT users.id, users.name FROM sessions JOIN users"
+                                           " ON users.id = user_id WHERE token_hash = ? AND expires_at > ?"_s,
+                                           {tokenHash(token), context.nowInMilliseconds()});
+    if (!query.next())
+        return std::nullopt;
+    return User{query.value(0).toLongLong(), query.value(1).toString()};
+}
+
+QByteArray endSession(ApiContext &context, const Request &request)
+{
+    context.database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash(requestToken(request))});
+    return cookie(context, {}) + maximumAge(0);
+}
+
+Handler forSignedIn(ApiContext &context, UserHandler handler)
+{
+    return [&context, handler = std::move(handler)](const Request &request) {
+        const std::optional<User> user = sessionUser(context, request);
+        if (!user)
+            throw Refusal(401, u"Please sign in first."_s);
+        return handler(request, *user);
+    };
+}
+
+} // namespace tideloft::service

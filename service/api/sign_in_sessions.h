@@ -1,0 +1,27 @@
+// Who is signed in: a random value in a cookie, of which only the hash is stored.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/api/api_context.h"
+
+#include <optional>
+
+namespace tideloft::service
+{
+
+/// Begins a session and returns the Set-Cookie value that carries it. A remembered session lasts 30 days; any
+/// other lasts 24 hours and its cookie ends with the client. Sessions that have run out are deleted on the
+/// way.
+QByteArray beginSession(ApiContext &context, const User &user, bool remember);
+
+/// The user whose session the request carries; nobody when it carries none or an old one.
+std::optional<User> sessionUser(ApiContext &context, const Request &request);
+
+/// Ends the session of the request and returns the Set-Cookie value that removes its cookie.
+QByteArray endSession(ApiContext &context, const Request &request);
+
+/// Lets signed-in users through and answers everybody else with 401.
+Handler forSignedIn(ApiContext &context, UserHandler handler);
+
+} // namespace tideloft::service

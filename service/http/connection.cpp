@@ -1,0 +1,240 @@
+// HTTP/1.1 on one connection.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/http/connection.h"
+
+#include "service/http/translation.h"
+#include "service/http/access_log.h"
+
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/use_awaitable.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace tideloft::service
+{
+
+namespace asio = boost::asio;
+namespace http = boost::beast::http;
+using namespace Qt::StringLiterals;
+using asio::ip::tcp;
+using boost::system::error_code;
+
+namespace
+{
+
+auto into(error_code &error)
+{
+    return asio::redirect_error(asio::use_awaitable, error);
+}
+
+} // namespace
+
+Connection::Connection(tcp::socket socket, ConnectionContext &server, asio::ssl::context *tls)
+    : context(server),
+      transport(std::move(socket))
+{
+    if (tls) {
+        tcp::socket plain = std::move(std::get<PlainStream>(transport));
+        transport.emplace<TlsStream>(std::move(plain), *tls);
+    }
+    watchdog = std::make_shared<Watchdog>(this->socket());
+}
+
+Connection::~Connection()
+{
+    watchdog->release();
+}
+
+tcp::socket &Connection::socket()
+{
+    auto *secure = std::get_if<TlsStream>(&transport);
+    return secure ? secure->next_layer() : std::get<PlainStream>(transport);
+}
+
+void Connection::finish()
+{
+    if (!answering)
+        watchdog->interrupt();
+}
+
+asio::awaitable<void> Connection::serve()
+{
+    error_code error;
+    socket().set_option(tcp::no_delay(true), error);
+    watchdog->allow(context.limits.headerTime); // for the handshake and the first header together
+    if (auto *secure = std::get_if<TlsStream>(&transport)) {
+        co_await secure->async_handshake(TlsStream::server, into(error));
+        if (!error)
+            co_await serveOn(*secure);
+    } else {
+        co_await serveOn(std::get<PlainStream>(transport));
+    }
+    socket().close(error);
+}
+
+template <typename Stream> asio::awaitable<void> Connection::serveOn(Stream &stream)
+{
+    boost::beast::flat_buffer buffer;
+    bool goesOn = !context.stopping;
+    while (goesOn) {
+        goesOn = co_await exchange(stream, buffer);
+        answering = false;
+        if (goesOn && !context.stopping)
+            goesOn = co_await waitForRequest(stream, buffer);
+        goesOn = goesOn && !context.stopping;
+    }
+    if (!lost)
+        co_await close(stream);
+}
+
+// Idle time counts until the first byte; from then on the header has the time of a header.
+template <typename Stream, typename Buffer>
+asio::awaitable<bool> Connection::waitForRequest(Stream &stream, Buffer &buffer)
+{
+    error_code error;
+    if (buffer.size() == 0) {
+        watchdog->allow(context.limits.idleTime);
+        const std::size_t size = co_await stream.async_read_some(buffer.prepare(4096), into(error));
+        buffer.commit(size);
+    }
+    watchdog->allow(context.limits.headerTime);
+    co_return !error;
+}
+
+template <typename Stream, typename Buffer>
+asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
+{
+    RequestParser parser;
+    parser.header_limit(context.limits.headerBytes);
+    parser.body_limit(largestBody(context.limits)); // until it is known who sends it
+    admission.reset();
+    // g++ 12 frees temporaries twice when co_await stands inside a larger expression, so each stands alone.
+    std::optional<Response> response = co_await readRequest(stream, buffer, parser);
+    if (lost)
+        co_return false;
+    const bool refused = response.has_value();
+    answering = true;
+    QByteArray body = takeBody(parser);
+    if (!refused) {
+        Request request = headOf(parser, isSecure());
+        request.body = std::move(body);
+        response = co_await context.answer(std::move(request));
+    }
+    body = {};
+    transfer = {}; // nothing of the request is left
+    if (!setAside(parser, static_cast<std::uint64_t>(response->body.size()))) {
+        const QByteArray route = std::move(response->route);
+        response = busyResponse();
+        response->route = route;
+    }
+    context.log(logLine(toBytes(parser.get().method_string()), *response));
+    const bool keepAlive = !refused && parser.keep_alive() && !context.stopping;
+    const bool written = co_await write(stream, parser, *response, keepAlive);
+    transfer = {};
+    co_return written &&keepAlive;
+}
+
+// Finding the account takes a look into the database, so it is asked for only where it matters.
+template <typename Parser> const Admission &Connection::admissionOf(const Parser &parser)
+{
+    if (!admission)
+        admission = context.admit(headOf(parser, isSecure()));
+    return *admission;
+}
+
+// False when there is no memory left for this much.
+template <typename Parser> bool Connection::setAside(const Parser &parser, std::uint64_t size)
+{
+    if (size <= context.limits.untrackedBytes)
+        return true;
+    transfer = context.transfers.take(admissionOf(parser).account, size);
+    return bool(transfer);
+}
+
+// The library compares a declared length with the limit that holds while the header is read, and never again.
+template <typename Parser> std::optional<Response> Connection::admitBody(Parser &parser)
+{
+    const auto &limits = context.limits;
+    const std::uint64_t size = expectedSize(parser, largestBody(limits));
+    if (size <= std::min(smallestLimit(limits), limits.untrackedBytes))
+        return std::nullopt;
+    const Admission &admitted = admissionOf(parser);
+    const std::uint64_t limit = bodyLimit(admitted.bodySize, limits);
+    parser.body_limit(limit);
+    if (!parser.chunked() && size > limit)
+        return admitted.signInAllowsMore ? errorResponse(401, u"Please sign in first."_s) : tooLarge();
+    if (!setAside(parser, std::min(size, limit)))
+        return busyResponse();
+    return std::nullopt;
+}
+
+template <typename Stream, typename Buffer, typename Parser>
+asio::awaitable<std::optional<Response>> Connection::readRequest(Stream &stream, Buffer &buffer,
+                                                                 Parser &parser)
+{
+    error_code error;
+    const std::size_t size = co_await http::async_read_header(stream, buffer, parser, into(error));
+    if (!error && size > context.limits.headerBytes) // the library does not count the first line
+        error = http::error::header_limit;
+    if (!error) {
+        if (std::optional<Response> failure = headerFailure(parser))
+            co_return failure;
+        if (std::optional<Response> failure = admitBody(parser))
+            co_return failure;
+    }
+    if (!error) {
+        watchdog->allow(context.limits.bodyTime);
+        co_await invite(stream, parser);
+        co_await http::async_read(stream, buffer, parser, into(error));
+    }
+    if (!error)
+        co_return std::nullopt;
+    const bool tookTooLong = watchdog->hasExpired();
+    lost = context.stopping || (isLost(error) && !tookTooLong);
+    co_return parseFailure(error, tookTooLong);
+}
+
+// A client that asks first whether its body is welcome is told so; without that it would wait.
+template <typename Stream, typename Parser>
+asio::awaitable<void> Connection::invite(Stream &stream, const Parser &parser)
+{
+    constexpr boost::beast::string_view welcome = "HTTP/1.1 100 Continue\r\n\r\n";
+    error_code ignored; // shows again when the body is read
+    if (parser.get().count(http::field::expect) > 0 && parser.get().version() == 11 && !parser.is_done())
+        co_await asio::async_write(stream, asio::buffer(welcome.data(), welcome.size()), into(ignored));
+}
+
+template <typename Stream, typename Parser>
+asio::awaitable<bool> Connection::write(Stream &stream, const Parser &parser, const Response &response,
+                                        bool keepAlive)
+{
+    auto message = toMessage(response, parser.get().version() == 10 ? 10 : 11, keepAlive);
+    if (parser.get().method() == http::verb::head)
+        message.body() = {}; // the length stays, the body must not follow
+    error_code error;
+    watchdog->allow(context.limits.bodyTime);
+    co_await http::async_write(stream, message, into(error));
+    lost = lost || bool(error);
+    co_return !error;
+}
+
+// Closing with unread bytes would reset the connection and take the reply from the client, so what still
+// comes is read for a moment and thrown away.
+template <typename Stream> asio::awaitable<void> Connection::close(Stream &stream)
+{
+    error_code error;
+    watchdog->allow(context.limits.stopTime);
+    if constexpr (std::is_same_v<Stream, TlsStream>)
+        co_await stream.async_shutdown(into(error));
+    socket().shutdown(tcp::socket::shutdown_send, error);
+    std::array<char, 4096> rest{};
+    while (!error && !watchdog->hasExpired())
+        co_await socket().async_read_some(asio::buffer(rest), into(error));
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,86 @@
+// One connection of a client: its requests, one after the other.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/http/byte_budget.h"
+#include "service/http/server.h"
+#include "service/http/watchdog.h"
+
+#include <boost/asio/awaitable.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/stream.hpp>
+
+#include <functional>
+#include <memory>
+#include <variant>
+
+namespace tideloft::service
+{
+
+/// What a connection needs of the server; outlives every connection.
+struct ConnectionContext {
+    explicit ConnectionContext(const ServerLimits &wanted)
+        : limits(wanted),
+          transfers(wanted.transferBytes, wanted.accountTransferBytes)
+    {
+    }
+
+    const ServerLimits limits;
+    ByteBudget transfers;
+    std::function<void(const QByteArray &line)> log;
+    std::function<Admission(const Request &head)> admit;
+    std::function<boost::asio::awaitable<Response>(Request)> answer;
+    bool stopping = false;
+};
+
+class Connection
+{
+public:
+    /// With `tls` the client has to speak TLS, without it plain HTTP.
+    Connection(boost::asio::ip::tcp::socket socket, ConnectionContext &server,
+               boost::asio::ssl::context *tls);
+    Q_DISABLE_COPY_MOVE(Connection)
+    ~Connection();
+
+    /// Ends when the connection does. The connection must live as long.
+    boost::asio::awaitable<void> serve();
+
+    /// Ends the connection now if it only waits, otherwise after the reply that is under way.
+    void finish();
+
+private:
+    using PlainStream = boost::asio::ip::tcp::socket;
+    using TlsStream = boost::asio::ssl::stream<boost::asio::ip::tcp::socket>;
+
+    template <typename Stream> boost::asio::awaitable<void> serveOn(Stream &stream);
+    template <typename Stream, typename Buffer>
+    boost::asio::awaitable<bool> exchange(Stream &stream, Buffer &buffer);
+    template <typename Stream, typename Buffer>
+    boost::asio::awaitable<bool> waitForRequest(Stream &stream, Buffer &buffer);
+    template <typename Stream, typename Buffer, typename Parser>
+    boost::asio::awaitable<std::optional<Response>> readRequest(Stream &stream, Buffer &buffer,
+                                                                Parser &parser);
+    template <typename Parser> std::optional<Response> admitBody(Parser &parser);
+    template <typename Parser> const Admission &admissionOf(const Parser &parser);
+    template <typename Parser> bool setAside(const Parser &parser, std::uint64_t size);
+    template <typename Stream, typename Parser>
+    boost::asio::awaitable<void> invite(Stream &stream, const Parser &parser);
+    template <typename Stream, typename Parser>
+    boost::asio::awaitable<bool> write(Stream &stream, const Parser &parser, const Response &response,
+                                       bool keepAlive);
+    template <typename Stream> boost::asio::awaitable<void> close(Stream &stream);
+    boost::asio::ip::tcp::socket &socket();
+    bool isSecure() const { return std::holds_alternative<TlsStream>(transport); }
+
+    ConnectionContext &context;
+    std::variant<PlainStream, TlsStream> transport;
+    std::shared_ptr<Watchdog> watchdog;
+    std::optional<Admission> admission; ///< of the current request, once it was needed
+    ByteBudget::Share transfer;         ///< what its body, and then its reply, has of the memory
+    bool answering = false;
+    bool lost = false; ///< nobody is there any more to be told anything
+};
+
+} // namespace tideloft::service

@@ -1,0 +1,224 @@
+// Accepts connections, hands slow work to threads, and stops in order.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/http/server.h"
+
+#include "service/http/connection.h"
+#include "service/http/worker_pool.h"
+
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/asio/use_awaitable.hpp>
+
+#include <optional>
+#include <set>
+
+namespace tideloft::service
+{
+
+namespace asio = boost::asio;
+using namespace Qt::StringLiterals;
+using asio::ip::tcp;
+using boost::system::error_code;
+
+namespace
+{
+
+constexpr std::size_t workerThreads = 2;
+
+asio::ssl::context tlsContext(const ServerSettings &settings)
+{
+    asio::ssl::context context(asio::ssl::context::tls_server);
+    SSL_CTX_set_min_proto_version(context.native_handle(), TLS1_3_VERSION); // RFC 8446
+    context.use_certificate_chain_file(settings.certificateFile.toStdString());
+    context.use_private_key_file(settings.keyFile.toStdString(), asio::ssl::context::pem);
+    return context;
+}
+
+// The result of a job, and a timer that stands for it: it keeps the loop running and wakes who waits.
+struct Waiting {
+    explicit Waiting(asio::io_context &io) : timer(io, asio::steady_timer::time_point::max()) {}
+
+    asio::steady_timer timer;
+    Continuation continuation;
+};
+
+} // namespace
+
+class HttpServer::Implementation
+{
+public:
+    Implementation(const ServerSettings &settings, Handler answering);
+
+    std::uint16_t port() const { return acceptor.local_endpoint().port(); }
+    void run() { io.run(); }
+    void stop()
+    {
+        asio::post(io, [this] { stopNow(); });
+    }
+    void stopOnSignals();
+
+private:
+    asio::awaitable<void> acceptAll();
+    asio::awaitable<void> serve(std::shared_ptr<Connection> connection);
+    asio::awaitable<Response> answer(Request request);
+    asio::awaitable<Response> workOff(Deferred deferred);
+    void stopNow();
+
+    const Handler handler;
+    ConnectionContext context; // before io: the connections that end with io give their bytes back to it
+    asio::io_context io{1};
+    std::optional<asio::ssl::context> tls;
+    tcp::acceptor acceptor;
+    asio::signal_set stopSignals;
+    asio::steady_timer pause;
+    std::set<std::shared_ptr<Connection>> connections;
+    WorkerPool workers; // last: its threads may still hand results to what stands above
+};
+
+HttpServer::Implementation::Implementation(const ServerSettings &settings, Handler answering)
+    : handler(std::move(answering)),
+      context(settings.limits),
+      acceptor(io),
+      stopSignals(io),
+      pause(io),
+      workers(workerThreads, settings.limits.waitingJobs)
+{
+    context.log = settings.log;
+    context.admit = settings.admit;
+    context.answer = [this](Request request) { return answer(std::move(request)); };
+    if (!settings.certificateFile.isEmpty())
+        tls.emplace(tlsContext(settings));
+    const tcp::endpoint endpoint(asio::ip::make_address(settings.address.toStdString()), settings.port);
+    acceptor.open(endpoint.protocol());
+    acceptor.set_option(tcp::acceptor::reuse_address(true));
+    acceptor.bind(endpoint);
+    acceptor.listen();
+    co_spawn(io, acceptAll(), asio::detached);
+}
+
+asio::awaitable<void> HttpServer::Implementation::acceptAll()
+{
+    while (!context.stopping) {
+        error_code error;
+        tcp::socket socket(io);
+        co_await acceptor.async_accept(socket, asio::redirect_error(asio::use_awaitable, error));
+        if (error && !context.stopping) { // no file descriptors left: some will come back
+            pause.expires_after(std::chrono::milliseconds(100));
+            co_await pause.async_wait(asio::redirect_error(asio::use_awaitable, error));
+            continue;
+        }
+        if (error || connections.size() >= context.limits.connections)
+            continue;
+        auto connection = std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr);
+        connections.insert(connection);
+        co_spawn(io, serve(std::move(connection)), asio::detached);
+    }
+}
+
+asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connection> connection)
+{
+    try {
+        co_await connection->serve();
+    } catch (const std::exception &error) {
+        context.log(QByteArray("connection lost: ") + error.what());
+    }
+    connections.erase(connection);
+    if (context.stopping && connections.empty())
+        pause.cancel();
+}
+
+asio::awaitable<Response> HttpServer::Implementation::answer(Request request)
+{
+    Reply reply = handler(request);
+    if (auto *response = std::get_if<Response>(&reply))
+        co_return std::move(*response);
+    Deferred deferred = std::get<Deferred>(std::move(reply));
+    Response response = co_await workOff(std::move(deferred));
+    co_return response;
+}
+
+asio::awaitable<Response> HttpServer::Implementation::workOff(Deferred deferred)
+{
+    const auto waiting = std::make_shared<Waiting>(io);
+    const bool accepted = workers.submit([this, waiting, work = std::move(deferred.work)] {
+        Continuation continuation = work();
+        asio::post(io, [waiting, continuation = std::move(continuation)] {
+            waiting->continuation = continuation;
+            waiting->timer.cancel();
+        });
+    });
+    if (!accepted) {
+        Response busy = busyResponse();
+        busy.route = deferred.route;
+        co_return busy;
+    }
+    error_code cancelled;
+    co_await waiting->timer.async_wait(asio::redirect_error(asio::use_awaitable, cancelled));
+    co_return waiting->continuation();
+}
+
+void HttpServer::Implementation::stopOnSignals()
+{
+    stopSignals.add(SIGTERM);
+    stopSignals.add(SIGINT);
+    stopSignals.async_wait([this](const error_code &error, int) {
+        if (!error)
+            stopNow();
+    });
+}
+
+// The loop ends by itself when the last connection has; those that take too long are cut off.
+void HttpServer::Implementation::stopNow()
+{
+    if (context.stopping)
+        return;
+    context.stopping = true;
+    error_code ignored;
+    acceptor.close(ignored);
+    stopSignals.cancel(ignored);
+    for (const std::shared_ptr<Connection> &connection : connections)
+        connection->finish();
+    if (connections.empty())
+        return;
+    pause.expires_after(context.limits.stopTime);
+    pause.async_wait([this](const error_code &error) {
+        if (error)
+            return;
+        workers.stop();
+        io.stop();
+    });
+}
+
+HttpServer::HttpServer(const ServerSettings &settings, Handler handler)
+    : implementation(std::make_unique<Implementation>(settings, std::move(handler)))
+{
+}
+
+HttpServer::~HttpServer() = default;
+
+std::uint16_t HttpServer::port() const
+{
+    return implementation->port();
+}
+
+void HttpServer::run()
+{
+    implementation->run();
+}
+
+void HttpServer::stop()
+{
+    implementation->stop();
+}
+
+void HttpServer::stopOnSignals()
+{
+    implementation->stopOnSignals();
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,48 @@
+// Between the messages of the HTTP library and those of the service. With http_connection.cpp, all that knows
+// the library.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/http/server.h"
+
+#include <boost/beast/http.hpp>
+#include <boost/beast/http/span_body.hpp>
+
+#include <optional>
+
+namespace tideloft::service
+{
+
+using RequestParser = boost::beast::http::request_parser<boost::beast::http::string_body>;
+using ReplyMessage = boost::beast::http::response<boost::beast::http::span_body<const char>>;
+
+QByteArray toBytes(boost::beast::string_view text);
+
+/// Everything but the body. `secure` tells whether it came over TLS.
+Request headOf(const RequestParser &parser, bool secure);
+
+/// Leaves the parser with nothing, so that there is one copy.
+QByteArray takeBody(RequestParser &parser);
+
+/// What the library lets through although this service cannot serve it.
+std::optional<Response> headerFailure(const RequestParser &parser);
+
+/// The reply to a request that could not be read.
+Response parseFailure(const boost::system::error_code &error, bool tookTooLong);
+Response tooLarge();
+
+/// True when the connection ended, rather than that something wrong was sent.
+bool isLost(const boost::system::error_code &error);
+
+/// The length that was announced. What is not announced may become as large as `limit`.
+std::uint64_t expectedSize(const RequestParser &parser, std::uint64_t limit);
+
+std::uint64_t bodyLimit(BodySize size, const ServerLimits &limits);
+std::uint64_t largestBody(const ServerLimits &limits);
+std::uint64_t smallestLimit(const ServerLimits &limits);
+
+/// The message looks at the body of the response, which has to live as long.
+ReplyMessage toMessage(const Response &response, unsigned version, bool keepAlive);
+
+} // namespace tideloft::service

@@ -1,0 +1,94 @@
+// Table definitions. A step that was published is never changed: a change is a further step.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/schema.h"
+
+#include "service/store/database.h"
+
+#include <QStringList>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Times are milliseconds since 1970 in UTC. Device keys are kept as they were sent; wrapped keys as JSON
+// texts, because nothing here ever looks into them again.
+QStringList accountsAndMessages()
+{
+    return {
+        u"CREATE TABLE users (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE, password TEXT NOT NULL,"
+        " bio TEXT NOT NULL DEFAULT '', created_at INTEGER NOT NULL)"_s,
+        u"CREATE TABLE sessions (token_hash BLOB PRIMARY KEY, user_id INTEGER NOT NULL REFERENCES users"
+        " ON DELETE CASCADE, expires_at INTEGER NOT NULL) WITHOUT ROWID"_s,
+        u"CREATE INDEX sessions_by_expiry ON sessions (expires_at)"_s,
+        u"CREATE TABLE device_keys (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE,"
+        " device_id TEXT NOT NULL, device_name TEXT NOT NULL, public_key TEXT NOT NULL,"
+        " updated_at INTEGER NOT NULL, PRIMARY KEY (user_id, device_id)) WITHOUT ROWID"_s,
+        u"CREATE TABLE messages (id INTEGER PRIMARY KEY AUTOINCREMENT,"
+        " sender_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE,"
+        " recipient_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, text TEXT NOT NULL,"
+        " iv TEXT NOT NULL, recipient_keys TEXT NOT NULL, sender_keys TEXT NOT NULL,"
+        " encrypted INTEGER NOT NULL, created_at INTEGER NOT NULL)"_s,
+        u"CREATE INDEX messages_by_pair ON messages (sender_id, recipient_id, id)"_s,
+        u"CREATE INDEX messages_by_recipient ON messages (recipient_id)"_s,
+        // Which message is the last of each conversation: asked for every few seconds by every client, so it
+        // is kept and not searched for.
+        u"CREATE TABLE conversations (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE,"
+        " peer_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE,"
+        " last_message_id INTEGER NOT NULL REFERENCES messages ON DELETE CASCADE,"
+        " PRIMARY KEY (user_id, peer_id)) WITHOUT ROWID"_s,
+    };
+}
+
+// A group's identifier is random, so that nobody learns how many there are. A picture belongs to one user or
+// to one group, never has a name again that another one had, and goes when its owner does.
+QStringList groupsAndPictures()
+{
+    return {
+        u"CREATE TABLE chat_groups (id INTEGER PRIMARY KEY AUTOINCREMENT, public_id TEXT NOT NULL UNIQUE,"
+        " name TEXT NOT NULL, description TEXT NOT NULL, created_at INTEGER NOT NULL)"_s,
+        u"CREATE TABLE group_members (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE,"
+        " group_id INTEGER NOT NULL REFERENCES chat_groups ON DELETE CASCADE,"
+        " PRIMARY KEY (user_id, group_id)) WITHOUT ROWID"_s,
+        u"CREATE INDEX group_members_by_group ON group_members (group_id)"_s,
+        // The content stands last: whoever wants the rest of a row does not read through it.
+        u"CREATE TABLE pictures (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE,"
+        " user_id INTEGER UNIQUE REFERENCES users ON DELETE CASCADE,"
+        " group_id INTEGER UNIQUE REFERENCES chat_groups ON DELETE CASCADE,"
+        " content_type TEXT NOT NULL, content BLOB NOT NULL,"
+        " CHECK ((user_id IS NULL) <> (group_id IS NULL)))"_s,
+    };
+}
+
+QList<QStringList> steps()
+{
+    return {accountsAndMessages(), groupsAndPictures()};
+}
+
+} // namespace
+
+int currentSchemaVersion()
+{
+    return static_cast<int>(steps().size());
+}
+
+void migrate(Database &database)
+{
+    Transaction transaction(database);
+    const int version = database.pragma(u"user_version"_s).toInt();
+    if (version > currentSchemaVersion())
+        throw StorageError("The database was written by a newer version of this program");
+    for (const QStringList &step : steps().mid(version)) {
+        for (const QString &statement : step)
+            database.run(statement);
+    }
+    // A pragma takes no bound value; this one is a number of our own.
+    database.run(u"PRAGMA user_version = %1"_s.arg(currentSchemaVersion()));
+    transaction.commit();
+}
+
+} // namespace tideloft::service
