@@ -2,8 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/api/api.h"
+#include "service/api/json_reply.h"
 #include "service/http/server.h"
 #include "service/options.h"
+#include "service/store/schema.h"
 
 #include <QCoreApplication>
 #include <QStandardPaths>
@@ -51,11 +53,12 @@ QString origin(const Options &options, std::uint16_t port)
 
 void serve(const Options &options)
 {
-    Database database(databaseFile(options));
+    Store database(databaseFile(options));
     ApiSettings apiSettings;
     apiSettings.secureCookies = !options.certificateFile.isEmpty();
     Api api(database, apiSettings);
     ServerSettings settings = serverSettings(options);
+    settings.refuse = &errorResponse;
     settings.admit = [&api](const Request &head) { return api.admit(head); };
     HttpServer server(settings, [&api](const Request &request) { return api.handle(request); });
     server.stopOnSignals();

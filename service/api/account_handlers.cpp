@@ -4,9 +4,9 @@
 #include "service/api/account_handlers.h"
 
 #include "service/api/json_body.h"
+#include "service/api/json_reply.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/store/user_name.h"
-#include "service/store/users.h"
 
 namespace tideloft::service
 {
@@ -52,7 +52,8 @@ Reply registerAccount(ApiContext &context, const Request &request)
     auto work = [&context, name, password, cost = context.settings.scryptCost]() -> Continuation {
         const QByteArray hash = hashPassword(password, cost);
         return [&context, name, hash] {
-            if (!addUser(context, name, hash)) // somebody may have taken the name meanwhile
+            if (!addUser(context.database, name, hash,
+                         context.nowInMilliseconds())) // somebody may have taken the name meanwhile
                 refuseTakenName();
             return jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
         };

@@ -6,6 +6,7 @@
 #include "service/api/account_handlers.h"
 #include "service/api/chat_handlers.h"
 #include "service/api/group_handlers.h"
+#include "service/api/json_reply.h"
 #include "service/api/key_handlers.h"
 #include "service/api/picture_handlers.h"
 #include "service/api/profile_handlers.h"

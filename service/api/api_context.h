@@ -3,9 +3,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/store/database.h"
-#include "service/http/exchange.h"
 #include "service/api/password.h"
+#include "service/http/exchange.h"
+#include "service/store/users.h"
 
 #include <QDateTime>
 
@@ -13,11 +13,6 @@
 
 namespace tideloft::service
 {
-
-struct User {
-    qint64 id = 0;
-    QString name;
-};
 
 struct ApiSettings {
     ScryptCost scryptCost;

@@ -4,9 +4,9 @@
 #include "service/api/chat_handlers.h"
 
 #include "service/api/json_body.h"
-#include "service/store/messages.h"
+#include "service/api/json_reply.h"
+#include "service/api/message_items.h"
 #include "service/api/sign_in_sessions.h"
-#include "service/store/users.h"
 
 namespace tideloft::service
 {
@@ -26,7 +26,7 @@ Response send(ApiContext &context, const Request &request, const User &sender)
     const std::optional<User> recipient = findUser(context.database, to);
     if (!recipient)
         throw Refusal(404, u"There is no user with this name."_s);
-    storeMessage(context, sender, *recipient, message);
+    storeMessage(context.database, sender, *recipient, storedForm(message, context.nowInMilliseconds()));
     return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
 }
 
@@ -34,7 +34,7 @@ Response send(ApiContext &context, const Request &request, const User &sender)
 Response historyWith(ApiContext &context, const QString &name, const User &user)
 {
     const std::optional<User> peer = findUser(context.database, name);
-    return jsonResponse(peer ? history(context.database, user, *peer) : QJsonArray());
+    return jsonResponse(peer ? historyItems(history(context.database, user, *peer)) : QJsonArray());
 }
 
 } // namespace
@@ -43,7 +43,7 @@ void addChatRoutes(Router &router, ApiContext &context)
 {
     router.add("GET", "/api/chat/conversations",
                forSignedIn(context, [&context](const Request &, const User &user) {
-                   return jsonResponse(conversations(context.database, user));
+                   return jsonResponse(conversationItems(conversations(context.database, user)));
                }));
     router.add("GET", "/api/chat/history/{peer}",
                forSignedIn(context, [&context](const Request &request, const User &user) {

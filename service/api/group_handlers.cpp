@@ -3,10 +3,13 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/group_handlers.h"
 
-#include "service/store/groups.h"
 #include "service/api/json_body.h"
+#include "service/api/json_reply.h"
 #include "service/api/picture_handlers.h"
+#include "service/api/picture_url.h"
+#include "service/api/random.h"
 #include "service/api/sign_in_sessions.h"
+#include "service/store/groups.h"
 
 #include <algorithm>
 
@@ -18,6 +21,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+constexpr int idSize = 16; // bytes
 constexpr qsizetype longestName = 32;
 constexpr qsizetype longestDescription = 200;
 constexpr qsizetype anyLength = qsizetype{1024} * 1024; // a body is no longer
@@ -71,22 +75,38 @@ QString groupDescription(const JsonBody &body)
     return description;
 }
 
+QJsonObject groupItem(const Group &group)
+{
+    return {{u"groupId"_s, group.id},
+            {u"name"_s, group.name},
+            {u"description"_s, group.description},
+            {u"iconUrl"_s, pictureUrl(group.iconName)}};
+}
+
+Response listGroups(ApiContext &context, const User &user)
+{
+    QJsonArray items;
+    for (const Group &group : groupsOf(context.database, user))
+        items.append(groupItem(group));
+    return jsonResponse(items);
+}
+
 Response createGroup(ApiContext &context, const Request &request, const User &user)
 {
     const JsonBody body(request);
     const QString name = groupName(body);
-    const std::optional<QJsonObject> group = makeGroup(context, user, name, groupDescription(body));
-    if (!group)
+    const Group group{QString::fromLatin1(randomBytes(idSize).toHex()), name, groupDescription(body), {}};
+    if (!addGroup(context.database, user, group, context.nowInMilliseconds()))
         throw Refusal(409, u"You have too many groups already (%1)."_s.arg(maximumGroups));
-    return jsonResponse(*group, 201);
+    return jsonResponse(groupItem(group), 201);
 }
 
 Response giveGroup(ApiContext &context, const QString &groupId, const User &user)
 {
-    const std::optional<QJsonObject> group = findGroup(context.database, user, groupId);
+    const std::optional<Group> group = findGroup(context.database, user, groupId);
     if (!group)
         refuseUnknown();
-    return jsonResponse(*group);
+    return jsonResponse(groupItem(*group));
 }
 
 Response uploadIcon(ApiContext &context, const Request &request, const User &user)
@@ -95,7 +115,9 @@ Response uploadIcon(ApiContext &context, const Request &request, const User &use
     if (!row)
         refuseUnknown();
     const Picture picture = uploadedPicture(request, "icon");
-    return jsonResponse(QJsonObject{{u"iconUrl"_s, replaceIcon(context.database, *row, picture)}});
+    const QString name = newPictureName();
+    replaceIcon(context.database, *row, name, picture);
+    return jsonResponse(QJsonObject{{u"iconUrl"_s, pictureUrl(name)}});
 }
 
 } // namespace
@@ -103,7 +125,7 @@ Response uploadIcon(ApiContext &context, const Request &request, const User &use
 void addGroupRoutes(Router &router, ApiContext &context)
 {
     router.add("GET", "/api/groups", forSignedIn(context, [&context](const Request &, const User &user) {
-                   return jsonResponse(groupsOf(context.database, user));
+                   return listGroups(context, user);
                }));
     router.add("POST", "/api/groups",
                forSignedIn(context, [&context](const Request &request, const User &user) {

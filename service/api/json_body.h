@@ -5,6 +5,9 @@
 
 #include "service/http/exchange.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
+
 namespace tideloft::service
 {
 

@@ -3,10 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/key_handlers.h"
 
-#include "service/store/device_keys.h"
+#include "service/api/device_rules.h"
 #include "service/api/json_body.h"
+#include "service/api/json_reply.h"
 #include "service/api/sign_in_sessions.h"
-#include "service/store/users.h"
+#include "service/store/device_keys.h"
 
 namespace tideloft::service
 {
@@ -41,7 +42,7 @@ Response registerKey(ApiContext &context, const Request &request, const User &us
         throw Refusal(400, u"A device name must not have control characters."_s);
     if (!isAcceptablePublicKey(key.publicKey))
         throw Refusal(400, u"The public key must be an RSA key of 2048 to 4096 bits in Base64."_s);
-    if (!storeDeviceKey(context, user, key))
+    if (!storeDeviceKey(context.database, user, key, context.nowInMilliseconds()))
         throw Refusal(409, u"You have too many devices already (%1)."_s.arg(maximumDevices));
     return jsonResponse(QJsonObject{{u"deviceId"_s, key.deviceId}});
 }

@@ -4,7 +4,7 @@
 #include "service/api/message_body.h"
 
 #include "service/api/base64.h"
-#include "service/store/device_keys.h"
+#include "service/api/device_rules.h"
 
 namespace tideloft::service
 {

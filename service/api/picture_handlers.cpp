@@ -3,9 +3,12 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/picture_handlers.h"
 
-#include "service/http/multipart.h"
+#include "service/api/json_reply.h"
 #include "service/api/picture_type.h"
+#include "service/api/picture_url.h"
+#include "service/api/random.h"
 #include "service/api/sign_in_sessions.h"
+#include "service/http/multipart.h"
 
 namespace tideloft::service
 {
@@ -15,10 +18,14 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+constexpr int nameSize = 20; // bytes; enough that no name is ever guessed or made twice
+
 Response uploadAvatar(ApiContext &context, const Request &request, const User &user)
 {
     const Picture picture = uploadedPicture(request, "avatar");
-    return jsonResponse(QJsonObject{{u"avatarUrl"_s, replaceAvatar(context.database, user, picture)}});
+    const QString name = newPictureName();
+    replaceAvatar(context.database, user, name, picture);
+    return jsonResponse(QJsonObject{{u"avatarUrl"_s, pictureUrl(name)}});
 }
 
 // Under one name there is only ever one picture, so whoever has it need not ask again; but a store that
@@ -52,6 +59,11 @@ Picture uploadedPicture(const Request &request, QByteArrayView name)
     if (type.isEmpty())
         throw Refusal(415, u"A picture must be a PNG, JPEG, GIF or WebP file."_s);
     return {type, content};
+}
+
+QString newPictureName()
+{
+    return QString::fromLatin1(randomBytes(nameSize).toHex());
 }
 
 void addPictureRoutes(Router &router, ApiContext &context)

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "service/api/api_context.h"
-#include "service/store/pictures.h"
 #include "service/api/router.h"
+#include "service/store/pictures.h"
 
 namespace tideloft::service
 {
@@ -17,6 +17,9 @@ constexpr qsizetype maximumPictureBytes = qsizetype{5} * 1024 * 1024;
 /// is broken, the field is missing or empty, 403 when a page of another origin sent it, 413 when the picture
 /// is too large, 415 when it is none.
 Picture uploadedPicture(const Request &request, QByteArrayView name);
+
+/// A random name that no picture has had.
+QString newPictureName();
 
 /// POST /api/profile/avatar/upload and GET /pictures/{name}. `context` must outlive the router.
 void addPictureRoutes(Router &router, ApiContext &context);

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/router.h"
 
+#include "service/api/json_reply.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -42,9 +44,9 @@ template <typename Result, typename Step> Result guarded(const QByteArray &route
     try {
         return step();
     } catch (const Refusal &refusal) {
-        failure = errorResponse(refusal.status, refusal.message);
+        failure = errorResponse(refusal);
     } catch (const std::exception &error) {
-        failure = errorResponse(500, u"The service could not handle this request."_s);
+        failure = errorResponse(Refusal(500, u"The service could not handle this request."_s));
         failure.problem = error.what();
     }
     failure.route = route;
@@ -78,7 +80,7 @@ Deferred guardedJob(const QByteArray &route, Deferred deferred)
 
 Response notAllowed(const QList<QByteArray> &methods)
 {
-    Response response = errorResponse(405, u"This method is not allowed here."_s);
+    Response response = errorResponse(Refusal(405, u"This method is not allowed here."_s));
     response.headers.append({"Allow", methods.join(", ")});
     return response;
 }
@@ -118,7 +120,7 @@ Reply Router::handle(Request request) const
         std::get<Response>(reply).route = route.pattern;
         return reply;
     }
-    return otherMethods.isEmpty() ? errorResponse(404, u"There is nothing at this address."_s)
+    return otherMethods.isEmpty() ? errorResponse(Refusal(404, u"There is nothing at this address."_s))
                                   : notAllowed(otherMethods);
 }
 

@@ -4,6 +4,7 @@
 #include "service/api/sign_in_sessions.h"
 
 #include "service/api/random.h"
+#include "service/store/sessions.h"
 
 #include <QCryptographicHash>
 
@@ -49,9 +50,7 @@ QByteArray beginSession(ApiContext &context, const User &user, bool remember)
         randomBytes(tokenSize).toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
     const qint64 seconds = remember ? 30 * dayInSeconds : dayInSeconds;
     const qint64 now = context.nowInMilliseconds();
-    context.database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now});
-    context.database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"_s,
-                         {tokenHash(token), user.id, now + seconds * 1000});
+    addSession(context.database, tokenHash(token), user, now, now + seconds * 1000);
     return cookie(context, token) + (remember ? maximumAge(seconds) : QByteArray());
 }
 
@@ -60,17 +59,12 @@ std::optional<User> sessionUser(ApiContext &context, const Request &request)
     const QByteArray token = requestToken(request);
     if (token.isEmpty())
         return std::nullopt;
-    QSqlQuery query = context.database.run(u"SELECT users.id, users.name FROM sessions JOIN users"
-                                           " ON users.id = user_id WHERE token_hash = ? AND expires_at > ?"_s,
-                                           {tokenHash(token), context.nowInMilliseconds()});
-    if (!query.next())
-        return std::nullopt;
-    return User{query.value(0).toLongLong(), query.value(1).toString()};
+    return sessionOwner(context.database, tokenHash(token), context.nowInMilliseconds());
 }
 
 QByteArray endSession(ApiContext &context, const Request &request)
 {
-    context.database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash(requestToken(request))});
+    removeSession(context.database, tokenHash(requestToken(request)));
     return cookie(context, {}) + maximumAge(0);
 }
 

@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/connection.h"
 
-#include "service/http/translation.h"
 #include "service/http/access_log.h"
+#include "service/http/translation.h"
 
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
@@ -114,27 +114,29 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     parser.body_limit(largestBody(context.limits)); // until it is known who sends it
     admission.reset();
     // g++ 12 frees temporaries twice when co_await stands inside a larger expression, so each stands alone.
-    std::optional<Response> response = co_await readRequest(stream, buffer, parser);
+    const std::optional<Refusal> refusal = co_await readRequest(stream, buffer, parser);
     if (lost)
         co_return false;
-    const bool refused = response.has_value();
     answering = true;
     QByteArray body = takeBody(parser);
-    if (!refused) {
+    Response response;
+    if (refusal) {
+        response = context.written(*refusal);
+    } else {
         Request request = headOf(parser, isSecure());
         request.body = std::move(body);
         response = co_await context.answer(std::move(request));
     }
     body = {};
     transfer = {}; // nothing of the request is left
-    if (!setAside(parser, static_cast<std::uint64_t>(response->body.size()))) {
-        const QByteArray route = std::move(response->route);
-        response = busyResponse();
-        response->route = route;
+    if (!setAside(parser, static_cast<std::uint64_t>(response.body.size()))) {
+        const QByteArray route = std::move(response.route);
+        response = context.written(tooBusy());
+        response.route = route;
     }
-    context.log(logLine(toBytes(parser.get().method_string()), *response));
-    const bool keepAlive = !refused && parser.keep_alive() && !context.stopping;
-    const bool written = co_await write(stream, parser, *response, keepAlive);
+    context.log(logLine(toBytes(parser.get().method_string()), response));
+    const bool keepAlive = !refusal && parser.keep_alive() && !context.stopping;
+    const bool written = co_await write(stream, parser, response, keepAlive);
     transfer = {};
     co_return written &&keepAlive;
 }
@@ -157,7 +159,7 @@ template <typename Parser> bool Connection::setAside(const Parser &parser, std::
 }
 
 // The library compares a declared length with the limit that holds while the header is read, and never again.
-template <typename Parser> std::optional<Response> Connection::admitBody(Parser &parser)
+template <typename Parser> std::optional<Refusal> Connection::admitBody(Parser &parser)
 {
     const auto &limits = context.limits;
     const std::uint64_t size = expectedSize(parser, largestBody(limits));
@@ -167,24 +169,24 @@ template <typename Parser> std::optional<Response> Connection::admitBody(Parser 
     const std::uint64_t limit = bodyLimit(admitted.bodySize, limits);
     parser.body_limit(limit);
     if (!parser.chunked() && size > limit)
-        return admitted.signInAllowsMore ? errorResponse(401, u"Please sign in first."_s) : tooLarge();
+        return admitted.signInAllowsMore ? Refusal(401, u"Please sign in first."_s) : tooLarge();
     if (!setAside(parser, std::min(size, limit)))
-        return busyResponse();
+        return tooBusy();
     return std::nullopt;
 }
 
 template <typename Stream, typename Buffer, typename Parser>
-asio::awaitable<std::optional<Response>> Connection::readRequest(Stream &stream, Buffer &buffer,
-                                                                 Parser &parser)
+asio::awaitable<std::optional<Refusal>> Connection::readRequest(Stream &stream, Buffer &buffer,
+                                                                Parser &parser)
 {
     error_code error;
     const std::size_t size = co_await http::async_read_header(stream, buffer, parser, into(error));
     if (!error && size > context.limits.headerBytes) // the library does not count the first line
         error = http::error::header_limit;
     if (!error) {
-        if (std::optional<Response> failure = headerFailure(parser))
+        if (std::optional<Refusal> failure = headerFailure(parser))
             co_return failure;
-        if (std::optional<Response> failure = admitBody(parser))
+        if (std::optional<Refusal> failure = admitBody(parser))
             co_return failure;
     }
     if (!error) {

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "service/http/byte_budget.h"
-#include "service/http/server.h"
+#include "service/http/server_settings.h"
 #include "service/http/watchdog.h"
 
 #include <boost/asio/awaitable.hpp>
@@ -30,9 +30,19 @@ struct ConnectionContext {
     const ServerLimits limits;
     ByteBudget transfers;
     std::function<void(const QByteArray &line)> log;
+    std::function<Response(const Refusal &refusal)> refuse;
     std::function<Admission(const Request &head)> admit;
     std::function<boost::asio::awaitable<Response>(Request)> answer;
     bool stopping = false;
+
+    /// A refusal as a reply. One that is only for now asks the client to come back in a second.
+    Response written(const Refusal &refusal) const
+    {
+        Response response = refuse(refusal);
+        if (refusal.status == 503)
+            response.headers.emplaceBack("Retry-After", "1");
+        return response;
+    }
 };
 
 class Connection
@@ -60,9 +70,9 @@ private:
     template <typename Stream, typename Buffer>
     boost::asio::awaitable<bool> waitForRequest(Stream &stream, Buffer &buffer);
     template <typename Stream, typename Buffer, typename Parser>
-    boost::asio::awaitable<std::optional<Response>> readRequest(Stream &stream, Buffer &buffer,
-                                                                Parser &parser);
-    template <typename Parser> std::optional<Response> admitBody(Parser &parser);
+    boost::asio::awaitable<std::optional<Refusal>> readRequest(Stream &stream, Buffer &buffer,
+                                                               Parser &parser);
+    template <typename Parser> std::optional<Refusal> admitBody(Parser &parser);
     template <typename Parser> const Admission &admissionOf(const Parser &parser);
     template <typename Parser> bool setAside(const Parser &parser, std::uint64_t size);
     template <typename Stream, typename Parser>

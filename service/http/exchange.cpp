@@ -3,37 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/exchange.h"
 
-#include <QJsonDocument>
-
 namespace tideloft::service
 {
-
-Response jsonResponse(const QJsonObject &object, int status)
-{
-    Response response;
-    response.status = status;
-    response.body = QJsonDocument(object).toJson(QJsonDocument::Compact);
-    return response;
-}
-
-Response jsonResponse(const QJsonArray &array)
-{
-    Response response;
-    response.body = QJsonDocument(array).toJson(QJsonDocument::Compact);
-    return response;
-}
-
-Response errorResponse(int status, const QString &message)
-{
-    return jsonResponse(QJsonObject{{QStringLiteral("message"), message}}, status);
-}
-
-Response busyResponse()
-{
-    Response response = errorResponse(503, QStringLiteral("The service is busy. Please try again."));
-    response.headers.emplaceBack("Retry-After", "1");
-    return response;
-}
 
 QString queryValue(const Request &request, QByteArrayView name)
 {

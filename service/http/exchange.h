@@ -4,8 +4,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QJsonArray>
-#include <QJsonObject>
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -63,7 +61,7 @@ struct Deferred {
 using Reply = std::variant<Response, Deferred>;
 using Handler = std::function<Reply(const Request &)>;
 
-/// Thrown by a handler that cannot do what it is asked; becomes an error reply with this status and text.
+/// What cannot be done as asked: an error reply with this status and text. Handlers throw it.
 class Refusal : public std::exception
 {
 public:
@@ -73,15 +71,6 @@ public:
     int status;
     QString message;
 };
-
-Response jsonResponse(const QJsonObject &object, int status = 200);
-Response jsonResponse(const QJsonArray &array);
-
-/// A JSON object with the single member `message`.
-Response errorResponse(int status, const QString &message);
-
-/// A 503 that asks the client to come back in a second.
-Response busyResponse();
 
 /// The decoded value of a query item in form encoding ("+" is a blank); empty when it is missing.
 QString queryValue(const Request &request, QByteArrayView name);

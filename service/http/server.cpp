@@ -4,6 +4,7 @@
 #include "service/http/server.h"
 
 #include "service/http/connection.h"
+#include "service/http/translation.h"
 #include "service/http/worker_pool.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -89,6 +90,7 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
       workers(workerThreads, settings.limits.waitingJobs)
 {
     context.log = settings.log;
+    context.refuse = settings.refuse;
     context.admit = settings.admit;
     context.answer = [this](Request request) { return answer(std::move(request)); };
     if (!settings.certificateFile.isEmpty())
@@ -153,7 +155,7 @@ asio::awaitable<Response> HttpServer::Implementation::workOff(Deferred deferred)
         });
     });
     if (!accepted) {
-        Response busy = busyResponse();
+        Response busy = context.written(tooBusy());
         busy.route = deferred.route;
         co_return busy;
     }
@@ -192,6 +194,15 @@ void HttpServer::Implementation::stopNow()
         workers.stop();
         io.stop();
     });
+}
+
+Response plainRefusal(const Refusal &refusal)
+{
+    Response response;
+    response.status = refusal.status;
+    response.body = refusal.message.toUtf8();
+    response.contentType = "text/plain; charset=utf-8";
+    return response;
 }
 
 HttpServer::HttpServer(const ServerSettings &settings, Handler handler)

@@ -27,9 +27,9 @@ bool isForeignPage(const RequestParser &parser, bool secure)
     return origins > 1 || !boost::beast::iequals(header[http::field::origin], own);
 }
 
-Response badRequest()
+Refusal badRequest()
 {
-    return errorResponse(400, u"This is not a valid HTTP request."_s);
+    return Refusal(400, u"This is not a valid HTTP request."_s);
 }
 
 } // namespace
@@ -56,17 +56,22 @@ QByteArray takeBody(RequestParser &parser)
     return QByteArray::fromStdString(std::exchange(parser.get().body(), {}));
 }
 
-Response tooLarge()
+Refusal tooLarge()
 {
-    return errorResponse(413, u"The request is too large."_s);
+    return Refusal(413, u"The request is too large."_s);
 }
 
-Response parseFailure(const error_code &error, bool tookTooLong)
+Refusal tooBusy()
+{
+    return {503, u"The service is busy. Please try again."_s};
+}
+
+Refusal parseFailure(const error_code &error, bool tookTooLong)
 {
     if (tookTooLong)
-        return errorResponse(408, u"The request took too long to arrive."_s);
+        return Refusal(408, u"The request took too long to arrive."_s);
     if (error == http::error::header_limit)
-        return errorResponse(431, u"The header of the request is too large."_s);
+        return Refusal(431, u"The header of the request is too large."_s);
     if (error == http::error::body_limit)
         return tooLarge();
     return badRequest();
@@ -78,7 +83,7 @@ bool isLost(const error_code &error)
 }
 
 // What the library lets through although this service cannot serve it.
-std::optional<Response> headerFailure(const RequestParser &parser)
+std::optional<Refusal> headerFailure(const RequestParser &parser)
 {
     const auto &header = parser.get();
     const bool knownVersion = header.version() == 11 || header.version() == 10;
@@ -87,10 +92,10 @@ std::optional<Response> headerFailure(const RequestParser &parser)
         || !header.target().starts_with('/'))
         return badRequest();
     if (header.count(http::field::transfer_encoding) > 0 && !parser.chunked())
-        return errorResponse(501, u"This transfer encoding is not supported."_s);
+        return Refusal(501, u"This transfer encoding is not supported."_s);
     if (header.count(http::field::expect) > 0
         && !boost::beast::iequals(header[http::field::expect], "100-continue"))
-        return errorResponse(417, u"This expectation cannot be met."_s);
+        return Refusal(417, u"This expectation cannot be met."_s);
     return std::nullopt;
 }
 

@@ -4,7 +4,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/http/server.h"
+#include "service/http/server_settings.h"
 
 #include <boost/beast/http.hpp>
 #include <boost/beast/http/span_body.hpp>
@@ -26,11 +26,12 @@ Request headOf(const RequestParser &parser, bool secure);
 QByteArray takeBody(RequestParser &parser);
 
 /// What the library lets through although this service cannot serve it.
-std::optional<Response> headerFailure(const RequestParser &parser);
+std::optional<Refusal> headerFailure(const RequestParser &parser);
 
-/// The reply to a request that could not be read.
-Response parseFailure(const boost::system::error_code &error, bool tookTooLong);
-Response tooLarge();
+/// What to say of a request that could not be read.
+Refusal parseFailure(const boost::system::error_code &error, bool tookTooLong);
+Refusal tooLarge();
+Refusal tooBusy();
 
 /// True when the connection ended, rather than that something wrong was sent.
 bool isLost(const boost::system::error_code &error);

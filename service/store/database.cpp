@@ -3,8 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/database.h"
 
-#include "service/store/schema.h"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -76,7 +74,6 @@ void Database::open(const QString &file)
     run(u"PRAGMA journal_mode = WAL"_s);
     run(u"PRAGMA synchronous = FULL"_s); // a message that was acknowledged survives a power cut
     run(u"PRAGMA foreign_keys = ON"_s);
-    migrate(*this);
 }
 
 Database::~Database()

@@ -25,7 +25,7 @@ class Database
 {
 public:
     /// Creates the file, and missing folders above it, for the owner only. Throws StorageError when the file
-    /// cannot be opened, is no database, or was written by a newer version.
+    /// cannot be opened or is no database.
     explicit Database(const QString &file);
     Q_DISABLE_COPY_MOVE(Database)
 

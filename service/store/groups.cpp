@@ -1,10 +1,7 @@
-// Statements about groups. Each begins with the user, so that nobody sees a group of others.
+// Rows of groups and members.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/groups.h"
-
-#include "service/store/pictures.h"
-#include "service/api/random.h"
 
 namespace tideloft::service
 {
@@ -14,13 +11,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int idSize = 16; // bytes
-
-QJsonObject group(const QString &id, const QString &name, const QString &description, const QString &iconUrl)
-{
-    return {{u"groupId"_s, id}, {u"name"_s, name}, {u"description"_s, description}, {u"iconUrl"_s, iconUrl}};
-}
-
 QString selectGroups()
 {
     return u"SELECT public_id, chat_groups.name, description, pictures.name FROM group_members"
@@ -29,44 +19,41 @@ QString selectGroups()
            " WHERE group_members.user_id = ?"_s;
 }
 
-QJsonObject groupFromRow(const QSqlQuery &row)
+Group groupFromRow(const QSqlQuery &row)
 {
-    return group(row.value(0).toString(), row.value(1).toString(), row.value(2).toString(),
-                 pictureUrl(row.value(3).toString()));
+    return {row.value(0).toString(), row.value(1).toString(), row.value(2).toString(),
+            row.value(3).toString()};
 }
 
 } // namespace
 
-std::optional<QJsonObject> makeGroup(ApiContext &context, const User &maker, const QString &name,
-                                     const QString &description)
+bool addGroup(Database &database, const User &maker, const Group &group, qint64 now)
 {
-    Transaction transaction(context.database);
-    QSqlQuery theirs =
-        context.database.run(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id});
+    Transaction transaction(database);
+    QSqlQuery theirs = database.run(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id});
     if (!theirs.next() || theirs.value(0).toInt() >= maximumGroups)
-        return std::nullopt;
+        return false;
     theirs.finish();
-    const QString id = QString::fromLatin1(randomBytes(idSize).toHex());
-    const QSqlQuery inserted = context.database.run(
+    const QSqlQuery inserted = database.run(
         u"INSERT INTO chat_groups (public_id, name, description, created_at) VALUES (?, ?, ?, ?)"_s,
-        {id, name, description, context.nowInMilliseconds()});
-    context.database.run(u"INSERT INTO group_members (user_id, group_id) VALUES (?, ?)"_s,
-                         {maker.id, inserted.lastInsertId()});
+        {group.id, group.name, group.description, now});
+    database.run(u"INSERT INTO group_members (user_id, group_id) VALUES (?, ?)"_s,
+                 {maker.id, inserted.lastInsertId()});
     transaction.commit();
-    return group(id, name, description, QString());
+    return true;
 }
 
 // By number and not by time: the clock of a computer may be set back.
-QJsonArray groupsOf(Database &database, const User &user)
+QList<Group> groupsOf(Database &database, const User &user)
 {
     QSqlQuery query = database.run(selectGroups() + u" ORDER BY chat_groups.id"_s, {user.id});
-    QJsonArray groups;
+    QList<Group> groups;
     while (query.next())
         groups.append(groupFromRow(query));
     return groups;
 }
 
-std::optional<QJsonObject> findGroup(Database &database, const User &user, const QString &groupId)
+std::optional<Group> findGroup(Database &database, const User &user, const QString &groupId)
 {
     QSqlQuery query = database.run(selectGroups() + u" AND public_id = ?"_s, {user.id, groupId});
     return query.next() ? std::optional(groupFromRow(query)) : std::nullopt;

@@ -1,14 +1,9 @@
-// The tables of groups and their members.
+// The groups of users, and who is a member.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/api/api_context.h"
-
-#include <QJsonArray>
-#include <QJsonObject>
-
-#include <optional>
+#include "service/store/users.h"
 
 namespace tideloft::service
 {
@@ -16,16 +11,22 @@ namespace tideloft::service
 /// Most groups of one user.
 constexpr int maximumGroups = 100;
 
-/// Makes a group whose only member is `maker`, and returns it as an object; nothing, and nothing made, when
-/// the user has as many groups as one may have.
-std::optional<QJsonObject> makeGroup(ApiContext &context, const User &maker, const QString &name,
-                                     const QString &description);
+struct Group {
+    QString id; ///< random, and as long as it is kept the same
+    QString name;
+    QString description;
+    QString iconName; ///< of the picture; empty when there is none
+};
 
-/// The user's groups as objects with `groupId`, `name`, `description` and `iconUrl`, oldest first.
-QJsonArray groupsOf(Database &database, const User &user);
+/// Keeps a group whose only member is `maker`, made at `now` (ms since 1970). False, and nothing kept, when
+/// the user has as many groups as one may have.
+bool addGroup(Database &database, const User &maker, const Group &group, qint64 now);
+
+/// The user's groups, oldest first.
+QList<Group> groupsOf(Database &database, const User &user);
 
 /// One of them; nothing when the user is no member or there is no such group.
-std::optional<QJsonObject> findGroup(Database &database, const User &user, const QString &groupId);
+std::optional<Group> findGroup(Database &database, const User &user, const QString &groupId);
 
 /// Its row in the table, under the same condition.
 std::optional<qint64> findGroupRow(Database &database, const User &user, const QString &groupId);

@@ -1,9 +1,7 @@
-// Statements about pictures.
+// Rows of pictures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/pictures.h"
-
-#include "service/api/random.h"
 
 namespace tideloft::service
 {
@@ -13,42 +11,34 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int nameSize = 20; // bytes; enough that no name is ever guessed or made twice
-
 // `ownerColumn` is one of the two that the table has.
-QString replace(Database &database, const QString &ownerColumn, qint64 owner, const Picture &picture)
+void replace(Database &database, const QString &ownerColumn, qint64 owner, const QString &name,
+             const Picture &picture)
 {
-    const QString name = QString::fromLatin1(randomBytes(nameSize).toHex());
     Transaction transaction(database);
     database.run(u"DELETE FROM pictures WHERE %1 = ?"_s.arg(ownerColumn), {owner});
     database.run(
         u"INSERT INTO pictures (name, %1, content_type, content) VALUES (?, ?, ?, ?)"_s.arg(ownerColumn),
         {name, owner, QString::fromLatin1(picture.contentType), picture.content});
     transaction.commit();
-    return pictureUrl(name);
 }
 
 } // namespace
 
-QString replaceAvatar(Database &database, const User &user, const Picture &picture)
+void replaceAvatar(Database &database, const User &user, const QString &name, const Picture &picture)
 {
-    return replace(database, u"user_id"_s, user.id, picture);
+    replace(database, u"user_id"_s, user.id, name, picture);
 }
 
-QString replaceIcon(Database &database, qint64 groupRow, const Picture &picture)
+void replaceIcon(Database &database, qint64 groupRow, const QString &name, const Picture &picture)
 {
-    return replace(database, u"group_id"_s, groupRow, picture);
+    replace(database, u"group_id"_s, groupRow, name, picture);
 }
 
-QString avatarUrl(Database &database, const User &user)
+QString avatarName(Database &database, const User &user)
 {
     QSqlQuery query = database.run(u"SELECT name FROM pictures WHERE user_id = ?"_s, {user.id});
-    return query.next() ? pictureUrl(query.value(0).toString()) : QString();
-}
-
-QString pictureUrl(const QString &name)
-{
-    return name.isEmpty() ? QString() : u"/pictures/"_s + name;
+    return query.next() ? query.value(0).toString() : QString();
 }
 
 std::optional<Picture> findPicture(Database &database, const QString &name)

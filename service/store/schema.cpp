@@ -3,8 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/schema.h"
 
-#include "service/store/database.h"
-
 #include <QStringList>
 
 namespace tideloft::service

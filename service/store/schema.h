@@ -1,12 +1,12 @@
-// The tables of the service, and the steps from one version of them to the next.
+// The tables, and the way from every older form of them to this one.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/store/database.h"
+
 namespace tideloft::service
 {
-
-class Database;
 
 /// The version that this program writes; stored in the database as PRAGMA user_version.
 int currentSchemaVersion();
@@ -14,5 +14,13 @@ int currentSchemaVersion();
 /// Brings the database to the current version, all or nothing. Throws StorageError when it is newer than
 /// that.
 void migrate(Database &database);
+
+/// A database in its current form.
+class Store : public Database
+{
+public:
+    /// Throws StorageError, also when a newer version of the program wrote the file.
+    explicit Store(const QString &file) : Database(file) { migrate(*this); }
+};
 
 } // namespace tideloft::service

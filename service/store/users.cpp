@@ -27,12 +27,35 @@ QByteArray passwordHash(Database &database, const User &user)
     return query.next() ? query.value(0).toString().toLatin1() : QByteArray();
 }
 
-bool addUser(ApiContext &context, const QString &name, const QByteArray &hash)
+bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now)
 {
-    const QSqlQuery query = context.database.run(
+    const QSqlQuery query = database.run(
         u"INSERT INTO users (name, password, created_at) VALUES (?, ?, ?) ON CONFLICT (name) DO NOTHING"_s,
-        {name, QString::fromLatin1(hash), context.nowInMilliseconds()});
+        {name, QString::fromLatin1(hash), now});
     return query.numRowsAffected() == 1;
+}
+
+QString bioOf(Database &database, const User &user)
+{
+    QSqlQuery query = database.run(u"SELECT bio FROM users WHERE id = ?"_s, {user.id});
+    return query.next() ? query.value(0).toString() : QString();
+}
+
+void setBio(Database &database, const User &user, const QString &bio)
+{
+    database.run(u"UPDATE users SET bio = ? WHERE id = ?"_s, {bio, user.id});
+}
+
+// instr() takes the text as it is: "%" and "_" are no wildcards, and "_" may stand in a name.
+QStringList findNames(Database &database, const QString &text, const User &except, int limit)
+{
+    QSqlQuery query = database.run(u"SELECT name FROM users WHERE instr(name, ?) > 0 AND id <> ?"
+                                   " ORDER BY instr(name, ?) > 1, name LIMIT ?"_s,
+                                   {text, except.id, text, limit});
+    QStringList names;
+    while (query.next())
+        names.append(query.value(0).toString());
+    return names;
 }
 
 } // namespace tideloft::service

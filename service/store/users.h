@@ -1,14 +1,21 @@
-// The table of users.
+// The users: their names, password hashes and what they say of themselves.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/api/api_context.h"
+#include "service/store/database.h"
+
+#include <QStringList>
 
 #include <optional>
 
 namespace tideloft::service
 {
+
+struct User {
+    qint64 id = 0;
+    QString name;
+};
 
 /// Finds a user by any spelling of the name.
 std::optional<User> findUser(Database &database, const QString &name);
@@ -16,7 +23,15 @@ std::optional<User> findUser(Database &database, const QString &name);
 /// The stored hash; empty when there is no such user.
 QByteArray passwordHash(Database &database, const User &user);
 
-/// False when the name is taken. `name` must be normalised.
-bool addUser(ApiContext &context, const QString &name, const QByteArray &hash);
+/// False when the name is taken. `name` must be normalised; `now` is in ms since 1970.
+bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now);
+
+/// What the user has written about themselves.
+QString bioOf(Database &database, const User &user);
+void setBio(Database &database, const User &user, const QString &bio);
+
+/// At most `limit` names that contain `text`, which is in small letters, without that of `except`. Names that
+/// begin with it come first.
+QStringList findNames(Database &database, const QString &text, const User &except, int limit);
 
 } // namespace tideloft::service

@@ -4,6 +4,8 @@
 #pragma once
 
 #include "service/api/api.h"
+#include "service/api/json_reply.h"
+#include "service/store/schema.h"
 
 #include <QJsonDocument>
 #include <QTemporaryDir>
@@ -80,7 +82,7 @@ public:
 
     QTemporaryDir directory;
     QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
-    service::Database database;
+    service::Store database;
     service::Api api;
 
 private:

@@ -4,7 +4,9 @@
 #pragma once
 
 #include "service/api/api.h"
+#include "service/api/json_reply.h"
 #include "service/http/server.h"
+#include "service/store/schema.h"
 #include "tests/service/http_client.h"
 #include "tests/service/http_reply.h"
 
@@ -64,10 +66,11 @@ private:
     // The database belongs to the thread that opens it.
     void run()
     {
-        service::Database database(folder.filePath(QStringLiteral("test.sqlite")));
+        service::Store database(folder.filePath(QStringLiteral("test.sqlite")));
         service::Api api(database, {{16, 8, 1}, false});
         service::ServerSettings settings;
         settings.port = 0;
+        settings.refuse = &service::errorResponse;
         settings.admit = [&api](const service::Request &head) { return api.admit(head); };
         server = std::make_unique<service::HttpServer>(
             settings, [&api](const service::Request &request) { return api.handle(request); });

@@ -5,6 +5,9 @@
 
 #include "service/http/exchange.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
+
 namespace tideloft::tests
 {
 
@@ -16,14 +19,20 @@ inline QByteArray post(const QByteArray &body)
            + body;
 }
 
+inline service::Response replyWith(const QJsonObject &object)
+{
+    service::Response response;
+    response.body = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    return response;
+}
+
 inline service::Response echo(const service::Request &request)
 {
-    return service::jsonResponse(
-        QJsonObject{{QStringLiteral("method"), QString::fromLatin1(request.method)},
-                    {QStringLiteral("target"), QString::fromLatin1(request.target)},
-                    {QStringLiteral("type"), QString::fromLatin1(request.contentType)},
-                    {QStringLiteral("cookie"), QString::fromLatin1(request.cookie)},
-                    {QStringLiteral("size"), request.body.size()}});
+    return replyWith(QJsonObject{{QStringLiteral("method"), QString::fromLatin1(request.method)},
+                                 {QStringLiteral("target"), QString::fromLatin1(request.target)},
+                                 {QStringLiteral("type"), QString::fromLatin1(request.contentType)},
+                                 {QStringLiteral("cookie"), QString::fromLatin1(request.cookie)},
+                                 {QStringLiteral("size"), request.body.size()}});
 }
 
 } // namespace tideloft::tests

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "service/http/server.h"
+#include "tests/service/raw_requests.h"
 
 #include <QMutex>
 
@@ -11,6 +12,14 @@
 
 namespace tideloft::tests
 {
+
+/// Refusals as the whole service writes them.
+inline service::Response refusalInJson(const service::Refusal &refusal)
+{
+    service::Response response = replyWith({{QStringLiteral("message"), refusal.message}});
+    response.status = refusal.status;
+    return response;
+}
 
 class ServerFixture
 {
@@ -48,6 +57,7 @@ private:
         service::ServerSettings wanted;
         wanted.port = 0;
         wanted.limits = limits;
+        wanted.refuse = &refusalInJson;
         wanted.admit = admit;
         wanted.log = [this](const QByteArray &line) {
             const QMutexLocker lock(&mutex);

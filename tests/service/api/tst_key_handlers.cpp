@@ -1,6 +1,7 @@
 // Publishing a device's key, and reading keys.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "service/api/device_rules.h"
 #include "service/store/device_keys.h"
 #include "tests/service/api_fixture.h"
 #include "tests/service/key_material.h"

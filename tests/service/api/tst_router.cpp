@@ -1,7 +1,6 @@
-// Which handler gets a request, and what becomes of its failures; the log's lines.
+// Which handler gets a request, and what becomes of its failures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/http/access_log.h"
 #include "service/api/router.h"
 #include "tests/service/api_fixture.h"
 #include "tests/support/test_main.h"
@@ -21,11 +20,6 @@ private slots:
     void uploadsAreExpectedWhereTheyWereAnnounced_data();
     void uploadsAreExpectedWhereTheyWereAnnounced();
     void failuresBecomeReplies();
-    void queryValues_data();
-    void queryValues();
-    void cookies_data();
-    void cookies();
-    void logLinesCannotBeForged();
 
 private:
     static Response ask(const QByteArray &method, const QByteArray &target);
@@ -117,58 +111,12 @@ void TestRouter::failuresBecomeReplies()
     QCOMPARE(broken.status, 500);
     QCOMPARE(broken.problem, QByteArray("pipe\nburst"));
     QVERIFY(!broken.body.contains("burst"));
+    QCOMPARE(broken.route, QByteArray("/broken"));
+    QCOMPARE(ask("GET", "/a/x").route, QByteArray("/a/{name}"));
+    QCOMPARE(ask("GET", "/nowhere").route, QByteArray());
     QCOMPARE(ask("GET", "/late").status, 500);
     QCOMPARE(ask("GET", "/late").route, QByteArray("/late"));
     QCOMPARE(ask("GET", "/later").status, 409);
-}
-
-void TestRouter::queryValues_data()
-{
-    QTest::addColumn<QByteArray>("query");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("plain") << QByteArray("?q=bob") << u"bob"_s;
-    QTest::newRow("encoded plus") << QByteArray("?q=a%2Bb") << u"a+b"_s;
-    QTest::newRow("plus is a blank") << QByteArray("?q=a+b") << u"a b"_s;
-    QTest::newRow("encoded percent") << QByteArray("?q=%2541") << u"%41"_s;
-    QTest::newRow("ampersand and hash") << QByteArray("?q=a%26b%23c") << u"a&b#c"_s;
-    QTest::newRow("letters beyond ASCII") << QByteArray("?q=%C3%85%C3%84%C3%96%F0%9F%98%80") << u"ÅÄÖ😀"_s;
-    QTest::newRow("second item") << QByteArray("?x=1&q=2&q=3") << u"2"_s;
-    QTest::newRow("equals in the value") << QByteArray("?q=a=b") << u"a=b"_s;
-    QTest::newRow("no value") << QByteArray("?q") << QString();
-    QTest::newRow("other item") << QByteArray("?qq=1") << QString();
-    QTest::newRow("no query") << QByteArray() << QString();
-}
-
-void TestRouter::queryValues()
-{
-    QFETCH(QByteArray, query);
-    QFETCH(QString, value);
-    QCOMPARE(queryValue({"GET", "/search" + query, {}, {}, {}, {}}, "q"), value);
-}
-
-void TestRouter::cookies_data()
-{
-    QTest::addColumn<QByteArray>("header");
-    QTest::addColumn<QByteArray>("value");
-    QTest::newRow("alone") << QByteArray("id=1") << QByteArray("1");
-    QTest::newRow("among others") << QByteArray("a=0; id=1; b=2") << QByteArray("1");
-    QTest::newRow("longer name") << QByteArray("idx=2; xid=3") << QByteArray();
-    QTest::newRow("none") << QByteArray() << QByteArray();
-}
-
-void TestRouter::cookies()
-{
-    QFETCH(QByteArray, header);
-    QFETCH(QByteArray, value);
-    QCOMPARE(cookieValue({"GET", "/", {}, header, {}, {}}, "id"), value);
-}
-
-void TestRouter::logLinesCannotBeForged()
-{
-    QCOMPARE(logLine("GET", ask("GET", "/a/x")), QByteArray("GET /a/{name} 200"));
-    QCOMPARE(logLine("", ask("GET", "/nowhere")), QByteArray("- - 404"));
-    QCOMPARE(logLine("GET", ask("GET", "/broken")), QByteArray("GET /broken 500: pipe\\x0aburst"));
-    QCOMPARE(logLine("G\x1b[2J", ask("GET", "/x")), QByteArray("G\\x1b[2J - 404"));
 }
 
 TIDELOFT_TEST_MAIN(TestRouter)

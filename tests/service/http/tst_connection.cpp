@@ -84,7 +84,7 @@ void TestHttpConnections::slowWorkDoesNotHoldOthersUp()
         return Deferred{[&]() -> Continuation {
                             begun.release();
                             mayEnd.acquire();
-                            return [] { return jsonResponse(QJsonObject{{u"late"_s, true}}); };
+                            return [] { return replyWith(QJsonObject{{u"late"_s, true}}); };
                         },
                         {}};
     });
@@ -108,7 +108,7 @@ void TestHttpConnections::tooMuchSlowWorkIsRefused()
             return Deferred{[&]() -> Continuation {
                                 begun.release();
                                 mayEnd.acquire();
-                                return [] { return jsonResponse(QJsonObject()); };
+                                return [] { return replyWith(QJsonObject()); };
                             },
                             "/slow"};
         },
@@ -136,7 +136,7 @@ void TestHttpConnections::resetsDoNotHurt()
             return echo(request);
         return Deferred{[&]() -> Continuation {
                             mayEnd.acquire();
-                            return [] { return jsonResponse(QJsonObject()); };
+                            return [] { return replyWith(QJsonObject()); };
                         },
                         {}};
     });
@@ -193,7 +193,7 @@ void TestHttpConnections::replyUnderWayIsFinishedWhenStopping()
         return Deferred{[&]() -> Continuation {
                             begun.release();
                             mayEnd.acquire();
-                            return [] { return jsonResponse(QJsonObject()); };
+                            return [] { return replyWith(QJsonObject()); };
                         },
                         {}};
     };
@@ -225,7 +225,7 @@ void TestHttpConnections::stoppingDoesNotWaitForEver()
                 return Deferred{[&]() -> Continuation {
                                     begun.release();
                                     mayEnd.acquire();
-                                    return [] { return jsonResponse(QJsonObject()); };
+                                    return [] { return replyWith(QJsonObject()); };
                                 },
                                 {}};
             },

@@ -45,7 +45,7 @@ private:
 
 void TestDatabase::settingsAreSafe()
 {
-    Database database(file());
+    Store database(file());
     QCOMPARE(database.pragma(u"journal_mode"_s).toString(), u"wal"_s);
     QCOMPARE(database.pragma(u"synchronous"_s).toInt(), 2); // FULL
     QCOMPARE(database.pragma(u"foreign_keys"_s).toInt(), 1);
@@ -55,7 +55,7 @@ void TestDatabase::settingsAreSafe()
 
 void TestDatabase::fileIsForTheOwnerOnly()
 {
-    Database database(file());
+    Store database(file());
     addUser(database, u"alice"_s);
     for (const QString &suffix : {u""_s, u"-wal"_s, u"-shm"_s}) {
         const auto others = QFile::permissions(file() + suffix)
@@ -69,7 +69,7 @@ void TestDatabase::fileIsForTheOwnerOnly()
 
 void TestDatabase::looseRightsAreTightened()
 {
-    const auto open = [this] { const Database database(file()); };
+    const auto open = [this] { const Store database(file()); };
     open();
     QVERIFY(QFile::setPermissions(file(), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
     open();
@@ -79,10 +79,10 @@ void TestDatabase::looseRightsAreTightened()
 void TestDatabase::contentSurvivesReopening()
 {
     {
-        Database database(file());
+        Store database(file());
         addUser(database, u"alice"_s);
     }
-    Database again(file());
+    Store again(file());
     QCOMPARE(count(again, u"users"_s), 1);
     QCOMPARE(again.pragma(u"integrity_check"_s).toString(), u"ok"_s);
 }
@@ -90,7 +90,7 @@ void TestDatabase::contentSurvivesReopening()
 void TestDatabase::nothingStaysBesideTheFile()
 {
     {
-        Database database(file());
+        Store database(file());
         addUser(database, u"alice"_s);
         QVERIFY(QFile::exists(file() + u"-wal"_s));
     }
@@ -100,7 +100,7 @@ void TestDatabase::nothingStaysBesideTheFile()
 
 void TestDatabase::foreignKeysHold()
 {
-    Database database(file());
+    Store database(file());
     const QString insert = u"INSERT INTO device_keys VALUES (?, 'd', 'n', 'k', 0)"_s;
     QVERIFY_THROWS_EXCEPTION(StorageError, database.run(insert, {42}));
     addUser(database, u"alice"_s);
@@ -111,7 +111,7 @@ void TestDatabase::foreignKeysHold()
 
 void TestDatabase::boundValuesAreOnlyData()
 {
-    Database database(file());
+    Store database(file());
     const QString name = u"x'); DROP TABLE users; --"_s;
     addUser(database, name);
     QVERIFY(database.run(u"SELECT 1 FROM users WHERE name = ?"_s, {name}).next());
@@ -120,14 +120,14 @@ void TestDatabase::boundValuesAreOnlyData()
 
 void TestDatabase::emptyTextIsNotNull()
 {
-    Database database(file());
+    Store database(file());
     addUser(database, u"alice"_s); // its password is a null text
     QVERIFY(database.run(u"SELECT 1 FROM users WHERE password = ?"_s, {QString()}).next());
 }
 
 void TestDatabase::transactionIsUndoneWithoutCommit()
 {
-    Database database(file());
+    Store database(file());
     {
         const Transaction transaction(database);
         addUser(database, u"alice"_s);
@@ -145,11 +145,11 @@ void TestDatabase::newerDatabaseIsLeftAlone()
 {
     const int newer = currentSchemaVersion() + 1;
     {
-        Database database(file());
+        Store database(file());
         database.run(u"PRAGMA user_version = %1"_s.arg(newer));
     }
-    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file()});
-    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file()}); // and stays as it was
+    QVERIFY_THROWS_EXCEPTION(StorageError, Store{file()});
+    QVERIFY_THROWS_EXCEPTION(StorageError, Store{file()}); // and stays as it was
 }
 
 void TestDatabase::otherFileIsRefused()
@@ -158,7 +158,7 @@ void TestDatabase::otherFileIsRefused()
     QVERIFY(other.open(QIODevice::WriteOnly));
     other.write(QByteArray(4096, 'x'));
     other.close();
-    QVERIFY_THROWS_EXCEPTION(StorageError, Database{other.fileName()});
+    QVERIFY_THROWS_EXCEPTION(StorageError, Store{other.fileName()});
     QCOMPARE(QFileInfo(other).size(), 4096);
 }
 
@@ -166,13 +166,13 @@ void TestDatabase::folderThatCannotBeMade()
 {
     QFile inTheWay(file(u"sub"_s));
     QVERIFY(inTheWay.open(QIODevice::WriteOnly));
-    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file()});
+    QVERIFY_THROWS_EXCEPTION(StorageError, Store{file()});
 }
 
 void TestDatabase::secondConnectionSeesTheFirst()
 {
-    Database first(file());
-    Database second(file());
+    Store first(file());
+    Store second(file());
     addUser(first, u"alice"_s);
     QCOMPARE(count(second, u"users"_s), 1);
 }

@@ -8,6 +8,8 @@
 #include "service/store/users.h"
 #include "tests/support/test_main.h"
 
+#include <QTemporaryDir>
+
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 
@@ -81,19 +83,19 @@ void TestSchema::firstVersionIsUpgradedWithItsContent()
     const QString file = folder.filePath(u"content.sqlite"_s);
     writeFirstVersion(file);
     for (int opening = 0; opening < 2; ++opening) {
-        Database database(file);
-        ApiContext context{database, {}};
+        Store database(file);
         QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion());
         const std::optional<User> alice = findUser(database, u"alice"_s);
         const std::optional<User> bob = findUser(database, u"bob"_s);
         QVERIFY(alice && bob);
         QCOMPARE(passwordHash(database, *alice), QByteArray("hash a"));
-        QCOMPARE(history(database, *bob, *alice).at(0)[u"text"_s].toString(), u"hello"_s);
+        QCOMPARE(history(database, *bob, *alice).at(0).text, u"hello"_s);
         QCOMPARE(conversations(database, *bob).size(), 1);
         QCOMPARE(groupsOf(database, *alice).size(), opening); // and what is new can be used
-        makeGroup(context, *alice, u"Chess"_s, {});
-        const QString url = replaceAvatar(database, *alice, {"image/png", "png"});
-        QCOMPARE(avatarUrl(database, *alice), url);
+        const QString name = u"chess-%1"_s.arg(opening);
+        QVERIFY(addGroup(database, *alice, {name, u"Chess"_s, {}, {}}, 8));
+        replaceAvatar(database, *alice, name, {"image/png", "png"});
+        QCOMPARE(avatarName(database, *alice), name);
     }
 }
 
@@ -101,8 +103,8 @@ void TestSchema::upgradedAndNewDatabasesAreAlike()
 {
     const QString file = folder.filePath(u"old.sqlite"_s);
     writeFirstVersion(file);
-    Database upgraded(file);
-    Database fresh(folder.filePath(u"new.sqlite"_s));
+    Store upgraded(file);
+    Store fresh(folder.filePath(u"new.sqlite"_s));
     QVERIFY(tables(fresh).size() > 8);
     QCOMPARE(tables(upgraded), tables(fresh));
 }
@@ -111,7 +113,7 @@ void TestSchema::brokenUpgradeChangesNothing()
 {
     const QString file = folder.filePath(u"broken.sqlite"_s);
     writeFirstVersion(file, {u"CREATE TABLE pictures (x)"_s}); // stands where a new table belongs
-    QVERIFY_THROWS_EXCEPTION(StorageError, Database{file});
+    QVERIFY_THROWS_EXCEPTION(StorageError, Store{file});
     QSqlDatabase connection = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"look"_s);
     connection.setDatabaseName(file);
     QVERIFY(connection.open());
@@ -125,7 +127,7 @@ void TestSchema::picturesHaveOneOwner()
 {
     const QString file = folder.filePath(u"owners.sqlite"_s);
     writeFirstVersion(file);
-    Database database(file);
+    Store database(file);
     const QString insert = u"INSERT INTO pictures (name, user_id, group_id, content_type, content)"
                            " VALUES (?, ?, ?, 'image/png', 'x')"_s;
     database.run(u"INSERT INTO chat_groups VALUES (1, 'g', 'Chess', '', 0)"_s);
@@ -142,9 +144,9 @@ void TestSchema::picturesGoWithTheirOwner()
 {
     const QString file = folder.filePath(u"cascade.sqlite"_s);
     writeFirstVersion(file);
-    Database database(file);
-    const QString url = replaceAvatar(database, {1, u"alice"_s}, {"image/png", "png"});
-    const QString name = url.section(u'/', -1);
+    Store database(file);
+    const QString name = u"picture"_s;
+    replaceAvatar(database, {1, u"alice"_s}, name, {"image/png", "png"});
     QVERIFY(findPicture(database, name));
     database.run(u"DELETE FROM users WHERE id = 1"_s);
     QVERIFY(!findPicture(database, name));

@@ -1,0 +1,48 @@
+// How a server listens, and what it allows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/http/exchange.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+
+namespace tideloft::service
+{
+
+struct ServerLimits {
+    std::uint32_t headerBytes = 16 * 1024;
+    std::uint64_t smallBodyBytes = 16ULL * 1024; ///< these three where ServerSettings::admit says so
+    std::uint64_t bodyBytes = 1024ULL * 1024;
+    std::uint64_t uploadBytes = (5ULL * 1024 + 64) * 1024;
+    std::uint64_t untrackedBytes = 64ULL * 1024;            ///< bodies and replies up to this always go on
+    std::uint64_t transferBytes = 64ULL * 1024 * 1024;      ///< of all larger ones at a time; others get 503
+    std::uint64_t accountTransferBytes = transferBytes / 2; ///< of those of one account
+    std::size_t connections = 1000;
+    std::size_t waitingJobs = 64; ///< deferred answers that may wait for a thread; further ones get 503
+    std::chrono::milliseconds headerTime{10'000};
+    std::chrono::milliseconds bodyTime{30'000}; ///< for reading a body, and for writing a reply
+    std::chrono::milliseconds idleTime{65'000}; ///< between two requests
+    std::chrono::milliseconds stopTime{3'000};  ///< for replies under way when the server is stopped
+};
+
+/// A refusal as a line of text.
+Response plainRefusal(const Refusal &refusal);
+
+struct ServerSettings {
+    QString address = QStringLiteral("127.0.0.1"); ///< a numeric address
+    std::uint16_t port = 8443;                     ///< 0 = any free port
+    QString certificateFile;                       ///< PEM, the chain; empty = plain HTTP
+    QString keyFile;                               ///< PEM
+    ServerLimits limits;
+    /// Asked with everything but the body, before a large body is read or a large reply sent. Must not throw.
+    std::function<Admission(const Request &head)> admit = [](const Request &) { return Admission(); };
+    /// How a refusal is written: it is the same for what the server refuses and what the handler does.
+    std::function<Response(const Refusal &refusal)> refuse = &plainRefusal;
+    std::function<void(const QByteArray &line)> log = [](const QByteArray &) {};
+};
+
+} // namespace tideloft::service

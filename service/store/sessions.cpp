@@ -1,0 +1,34 @@
+// Rows of sessions.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/sessions.h"
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
+                qint64 expiresAt)
+{
+    database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now});
+    database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"_s,
+                 {tokenHash, user.id, expiresAt});
+}
+
+std::optional<User> sessionOwner(Database &database, const QByteArray &tokenHash, qint64 now)
+{
+    QSqlQuery query = database.run(u"SELECT users.id, users.name FROM sessions JOIN users"
+                                   " ON users.id = user_id WHERE token_hash = ? AND expires_at > ?"_s,
+                                   {tokenHash, now});
+    if (!query.next())
+        return std::nullopt;
+    return User{query.value(0).toLongLong(), query.value(1).toString()};
+}
+
+void removeSession(Database &database, const QByteArray &tokenHash)
+{
+    database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash});
+}
+
+} // namespace tideloft::service

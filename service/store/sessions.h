@@ -1,0 +1,21 @@
+// Who is signed in: sessions by the hash of their token.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/store/users.h"
+
+namespace tideloft::service
+{
+
+/// Keeps a session of `user` until `expiresAt`, and drops those that have run out by `now`. Times are in ms
+/// since 1970.
+void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
+                qint64 expiresAt);
+
+/// Whose session it is; nobody when there is none or it has run out by `now`.
+std::optional<User> sessionOwner(Database &database, const QByteArray &tokenHash, qint64 now);
+
+void removeSession(Database &database, const QByteArray &tokenHash);
+
+} // namespace tideloft::service
