@@ -4,6 +4,7 @@
 #include "ui/create_server_dialog.h"
 
 #include "ui/composition_keys.h"
+#include "ui/focus_ring.h"
 #include "ui/style/dialog_styles.h"
 #include "ui/widget_parts.h"
 
@@ -79,6 +80,8 @@ void CreateServerDialog::addButtons(Language language)
     cancel->setObjectName(u"cancelBtn"_s);
     auto *create = new QPushButton(chooseText(language, u"Skapa server"_s, u"Create server"_s), this);
     create->setDefault(true); // Return in a field creates, as a person expects; on Cancel it cancels
+    ringFocus(cancel);
+    ringFocus(create);
     auto *line = new QHBoxLayout;
     line->addWidget(cancel);
     line->addWidget(create);

@@ -4,8 +4,8 @@
 #include "ui/focus_ring.h"
 
 #include "ui/accessible_role.h"
-#include "ui/style/accent.h"
 
+#include <QCheckBox>
 #include <QFocusEvent>
 #include <QListWidget>
 #include <QPainter>
@@ -20,13 +20,19 @@ namespace tideloft::ui
 namespace
 {
 
+constexpr char radiusProperty[] = "focusRingRadius";
+constexpr int usualRadius = 6;
+
+// Two lines, white around black: whatever a button, a theme or an accent puts beside them, one of the two can
+// be seen, and so can the edge between them.
 class Ring : public QWidget
 {
 public:
     explicit Ring(QWidget *marked) : QWidget(marked)
     {
         setAttribute(Qt::WA_TransparentForMouseEvents);
-        setStyleSheet(u"background: transparent;"_s); // a page's own sheet would fill it
+        // What is marked may have a style without a selector, which would reach the ring.
+        setStyleSheet(u"background: transparent; border: none;"_s);
         setAccessibleRole(this, QAccessible::Border);
         auto *list = qobject_cast<QListWidget *>(marked);
         if (!list)
@@ -41,11 +47,29 @@ protected:
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor(defaultAccent), 2));
-        painter.drawRoundedRect(QRectF(place()).adjusted(1, 1, -1, -1), 6, 6);
+        drawLine(painter, 0, Qt::white);
+        drawLine(painter, lineWidth(), Qt::black);
     }
 
 private:
+    void drawLine(QPainter &painter, int distance, const QColor &colour) const
+    {
+        painter.setPen(QPen(colour, lineWidth()));
+        const double inset = distance + lineWidth() / 2.0;
+        const QRectF line = QRectF(place()).adjusted(inset, inset, -inset, -inset);
+        const double curve = qMin(radius() - inset, qMin(line.width(), line.height()) / 2);
+        painter.drawRoundedRect(line, curve, curve);
+    }
+
+    // The mark of a check box stands at its very edge.
+    int lineWidth() const { return qobject_cast<const QCheckBox *>(parentWidget()) ? 1 : 2; }
+
+    int radius() const
+    {
+        const QVariant own = parentWidget()->property(radiusProperty);
+        return own.isValid() ? own.toInt() : usualRadius;
+    }
+
     QRect place() const
     {
         const auto *list = qobject_cast<const QListWidget *>(parentWidget());
@@ -81,8 +105,16 @@ private:
     {
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
             clicked = reason == Qt::MouseFocusReason;
-        if (!clicked && widget->window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        if (!clicked && usesKeys(widget->window()))
             show();
+    }
+
+    // Who moves with keys in a window also does so in its boxes, some of which have one button only.
+    static bool usesKeys(const QWidget *window)
+    {
+        if (window->testAttribute(Qt::WA_KeyboardFocusChange))
+            return true;
+        return window->parentWidget() && usesKeys(window->parentWidget()->window());
     }
 
     void show()
@@ -104,6 +136,11 @@ private:
 void ringFocus(QWidget *widget)
 {
     new RingKeeper(widget); // owned by the widget
+}
+
+void roundFocusRing(QWidget *widget, int radius)
+{
+    widget->setProperty(radiusProperty, radius);
 }
 
 } // namespace tideloft::ui

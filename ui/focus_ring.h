@@ -9,7 +9,10 @@ namespace tideloft::ui
 {
 
 /// Draws a ring in WIDGET, or in a list around its current entry, while the keyboard stands there and keys
-/// brought it there. For what looks the same with the keyboard and without it.
+/// brought it there. The ring can be seen beside every colour.
 void ringFocus(QWidget *widget);
+
+/// Lets WIDGET's ring follow corners of that RADIUS.
+void roundFocusRing(QWidget *widget, int radius);
 
 } // namespace tideloft::ui

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/focus_ring.h"
 #include "ui/settings_rows.h"
 #include "ui/settings_section.h"
 #include "ui/style/accent.h"
@@ -46,6 +47,7 @@ QPushButton *makeSwatch(const QString &colour, const QString &name, Language lan
 {
     auto *swatch = makeButton({}, card);
     swatch->setFixedSize(28, 28);
+    roundFocusRing(swatch, 14);
     swatch->setProperty(accentProperty, colour);
     swatch->setAccessibleName(name);
     markSwatch(swatch, colour == defaultAccent, language);

@@ -154,6 +154,7 @@ void MainWindow::addAuthFields(QWidget *card, QVBoxLayout *column)
     rememberCheck = new QCheckBox(text(u"Kom ihåg mig i 30 dagar"_s, u"Remember me for 30 days"_s), card);
     rememberCheck->setObjectName(u"rememberCheck"_s);
     rememberCheck->setStyleSheet(style::rememberCheck());
+    ringFocus(rememberCheck);
     authError = new ErrorLabel(card, u"authError"_s);
     authError->hide();
     column->addWidget(usernameField);

@@ -4,6 +4,7 @@
 #include "ui/message_box.h"
 
 #include "ui/bounded_text.h"
+#include "ui/focus_ring.h"
 #include "ui/text_height.h"
 
 #include <QGridLayout>
@@ -94,6 +95,7 @@ void showMessage(QWidget *parent, Severity severity, const QString &text)
     box->setIcon(icon);
     box->setWindowTitle(u"TideLoft"_s);
     box->setStandardButtons(QMessageBox::Ok);
+    ringFocus(box->button(QMessageBox::Ok));
     box->setTextFormat(Qt::PlainText); // before the text: the box would guess its format
     box->setText(shown);
     keepOnScreen(box);

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/privacy_dialog.h"
 
+#include "ui/focus_ring.h"
 #include "ui/style/dialog_styles.h"
 #include "ui/widget_parts.h"
 
@@ -42,6 +43,7 @@ QWidget *makeChoiceCard(const PrivacyChoice &choice, Language language, QWidget 
     card->setStyleSheet(style::privacyCard);
     auto *box = new QCheckBox(choice.label.in(language), card);
     box->setChecked(true);
+    ringFocus(box);
     box->setAccessibleDescription(choice.hint.in(language));
     auto *hint = makeLabel(choice.hint.in(language), card);
     hint->setStyleSheet(style::privacyHint);
@@ -73,6 +75,7 @@ PrivacyDialog::PrivacyDialog(Language language, QWidget *parent) : QDialog(paren
         column->addWidget(makeChoiceCard(choice, language, this));
     auto *save = new QPushButton(chooseText(language, u"Spara"_s, u"Save"_s), this);
     save->setDefault(true);
+    ringFocus(save);
     auto *line = new QHBoxLayout;
     line->addStretch();
     line->addWidget(save);

@@ -5,6 +5,7 @@
 
 #include "ui/bounded_text.h"
 #include "ui/elided_label.h"
+#include "ui/focus_ring.h"
 #include "ui/initials.h"
 #include "ui/round_picture.h"
 #include "ui/settings_rows.h"
@@ -29,6 +30,7 @@ QPushButton *makeAvatarButton(const QString &username, Language language, QWidge
 {
     auto *button = makeButton(initials(username).replace(u'&', u"&&"_s), card, u"settingsAvatarBtn"_s);
     button->setFixedSize(72, 72);
+    roundFocusRing(button, 36);
     button->setToolTip(
         chooseText(language, u"Klicka för att byta profilbild"_s, u"Click to change profile picture"_s));
     button->setAccessibleName(chooseText(language, u"Profilbild"_s, u"Profile picture"_s));

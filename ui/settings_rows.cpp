@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings_rows.h"
 
+#include "ui/focus_ring.h"
 #include "ui/style/settings_styles.h"
 #include "ui/widget_parts.h"
 
@@ -35,6 +36,7 @@ QPushButton *makeSwitch(const QString &label, const QString &hint, bool on, cons
     button->setCheckable(true);
     button->setChecked(on);
     button->setFixedSize(44, 24);
+    roundFocusRing(button, 12);
     button->setAccessibleName(label);
     button->setAccessibleDescription(hint);
     button->setStyleSheet(style::switchButton(on));

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/widget_parts.h"
 
+#include "ui/focus_ring.h"
+
 #include <QBoxLayout>
 #include <QFrame>
 #include <QLabel>
@@ -48,6 +50,7 @@ QPushButton *makeButton(const QString &text, QWidget *parent, const QString &obj
     auto *button = new QPushButton(text, parent);
     button->setObjectName(objectName);
     button->setCursor(Qt::PointingHandCursor);
+    ringFocus(button);
     return button;
 }
 

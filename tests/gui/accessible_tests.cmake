@@ -12,6 +12,7 @@ tideloft_test(tst_accessible_controls
     LIBRARIES tideloft_accessible_probe tideloft_start_up LABELS gui)
 tideloft_test(tst_accessible_texts LIBRARIES tideloft_accessible_probe LABELS gui)
 tideloft_test(tst_visible_focus LIBRARIES tideloft_accessible_probe LABELS gui)
+tideloft_test(tst_focus_contrast LIBRARIES tideloft_accessible_probe tideloft_start_up LABELS gui)
 tideloft_test(tst_keyboard_journey
     LIBRARIES tideloft_accessible_probe tideloft_picture_probe tideloft_sealed_messages LABELS gui)
 
