@@ -69,7 +69,7 @@ QLabel *makeFieldLabel(const QString &text, QWidget *field, QWidget *card)
 
 QLineEdit *makeDisplayName(const QString &username, const QString &label, QWidget *card)
 {
-    auto *field = new QLineEdit(username, card);
+    auto *field = new QLineEdit(firstPart(username, nameLimits), card);
     field->setStyleSheet(style::field);
     field->setAccessibleName(label);
     return field;

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/settings_sections.h"
 
+#include "ui/bounded_text.h"
 #include "ui/message_box.h"
 #include "ui/settings_rows.h"
 #include "ui/settings_section.h"
@@ -42,8 +43,8 @@ QWidget *buildSettingsKonto(const SectionContext &context, const QString &userna
     section.add(makeProfileCard(section.content()));
     section.addHeader({u"KONTOINFORMATION"_s, u"ACCOUNT INFO"_s});
     QWidget *card = section.addCard();
-    columnOf(card)->addWidget(
-        makeTextRow(chooseText(context.language, u"Användarnamn"_s, u"Username"_s), {}, username, card));
+    columnOf(card)->addWidget(makeTextRow(chooseText(context.language, u"Användarnamn"_s, u"Username"_s), {},
+                                          firstPart(username, nameLimits), card));
     columnOf(card)->addWidget(makeTextRow(u"Bio"_s,
                                           chooseText(context.language, u"Skriv något om dig själv..."_s,
                                                      u"Write something about yourself..."_s),

@@ -5,8 +5,10 @@
 #include "tests/support/test_main.h"
 #include "ui/bounded_text.h"
 
+#include <QAbstractButton>
 #include <QGraphicsEffect>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTextDocument>
 #include <QtTest>
@@ -25,6 +27,8 @@ private slots:
     void everyTextIsMeasuredOnce_data();
     void everyTextIsMeasuredOnce();
     void aPageAtRestIsNotDrawn();
+    void theOwnNameIsBounded_data();
+    void theOwnNameIsBounded();
 };
 
 namespace
@@ -166,6 +170,40 @@ void TestHostileEffort::aPageAtRestIsNotDrawn()
     drawnTexts.count = 0;
     letThingsSettle();
     QCOMPARE(drawnTexts.count, 0);
+}
+
+void TestHostileEffort::theOwnNameIsBounded_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("ordinary") << u"alice"_s;
+    QTest::newRow("50,000 marks") << u"a"_s + QString(50'000, QChar(0x301));
+    QTest::newRow("100,000 letters") << QString(100'000, u'w');
+    QTest::newRow("two directions") << u"\u05d0a"_s.repeated(50'000);
+    QTest::newRow("5,000 emoji") << u"🔥"_s.repeated(5'000);
+    QTest::newRow("100,000 lines") << u"a\n"_s.repeated(50'000) + u"a"_s;
+}
+
+// Fields lay out all of their text. A label that cuts its text while it draws keeps all of it.
+void TestHostileEffort::theOwnNameIsBounded()
+{
+    QFETCH(const QString, name);
+    HostileProbe probe(Language::English);
+    callSlot(*probe.window, "onMeLoaded", Q_ARG(QJsonObject, (QJsonObject{{u"username"_s, name}})));
+    QVERIFY(probe.onMainPage());
+    probe.openSettings();
+    probe.clickRow(0);
+    QCOMPARE(probe.the<QLabel>(u"myName"_s)->text(), name);
+    int shown = 0;
+    for (const auto *field : probe.window->findChildren<QLineEdit *>()) {
+        shown += field->text().startsWith(name.left(5)) ? 1 : 0;
+        QCOMPARE(field->text().size() <= nameLimits.characters + 1, true);
+        QVERIFY(drawingEffort(field->text()) <= nameLimits.effort + 10);
+    }
+    QVERIFY(shown >= 2); // the display name, and the user name
+    for (const auto *button : probe.window->findChildren<QAbstractButton *>())
+        QVERIFY(drawingEffort(button->text()) <= nameLimits.effort);
+    QCOMPARE(probe.trouble(), QString());
+    QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text().size() <= 4, true);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestHostileEffort)
