@@ -3,12 +3,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/language_select_dialog.h"
 
+#include "app/settings_store.h"
 #include "ui/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSettings>
 
 using namespace Qt::StringLiterals;
 
@@ -85,9 +85,10 @@ QWidget *LanguageSelectDialog::buildCard()
 void LanguageSelectDialog::choose(qint32 index, const QString &language)
 {
     chosenIndex = index;
-    QSettings settings;
-    settings.setValue(u"language"_s, language);
-    settings.sync(); // on disk before anything else can end the program
+    if (const auto settings = openSettings()) {
+        settings->setValue(u"language"_s, language);
+        settings->sync(); // on disk before anything else can end the program
+    }
     accept();
 }
 

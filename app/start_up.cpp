@@ -8,12 +8,12 @@
 #include "app/identity.h"
 #include "app/language_select_dialog.h"
 #include "app/resting_cursor.h"
+#include "app/settings_store.h"
 #include "app/window_icon.h"
 #include "net/tls_policy.h"
 #include "ui/main_window.h"
 
 #include <QApplication>
-#include <QSettings>
 
 #include <sys/resource.h>
 
@@ -25,14 +25,24 @@ using namespace Qt::StringLiterals;
 namespace tideloft::app
 {
 
-std::optional<int> settleLanguage(const QSettings &settings)
+namespace
 {
-    if (settings.contains(u"language"_s))
-        return settings.value(u"language"_s).toString() == u"en"_s ? 1 : 0;
+
+std::optional<int> askForLanguage()
+{
     LanguageSelectDialog dialog;
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.chosenLanguageIndex();
+}
+
+} // namespace
+
+std::optional<int> settleLanguage(const QSettings &settings)
+{
+    if (settings.contains(u"language"_s))
+        return settings.value(u"language"_s).toString() == u"en"_s ? 1 : 0;
+    return askForLanguage();
 }
 
 // A limit of 1 byte and not of 0: where a program takes the dumps through a pipe, the system asks nobody for
@@ -67,8 +77,8 @@ int run(int argc, char **argv)
     QGuiApplication::setWindowIcon(windowIcon());
     substituteFonts();
     net::applyTlsPolicy();
-    const QSettings settings;
-    const std::optional<int> language = settleLanguage(settings);
+    const std::unique_ptr<const QSettings> settings = openSettings();
+    const std::optional<int> language = settings ? settleLanguage(*settings) : askForLanguage();
     if (!language)
         return 0;
     ui::MainWindow window;

@@ -6,6 +6,10 @@
 #include <QProcess>
 #include <QSettings>
 
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -46,6 +50,22 @@ public:
     QByteArray complaints;
 };
 
+// Of the name itself, whatever it leads to.
+struct stat statusOf(const QString &path)
+{
+    struct stat status {
+    };
+    if (lstat(QFile::encodeName(path).constData(), &status) != 0)
+        qWarning("There is no %s", qPrintable(path));
+    return status;
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
 } // namespace
 
 class TestFirstStart : public QObject
@@ -56,6 +76,9 @@ private slots:
     void escapeEndsQuietlyAndIsAskedAgain();
     void choiceOpensTheWindowAndIsKept_data();
     void choiceOpensTheWindowAndIsKept();
+    void storeThatWouldHangCountsAsAbsent_data();
+    void storeThatWouldHangCountsAsAbsent();
+    void largestStoreIsRead();
     void languageSwitchedInTheWindowIsNotStored();
     void identity();
     void helpAnswersInsteadOfStarting();
@@ -93,6 +116,66 @@ void TestFirstStart::choiceOpensTheWindowAndIsKept()
     QCOMPARE(machine.language(), stored);
     QCOMPARE(machine.start({u"escape"_s}).value(0), window); // no question this time
     QCOMPARE(machine.language(), stored);
+}
+
+void TestFirstStart::storeThatWouldHangCountsAsAbsent_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<QString>("kind"); // or where a link leads to
+    const QString own = u"TideLoft/TideLoft.conf"_s;
+    QTest::newRow("pipe") << own << u"pipe"_s;
+    QTest::newRow("link to a pipe") << own << u"../pipe"_s;
+    // Of this test's own making: a start that goes wrong puts a file in its place. Only root may make one.
+    if (geteuid() == 0) {
+        QTest::newRow("device that never ends") << own << u"device"_s;
+        QTest::newRow("link to a device") << own << u"../device"_s;
+    }
+    QTest::newRow("file of more than 1 MiB") << own << u"large"_s;
+    QTest::newRow("link to a file of more than 1 MiB") << own << u"../large"_s;
+    QTest::newRow("pipe in the lock's place") << own + u".lock"_s << u"pipe"_s;
+    QTest::newRow("pipe in the organisation's place") << u"TideLoft.conf"_s << u"pipe"_s;
+}
+
+// Where the start would wait for ever, a hang of the client is this test's failure.
+void TestFirstStart::storeThatWouldHangCountsAsAbsent()
+{
+    QFETCH(const QString, place);
+    QFETCH(const QString, kind);
+    Machine machine;
+    const QString config = machine.home.filePath(u"config"_s);
+    const QString path = config + u'/' + place;
+    QVERIFY(QDir().mkpath(config + u"/TideLoft"_s));
+    const QString made = kind.startsWith(u"../"_s) ? config + kind.mid(2) : path;
+    const QByteArray large = "[General]\nlanguage=en\n;" + QByteArray(1024 * 1024, 'x') + '\n';
+    if (kind.endsWith(u"pipe"_s))
+        QCOMPARE(mkfifo(QFile::encodeName(made).constData(), 0600), 0);
+    if (kind.endsWith(u"device"_s))
+        QCOMPARE(mknod(QFile::encodeName(made).constData(), S_IFCHR | 0600, makedev(1, 5)), 0);
+    if (kind.endsWith(u"large"_s))
+        QVERIFY(writeFile(made, large));
+    if (made != path)
+        QVERIFY(QFile::link(kind, path));
+    const struct stat before = statusOf(path);
+    const struct stat madeBefore = statusOf(made);
+    QCOMPARE(machine.start({u"1"_s}).mid(0, 2), (QStringList{u"dialog"_s, u"window, language 1"_s}));
+    QCOMPARE(machine.exitCode, 0);
+    QCOMPARE(machine.start({u"0"_s}).value(1), u"window, language 0"_s); // asked again: nothing was stored
+    QCOMPARE(statusOf(path).st_ino, before.st_ino);
+    QCOMPARE(statusOf(path).st_mode, before.st_mode);
+    QCOMPARE(statusOf(path).st_size, before.st_size);
+    QCOMPARE(statusOf(made).st_ino, madeBefore.st_ino);
+    QCOMPARE(statusOf(made).st_mode, madeBefore.st_mode);
+    QCOMPARE(statusOf(made).st_size, madeBefore.st_size);
+}
+
+void TestFirstStart::largestStoreIsRead()
+{
+    Machine machine;
+    QVERIFY(QDir().mkpath(QFileInfo(machine.settingsFile()).path()));
+    QByteArray bytes = "[General]\nlanguage=en\n;";
+    bytes += QByteArray(1024 * 1024 - bytes.size(), 'x');
+    QVERIFY(writeFile(machine.settingsFile(), bytes));
+    QCOMPARE(machine.start({u"escape"_s}).value(0), u"window, language 1"_s);
 }
 
 void TestFirstStart::languageSwitchedInTheWindowIsNotStored()
