@@ -56,6 +56,8 @@ QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery, Urgency urg
     request.setRawHeader("X-Device-Token", headerValue(ownDeviceId));
     request.setRawHeader("X-Device-Name", headerValue(ownDeviceName));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    // The session's cookie alone says who asks: a challenge is not to make the toolkit introduce anybody.
+    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     // High, because the toolkit's queue knows no difference between normal and low.
     request.setPriority(urgency == Urgency::Asked ? QNetworkRequest::HighPriority
                                                   : QNetworkRequest::LowPriority);

@@ -25,6 +25,7 @@ QNetworkReply *postImage(QNetworkAccessManager &network, const QString &path,
                          std::unique_ptr<QHttpMultiPart> body)
 {
     QNetworkRequest request(QUrl(serviceBaseUrl() + path));
+    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     request.setPriority(QNetworkRequest::HighPriority); // before refreshes, as every request of the user's
     QNetworkReply *reply = network.post(request, body.get());
     body.release()->setParent(reply); // and with it the open file

@@ -30,6 +30,9 @@ class TestApiClientSession : public QObject
 private slots:
     void cookiesAreSentBackAndKeptInMemoryOnly();
     void aClientStartsWithoutTheOtherOnesCookies();
+    void theSessionsCookieOutlivesALogOut();
+    void noChallengeIsAnswered_data();
+    void noChallengeIsAnswered();
     void redirectsAreFollowed();
     void redirectsToAnotherOriginRepeatEverything();
     void redirectsThatNeverEndFail();
@@ -64,6 +67,55 @@ void TestApiClientSession::aClientStartsWithoutTheOtherOnesCookies()
     ApiClient second;
     QVERIFY(fetchMe(second));
     QVERIFY(!service.lastRequest().hasHeader("Cookie"));
+}
+
+// As it is documented: the cookies live as long as the program, whatever the service said of the log-out.
+void TestApiClientSession::theSessionsCookieOutlivesALogOut()
+{
+    LoopbackService service;
+    service.answer("GET /api/me", 200, "{}", {{"Set-Cookie", "session=one; Path=/"}});
+    service.answer("POST /api/auth/login", 200, "{}");
+    ApiClient client;
+    QVERIFY(fetchMe(client));
+    QSignalSpy signedIn(&client, &ApiClient::loginSucceeded);
+    client.logout();
+    client.login(u"bob"_s, u"pw"_s, false);
+    QVERIFY(signedIn.wait());
+    QCOMPARE(service.lastRequest("POST /api/auth/login").header("Cookie"), QByteArray("session=one"));
+}
+
+void TestApiClientSession::noChallengeIsAnswered_data()
+{
+    QTest::addColumn<QByteArray>("challenge");
+    QTest::newRow("Basic") << QByteArray("Basic realm=\"x\"");
+    QTest::newRow("Digest") << QByteArray("Digest realm=\"x\", nonce=\"abc\", qop=\"auth\"");
+    QTest::newRow("NTLM") << QByteArray("NTLM");
+    QTest::newRow("Negotiate, without a ticket") << QByteArray("Negotiate");
+}
+
+// Of itself the toolkit would ask again, and begin to introduce the user of the computer.
+void TestApiClientSession::noChallengeIsAnswered()
+{
+    QFETCH(const QByteArray, challenge);
+    LoopbackService service;
+    const HeaderList headers{{"WWW-Authenticate", challenge}};
+    service.answer("GET /api/me", 401, R"({"message":"no"})", headers);
+    service.answer("POST /api/profile/avatar/upload", 401, "", headers);
+    const QTemporaryDir pictures;
+    const QString picture = pictures.filePath(u"me.png"_s);
+    QVERIFY(QFile(picture).open(QIODevice::WriteOnly));
+    ApiClient client;
+    QSignalSpy failed(&client, &ApiClient::meFailed);
+    QSignalSpy uploaded(&client, &ApiClient::avatarUploaded);
+    client.fetchMe();
+    QVERIFY(failed.wait());
+    QCOMPARE(failed.first().first().toString(), u"no"_s);
+    client.uploadAvatar(picture);
+    QVERIFY(uploaded.wait());
+    QCOMPARE(uploaded.first().first().toBool(), false);
+    QCOMPARE(service.requests().size(), 2);
+    for (const RecordedRequest &request : service.requests())
+        QVERIFY(!request.hasHeader("Authorization"));
 }
 
 void TestApiClientSession::redirectsAreFollowed()
