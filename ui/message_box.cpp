@@ -34,10 +34,34 @@ bool isShown(const QWidget *parent, QMessageBox::Icon icon, const QString &text)
     });
 }
 
-/// How wide the box may become: the toolkit leaves it the screen's width less 480 px.
-int roomForBox(const QMessageBox &box)
+/// The most room that a box takes: half of the screen on either side.
+QSize roomForBox(const QMessageBox &box)
 {
-    return qBound(320, box.screen()->availableGeometry().width() - 480, 600);
+    return box.screen()->availableSize() / 2;
+}
+
+/// How wide a text may become that does not break by itself: the toolkit leaves a box the screen's width less
+/// 480 px.
+int widestBox(const QMessageBox &box)
+{
+    return qMin(roomForBox(box).width(), qBound(320, box.screen()->availableSize().width() - 480, 600));
+}
+
+/// Whether LABEL shows all of its text in WIDTH px, and the box around it keeps to its room. The flags are
+/// those with which the label draws; of a text with variants it would draw one alone.
+bool fitsAsItIsDrawn(const QMessageBox &box, QLabel *label, int width)
+{
+    constexpr QChar variantSeparator(0x9c);
+    const QSize most = roomForBox(box);
+    const QRect room(QPoint(), QSize(width, most.height()));
+    constexpr int flags = Qt::TextWordWrap | Qt::TextExpandTabs;
+    if (box.text().contains(variantSeparator)
+        || !room.contains(label->fontMetrics().boundingRect(room, flags, box.text())))
+        return false;
+    label->setWordWrap(true); // the toolkit decides anew when it shows the box
+    const int usual = qMin(box.screen()->availableSize().width() / 2, 500);
+    const int needed = qMax(usual, box.layout()->totalMinimumSize().width());
+    return needed <= most.width() && box.layout()->totalHeightForWidth(needed) <= most.height();
 }
 
 /// A place for TEXT that breaks every word too wide for it, and scrolls.
@@ -64,11 +88,10 @@ void keepOnScreen(QMessageBox *box)
     if (!grid || !label)
         return;
     box->ensurePolished();
-    const int highest = box->screen()->availableGeometry().height() / 2;
-    const int wide = roomForBox(*box) - (grid->totalMinimumSize().width() - label->minimumSizeHint().width());
-    const QRect room(0, 0, wide, highest);
-    if (room.contains(label->fontMetrics().boundingRect(room, Qt::TextWordWrap, box->text())))
+    const int wide = widestBox(*box) - (grid->totalMinimumSize().width() - label->minimumSizeHint().width());
+    if (fitsAsItIsDrawn(*box, label, wide))
         return;
+    const int highest = roomForBox(*box).height();
     const int needed =
         textHeight(box->text(), label->font(), wide - 16, QTextOption::WrapAtWordBoundaryOrAnywhere);
     QPlainTextEdit *view = makeScrollingText(box->text(), qMin(needed + 16, highest), box);
@@ -76,6 +99,9 @@ void keepOnScreen(QMessageBox *box)
     view->setAccessibleName(box->windowTitle());
     delete grid->replaceWidget(label, view);
     label->hide();
+    const int beyond = grid->totalMinimumSize().height() - highest;
+    if (beyond > 0)
+        view->setFixedHeight(view->height() - beyond);
     box->setDefaultButton(QMessageBox::Ok);
     box->button(QMessageBox::Ok)->setFocus();
 }

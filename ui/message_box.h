@@ -13,8 +13,8 @@ namespace tideloft::ui
 enum class Severity { Information, Warning };
 
 /// Shows TEXT in a modal box titled "TideLoft" with an OK button, as it stands and never as markup; of an
-/// endless one the first part. A text with more lines than half the screen has room for, or with words wider
-/// than the box, scrolls inside it: the box never outgrows the screen. Nothing happens while a box that says
+/// endless one the first part. The box never outgrows half the screen: a text with more lines than that has
+/// room for, or with words wider than the box, scrolls inside it. Nothing happens while a box that says
 /// the same stands before PARENT. Returns at once: replies that arrive meanwhile find the event loop where it
 /// always is.
 void showMessage(QWidget *parent, Severity severity, const QString &text);

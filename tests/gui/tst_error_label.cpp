@@ -80,6 +80,8 @@ class TestErrorLabel : public QObject
 private slots:
     void wordsThatAreTooWideAreShownWhole_data();
     void wordsThatAreTooWideAreShownWhole();
+    void everyVariantIsShown();
+    void tabsAreMeasuredAsTheyAreDrawn();
     void wordsThatFitAreNotBroken();
     void aTextWithTooManyLinesShowsTheFirst_data();
     void aTextWithTooManyLinesShowsTheFirst();
@@ -90,6 +92,8 @@ void TestErrorLabel::wordsThatAreTooWideAreShownWhole_data()
     QTest::addColumn<QString>("before");
     QTest::addColumn<QString>("word");
     QTest::newRow("alone") << QString() << u"MMMMMMMMMM"_s;
+    QTest::newRow("behind a separator of variants") << u"short\u009c"_s << u"MMMMMMMMMM"_s;
+    QTest::newRow("behind tabs") << u"a\tb\tc\td\te\tf "_s << u"MMMMMMMMMM"_s;
     QTest::newRow("behind words") << u"Error transferring "_s << u"MMMMMMMMMM"_s;
     QTest::newRow("signs that part words elsewhere") << QString() << u"M&M.M_M%1M"_s;
 }
@@ -104,6 +108,26 @@ void TestErrorLabel::wordsThatAreTooWideAreShownWhole()
     const double tenTimes = inkOf(Card(before + word.repeated(10))) - rest;
     QVERIFY(once > 1'000);
     QVERIFY2(qAbs(tenTimes / once - 10) < 0.5, qPrintable(u"%1 times as much"_s.arg(tenTimes / once)));
+}
+
+// The toolkit would draw the first of the two that fits.
+void TestErrorLabel::everyVariantIsShown()
+{
+    const QString longer = u"a longer text behind it"_s;
+    const Card both(longer + u'\u009c' + u"short"_s);
+    const Card blank(longer + u" short"_s);
+    QVERIFY(inkOf(both) > 1'000);
+    QCOMPARE(both.label->height(), blank.label->height());
+    QVERIFY(qAbs(inkOf(both) / inkOf(blank) - 1) < 0.02);
+}
+
+// A line of tabs and letters that is wider than the label goes on in the next line.
+void TestErrorLabel::tabsAreMeasuredAsTheyAreDrawn()
+{
+    const QString word = u"MM"_s;
+    const double once = inkOf(Card(word));
+    const double six = inkOf(Card((word + u'\t').repeated(6)));
+    QVERIFY2(qAbs(six / once - 6) < 0.3, qPrintable(u"%1 times as much"_s.arg(six / once)));
 }
 
 void TestErrorLabel::wordsThatFitAreNotBroken()
