@@ -50,6 +50,7 @@ BubbleText::BubbleText(const QString &text, QWidget *parent)
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setContextMenuPolicy(Qt::NoContextMenu); // the list's menu takes the place of the label's own
     setStyleSheet(style::messageText());
     setText(text);
 }
@@ -91,6 +92,22 @@ int BubbleText::measuredHeight(int width) const
 {
     return textHeight(text(), font(), width,
                       hasLongWord ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WordWrap);
+}
+
+// A label tells of its line breaks in the way of a text document.
+QString BubbleText::copiedText() const
+{
+    if (!hasSelectedText())
+        return text();
+    return selectedText().replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
+}
+
+void BubbleText::selectAll()
+{
+    setFocus();
+    setSelection(0, 0); // the document is filled when it is first needed
+    if (const auto *document = findChild<QTextDocument *>())
+        setSelection(0, document->characterCount() - 1); // without the end of the last paragraph
 }
 
 void BubbleText::changeEvent(QEvent *event)

@@ -23,6 +23,12 @@ public:
     QSize minimumSizeHint() const override;
     int heightForWidth(int width) const override;
 
+    /// What copying takes: the selection, else the whole text.
+    QString copiedText() const;
+    /// The text gets the keyboard, so that the key that copies is for it; without the keyboard a selection
+    /// goes, as in every label.
+    void selectAll();
+
 protected:
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

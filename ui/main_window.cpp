@@ -30,6 +30,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), currentAccent(def
     applyTheme();
     retranslate();
     connectClient();
+    connectKeys();
     refreshTimer = new QTimer(this);
     refreshTimer->setInterval(3000);
     connect(refreshTimer, &QTimer::timeout, this, &MainWindow::refreshData);

@@ -127,6 +127,7 @@ private:
     QWidget *buildInputArea(QWidget *page);
     void connectClient();
     void connectChat();
+    void connectKeys();
 
     void retranslate();
     void retranslateAccessibleNames();
@@ -175,6 +176,7 @@ private:
     void showConversation(const QString &peer);
     void openConversation(const QString &peer);
     void searchAsTyped(const QString &typed);
+    void leaveSearch();
     void pickSearchResult(QListWidgetItem *entry);
     void beginAs(const QJsonObject &me);
     void registerThisDevice();

@@ -5,6 +5,7 @@
 
 #include "ui/composition_keys.h"
 #include "ui/elided_label.h"
+#include "ui/history_copy.h"
 #include "ui/row_list.h"
 #include "ui/scroll_keys.h"
 #include "ui/style/hint_row.h"
@@ -173,6 +174,7 @@ QWidget *MainWindow::buildInputArea(QWidget *page)
 void MainWindow::connectChat()
 {
     scrollByKeys(msgInput, messageList);
+    copyFromHistory(messageList, [this] { return language(); });
     keepCompositionKeys(msgInput);
     connect(sendButton, &QPushButton::clicked, this, &MainWindow::onSendClicked);
     connect(&sealing, &SlicedSealing::busyChanged, this, &MainWindow::followSealing);

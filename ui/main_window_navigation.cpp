@@ -12,9 +12,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMouseEvent>
 #include <QProcess>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStackedWidget>
 
 using namespace Qt::StringLiterals;
@@ -99,6 +101,26 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+// What belongs to a page works while that page is shown.
+void MainWindow::connectKeys()
+{
+    const auto keys = [](QKeyCombination combination, QWidget *place) {
+        return new QShortcut(QKeySequence(combination), place);
+    };
+    connect(keys(Qt::CTRL | Qt::Key_Q, this), &QShortcut::activated, QCoreApplication::instance(),
+            &QCoreApplication::quit);
+    connect(keys(Qt::CTRL | Qt::Key_W, this), &QShortcut::activated, this, &QWidget::close);
+    connect(keys(Qt::CTRL | Qt::Key_F, mainPage), &QShortcut::activated, this, [this] {
+        sideSearch->setFocus();
+        sideSearch->selectAll();
+    });
+    for (QWidget *place : std::initializer_list<QWidget *>{sideSearch, searchResults}) {
+        auto *escape = keys(Qt::Key_Escape, place);
+        escape->setContext(Qt::WidgetShortcut);
+        connect(escape, &QShortcut::activated, this, &MainWindow::leaveSearch);
+    }
 }
 
 // A key that is held down repeats itself before the program has quit, and would start a copy each time.

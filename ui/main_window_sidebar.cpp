@@ -60,6 +60,15 @@ void MainWindow::onSearchFailed(const QString &) {}
 
 void MainWindow::onSearchUserDoubleClicked() {}
 
+void MainWindow::leaveSearch()
+{
+    sideSearch->clear();
+    searchResults->hide();
+    QWidget *next =
+        msgInput->isVisible() && msgInput->isEnabled() ? static_cast<QWidget *>(msgInput) : dmList;
+    next->setFocus();
+}
+
 void MainWindow::pickSearchResult(QListWidgetItem *entry)
 {
     // A copy: clearing the search deletes the entry.

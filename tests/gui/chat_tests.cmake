@@ -32,4 +32,6 @@ tideloft_test(tst_list_refresh
     LIBRARIES tideloft_chat_fixture LABELS gui)
 tideloft_test(tst_chat_refresh SOURCES tst_chat_refresh.cpp tst_popups.cpp tst_popups.h
     LIBRARIES tideloft_chat_fixture LABELS gui)
+tideloft_test(tst_history_copy SOURCES tst_history_copy.cpp tst_popups.cpp tst_popups.h
+    LIBRARIES tideloft_chat_fixture LABELS gui)
 tideloft_chat_test(tst_bubble_text)
