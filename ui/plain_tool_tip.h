@@ -8,8 +8,8 @@ class QWidget;
 namespace tideloft::ui
 {
 
-/// Shows WIDGET's tool tip as the text that it is. The toolkit would guess, and take markup for markup; the
-/// property keeps the raw text.
+/// Shows WIDGET's tool tip as the text that it is, in no more than half the screen. The toolkit would guess,
+/// and take markup for markup; the property keeps the raw text.
 void showToolTipAsPlainText(QWidget *widget);
 
 } // namespace tideloft::ui
