@@ -17,7 +17,7 @@ namespace tideloft::crypto
 class DirectoryLock
 {
 public:
-    /// More than the slowest making of a key pair takes. Whoever holds the lock for longer was stopped, or
+    /// Far more than the writing of two files takes. Whoever holds the lock for longer was stopped, or
     /// means harm; this copy, and its window, do not wait for them.
     static constexpr int defaultPatience = 2'000; // ms
 

@@ -52,25 +52,35 @@ SecretBytes encode(int (*encoder)(const EVP_PKEY *, unsigned char **), const EVP
 
 } // namespace
 
-bool generateKeyPair(QString *error)
+std::unique_ptr<const KeyPair> makeKeyPair(QString *error)
 {
     ERR_clear_error();
-    OpenSslPtr<EVP_PKEY> key = generateKey(error);
+    const OpenSslPtr<EVP_PKEY> key = generateKey(error);
     if (!key)
-        return false;
+        return nullptr;
     const SecretBytes privateDer = encode(i2d_PrivateKey, key.get());
     if (privateDer.isEmpty())
         return fail(error, u"Could not encode private key."_s);
     const SecretBytes publicDer = encode(i2d_PUBKEY, key.get());
     if (publicDer.isEmpty())
         return fail(error, u"Could not encode public key."_s);
-    key.reset();
-    const SecretText privateText(toBase64Text(privateDer.view()));
+    return std::make_unique<const KeyPair>(SecretText(toBase64Text(privateDer.view())),
+                                           toBase64Text(publicDer.view()));
+}
+
+bool writeKeyPair(const KeyPair &pair, QString *error)
+{
     QString writeError;
-    if (!writePrivateKeyFile(privateText.view(), &writeError)
-        || !writePublicKeyFile(toBase64Text(publicDer.view()), &writeError))
+    if (!writePrivateKeyFile(pair.privateHalf.view(), &writeError)
+        || !writePublicKeyFile(pair.publicHalf, &writeError))
         return fail(error, writeError);
     return true;
+}
+
+bool generateKeyPair(QString *error)
+{
+    const auto pair = makeKeyPair(error);
+    return pair && writeKeyPair(*pair, error);
 }
 
 } // namespace tideloft::crypto

@@ -113,9 +113,10 @@ bool publicKeyExists()
 }
 
 // The question and the answer to it under one lock: of two copies that sign in for the first time at the same
-// moment the second finds the pair of the first, and never a half of it. The directory is asked for once: if
-// it were away for a moment only, a pair in it would pass for missing, and be written over. Halves that hold
-// something are written already: with them nobody is waited for.
+// moment the second finds the pair of the first, and never a half of it. A pair is made before that, so that
+// the lock is held for a moment only, and a slow computer is no reason to go on without it. The directory is
+// asked for once: if it were away for a moment only, a pair in it would pass for missing, and be written
+// over. Halves that hold something are written already: with them nobody is waited for.
 bool ensureKeyPair(QString *error)
 {
     const QString directory = appDataDir();
@@ -126,8 +127,13 @@ bool ensureKeyPair(QString *error)
     keepFileForOwner(path(publicKeyFile));
     if (isFilled(path(privateKeyFile)) && isFilled(path(publicKeyFile)))
         return true;
+    const auto bothExist = [&] { return exists(path(privateKeyFile)) && exists(path(publicKeyFile)); };
+    const bool missing = !bothExist();
+    const auto fresh = missing ? makeKeyPair(error) : nullptr;
+    if (missing && !fresh)
+        return false;
     const DirectoryLock lock(directory);
-    return (exists(path(privateKeyFile)) && exists(path(publicKeyFile))) || generateKeyPair(error);
+    return bothExist() || (fresh ? writeKeyPair(*fresh, error) : generateKeyPair(error));
 }
 
 bool writePrivateKeyFile(const QString &base64, QString *error)
