@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QVariant>
 
 using namespace Qt::StringLiterals;
@@ -115,6 +116,19 @@ public:
     }
 };
 
+/// Is called what it says.
+class Notification : public QAccessibleWidget
+{
+public:
+    explicit Notification(QLabel *label) : QAccessibleWidget(label, QAccessible::Notification) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Name ? static_cast<QLabel *>(widget())->text()
+                                         : QAccessibleWidget::text(kind);
+    }
+};
+
 // Null for everything that is none of ours: then the toolkit presents it.
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
@@ -127,6 +141,9 @@ QAccessibleInterface *makeInterface(const QString &, QObject *object)
     const auto role = static_cast<QAccessible::Role>(value.toInt());
     if (auto *combo = qobject_cast<QComboBox *>(widget))
         return new NamedCombo(combo); // the toolkit's cache owns what a factory makes
+    auto *label = qobject_cast<QLabel *>(widget);
+    if (label && role == QAccessible::Notification)
+        return new Notification(label);
     if (role == QAccessible::ButtonMenu)
         return new PressableWidget(widget, role);
     return new QAccessibleWidget(widget, role);
@@ -142,6 +159,24 @@ void installAccessibleInterfaces()
 void setAccessibleRole(QWidget *widget, QAccessible::Role role)
 {
     widget->setProperty(roleProperty, static_cast<int>(role));
+}
+
+void makeNotification(QLabel *label)
+{
+    setAccessibleRole(label, QAccessible::Notification);
+}
+
+// The toolkit has no event for news on this desktop. Screen readers take it that a notification comes up;
+// what is hidden tells so by itself when it is shown.
+void notify(QLabel *label, const QString &text)
+{
+    const bool wasShown = !label->isHidden();
+    label->setText(text);
+    label->show();
+    if (!wasShown)
+        return;
+    QAccessibleEvent comesUp(label, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&comesUp);
 }
 
 void nameCombo(QComboBox *combo, const QString &name)

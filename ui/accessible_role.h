@@ -6,6 +6,7 @@
 #include <QAccessible>
 
 class QComboBox;
+class QLabel;
 
 namespace tideloft::ui
 {
@@ -19,6 +20,13 @@ void installAccessibleInterfaces();
 /// does. Of a combo box the toolkit says only which entry is chosen, "English", and not what for; here it is
 /// "Language: English".
 void setAccessibleRole(QWidget *widget, QAccessible::Role role);
+
+/// Makes LABEL a place for news. A screen reader says at once what comes up in a notification, while the
+/// keyboard stays where it is.
+void makeNotification(QLabel *label);
+
+/// Shows TEXT in LABEL, which is a notification, as news.
+void notify(QLabel *label, const QString &text);
 
 /// Calls COMBO and its list NAME.
 void nameCombo(QComboBox *combo, const QString &name);

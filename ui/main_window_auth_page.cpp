@@ -156,6 +156,7 @@ void MainWindow::addAuthFields(QWidget *card, QVBoxLayout *column)
     rememberCheck->setStyleSheet(style::rememberCheck());
     ringFocus(rememberCheck);
     authError = new ErrorLabel(card, u"authError"_s);
+    makeNotification(authError);
     authError->hide();
     column->addWidget(usernameField);
     column->addSpacing(8);

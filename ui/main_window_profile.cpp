@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/accessible_role.h"
 #include "ui/menu_choice.h"
 #include "ui/message_box.h"
 #include "ui/picture_dialog.h"
@@ -60,7 +61,7 @@ void MainWindow::confirmInFooter(const QString &confirmation)
 {
     if (!myStatus)
         return;
-    myStatus->setText(confirmation);
+    notify(myStatus, confirmation);
     QTimer::singleShot(2000, Qt::CoarseTimer, this, [this] { myStatus->setText(u"● Online"_s); });
 }
 

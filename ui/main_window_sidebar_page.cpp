@@ -22,6 +22,21 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
+namespace
+{
+
+QLabel *makeStatus(QWidget *footer)
+{
+    auto *status = new QLabel(footer);
+    makeNotification(status); // before its text makes it speak
+    status->setTextFormat(Qt::PlainText);
+    status->setObjectName(u"myStatus"_s);
+    status->setText(u"● Online"_s);
+    return status;
+}
+
+} // namespace
+
 QWidget *MainWindow::buildSidebar(QWidget *page)
 {
     auto *sidebar = makeBox(page, u"leftSidebar"_s);
@@ -93,7 +108,7 @@ QWidget *MainWindow::buildSideFooter(QWidget *sidebar)
     footerAvatar->setCursor(Qt::PointingHandCursor);
     footerAvatar->setStyleSheet(style::footerInitials());
     myName = new ElidedLabel(u"—"_s, footer, u"myName"_s);
-    myStatus = makeLabel(u"● Online"_s, footer, u"myStatus"_s);
+    myStatus = makeStatus(footer);
     quilloryBtn = makeButton(u"Quillory"_s, footer, u"quilloryBtn"_s);
     quilloryBtn->setFixedHeight(24);
     quilloryBtn->setStyleSheet(style::quilloryButton());

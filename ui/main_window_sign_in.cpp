@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/accessible_role.h"
 #include "ui/bounded_text.h"
 
 #include <QCheckBox>
@@ -124,8 +125,7 @@ void MainWindow::setBusy(bool busy)
 
 void MainWindow::showAuthError(const QString &message)
 {
-    authError->setText(firstPart(message, errorLimits));
-    authError->show();
+    notify(authError, firstPart(message, errorLimits));
 }
 
 void MainWindow::hideAuthError()

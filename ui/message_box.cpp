@@ -99,6 +99,7 @@ void keepOnScreen(QMessageBox *box)
     view->setAccessibleName(box->windowTitle());
     delete grid->replaceWidget(label, view);
     label->hide();
+    box->setAccessibleDescription(box->text()); // said with the box; of a hidden label nothing is
     const int beyond = grid->totalMinimumSize().height() - highest;
     if (beyond > 0)
         view->setFixedHeight(view->height() - beyond);

@@ -4,7 +4,9 @@
 
 import accessibility
 import display
+import news
 import popups
+from accessibility import NOTIFICATION
 from checks import Broken
 from gi.repository import Atspi, GLib
 
@@ -33,6 +35,7 @@ class Listener:
     def __init__(self, client, language, checks):
         self.client, self.language, self.checks = client, language, checks
         self.popups = popups.Popups()
+        self.news = news.News()
         self.heard = set()  # (page, role, name)
 
     def everything(self):
@@ -68,6 +71,12 @@ class Listener:
         said = f"{self.language}, {page}: {len(controls)} controls"
         self.checks.check(f"{said}, each has a name {nameless or ''}".rstrip(), not nameless)
         self.checks.check(f"{said}, each has a role {filling or ''}".rstrip(), not filling)
+
+    def hear_news(self, matches):
+        """A notification that MATCHES is told without being asked for, and is there to be found."""
+        told = self.client.wait("news", lambda: [text for text in self.news.take() if matches(text)])
+        self.client.find(NOTIFICATION, told[0])
+        self.checks.check(f"{self.language}: told at once: {told[0]}", True)
 
     def focused(self):
         """(role, name) of what has the keyboard. A list's current row says so even while another widget has

@@ -162,16 +162,15 @@ class Visit:
     def change_picture(self):
         self.walk_to(BUTTON, "Profile picture")
         self.listener.press("space")
-        # Inside it the toolkit speaks, and English only.
-        self.listener.hear("file dialog", (DIALOG, self.words["Choose profile picture"]),
-                           (LINE_EDIT, "File name:"), (BUTTON, "Parent Directory"), ("tree", "Files"),
-                           (CELL, self.picture.name), (BUTTON, "Cancel"))
-        self.listener.wait_for_focus(LINE_EDIT, "File name:")
+        self.hear("file dialog", (DIALOG, "Choose profile picture"), (LINE_EDIT, "File name:"),
+                  (BUTTON, "Parent Directory"), ("tree", "Files"), (BUTTON, "Cancel"))
+        self.client.find(CELL, self.picture.name)
+        self.wait_for_focus(LINE_EDIT, "File name:")
         self.listener.type(self.picture.name)
         self.client.wait("its name", lambda: self.picture.name == text_of(
-            self.client.find(LINE_EDIT, "File name:")))
+            self.client.find(LINE_EDIT, self.words["File name:"])))
         self.listener.press("Return")
-        self.client.find(LABEL, self.words["✓ Picture updated"])
+        self.listener.hear_news(lambda text: text == self.words["✓ Picture updated"])
         self.wait_for_focus(BUTTON, "Profile picture")
 
     def open_privacy(self):
@@ -193,11 +192,15 @@ class Visit:
         self.wait_for_focus(LINE_EDIT, "Username")
 
     def be_refused(self):
+        empty = self.words["Please enter your username and password."]
+        for _ in range(2):  # the same error is news each time
+            self.listener.press("Return")
+            self.listener.hear_news(lambda text: text == empty)
         self.listener.type(self.client.name)
         self.listener.press("Tab")
         self.listener.type("not-her-password")
         self.listener.press("Return")
-        self.client.find(LABEL, lambda text: "password" in text.lower() and text != "Password")
+        self.listener.hear_news(lambda text: "password" in text.lower())
         self.hear("refused sign-in", (BUTTON, "Sign in"))
         self.wait_for_focus(PASSWORD, "Password")
 

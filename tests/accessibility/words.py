@@ -13,6 +13,7 @@ SWEDISH = {
     "Password": "Lösenord",
     "Sign in": "Logga in",
     "Create account": "Skapa konto",
+    "Please enter your username and password.": "Fyll i användarnamn och lösenord.",
     # The main page.
     "Messages": "Meddelanden",
     "Create server": "Skapa server",
@@ -44,6 +45,9 @@ SWEDISH = {
     "Public profile": "Offentlig profil",
     "Save": "Spara",
     "Choose profile picture": "Välj profilbild",
+    "File name:": "Filnamn:",
+    "Parent Directory": "Överordnad mapp",
+    "Files": "Filer",
     # The settings.
     "←  Back to chat": "←  Tillbaka till chatten",
     "Account": "Konto",

@@ -11,6 +11,7 @@ tideloft_test(tst_accessible_controls
             tst_settings_switches_table.cpp tst_settings_switches_table.h
     LIBRARIES tideloft_accessible_probe tideloft_start_up LABELS gui)
 tideloft_test(tst_accessible_texts LIBRARIES tideloft_accessible_probe LABELS gui)
+tideloft_test(tst_notifications LIBRARIES tideloft_accessible_probe LABELS gui)
 tideloft_test(tst_visible_focus LIBRARIES tideloft_accessible_probe LABELS gui)
 tideloft_test(tst_focus_contrast LIBRARIES tideloft_accessible_probe tideloft_start_up LABELS gui)
 tideloft_test(tst_keyboard_journey

@@ -9,6 +9,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 BUTTON = "push button"
 LABEL = "label"
+NOTIFICATION = "notification"
 LINE_EDIT = "text"
 PASSWORD = "password text"
 LIST = "list"

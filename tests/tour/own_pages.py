@@ -6,7 +6,7 @@ import json
 import re
 
 import display
-from accessibility import BUTTON, CHECK_BOX, LABEL, LINE_EDIT, PASSWORD, ROW
+from accessibility import BUTTON, CHECK_BOX, LABEL, LINE_EDIT, NOTIFICATION, PASSWORD, ROW
 SERVER = "Pier & Harbour"
 BIO = "Down by the water most days."
 USER_MENU = ("Profile", "Settings", "Log out")
@@ -70,16 +70,16 @@ class OwnPages:
     def give_picture(self):
         self.alice.click(self.alice.find(LABEL, "Profile picture"))
         self.alice.choose_file(self.picture)
-        self.alice.find(LABEL, "✓ Picture updated")
+        self.alice.find(NOTIFICATION, "✓ Picture updated")
         self.done("alice has a picture", "picture-alice", self.alice)
 
     def save_profile(self):
         self.choose_in_user_menu("Profile", lambda: self.done(
             "the footer has a menu", "user-menu-alice", self.alice))
         self.alice.type_into(LINE_EDIT, "Bio", BIO)
-        self.alice.find(LABEL, "● Online")
+        self.alice.find(NOTIFICATION, "● Online")
         self.alice.click(self.alice.find(BUTTON, "Save changes"))
-        self.alice.find(LABEL, "✓ Saved")
+        self.alice.find(NOTIFICATION, "✓ Saved")
         self.done("alice saves what she says of herself", "profile-alice", self.alice)
 
     def choose_in_user_menu(self, entry, look=lambda: None):

@@ -7,7 +7,7 @@ import stat
 
 import display
 import secrecy
-from accessibility import BUTTON, LABEL, LINE_EDIT, PASSWORD
+from accessibility import BUTTON, LABEL, LINE_EDIT, NOTIFICATION, PASSWORD
 from checks import Broken
 from client import Client
 from own_pages import OwnPages
@@ -97,7 +97,7 @@ class Tour:
         self.bob.type_into(PASSWORD, "Lösenord", "not-her-password")
         self.bob.press("Return")
         refusal = self.bob.wait("the service's refusal", self.wire.last_refusal)
-        self.bob.find(LABEL, refusal)
+        self.bob.find(NOTIFICATION, refusal)
         self.done(f"a wrong password is refused: {refusal}", "refused-bob", self.bob)
 
     def check_keys(self):
