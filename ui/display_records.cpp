@@ -15,7 +15,7 @@ QString shownText(const QJsonObject &item, const OpenMessage &open, const QStrin
 {
     if (!crypto::isEncrypted(item))
         return item.value(u"text"_s).toString();
-    const QString opened = open(item);
+    const QString opened = open(item).text;
     return opened.isEmpty() ? unreadable : opened;
 }
 
@@ -27,10 +27,19 @@ QString unreadableText(Language language)
 DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading)
 {
     const QString from = item.value(u"from"_s).toString().trimmed();
+    QString reason;
+    const auto open = [&](const QJsonObject &sealed) {
+        OpenedText opened = reading.open(sealed);
+        if (opened.text.isEmpty())
+            reason = opened.reason.isEmpty() ? u"The message is empty."_s : opened.reason;
+        return opened;
+    };
+    const QString text = shownText(item, open, unreadableText(reading.language));
     return {.from = from,
-            .text = shownText(item, reading.open, unreadableText(reading.language)),
+            .text = text,
             .time = messageTime(item, reading.now),
-            .isMine = from.toLower() == reading.ownName.toLower()};
+            .isMine = from.toLower() == reading.ownName.toLower(),
+            .reason = reason};
 }
 
 QList<DisplayRecord> displayRecords(const QJsonArray &items, const Reading &reading)

@@ -21,12 +21,21 @@ struct DisplayRecord {
     QString text;
     QDateTime time; ///< Local; invalid if the service's text cannot be read.
     bool isMine = false;
+    QString reason = {}; ///< Why it could not be opened, in English; empty where it could.
 
     bool operator==(const DisplayRecord &) const = default;
 };
 
-/// Opens an encrypted message for this device: its plain text, or an empty text on any failure.
-using OpenMessage = std::function<QString(const QJsonObject &item)>;
+/// What came of opening a message: its plain text, or an empty text and the reason.
+struct OpenedText {
+    OpenedText(const QString &plainText, const QString &failure = {}) : text(plainText), reason(failure) {}
+
+    QString text;
+    QString reason;
+};
+
+/// Opens an encrypted message for this device.
+using OpenMessage = std::function<OpenedText(const QJsonObject &item)>;
 
 /// How the items of one history are read: OWNNAME is the signed-in user's name; a message without a time gets
 /// NOW; a message that cannot be opened says so in LANGUAGE.

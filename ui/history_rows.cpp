@@ -5,6 +5,7 @@
 
 #include "ui/bounded_text.h"
 #include "ui/message_time.h"
+#include "ui/message_trouble.h"
 
 #include <QStringList>
 
@@ -16,15 +17,17 @@ namespace tideloft::ui
 namespace
 {
 
-MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position, const QString &me)
+MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position, Language language)
 {
     MessageRowModel row{.isMine = record.isMine, .position = position, .text = record.text};
-    row.speaker = record.isMine ? me : record.from;
+    row.speaker = record.isMine ? chooseText(language, u"Du"_s, u"You"_s) : record.from;
     row.clock = clockText(record.time);
     if (row.showsSender())
         row.sender = record.from;
     if (position == GroupPosition::Single || position == GroupPosition::Last)
         row.time = row.clock;
+    if (!record.reason.isEmpty())
+        row.trouble = messageTrouble(record.reason, language);
     return row;
 }
 
@@ -50,7 +53,6 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
 {
     QList<HistoryRow> rows;
     const QList<GroupPosition> positions = groupPositions(records);
-    const QString me = chooseText(language, u"Du"_s, u"You"_s);
     QDate separated; // the date of the last separator
     for (qsizetype i = 0; i < records.size(); ++i) {
         const QDate date = records.at(i).time.date();
@@ -58,7 +60,7 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
             rows.append(DaySeparatorModel{dayLabel(date, today, language)});
             separated = date;
         }
-        rows.append(messageRow(records.at(i), positions.at(i), me));
+        rows.append(messageRow(records.at(i), positions.at(i), language));
     }
     boundMessages(rows);
     return rows;
@@ -77,7 +79,7 @@ QString spokenText(const HistoryRow &row)
     if (const auto *day = std::get_if<DaySeparatorModel>(&row))
         return day->label;
     const auto &message = std::get<MessageRowModel>(row);
-    QStringList parts{inOneLine(message.speaker), message.text, message.clock};
+    QStringList parts{inOneLine(message.speaker), message.text, message.clock, message.trouble};
     parts.removeAll({});
     return parts.join(u", "_s);
 }

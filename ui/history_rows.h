@@ -26,6 +26,7 @@ struct MessageRowModel {
     QString time = {};    ///< "HH:mm", empty where no time is shown.
     QString speaker = {}; ///< Who a screen reader says wrote it: every row for itself, grouped or not.
     QString clock = {};   ///< When, likewise.
+    QString trouble = {}; ///< Why it could not be displayed and what to do; empty where it could.
 
     /// Whether the peer's avatar stands beside the bubble and the name in it.
     bool showsSender() const { return !isMine && startsGroup(); }

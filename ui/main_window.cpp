@@ -113,11 +113,14 @@ void MainWindow::setLanguageIndex(int index)
 }
 
 // With nobody signed in, a late reply is still shown, but leaves no key behind.
-QString MainWindow::openedText(const QJsonObject &item)
+OpenedText MainWindow::openedText(const QJsonObject &item)
 {
-    if (myUsername.isEmpty())
-        return crypto::decryptMessageText(item, myUsername, api.deviceId());
-    return crypto::decryptMessageText(item, myUsername, api.deviceId(), readingMemory);
+    QString reason;
+    const QString text =
+        myUsername.isEmpty()
+            ? crypto::decryptMessageText(item, myUsername, api.deviceId(), &reason)
+            : crypto::decryptMessageText(item, myUsername, api.deviceId(), readingMemory, &reason);
+    return {text, reason};
 }
 
 void MainWindow::refreshData()

@@ -96,7 +96,7 @@ private slots:
 private:
     QString text(const QString &swedish, const QString &english) const;
     Language language() const;
-    QString openedText(const QJsonObject &item);
+    OpenedText openedText(const QJsonObject &item);
     void drawHistory();
     void forgetHistory();
     QList<DisplayRecord> readHistory(const QJsonArray &items, const QDateTime &now);

@@ -7,6 +7,7 @@
 #include "ui/bubble_text.h"
 #include "ui/elided_label.h"
 #include "ui/initials.h"
+#include "ui/plain_tool_tip.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widget_parts.h"
 
@@ -68,6 +69,10 @@ QWidget *makeBubble(const MessageRowModel &model, QWidget *row)
     column->addWidget(new BubbleText(model.text, bubble));
     if (!model.time.isEmpty())
         column->addWidget(makeTime(model, bubble));
+    if (!model.trouble.isEmpty()) {
+        bubble->setToolTip(model.trouble);
+        showToolTipAsPlainText(bubble);
+    }
     return bubble;
 }
 

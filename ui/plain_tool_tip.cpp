@@ -99,7 +99,9 @@ public:
         if (tip.isEmpty())
             QToolTip::hideText();
         else
-            showBounded(static_cast<QHelpEvent *>(event)->globalPos(), tip, widget);
+            // The window lends the tip its sheet. The widget's own style may have no selector and reach the
+            // tip.
+            showBounded(static_cast<QHelpEvent *>(event)->globalPos(), tip, widget->window());
         return true;
     }
 

@@ -9,6 +9,11 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -23,6 +28,9 @@ private slots:
     void sealedMessagesAreOpened();
     void messageThatCannotBeOpened_data();
     void messageThatCannotBeOpened();
+    void aToolTipSaysWhy_data();
+    void aToolTipSaysWhy();
+    void anotherReasonChangesTheRow();
     void onlyTheRightArrayIsSearched();
     void missingKeyFileIsReadAgainAtTheNextReply();
     void markupIsShownAsText_data();
@@ -31,9 +39,27 @@ private slots:
 private:
     QString shownText(int index) const { return shownMessage(chat.messageList(), index).text->text(); }
 
+    /// The tool tip of a message's row as people see it, hovering over its text.
+    QString shownTip(int index) const;
+    QString spoken(int index) const;
+
     ChatWindow chat;
     KeyPair own;
 };
+
+QString TestChatSealed::shownTip(int index) const
+{
+    QWidget *text = shownMessage(chat.messageList(), index).text;
+    QToolTip::hideText();
+    QHelpEvent hover(QEvent::ToolTip, QPoint(2, 2), text->mapToGlobal(QPoint(2, 2)));
+    QApplication::sendEvent(text, &hover);
+    return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+}
+
+QString TestChatSealed::spoken(int index) const
+{
+    return chat.messageList()->item(index)->data(Qt::AccessibleTextRole).toString();
+}
 
 void TestChatSealed::initTestCase()
 {
@@ -98,6 +124,54 @@ void TestChatSealed::messageThatCannotBeOpened()
     QTEST(shownText(2), "shown");
     QCOMPARE(shownText(3), u"after"_s);
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+void TestChatSealed::aToolTipSaysWhy_data()
+{
+    QTest::addColumn<int>("language");
+    QTest::addColumn<QString>("member");
+    QTest::addColumn<QJsonValue>("value");
+    QTest::addColumn<QString>("why");
+    QTest::newRow("other device, English") << 1 << u"recipientKeys"_s << QJsonValue(QJsonArray())
+                                           << u"Read it on the device that it was written for."_s;
+    QTest::newRow("other device, Swedish")
+        << 0 << u"recipientKeys"_s << QJsonValue(QJsonArray()) << u"Läs det på enheten som det skrevs för."_s;
+    QTest::newRow("damaged, English")
+        << 1 << u"iv"_s << QJsonValue(u""_s)
+        << u"Encrypted payload is missing text or iv. Ask the sender to send it again."_s;
+    QTest::newRow("damaged, Swedish")
+        << 0 << u"iv"_s << QJsonValue(u""_s)
+        << u"Encrypted payload is missing text or iv. Be avsändaren skicka det igen."_s;
+}
+
+void TestChatSealed::aToolTipSaysWhy()
+{
+    QFETCH(const int, language);
+    QFETCH(const QString, member);
+    QFETCH(const QJsonValue, value);
+    QFETCH(const QString, why);
+    const QJsonObject whole = sealedMessage(u"bob"_s, u"secret"_s, own, chat.deviceId());
+    QJsonObject sealed = whole;
+    sealed.insert(member, value);
+    chat.window.setLanguageIndex(language);
+    QVERIFY(chat.showHistory(u"bob"_s, {whole, sealed}));
+    chat.window.setLanguageIndex(1);
+    QVERIFY2(shownTip(2).endsWith(why), qPrintable(shownTip(2)));
+    QVERIFY2(spoken(2).endsWith(why), qPrintable(spoken(2)));
+    QCOMPARE(shownMessage(chat.messageList(), 1).bubble->toolTip(), QString());
+    QVERIFY(!spoken(1).contains(why));
+}
+
+void TestChatSealed::anotherReasonChangesTheRow()
+{
+    QJsonObject sealed = sealedMessage(u"bob"_s, u"secret"_s, own, chat.deviceId());
+    sealed.insert(u"recipientKeys"_s, QJsonArray());
+    QVERIFY(chat.showHistory(u"bob"_s, {sealed}));
+    QVERIFY(shownTip(1).startsWith(u"No encrypted key found for device '%1'."_s.arg(chat.deviceId())));
+    sealed.insert(u"iv"_s, QString());
+    QVERIFY(chat.showHistory(u"bob"_s, {sealed}));
+    QCOMPARE(shownTip(1), u"Encrypted payload is missing text or iv. Ask the sender to send it again."_s);
+    QVERIFY(spoken(1).contains(u"Encrypted payload is missing text or iv."_s));
 }
 
 void TestChatSealed::onlyTheRightArrayIsSearched()

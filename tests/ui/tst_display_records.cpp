@@ -54,6 +54,8 @@ private slots:
     void text();
     void envelopeThatDoesNotOpenSaysSo();
     void envelopeForOtherDevicesSaysSo();
+    void reasonIsKept();
+    void otherReasonIsAnotherRecord();
     void envelopeIsHandedOverWhole();
     void plainMessageIsNotOpened();
     void mine_data();
@@ -102,6 +104,29 @@ void TestDisplayRecords::envelopeThatDoesNotOpenSaysSo()
     QCOMPARE(inSwedish.value(1).text, u"plain"_s); // the other messages are unaffected
     const auto inEnglish = displayRecords(items, {u"alice"_s, openNothing, noon(), Language::English});
     QCOMPARE(inEnglish.value(0).text, hiddenInEnglish);
+}
+
+void TestDisplayRecords::reasonIsKept()
+{
+    const QJsonArray items = parsed(R"([{"encrypted":true,"text":"x"},{"text":""}])");
+    const auto fail = [](const QJsonObject &) { return OpenedText({}, u"IV decode failed."_s); };
+    const auto failed = displayRecords(items, {u"alice"_s, fail, noon(), Language::English});
+    QCOMPARE(failed.value(0).reason, u"IV decode failed."_s);
+    QCOMPARE(failed.value(1).reason, QString()); // not sealed
+    const auto empty = displayRecords(items, {u"alice"_s, openNothing, noon(), Language::English});
+    QCOMPARE(empty.value(0).reason, u"The message is empty."_s);
+    const auto opened = displayRecords(items, {u"alice"_s, open, noon(), Language::English});
+    QCOMPARE(opened.value(0).reason, QString());
+}
+
+// Else a refresh that fails for another reason would leave the row as it is.
+void TestDisplayRecords::otherReasonIsAnotherRecord()
+{
+    const DisplayRecord one{.from = u"bob"_s, .text = u"x"_s, .time = noon(), .reason = u"this"_s};
+    DisplayRecord other = one;
+    QCOMPARE(other, one);
+    other.reason = u"that"_s;
+    QVERIFY(!(other == one));
 }
 
 void TestDisplayRecords::envelopeForOtherDevicesSaysSo()
