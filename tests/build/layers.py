@@ -1,0 +1,78 @@
+#!/usr/bin/env python3
+"""Fails when a folder includes a header of a folder that it must not know, when it includes a toolkit that is left
+to others, and when headers include each other round a corner. Linking catches a wrong call; this catches the
+include of a header that needs no linking.
+
+Usage: layers.py ROOT
+"""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
+import re
+import sys
+from pathlib import Path
+
+# Longest folder first: the first that a file lies in is its own. Each with the headers that it may include, and
+# the toolkits that it may not.
+FOLDERS = (
+    ("service/http", "service/http/", "QSql|QJson"),
+    ("service/store", "service/store/", "openssl/|QJson|boost/"),
+    ("service/api", "service/(api|store)/|service/http/(exchange|multipart|header_value)", "QSql|boost/"),
+    ("service", "service/", "openssl/|QSql|QJson"),
+    ("ui/style", "ui/style/", "openssl/|QSql|boost/"),
+    ("ui", "(ui|net|crypto)/", "openssl/|QSql|boost/"),
+    ("app", "(app|ui|net)/", "openssl/|QSql|boost/"),
+    ("net", "net/", "openssl/|QWidget|QSql|boost/"),
+    ("crypto", "crypto/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
+)
+QUOTED = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
+BRACKETS = re.compile(r"^[ \t]*#[ \t]*include[ \t]*<([^>]+)>", re.MULTILINE)
+
+
+def sources(root):
+    """Every source below the rooms, by its path from the root."""
+    rooms = {folder.split("/")[0] for folder, _, _ in FOLDERS}
+    paths = [path for room in rooms for path in (root / room).rglob("*") if path.name.endswith((".h", ".cpp", ".in"))]
+    return {path.relative_to(root).as_posix(): path.read_text(encoding="utf-8") for path in sorted(paths)}
+
+
+def wrong_includes(files):
+    for path, text in files.items():
+        _, allowed, foreign = next(rule for rule in FOLDERS if path.startswith(rule[0] + "/"))
+        for header in QUOTED.findall(text):
+            if not header.endswith(".moc") and not re.match(allowed, header):
+                yield f'{path} includes "{header}"'
+        for header in BRACKETS.findall(text):
+            if re.match(foreign, header):
+                yield f"{path} includes <{header}>"
+
+
+def circles(files):
+    """Each circle of headers once, as the way round."""
+    includes = {path: [header for header in QUOTED.findall(text) if header in files] for path, text in files.items()}
+    done = set()
+
+    def follow(path, way):
+        if path in way:
+            yield " -> ".join([*way[way.index(path):], path])
+        elif path not in done:
+            for header in includes[path]:
+                yield from follow(header, [*way, path])
+            done.add(path)
+
+    for path in files:
+        yield from follow(path, [])
+
+
+def main():
+    files = sources(Path(sys.argv[1]))
+    if len(files) < 100:
+        sys.exit(f"Only {len(files)} files were found below {sys.argv[1]}: nothing was checked.")
+    offences = [*wrong_includes(files), *circles(files)]
+    if offences:
+        sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto; service/api ->\n"
+                 "service/http, service/store), and no headers include each other:\n  " + "\n  ".join(offences))
+    print(f"{len(files)} files keep to their layer")
+
+
+if __name__ == "__main__":
+    main()

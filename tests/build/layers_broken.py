@@ -1,0 +1,42 @@
+#!/usr/bin/env python3
+"""Whether the check of the layers sees what it is there for: each offence is planted once, in memory.
+
+Usage: layers_broken.py ROOT
+"""
+# SPDX-FileCopyrightText: 2026 The TideLoft developers
+# SPDX-License-Identifier: MIT
+import sys
+from pathlib import Path
+
+import layers
+
+PLANTED = (
+    ("a page that knows the app", "ui/initials.cpp", '#include "app/fonts.h"'),
+    ("encryption that knows the network", "crypto/aes_gcm.cpp", '#include "net/json_reply.h"'),
+    ("encryption that knows the toolkit's network", "crypto/aes_gcm.cpp", "#include <QNetworkReply>"),
+    ("a style that knows a page", "ui/style/accent.cpp", '#include "ui/initials.h"'),
+    ("a handler that listens", "service/api/api.cpp", '#include "service/http/server.h"'),
+    ("SQL in a handler", "service/api/api.cpp", "#include <QSqlQuery>"),
+    ("JSON in the store", "service/store/users.cpp", "#include <QJsonObject>"),
+    ("a store that knows HTTP", "service/store/users.h", '#include "service/http/exchange.h"'),
+    ("HTTP that knows the store", "service/http/server.cpp", '#include "service/store/users.h"'),
+    ("two headers that include each other", "service/store/database.h", '#include "service/store/schema.h"'),
+    ("a circle of three", "service/store/database.h", '#include "service/store/groups.h"'),
+)
+
+
+def main():
+    files = layers.sources(Path(sys.argv[1]))
+    missed = []
+    for name, path, line in PLANTED:
+        broken = dict(files)
+        broken[path] = files[path] + "\n" + line + "\n"
+        if not [*layers.wrong_includes(broken), *layers.circles(broken)]:
+            missed.append(name)
+    if missed:
+        sys.exit("The check of the layers does not see:\n  " + "\n  ".join(missed))
+    print(f"{len(PLANTED)} planted offences were seen")
+
+
+if __name__ == "__main__":
+    main()
