@@ -35,10 +35,12 @@ Admission Api::admit(const Request &head)
     const BodySize wanted = router.bodySize(head);
     try {
         if (const std::optional<User> user = sessionUser(context, head))
-            return {wanted, user->id, false};
+            return {wanted, user->id, {}};
     } catch (const StorageError &) { // the request itself will show what is wrong
     }
-    return {BodySize::Small, 0, wanted != BodySize::Small};
+    if (wanted == BodySize::Small)
+        return {BodySize::Small, 0, {}};
+    return {BodySize::Small, 0, signInFirst()}; // who signs in may send more
 }
 
 } // namespace tideloft::service

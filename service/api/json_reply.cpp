@@ -8,19 +8,28 @@
 namespace tideloft::service
 {
 
-Response jsonResponse(const QJsonObject &object, int status)
+namespace
+{
+
+Response replyOf(const QJsonDocument &document, int status)
 {
     Response response;
     response.status = status;
-    response.body = QJsonDocument(object).toJson(QJsonDocument::Compact);
+    response.contentType = "application/json; charset=utf-8";
+    response.body = document.toJson(QJsonDocument::Compact);
     return response;
+}
+
+} // namespace
+
+Response jsonResponse(const QJsonObject &object, int status)
+{
+    return replyOf(QJsonDocument(object), status);
 }
 
 Response jsonResponse(const QJsonArray &array)
 {
-    Response response;
-    response.body = QJsonDocument(array).toJson(QJsonDocument::Compact);
-    return response;
+    return replyOf(QJsonDocument(array), 200);
 }
 
 Response errorResponse(const Refusal &refusal)

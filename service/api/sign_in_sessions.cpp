@@ -68,12 +68,17 @@ QByteArray endSession(ApiContext &context, const Request &request)
     return cookie(context, {}) + maximumAge(0);
 }
 
+Refusal signInFirst()
+{
+    return {401, u"Please sign in first."_s};
+}
+
 Handler forSignedIn(ApiContext &context, UserHandler handler)
 {
     return [&context, handler = std::move(handler)](const Request &request) {
         const std::optional<User> user = sessionUser(context, request);
         if (!user)
-            throw Refusal(401, u"Please sign in first."_s);
+            throw signInFirst();
         return handler(request, *user);
     };
 }

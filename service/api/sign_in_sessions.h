@@ -21,6 +21,9 @@ std::optional<User> sessionUser(ApiContext &context, const Request &request);
 /// Ends the session of the request and returns the Set-Cookie value that removes its cookie.
 QByteArray endSession(ApiContext &context, const Request &request);
 
+/// What everybody is told who has no session and needs one.
+Refusal signInFirst();
+
 /// Lets signed-in users through and answers everybody else with 401.
 Handler forSignedIn(ApiContext &context, UserHandler handler);
 

@@ -169,7 +169,7 @@ template <typename Parser> std::optional<Refusal> Connection::admitBody(Parser &
     const std::uint64_t limit = bodyLimit(admitted.bodySize, limits);
     parser.body_limit(limit);
     if (!parser.chunked() && size > limit)
-        return admitted.signInAllowsMore ? Refusal(401, u"Please sign in first."_s) : tooLarge();
+        return admitted.whenTooLarge.value_or(tooLarge());
     if (!setAside(parser, std::min(size, limit)))
         return tooBusy();
     return std::nullopt;

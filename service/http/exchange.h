@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <variant>
 
@@ -29,21 +30,32 @@ struct Request {
     bool fromForeignPage = false; ///< a browser sent it for a page that this service did not give out
 };
 
-/// How large the body of a request may be: as sign-in needs it, as messages do, or as a picture does.
+/// What cannot be done as asked: an error reply with this status and text. Handlers throw it.
+class Refusal : public std::exception
+{
+public:
+    Refusal(int httpStatus, QString text) : status(httpStatus), message(std::move(text)) {}
+    const char *what() const noexcept override { return "request refused"; }
+
+    int status;
+    QString message;
+};
+
+/// How large the body of a request may be: see ServerLimits.
 enum class BodySize { Small, Usual, Upload };
 
 /// What the head of a request tells about its body.
 struct Admission {
     BodySize bodySize = BodySize::Usual;
-    std::int64_t account = 0;      ///< whose share of the memory it takes; 0 for everybody who is nobody
-    bool signInAllowsMore = false; ///< a body that is too large would not be, from somebody who is signed in
+    std::int64_t account = 0; ///< whose share of the memory it takes; 0 for everybody who is nobody
+    std::optional<Refusal> whenTooLarge = {}; ///< said of a larger body in place of the size
 };
 
 /// One reply. Content-Length, Connection and the security headers are the server's business.
 struct Response {
     int status = 200;
     QByteArray body;
-    QByteArray contentType = "application/json; charset=utf-8";
+    QByteArray contentType;
     QList<QPair<QByteArray, QByteArray>> headers;
     QByteArray route;   ///< the pattern that answered, for the log
     QByteArray problem; ///< what went wrong inside, for the log only
@@ -60,17 +72,6 @@ struct Deferred {
 
 using Reply = std::variant<Response, Deferred>;
 using Handler = std::function<Reply(const Request &)>;
-
-/// What cannot be done as asked: an error reply with this status and text. Handlers throw it.
-class Refusal : public std::exception
-{
-public:
-    Refusal(int httpStatus, QString text) : status(httpStatus), message(std::move(text)) {}
-    const char *what() const noexcept override { return "request refused"; }
-
-    int status;
-    QString message;
-};
 
 /// The decoded value of a query item in form encoding ("+" is a blank); empty when it is missing.
 QString queryValue(const Request &request, QByteArrayView name);

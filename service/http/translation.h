@@ -1,4 +1,4 @@
-// Between the messages of the HTTP library and those of the service. With http_connection.cpp, all that knows
+// Between the messages of the HTTP library and those of the service. With connection.cpp, all that knows
 // the library.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT

@@ -22,6 +22,7 @@ inline QByteArray post(const QByteArray &body)
 inline service::Response replyWith(const QJsonObject &object)
 {
     service::Response response;
+    response.contentType = "application/json; charset=utf-8";
     response.body = QJsonDocument(object).toJson(QJsonDocument::Compact);
     return response;
 }

@@ -34,7 +34,7 @@ private:
         return wanted;
     }
 
-    static Admission admit(const Request &head) { return {BodySize::Usual, head.cookie.toLongLong(), false}; }
+    static Admission admit(const Request &head) { return {BodySize::Usual, head.cookie.toLongLong(), {}}; }
 
     static Reply handle(const Request &request)
     {
