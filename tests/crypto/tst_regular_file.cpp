@@ -1,5 +1,6 @@
-// Reading a whole file: every byte of a regular one, and nothing of anything else. And looking whether one is
-// there. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// Reading a whole file: every byte of a regular one, and nothing of anything else; looking whether it is there.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "crypto/regular_file.h"
 #include "tests/crypto/data_dir.h"
 #include "tests/support/test_main.h"

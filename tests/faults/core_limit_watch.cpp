@@ -1,5 +1,6 @@
-// Preloaded into the client: a system that allows core files of any size, and says what the client makes of
-// it. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// Preloaded into the client: allows core files of any size, and says what the client makes of it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <sys/resource.h>
 
 #include <cstdio>
