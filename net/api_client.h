@@ -91,6 +91,8 @@ signals: // their order is part of the interface: networkError keeps its place a
 
 private:
     void loadOrCreateDeviceId();
+    /// USER is signed in now. Replies that another user asked for are dropped when they come.
+    void beginFor(const QString &user);
     QNetworkRequest buildRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
     void postMessage(const QJsonObject &body);
@@ -106,6 +108,7 @@ private:
     quint64 forgotten = 0;     ///< how often
     bool keepsReplies = false; ///< somebody has signed in since the last time
     QString username;
+    QString lastUser; ///< whose profile came last, in small letters
     QString ownDeviceId;
     QString ownDeviceName;
 };

@@ -10,6 +10,8 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tideloft::net
@@ -57,9 +59,22 @@ void ApiClient::fetchMe()
                 return; // neither a profile nor a failure: dropped
             const QJsonObject me = document.object();
             username = me.value(u"username"_s).toString();
+            beginFor(username.trimmed().toLower());
             emit meLoaded(me);
         },
         [this](const QString &message, int) { emit meFailed(message); });
+}
+
+// What an earlier user asked for is still carried out by the service, but its answer is none of this user's.
+void ApiClient::beginFor(const QString &user)
+{
+    const QString before = std::exchange(lastUser, user);
+    if (before.isEmpty() || before == user)
+        return;
+    for (QNetworkReply *reply : network.findChildren<QNetworkReply *>()) {
+        reply->disconnect(this);
+        connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+    }
 }
 
 void ApiClient::searchUsers(const QString &query)

@@ -8,6 +8,7 @@
 #include "ui/held_focus.h"
 #include "ui/opened_history.h"
 #include "ui/own_devices.h"
+#include "ui/sent_texts.h"
 #include "ui/sliced_sealing.h"
 #include "ui/text.h"
 #include "ui/toolkit_words.h"
@@ -185,15 +186,15 @@ private:
     void sendSealed(const QString &peer, const QString &plainText, const crypto::EncryptedEnvelope &envelope);
     void followSealing();
 
-    ToolkitWords toolkitWords;
     net::ApiClient api;
+    ToolkitWords toolkitWords;
     QString currentPeer;
     QString myUsername;
     QString lastUsername;   ///< who is signed in, or was last
     QString myBio;          ///< as the profile reply had it, or as it was saved since
     QString rememberedUser; ///< for whom "Remember me" was ticked; empty once somebody has touched it
     QString pendingMessageText;
-    QString sentText; ///< what was handed to the service last and is still on its way
+    SentTexts sentTexts;
     OwnDevices myDevices;
     QJsonArray conversationsData;
     QJsonArray searchResultsData;

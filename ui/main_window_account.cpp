@@ -24,8 +24,7 @@ QWidget *MainWindow::buildProfileCard(QWidget *parent)
     connect(this, &MainWindow::avatarPixmapReady, parts.avatarButton,
             [button = parts.avatarButton](const QPixmap &picture) { showPictureOn(button, picture); });
     connect(parts.saveButton, &QPushButton::clicked, this, [this, parts] {
-        saveProfile(parts.displayName->text().trimmed(), parts.bio->toPlainText().trimmed(),
-                    parts.saveButton);
+        saveProfile(parts.displayName->text().trimmed(), bioToSave(parts.bio, myBio), parts.saveButton);
     });
     return parts.card;
 }

@@ -23,14 +23,18 @@ void MainWindow::forgetOtherUser()
     forgetHistory();
     messageList->clear();
     shownHistory.clear();
+    showChatHeader({}, {}, {});
     msgInput->clear();
     sideSearch->clear();
+    searchResultsData = {};
     dmList->clear();
+    conversationsData = {};
     servers = {};
     rebuildServerRail();
 }
 
-// The page is made anew when it is next asked for. Deleting waits: one of its dialogs may be open.
+// The page is made anew when it is next asked for. Its widgets go when the event loop has its next turn: one
+// of them may have sent the event that led here.
 void MainWindow::forgetSettingsPage()
 {
     if (!settingsPage)
@@ -43,7 +47,8 @@ void MainWindow::forgetSettingsPage()
     bioField = nullptr;
 }
 
-// The tick is the choice of whoever made it. As soon as TYPEDNAME cannot become that user's name, it goes.
+// The tick is the choice of the user who made it. It goes as soon as TYPEDNAME cannot become that user's
+// name.
 void MainWindow::keepRememberCheckFor(const QString &typedName)
 {
     if (rememberedUser.isEmpty() || rememberedUser.startsWith(typedName.trimmed().toLower()))

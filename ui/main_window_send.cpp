@@ -10,8 +10,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -40,7 +38,7 @@ void MainWindow::followSealing()
     if (sealing.isBusy())
         lineFocus.take({msgInput, sendButton}, chatPage);
     updateMessageLine();
-    if (!sealing.isBusy())
+    if (msgInput->isEnabled())
         lineFocus.giveBack();
 }
 
@@ -81,20 +79,21 @@ void MainWindow::sendSealed(const QString &peer, const QString &plainText,
         showWarning(this, text(u"Kryptering misslyckades: "_s, u"Encryption failed: "_s) + envelope.error);
         return;
     }
-    sentText = plainText;
+    sentTexts.append(plainText);
     api.sendMessage(peer, envelope.ciphertextBase64, envelope.ivBase64, {}, {}, envelope.recipientKeys,
                     envelope.senderKeys);
 }
 
 void MainWindow::onMessageSent()
 {
-    msgInput->setText(restOfLine(msgInput->text(), std::exchange(sentText, {})));
+    clearSentText(msgInput, sentTexts.takeArrived());
     if (!currentPeer.isEmpty())
         api.fetchHistory(currentPeer);
 }
 
 void MainWindow::onMessageSendFailed(const QString &message)
 {
+    sentTexts.dropFailed();
     showWarning(this, message);
 }
 

@@ -48,7 +48,10 @@ void MainWindow::onServerCreated(const QJsonObject &server)
     const QString groupId = server.value(u"groupId"_s).toString();
     api.fetchServers();
     if (!groupId.isEmpty())
-        QTimer::singleShot(500, this, [this, groupId] { selectServer(groupId); });
+        QTimer::singleShot(500, this, [this, groupId, user = lastUsername] {
+            if (user == lastUsername) // another user may have signed in since
+                selectServer(groupId);
+        });
 }
 
 // Runs inside the click and the menu of a button that it deletes: the connections hold their own copy of the
@@ -88,13 +91,13 @@ void MainWindow::selectServer(const QString &groupId)
     QPushButton *button = serverButton(serverColumn, selectedServerId);
     if (button)
         scrollServerIntoView(button);
-    const bool lineHadFocus = msgInput->hasFocus();
+    const bool lineHadFocus = msgInput->hasFocus() || sendButton->hasFocus();
     const QString name = serverName(servers, selectedServerId);
     showChatHeader(name.isEmpty() ? selectedServerId : name, u"Server"_s, initials(name, 1));
     centerStack->setCurrentWidget(chatPage);
     showServerNotice();
-    if (button && lineHadFocus)
-        button->setFocus(); // what comes next on the Tab key's way has the keyboard now
+    if (lineHadFocus) // what comes next on the Tab key's way has the keyboard now
+        (button ? button : chatPage)->setFocus();
 }
 
 // The conversation stays open behind the notice: its history is asked for, and what was under way is sent.

@@ -98,7 +98,7 @@ void MainWindow::logOut()
     readingMemory.forget();
     forgetHistory();
     myDevices.endSignIn();
-    sentText.clear();
+    sentTexts.clear();
     api.forgetReplies();
     myUsername.clear();
     shownHistory.clear();

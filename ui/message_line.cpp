@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/message_line.h"
 
+#include <QLineEdit>
+
 #include <algorithm>
 
 namespace tideloft::ui
@@ -16,6 +18,20 @@ QString restOfLine(const QString &line, const QString &sent)
         return {};
     const QStringView rest = typed.sliced(sent.size());
     return rest.trimmed().isEmpty() ? QString() : rest.toString();
+}
+
+void clearSentText(QLineEdit *line, const QString &sent)
+{
+    const QString rest = restOfLine(line->text(), sent);
+    if (rest.isEmpty()) {
+        line->clear();
+        return;
+    }
+    const qsizetype gone = line->text().size() - rest.size();
+    const qsizetype cursor = line->cursorPosition() - gone;
+    line->setSelection(0, static_cast<int>(gone));
+    line->del();
+    line->setCursorPosition(static_cast<int>(qMax(qsizetype{0}, cursor)));
 }
 
 } // namespace tideloft::ui

@@ -123,6 +123,11 @@ void showSavedBio(QPlainTextEdit *field, const QString &bio)
         field->setPlainText(bio);
 }
 
+QString bioToSave(const QPlainTextEdit *field, const QString &bio)
+{
+    return field->document()->isModified() ? field->toPlainText().trimmed() : bio.trimmed();
+}
+
 void showPictureOn(QPushButton *avatarButton, const QPixmap &picture)
 {
     avatarButton->setIcon(roundPicture(picture, 72));

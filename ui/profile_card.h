@@ -29,6 +29,9 @@ ProfileCard makeProfileCard(const QString &username, Language language, QWidget 
 /// typed there already. A text that is too long to be drawn is left out.
 void showSavedBio(QPlainTextEdit *field, const QString &bio);
 
+/// What Save sends: what is written in FIELD, or BIO as it is while nobody has typed there.
+QString bioToSave(const QPlainTextEdit *field, const QString &bio);
+
 /// Shows a round picture of 64 px on the avatar button, at 72 px and instead of the initials.
 void showPictureOn(QPushButton *avatarButton, const QPixmap &picture);
 

@@ -6,6 +6,6 @@ add_library(tideloft_rail_probe STATIC
 target_link_libraries(tideloft_rail_probe PUBLIC tideloft_settings_probe)
 
 foreach(unit server_buttons server_opening server_menu server_names server_scroll
-             create_dialog create_dialog_answers created_server)
+             create_dialog create_dialog_answers created_server late_replies)
     tideloft_test(tst_${unit} LIBRARIES tideloft_rail_probe LABELS gui)
 endforeach()

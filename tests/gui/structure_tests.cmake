@@ -24,6 +24,7 @@ tideloft_test(tst_sign_in_focus SOURCES tst_sign_in_focus.cpp tst_popups.cpp tst
     LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_retranslation LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_device_key_flow LIBRARIES tideloft_gui_probe LABELS gui)
+tideloft_test(tst_remember_me LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_device_list LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_device_key_flow_files LIBRARIES tideloft_gui_probe LABELS gui)
 tideloft_test(tst_window_signals LIBRARIES tideloft_gui_probe LABELS gui)

@@ -1,10 +1,11 @@
-// Who signs in after somebody else in the same window finds nothing of theirs; the same person finds it
-// again. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// What one user leaves in the window: the same user finds it again, another user does not.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_profile_probe.h"
+#include "tests/gui/tst_rail_probe.h"
 #include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 
-#include <QCheckBox>
 #include <QJsonDocument>
 #include <QListWidget>
 
@@ -17,7 +18,6 @@ namespace
 
 const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
 const QByteArray saveKey = QByteArrayLiteral("POST /api/profile/update");
-const QByteArray loginKey = QByteArrayLiteral("POST /api/auth/login");
 const QString initialsStyle =
     u"background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);border-radius: 17px; "
     "border: 2px solid #3b8beb;color: #7ab0f5; font-size: 11px; font-weight: 700;"_s;
@@ -85,9 +85,8 @@ private slots:
     void theBioIsThatOfTheProfile();
     void whatWasTypedIsNotReplaced();
     void aNewerBioReplacesAnUntouchedOne();
+    void saveKeepsTheBio_data();
     void saveKeepsTheBio();
-    void rememberMeIsNotTakenOver_data();
-    void rememberMeIsNotTakenOver();
 };
 
 void TestAnotherUser::theSamePersonsPictureComesBackWithTheTheme()
@@ -181,7 +180,9 @@ void TestAnotherUser::listsAndLinesAreEmpty()
     QVERIFY(probe.open(u"carol"_s));
     QTest::keyClicks(probe.the<QLineEdit>(u"msgInput"_s), u"for carol alone"_s);
     QTest::keyClicks(probe.the<QLineEdit>(u"sideSearch"_s), u"x"_s);
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
     probe.service.hold("GET /api/chat/conversations");
+    probe.service.hold("GET /api/groups");
     probe.window->logOut();
     QCOMPARE(probe.the<QListWidget>(u"dmList"_s)->count(), 1); // until somebody else comes
     probe.service.answer("GET /api/me", 200, R"({"username":"bob"})");
@@ -189,10 +190,13 @@ void TestAnotherUser::listsAndLinesAreEmpty()
     probe.click(u"primaryButton"_s);
     QTRY_VERIFY(probe.onMainPage());
     QCOMPARE(probe.the<QListWidget>(u"dmList"_s)->count(), 0);
+    QVERIFY(serverButtons(probe).isEmpty());
     QCOMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 0);
+    QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), QString());
     QCOMPARE(probe.the<QLineEdit>(u"msgInput"_s)->text(), QString());
     QCOMPARE(probe.the<QLineEdit>(u"sideSearch"_s)->text(), QString());
     probe.service.release("GET /api/chat/conversations");
+    probe.service.release("GET /api/groups");
 }
 
 void TestAnotherUser::theSamePersonFindsTheLineAgain()
@@ -247,51 +251,24 @@ void TestAnotherUser::aNewerBioReplacesAnUntouchedOne()
     QCOMPARE(probe->bio->toPlainText(), u"Second"_s);
 }
 
+void TestAnotherUser::saveKeepsTheBio_data()
+{
+    QTest::addColumn<QString>("bio");
+    QTest::newRow("short") << u"I sail."_s;
+    QTest::newRow("too long to be drawn") << QString(200'000, u'x');
+}
+
 // A press of the button without a word typed changes nothing at the service.
 void TestAnotherUser::saveKeepsTheBio()
 {
+    QFETCH(QString, bio);
     SettingsProbe probe;
     probe.service.answer(saveKey, 200, "{}");
-    QVERIFY(signInAs(probe, u"alice"_s, u"I sail."_s));
+    QVERIFY(signInAs(probe, u"alice"_s, bio));
     probe.openSettings();
     buttonWith(probe.content(Account), u"Save changes"_s)->click();
     QVERIFY(probe.service.waitForRequests(saveKey, 1));
-    QCOMPARE(QJsonDocument::fromJson(probe.service.lastRequest(saveKey).body)[u"bio"],
-             QJsonValue(u"I sail."_s));
-}
-
-void TestAnotherUser::rememberMeIsNotTakenOver_data()
-{
-    QTest::addColumn<QString>("next");
-    QTest::addColumn<bool>("tickedAgain");
-    QTest::addColumn<bool>("remembered");
-    QTest::newRow("the same person") << u"alice"_s << false << true;
-    QTest::newRow("in other letters") << u"ALICE"_s << false << true;
-    QTest::newRow("another") << u"bob"_s << false << false;
-    QTest::newRow("another whose name begins like it") << u"ali"_s << false << false;
-    QTest::newRow("another whose name goes on") << u"alicent"_s << false << false;
-    QTest::newRow("another who ticks it") << u"bob"_s << true << true;
-}
-
-void TestAnotherUser::rememberMeIsNotTakenOver()
-{
-    QFETCH(QString, next);
-    QFETCH(bool, tickedAgain);
-    QFETCH(bool, remembered);
-    GuiProbe probe;
-    auto *check = probe.the<QCheckBox>(u"rememberCheck"_s);
-    check->click();
-    QVERIFY(probe.signIn());
-    probe.window->logOut();
-    if (tickedAgain) {
-        check->click();
-        check->click();
-    }
-    probe.service.answer("GET /api/me", 200, QJsonDocument(QJsonObject{{u"username"_s, next}}).toJson());
-    QVERIFY(probe.signIn(next));
-    const auto sent = QJsonDocument::fromJson(probe.service.lastRequest(loginKey).body);
-    QCOMPARE(sent[u"rememberMe"], QJsonValue(remembered));
-    QCOMPARE(check->isChecked(), remembered);
+    QVERIFY(QJsonDocument::fromJson(probe.service.lastRequest(saveKey).body)[u"bio"] == QJsonValue(bio));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestAnotherUser)

@@ -27,6 +27,9 @@ private slots:
     void theLineAfterTheReply_data();
     void theLineAfterTheReply();
     void twoInARow();
+    void twoUnderWay();
+    void undoBringsItBack();
+    void theCursorStaysInTheRest();
 
 private:
     /// Types WORDS with their keys, and Return.
@@ -77,6 +80,50 @@ void TestTypingAhead::twoInARow()
         QTRY_COMPARE(chat.msgInput()->text(), QString());
     }
     QCOMPARE(chat.service.count(send), 2);
+}
+
+void TestTypingAhead::twoUnderWay()
+{
+    ChatWindow chat;
+    QVERIFY(openBob(chat));
+    chat.service.hold(send);
+    enter(chat, u"one"_s);
+    QTRY_COMPARE(chat.service.heldCount(send), 1);
+    enter(chat, u" two"_s);
+    QTRY_COMPARE(chat.service.heldCount(send), 2);
+    QTest::keyClicks(chat.msgInput(), u" three"_s);
+    const qsizetype before = chat.service.count(historyWithBob);
+    chat.service.release(send);
+    QVERIFY(chat.service.waitForRequests(historyWithBob, before + 2));
+    QVERIFY(chat.settle());
+    QCOMPARE(chat.msgInput()->text(), u" three"_s);
+}
+
+void TestTypingAhead::undoBringsItBack()
+{
+    ChatWindow chat;
+    QVERIFY(openBob(chat));
+    enter(chat, u"first"_s);
+    QTRY_COMPARE(chat.msgInput()->text(), QString());
+    QVERIFY(chat.msgInput()->isUndoAvailable());
+    chat.msgInput()->undo();
+    QCOMPARE(chat.msgInput()->text(), u"first"_s);
+}
+
+void TestTypingAhead::theCursorStaysInTheRest()
+{
+    ChatWindow chat;
+    QVERIFY(openBob(chat));
+    chat.service.hold(send);
+    enter(chat, u"first"_s);
+    QTRY_COMPARE(chat.service.heldCount(send), 1);
+    QTest::keyClicks(chat.msgInput(), u" second"_s);
+    QTest::keyClick(chat.msgInput(), Qt::Key_Left);
+    QTest::keyClick(chat.msgInput(), Qt::Key_Left);
+    chat.service.release(send);
+    QTRY_COMPARE(chat.msgInput()->text(), u" second"_s);
+    QCOMPARE(chat.msgInput()->cursorPosition(), 5);
+    QVERIFY(!chat.msgInput()->hasSelectedText());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestTypingAhead)
