@@ -71,8 +71,10 @@ void MainWindow::rebuildServerRail()
         serverColumn->layout()->addWidget(button);
         setTabOrder(std::exchange(last, button), button); // new widgets come last on the Tab key's way
         connectServerButton(button, server.groupId);
-        if (!focused.isEmpty() && server.groupId == focused)
+        if (!focused.isEmpty() && server.groupId == focused) {
+            button->show(); // what is hidden has no keyboard to give back when a menu closes
             button->setFocus();
+        }
     }
 }
 

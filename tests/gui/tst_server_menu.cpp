@@ -33,6 +33,7 @@ private slots:
     void closedWithoutAChoiceDoesNothing();
     void aKeyOpensIt();
     void listArrivesWhileItIsOpen();
+    void listThatArrivesMeanwhileLeavesTheKeyboard();
     void theServerVanishesWhileItIsOpen();
 };
 
@@ -220,6 +221,29 @@ void TestServerMenu::listArrivesWhileItIsOpen()
     }));
     QVERIFY(rebuilt);
     QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"Renamed"_s);
+}
+
+void TestServerMenu::listThatArrivesMeanwhileLeavesTheKeyboard()
+{
+    GuiProbe probe;
+    QVERIFY(probe.signIn());
+    QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
+    QVERIFY(holdNextList(probe, R"([{"groupId":"g1","name":"Renamed"}])"));
+    const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
+    old->setFocus();
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {}, {});
+    bool rebuilt = false;
+    QVERIFY(withMenu([&] { QApplication::sendEvent(probe.window->windowHandle(), &menuKey); },
+                     [&](QMenu *menu) {
+                         probe.service.release(groups);
+                         // The menu may close before anything else has happened.
+                         rebuilt = QTest::qWaitFor([&] { return !old; }, patience());
+                         QTest::keyClick(menu, Qt::Key_Escape);
+                     }));
+    QVERIFY(rebuilt);
+    QCOMPARE(probe.window->focusWidget(), serverButtons(probe).constFirst());
+    QVERIFY(probe.settle());
+    QCOMPARE(QApplication::focusWidget(), serverButtons(probe).constFirst());
 }
 
 void TestServerMenu::theServerVanishesWhileItIsOpen()
