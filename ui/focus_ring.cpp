@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
 
@@ -78,6 +79,20 @@ private:
     }
 };
 
+// The toolkit's own frame would stand inside the entry, also for those who use the mouse.
+class FramelessEntries : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state.setFlag(QStyle::State_HasFocus, false);
+    }
+};
+
 // The ring is made when it is first needed: those who use the mouse pay nothing for it.
 class RingKeeper : public QObject
 {
@@ -136,6 +151,8 @@ private:
 void ringFocus(QWidget *widget)
 {
     new RingKeeper(widget); // owned by the widget
+    if (auto *list = qobject_cast<QListWidget *>(widget))
+        list->setItemDelegate(new FramelessEntries(list));
 }
 
 void roundFocusRing(QWidget *widget, int radius)

@@ -4,6 +4,7 @@
 #include "ui/main_window.h"
 
 #include "net/service_host.h"
+#include "ui/focus_ring.h"
 #include "ui/settings_room.h"
 #include "ui/settings_sections.h"
 #include "ui/style/fade_in.h"
@@ -107,11 +108,16 @@ QWidget *MainWindow::buildSettingsNav(QWidget *page)
 {
     auto *nav = makeBox(page, u"settingsNav"_s);
     nav->setStyleSheet(style::settingsNav);
-    auto *caption = makeLabel(text(u"Inställningar"_s, u"Settings"_s), nav);
+    // The border of the navigation has no selector: between it and the caption stands a box without any.
+    auto *captionBox = new QWidget(nav);
+    captionBox->setStyleSheet(style::settingsNavCaptionBox);
+    auto *caption = makeLabel(text(u"Inställningar"_s, u"Settings"_s), captionBox);
     caption->setStyleSheet(style::settingsNavCaption);
+    makeColumn(captionBox)->addWidget(caption);
     settingsNavList = new QListWidget(nav);
     settingsNavList->setStyleSheet(style::settingsNavList);
     settingsNavList->setAccessibleName(caption->text());
+    ringFocus(settingsNavList);
     for (const Words &name : sectionNames())
         settingsNavList->addItem(name.in(language()));
     for (QListWidgetItem *entry : settingsNavList->findItems(u"⚙"_s, Qt::MatchStartsWith))
@@ -120,7 +126,7 @@ QWidget *MainWindow::buildSettingsNav(QWidget *page)
     back->setStyleSheet(style::settingsBackButton);
     connect(back, &QPushButton::clicked, this, &MainWindow::backToChat);
     auto *column = makeColumn(nav);
-    column->addWidget(caption);
+    column->addWidget(captionBox);
     column->addWidget(settingsNavList, 1);
     column->addWidget(back);
     return nav;

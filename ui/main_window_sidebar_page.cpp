@@ -27,10 +27,8 @@ namespace
 
 QLabel *makeStatus(QWidget *footer)
 {
-    auto *status = new QLabel(footer);
+    auto *status = new ElidedLabel({}, footer, u"myStatus"_s);
     makeNotification(status); // before its text makes it speak
-    status->setTextFormat(Qt::PlainText);
-    status->setObjectName(u"myStatus"_s);
     status->setText(u"● Online"_s);
     return status;
 }

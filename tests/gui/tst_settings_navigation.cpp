@@ -30,6 +30,7 @@ private slots:
     void captionAndBackButton_data();
     void captionAndBackButton();
     void styles();
+    void noStrayLines();
     void layout();
     void sectionsDoNotFade();
 };
@@ -139,13 +140,31 @@ void TestSettingsNavigation::styles()
              "padding: 8px 12px;"_s);
 }
 
+void TestSettingsNavigation::noStrayLines()
+{
+    const SettingsProbe probe;
+    probe.openSettings();
+    QVERIFY(probe.fadedIn());
+    auto *nav = probe.the<QWidget>(u"settingsNav"_s);
+    const auto *caption = labelWith(nav, u"Settings"_s);
+    const QImage picture = nav->grab().toImage();
+    const QPoint end = caption->mapTo(nav, caption->rect().topRight());
+    for (int y = 0; y < caption->height(); ++y)
+        QCOMPARE(picture.pixelColor(end + QPoint(0, y)), QColor(0x0c151e));
+    probe.clickRow(Security);
+    QVERIFY(probe.nav()->hasFocus());
+    const QImage with = probe.nav()->grab().toImage();
+    probe.nav()->clearFocus();
+    QCOMPARE(probe.nav()->grab().toImage(), with);
+}
+
 void TestSettingsNavigation::layout()
 {
     const SettingsProbe probe;
     probe.openSettings();
     auto *nav = probe.the<QWidget>(u"settingsNav"_s);
     QCOMPARE(itemsOf(probe.settingsPage()), u"#settingsNav QStackedWidget*1"_s);
-    QCOMPARE(itemsOf(nav), u"QLabel QListWidget*1 QPushButton(←  Back to chat)"_s);
+    QCOMPARE(itemsOf(nav), u"QWidget QListWidget*1 QPushButton(←  Back to chat)"_s);
     QVERIFY(nav->geometry().right() < probe.sections()->geometry().left());
     for (int i = Account; i <= About; ++i) {
         QVERIFY(probe.section(i)->widgetResizable());

@@ -33,6 +33,7 @@ private slots:
     void aReleaseAloneDoesNothing();
     void anUnansweredChoiceSendsNothing();
     void privacyButtonIsItsOwn();
+    void aLongStatusIsElided();
 };
 
 namespace
@@ -153,6 +154,23 @@ void TestSideFooter::privacyButtonIsItsOwn()
     const SettingsProbe probe;
     const auto *button = probe.the<QPushButton>(u"quilloryBtn"_s);
     QCOMPARE(broughtUp([&] { clickOnScreen(*button); }), u"Quillory — Privacy"_s);
+}
+
+// A label that cannot be narrower than its text would be cut at the footer's end, or cut its neighbour.
+void TestSideFooter::aLongStatusIsElided()
+{
+    const SettingsProbe probe;
+    auto *status = probe.the<QLabel>(u"myStatus"_s);
+    const auto *button = probe.the<QPushButton>(u"quilloryBtn"_s);
+    const QRect place = button->geometry();
+    status->setText(u"✓ Picture updated, and more words than the footer has room for"_s);
+    QApplication::processEvents();
+    QTRY_COMPARE(button->geometry(), place);
+    QVERIFY(status->geometry().right() < place.left());
+    const QImage shown = status->grab().toImage();
+    status->setText(status->fontMetrics().elidedText(status->text(), Qt::ElideRight, status->width()));
+    QVERIFY(status->text().endsWith(u'…'));
+    QTRY_COMPARE(status->grab().toImage(), shown);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSideFooter)

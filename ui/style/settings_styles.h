@@ -16,6 +16,7 @@ inline const QString settingsNav = QStringLiteral("background: #0c151e; border-r
 inline const QString settingsNavCaption = QStringLiteral(
     "color: #5a7a9a; font-size: 11px; font-weight: 700; letter-spacing: 1px; padding: 0 8px 8px; "
     "background: transparent;");
+inline const QString settingsNavCaptionBox = QStringLiteral("background: transparent; border: none;");
 inline const QString settingsNavList = QStringLiteral(
     "QListWidget { background: transparent; border: none; }"
     "QListWidget::item { padding: 10px 12px; border-radius: 6px; color: #7a9ab8; font-size: 13px; }"
