@@ -132,10 +132,11 @@ public:
 // Null for everything that is none of ours: then the toolkit presents it.
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
-    if (auto *label = dynamic_cast<ElidedLabel *>(object))
-        return new BoundedLabel(label);
     const QVariant value = object ? object->property(roleProperty) : QVariant();
     auto *widget = qobject_cast<QWidget *>(object);
+    auto *elided = dynamic_cast<ElidedLabel *>(object);
+    if (elided && !value.isValid())
+        return new BoundedLabel(elided);
     if (!value.isValid() || !widget)
         return nullptr;
     const auto role = static_cast<QAccessible::Role>(value.toInt());

@@ -67,9 +67,9 @@ class Client:
         return subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)],
                               capture_output=True, text=True, check=False).stdout.split()
 
-    def area(self):
-        """x, y, width and height of the window."""
-        shell = display.tool("xdotool", "getwindowgeometry", "--shell", self.window()).decode()
+    def area(self, window=None):
+        """x, y, width and height of WINDOW, or of the window that the person sees."""
+        shell = display.tool("xdotool", "getwindowgeometry", "--shell", window or self.window()).decode()
         values = dict(line.split("=", 1) for line in shell.split())
         return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
 
@@ -78,11 +78,12 @@ class Client:
         self.move(self.window(), self.left, 20)
 
     def move_dialog_into_place(self):
-        """Likewise the dialog before the window. Unmoved ones may never hear where they were put."""
-        self.window()
-        self.move(self.wait("a dialog", lambda: next(
-            (window for window in self.visible_windows() if window != self.main_window), None)),
-            self.left + 250, 110)
+        """Likewise the dialog, into the middle of the window. Unmoved ones may never hear where they were put."""
+        left, top, width, height = self.area()
+        dialog = self.wait("a dialog", lambda: next(
+            (window for window in self.visible_windows() if window != self.main_window), None))
+        dialog_width, dialog_height = self.area(dialog)[2:]
+        self.move(dialog, left + (width - dialog_width) // 2, top + (height - dialog_height) // 2)
 
     def move(self, window, left, top):
         display.tool("xdotool", "windowmove", window, str(left), str(top))
