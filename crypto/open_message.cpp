@@ -153,6 +153,12 @@ DecryptResult openRemembered(const QByteArray &contentKey, const SealedTexts &te
     return sealed ? openText(contentKey, *sealed) : failed;
 }
 
+// There was no memory for it, which says nothing about the message.
+bool mayPass(const QString &error)
+{
+    return error.startsWith(u"Could not create "_s);
+}
+
 // What failed fails again for the same reason as long as the memory is for the same key, user and device.
 DecryptResult openWithMemory(const QByteArray &keyText, const SealedTexts &texts, ReadingMemory &memory)
 {
@@ -164,7 +170,9 @@ DecryptResult openWithMemory(const QByteArray &keyText, const SealedTexts &texts
     if (const auto error = memory.failure(digest))
         return {false, *error, {}};
     DecryptResult result = openUnwrapping(keyText, texts, &kept);
-    if (!result.ok)
+    if (!result.ok && mayPass(result.error))
+        memory.expectAnotherAnswer();
+    else if (!result.ok)
         memory.rememberFailure(digest, result.error);
     return result;
 }

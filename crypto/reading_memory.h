@@ -38,8 +38,8 @@ public:
     ~ReadingMemory() { forget(); }
 
     void forget();
-    /// Another number after everything was forgotten: while it is the same, a message that opened opens to
-    /// the same text, and one that did not fails for the same reason.
+    /// Another number after everything was forgotten, or after a failure that may pass: while it is the same,
+    /// a message that opened opens to the same text, and one that did not fails for the same reason.
     [[nodiscard]] quint64 generation() const { return forgotten; }
     /// How many content keys are remembered.
     [[nodiscard]] qsizetype size() const { return contentKeys.size(); }
@@ -60,6 +60,9 @@ public:
         return failures.find(digest);
     }
     void rememberFailure(const QByteArray &digest, const QString &error) { failures.insert(digest, error); }
+    /// A message has failed for a reason that may pass. Nothing is forgotten, but generation() is another
+    /// number.
+    void expectAnotherAnswer() { ++forgotten; }
     /// Whether the private key was parsed, so that unwrap() needs it no more.
     [[nodiscard]] bool hasPrivateKey() const { return decryption != nullptr; }
     /// rsaOaepDecrypt() that parses the private key once. `privateKey` is the decoded text of readFor().

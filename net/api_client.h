@@ -91,7 +91,7 @@ signals: // their order is part of the interface: networkError keeps its place a
 
 private:
     void loadOrCreateDeviceId();
-    /// USER is signed in now. Replies that another user asked for are dropped when they come.
+    /// USER is signed in now. What another user asked for is dropped when it comes, but for sign-ins.
     void beginFor(const QString &user);
     QNetworkRequest buildRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);

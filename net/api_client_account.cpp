@@ -9,6 +9,7 @@
 
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QUrl>
 
 #include <utility>
 
@@ -16,6 +17,16 @@ using namespace Qt::StringLiterals;
 
 namespace tideloft::net
 {
+
+namespace
+{
+
+bool isSignIn(const QString &path)
+{
+    return path == u"/api/auth/login"_s || path == u"/api/auth/register"_s || path == u"/api/me"_s;
+}
+
+} // namespace
 
 void ApiClient::login(const QString &name, const QString &password, bool rememberMe)
 {
@@ -66,12 +77,15 @@ void ApiClient::fetchMe()
 }
 
 // What an earlier user asked for is still carried out by the service, but its answer is none of this user's.
+// Signing in belongs to nobody yet.
 void ApiClient::beginFor(const QString &user)
 {
     const QString before = std::exchange(lastUser, user);
     if (before.isEmpty() || before == user)
         return;
     for (QNetworkReply *reply : network.findChildren<QNetworkReply *>()) {
+        if (isSignIn(reply->request().url().path()))
+            continue;
         reply->disconnect(this);
         connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
     }

@@ -8,6 +8,8 @@ namespace tideloft::ui
 
 void HeldFocus::take(const QList<QWidget *> &widgets, QWidget *place)
 {
+    owner = nullptr;
+    waitingPlace = nullptr;
     QWidget *focused = place->window()->focusWidget();
     if (!focused || !widgets.contains(focused))
         return;

@@ -9,6 +9,8 @@
 
 #include <QStringList>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -42,7 +44,9 @@ void boundMessages(QList<HistoryRow> &rows)
             continue;
         TextLimits limits = messageLimits;
         limits.effort = qBound(smallestEffort, left, messageLimits.effort);
-        message->text = firstPart(message->text, limits);
+        const QString whole = std::exchange(message->text, firstPart(message->text, limits));
+        if (whole.size() != message->text.size())
+            message->whole = whole;
         left -= drawingEffort(message->text);
     }
 }

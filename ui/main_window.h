@@ -198,6 +198,7 @@ private:
     OwnDevices myDevices;
     QJsonArray conversationsData;
     QJsonArray searchResultsData;
+    bool searchIsLeft = false; ///< by Escape: what was asked for before is not shown any more
     QTimer *refreshTimer = nullptr;
 
     QStackedWidget *rootStack = nullptr;

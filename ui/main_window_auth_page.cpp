@@ -175,8 +175,10 @@ void MainWindow::addAuthButtons(QWidget *card, QVBoxLayout *column)
 {
     primaryButton = makeButton({}, card, u"primaryButton"_s);
     primaryButton->setMinimumHeight(40);
+    roundFocusRing(primaryButton, 7);
     ghostButton = makeButton({}, card, u"ghostButton"_s);
     ghostButton->setMinimumHeight(36);
+    roundFocusRing(ghostButton, 7);
     column->addWidget(primaryButton);
     column->addSpacing(10);
     column->addLayout(makeDivider(text(u"eller"_s, u"or"_s), card));

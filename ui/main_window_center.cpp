@@ -5,6 +5,7 @@
 
 #include "ui/composition_keys.h"
 #include "ui/elided_label.h"
+#include "ui/focus_ring.h"
 #include "ui/history_copy.h"
 #include "ui/row_list.h"
 #include "ui/scroll_keys.h"
@@ -89,6 +90,7 @@ QWidget *MainWindow::buildEmptyInner(QWidget *state)
     emptyActionBtn = makeButton({}, inner, u"emptyActionBtn"_s);
     emptyActionBtn->setFixedHeight(44);
     emptyActionBtn->setMinimumWidth(220);
+    roundFocusRing(emptyActionBtn, 10);
 
     auto *column = makeColumn(inner);
     column->setContentsMargins(32, 32, 32, 32);
@@ -164,6 +166,7 @@ QWidget *MainWindow::buildInputArea(QWidget *page)
     msgInput->installEventFilter(this);
     sendButton = makeButton(u"➤"_s, area, u"sendButton"_s);
     sendButton->setFixedSize(40, 40);
+    roundFocusRing(sendButton, 10);
     auto *line = makeLine(area, 10);
     line->setContentsMargins(14, 12, 14, 12);
     line->addWidget(msgInput, 1);

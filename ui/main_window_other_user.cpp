@@ -23,6 +23,9 @@ void MainWindow::forgetOtherUser()
     forgetHistory();
     messageList->clear();
     shownHistory.clear();
+    selectedServerId.clear();
+    leaveServer();
+    sentTexts.clear();
     showChatHeader({}, {}, {});
     msgInput->clear();
     sideSearch->clear();

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "ui/focus_ring.h"
 #include "ui/server_scroll.h"
 #include "ui/style/inline_styles.h"
 #include "ui/style/symbol_font.h"
@@ -26,6 +27,7 @@ QPushButton *makeRailButton(const QString &text, const QString &toolTip, QWidget
 {
     auto *button = makeButton(text, rail, u"railBtn"_s);
     button->setFixedSize(36, 36);
+    roundFocusRing(button, 10);
     button->setToolTip(toolTip);
     return button;
 }

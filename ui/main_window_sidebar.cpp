@@ -34,14 +34,17 @@ void MainWindow::searchAsTyped(const QString &typed)
         searchResults->hide();
         return;
     }
+    searchIsLeft = false;
     api.searchUsers(query);
 }
 
 void MainWindow::onSearchClicked()
 {
     const QString query = sideSearch->text().trimmed();
-    if (!query.isEmpty())
-        api.searchUsers(query);
+    if (query.isEmpty())
+        return;
+    searchIsLeft = false;
+    api.searchUsers(query);
 }
 
 void MainWindow::onSearchLoaded(const QJsonArray &users)
@@ -53,7 +56,7 @@ void MainWindow::onSearchLoaded(const QJsonArray &users)
         entry->setData(Qt::UserRole, username);
         entry->setSizeHint({0, searchResults->sizeHintForRow(searchResults->count() - 1)}); // never wider
     }
-    searchResults->setVisible(searchResults->count() > 0);
+    searchResults->setVisible(searchResults->count() > 0 && !searchIsLeft);
 }
 
 void MainWindow::onSearchFailed(const QString &) {}
@@ -64,6 +67,7 @@ void MainWindow::leaveSearch()
 {
     sideSearch->clear();
     searchResults->hide();
+    searchIsLeft = true;
     QWidget *next =
         msgInput->isVisible() && msgInput->isEnabled() ? static_cast<QWidget *>(msgInput) : dmList;
     next->setFocus();

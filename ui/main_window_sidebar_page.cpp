@@ -56,6 +56,7 @@ QWidget *MainWindow::buildSideHeader(QWidget *sidebar)
     sidebarTitle = makeLabel(text(u"Meddelanden"_s, u"Messages"_s), header, u"sidebarTitle"_s);
     addDmBtn = makeButton(u"+"_s, header, u"addDmBtn"_s);
     addDmBtn->setFixedSize(28, 28);
+    roundFocusRing(addDmBtn, 8);
     auto *line = makeLine(header);
     line->setContentsMargins(16, 0, 12, 0);
     line->addWidget(sidebarTitle);

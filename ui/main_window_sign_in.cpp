@@ -98,7 +98,6 @@ void MainWindow::logOut()
     readingMemory.forget();
     forgetHistory();
     myDevices.endSignIn();
-    sentTexts.clear();
     api.forgetReplies();
     myUsername.clear();
     shownHistory.clear();

@@ -4,6 +4,7 @@
 #include "ui/server_button.h"
 
 #include "ui/bounded_text.h"
+#include "ui/focus_ring.h"
 #include "ui/initials.h"
 #include "ui/plain_tool_tip.h"
 #include "ui/style/dialog_styles.h"
@@ -35,6 +36,7 @@ QPushButton *makeServerButton(const ServerModel &server, bool selected, QWidget 
     button->setAccessibleName(inOneLine(server.name.isEmpty() ? server.groupId : server.name));
     button->setAccessibleDescription(u"Server"_s); // else the tool tip, whole
     button->setFixedSize(36, 36);
+    roundFocusRing(button, 10);
     button->setCheckable(true);
     button->setChecked(selected);
     button->setStyleSheet(style::serverButton(selected));

@@ -50,6 +50,8 @@ private slots:
     void anotherReaderTriesAgain_data();
     void anotherReaderTriesAgain();
     void missingKeyFileIsLookedForAgain();
+    void aFailureThatMayPassIsTriedAgain_data();
+    void aFailureThatMayPassIsTriedAgain();
     void failuresLeaveWhatOpensAlone();
     void messageOpensBesideItsFailedTwin();
     void tableForgetsTheOldest();
@@ -144,6 +146,28 @@ void TestRememberedFailures::missingKeyFileIsLookedForAgain()
         QVERIFY(memory.generation() != before); // whoever shows the failure must not keep it
     }
     QVERIFY(writePrivateKeyFile(keyText()));
+    QCOMPARE(textWith(memory, message), u"hi"_s);
+}
+
+void TestRememberedFailures::aFailureThatMayPassIsTriedAgain_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::newRow("no memory for RSA") << QByteArray("EVP_PKEY_CTX_new");
+    QTest::newRow("no memory for AES") << QByteArray("EVP_CIPHER_CTX_new");
+}
+
+void TestRememberedFailures::aFailureThatMayPassIsTriedAgain()
+{
+    QFETCH(QByteArray, call);
+    ReadingMemory memory;
+    const QJsonObject message = sealed(u"hi"_s);
+    rereadPrivateKey(u"alice"_s, own, memory);
+    const quint64 before = memory.generation();
+    {
+        const FailingCall failing(call, 0);
+        QVERIFY(errorWith(memory, message).startsWith(u"Could not create "));
+    }
+    QVERIFY(memory.generation() != before); // whoever shows the failure must not keep it
     QCOMPARE(textWith(memory, message), u"hi"_s);
 }
 

@@ -1,6 +1,6 @@
-// What errors and confirmations are to a screen reader. That they are told as they come up is heard from
-// outside the program: the toolkit tells only of what is listened to. SPDX-FileCopyrightText: 2026 The
-// TideLoft developers SPDX-License-Identifier: MIT
+// What errors and confirmations are to a screen reader. A test from outside hears them as they come up.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/gui/tst_accessible_probe.h"
 #include "tests/support/test_main.h"
 #include "ui/message_box.h"

@@ -31,7 +31,13 @@ void TestMessageTrouble::reasonAndAdvice_data()
     QTest::newRow("other device") << u"No encrypted key found for device 'x'."_s << elsewhere << elsewhereToo;
     QTest::newRow("no key") << u"Private key not found."_s << keys << keysToo;
     QTest::newRow("damaged key") << u"Could not parse private key: no start line"_s << keys << keysToo;
-    QTest::newRow("altered") << u"GCM tag mismatch."_s << again << againToo;
+    const QString either = u"Lägg tillbaka nyckelfilerna, eller be avsändaren skicka det igen."_s;
+    const QString eitherToo = u"Put the key files back, or ask the sender to send it again."_s;
+    QTest::newRow("missing key file")
+        << u"Could not open file: /home/x/chat_private_key.b64"_s << keys << keysToo;
+    QTest::newRow("no Base64") << u"Invalid base64 data."_s << either << eitherToo;
+    QTest::newRow("another key") << u"RSA-OAEP decrypt failed: oaep decoding error"_s << either << eitherToo;
+    QTest::newRow("altered") << u"AES-GCM authentication failed."_s << again << againToo;
     QTest::newRow("empty") << u"The message is empty."_s << again << againToo;
 }
 
