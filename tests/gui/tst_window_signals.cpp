@@ -198,6 +198,7 @@ void TestWindowSignals::historyFailedKeepsTheView()
     QVERIFY(probe.signIn());
     QVERIFY(probe.open(u"bob"_s));
     probe.refreshTimer()->stop();
+    QVERIFY(probe.settle()); // the first, empty history has come
     probe.service.answer("GET /api/chat/history/bob", 200, R"([{"from":"bob","text":"Hi"}])");
     probe.clickPeer(u"bob"_s);
     QTRY_COMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 2);
