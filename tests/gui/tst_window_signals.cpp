@@ -199,6 +199,7 @@ void TestWindowSignals::historyFailedKeepsTheView()
     QVERIFY(probe.open(u"bob"_s));
     probe.refreshTimer()->stop();
     QVERIFY(probe.settle()); // the first, empty history has come
+    QVERIFY(probe.listPeers({u"bob"_s}));
     probe.service.answer("GET /api/chat/history/bob", 200, R"([{"from":"bob","text":"Hi"}])");
     probe.clickPeer(u"bob"_s);
     QTRY_COMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 2);
