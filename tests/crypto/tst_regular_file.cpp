@@ -1,4 +1,4 @@
-// Reading a whole file: every byte of a regular one, and nothing of anything else; looking whether it is there.
+// Reading a whole file: every byte of a regular one, nothing of anything else. Whether a file is there.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/regular_file.h"

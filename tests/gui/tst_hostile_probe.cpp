@@ -26,6 +26,15 @@ using namespace Qt::StringLiterals;
 namespace tideloft::tests
 {
 
+QString tipOf(QWidget *widget)
+{
+    QHelpEvent event(QEvent::ToolTip, {5, 5}, widget->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(widget, &event);
+    const QString tip = QToolTip::text();
+    QToolTip::hideText();
+    return tip;
+}
+
 namespace
 {
 
@@ -78,16 +87,6 @@ QString described(const QWidget *widget, const QString &text)
 bool hasMnemonic(QString text)
 {
     return text.remove(u"&&"_s).contains(u'&');
-}
-
-/// The tip that WIDGET brings up, as the toolkit gets it.
-QString tipOf(QWidget *widget)
-{
-    QHelpEvent event(QEvent::ToolTip, {5, 5}, widget->mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(widget, &event);
-    const QString tip = QToolTip::text();
-    QToolTip::hideText();
-    return tip;
 }
 
 QString markupIn(QWidget *widget)

@@ -35,4 +35,7 @@ private:
     QSize windowSize;
 };
 
+/// The tip that WIDGET brings up, as the toolkit gets it.
+QString tipOf(QWidget *widget);
+
 } // namespace tideloft::tests

@@ -16,7 +16,6 @@
 #include <QPushButton>
 #include <QTcpSocket>
 #include <QTextDocument>
-#include <QToolTip>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -177,16 +176,6 @@ QString seenOf(const QString &tip)
     QString seen = document.toPlainText();
     seen.removeIf([](QChar character) { return character.isSpace(); });
     return seen;
-}
-
-/// The tip that WIDGET brings up, as the toolkit got it.
-QString tipOf(QWidget *widget)
-{
-    QHelpEvent event(QEvent::ToolTip, {5, 5}, widget->mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(widget, &event);
-    const QString tip = QToolTip::text();
-    QToolTip::hideText();
-    return tip;
 }
 
 Shown serverName(HostileProbe &probe, const QString &text)

@@ -34,8 +34,6 @@ private slots:
     void searchFailedChangesNothing();
     void conversationsLoadedFillsTheList();
     void conversationsFailedKeepsTheList();
-    void historyLoadedFillsTheView();
-    void historyFailedKeepsTheView();
     void deviceKeyRegisteredChangesNothingForAKnownDevice();
     void userPublicKeysLoadedSends();
     void userPublicKeysFailedWarns();
@@ -179,35 +177,6 @@ void TestWindowSignals::conversationsFailedKeepsTheList()
     QTest::keyClicks(probe.the<QLineEdit>(u"sideSearch"_s), u"bo"_s);
     QTRY_VERIFY(probe.the<QListWidget>(u"searchResults"_s)->isVisible());
     QCOMPARE(probe.the<QListWidget>(u"dmList"_s)->item(0), entry);
-    QCOMPARE(warningOf(probe), QString());
-}
-
-void TestWindowSignals::historyLoadedFillsTheView()
-{
-    GuiProbe probe;
-    QVERIFY(probe.signIn());
-    QVERIFY(probe.open(u"bob"_s));
-    probe.service.answer("GET /api/chat/history/bob", 200, R"([{"from":"bob","text":"Hi"}])");
-    probe.clickPeer(u"bob"_s);
-    QTRY_COMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 2);
-}
-
-void TestWindowSignals::historyFailedKeepsTheView()
-{
-    GuiProbe probe;
-    QVERIFY(probe.signIn());
-    QVERIFY(probe.open(u"bob"_s));
-    probe.refreshTimer()->stop();
-    QVERIFY(probe.settle()); // the first, empty history has come
-    QVERIFY(probe.listPeers({u"bob"_s}));
-    probe.service.answer("GET /api/chat/history/bob", 200, R"([{"from":"bob","text":"Hi"}])");
-    probe.clickPeer(u"bob"_s);
-    QTRY_COMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 2);
-    probe.service.answer("GET /api/chat/history/bob", 404, R"({"message":"Nobody"})");
-    const QListWidgetItem *entry = probe.the<QListWidget>(u"messageList"_s)->item(0);
-    probe.clickPeer(u"bob"_s);
-    QVERIFY(probe.settle());
-    QCOMPARE(probe.the<QListWidget>(u"messageList"_s)->item(0), entry);
     QCOMPARE(warningOf(probe), QString());
 }
 

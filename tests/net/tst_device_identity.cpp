@@ -3,11 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 #include "net/device_identity.h"
-#include "tests/support/loopback_service.h"
 #include "tests/support/test_main.h"
 
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QStandardPaths>
 
 #include <fcntl.h>
@@ -21,7 +19,6 @@
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;
 using tideloft::net::loadOrCreateDeviceId;
-using tideloft::tests::LoopbackService;
 
 namespace
 {
@@ -90,8 +87,6 @@ private slots:
     void aPipeThatIsReadGetsNothing();
     void theSystemMayNumberTheFileZero();
     void aCopyThatStartsAtTheSameTimeIsWaitedFor();
-    void itsHeaderStaysOneLine_data();
-    void itsHeaderStaysOneLine();
 
 private:
     std::unique_ptr<QTemporaryDir> directory;
@@ -299,39 +294,6 @@ void TestDeviceIdentity::aCopyThatStartsAtTheSameTimeIsWaitedFor()
     start.join();
     QVERIFY(waits);
     QCOMPARE(second, u"from the first"_s);
-}
-
-// Only what could end or split the header is left out; the rest of the identifier is the file's own.
-void TestDeviceIdentity::itsHeaderStaysOneLine_data()
-{
-    QTest::addColumn<QByteArray>("between");
-    QTest::addColumn<QByteArray>("sent");
-    QTest::newRow("carriage return and line feed") << QByteArray("\r\n") << QByteArray();
-    for (int character = 0; character < 0x20; ++character) {
-        const QByteArray byte(1, static_cast<char>(character));
-        QTest::addRow("character %02x", character)
-            << byte << (QByteArray("\r\n\0", 3).contains(byte) ? QByteArray() : byte);
-    }
-    for (const QByteArray &kept : {QByteArray("\x7f"), QByteArray("\xc2\x85"), QByteArray(" \t ")})
-        QTest::newRow(kept.toHex()) << kept << kept;
-}
-
-void TestDeviceIdentity::itsHeaderStaysOneLine()
-{
-    QFETCH(const QByteArray, between);
-    QFETCH(const QByteArray, sent);
-    const QString home = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QVERIFY(QDir().mkpath(home));
-    write(home + u"/device_id.txt"_s, "abc" + between + "X-Injected: yes\n");
-    LoopbackService service;
-    ApiClient client;
-    QVERIFY(QFile::remove(home + u"/device_id.txt"_s));
-    QCOMPARE(client.deviceId(), QString::fromUtf8("abc" + between + "X-Injected: yes")); // as it was read
-    QSignalSpy failed(&client, &ApiClient::meFailed);
-    client.fetchMe();
-    QVERIFY(failed.wait());
-    QCOMPARE(service.lastRequest().header("X-Device-Token"), "abc" + sent + "X-Injected: yes");
-    QVERIFY(!service.lastRequest().hasHeader("X-Injected"));
 }
 
 TIDELOFT_TEST_MAIN(TestDeviceIdentity)
