@@ -98,7 +98,7 @@ int BubbleText::measuredHeight(int width) const
 QString BubbleText::copiedText() const
 {
     if (!hasSelectedText())
-        return wholeText.isEmpty() ? text() : wholeText;
+        return text();
     return selectedText().replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
 }
 

@@ -23,9 +23,7 @@ public:
     QSize minimumSizeHint() const override;
     int heightForWidth(int width) const override;
 
-    /// WHOLE is the message of which this text is only the first part.
-    void setWhole(const QString &whole) { wholeText = whole; }
-    /// What copying takes: the selection, else the whole message.
+    /// What copying takes: the selection, else the whole text.
     QString copiedText() const;
     /// The text gets the keyboard, so that the key that copies is for it; without the keyboard a selection
     /// goes, as in every label.
@@ -40,7 +38,6 @@ private:
     int measuredHeight(int width) const;
     void breakLongWords();
 
-    QString wholeText;
     bool hasLongWord = false;
     bool areWordsBroken = false; ///< in the label's own layout, since anything changed
     // Measured for the present font; negative while unknown. Layouts ask for the natural size again and

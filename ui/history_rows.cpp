@@ -9,8 +9,6 @@
 
 #include <QStringList>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -44,9 +42,7 @@ void boundMessages(QList<HistoryRow> &rows)
             continue;
         TextLimits limits = messageLimits;
         limits.effort = qBound(smallestEffort, left, messageLimits.effort);
-        const QString whole = std::exchange(message->text, firstPart(message->text, limits));
-        if (whole.size() != message->text.size())
-            message->whole = whole;
+        message->text = firstPart(message->text, limits);
         left -= drawingEffort(message->text);
     }
 }

@@ -23,7 +23,6 @@ struct MessageRowModel {
     GroupPosition position = GroupPosition::Single;
     QString sender = {}; ///< Empty where neither the name nor the avatar is shown.
     QString text = {};
-    QString whole = {};   ///< What copying takes where the text is only the first part; else empty.
     QString time = {};    ///< "HH:mm", empty where no time is shown.
     QString speaker = {}; ///< Who a screen reader says wrote it: every row for itself, grouped or not.
     QString clock = {};   ///< When, likewise.

@@ -66,9 +66,7 @@ QWidget *makeBubble(const MessageRowModel &model, QWidget *row)
     column->setContentsMargins(12, 8, 12, 8);
     if (model.showsSender())
         column->addWidget(makeSenderName(model.sender, bubble));
-    auto *text = new BubbleText(model.text, bubble);
-    text->setWhole(model.whole);
-    column->addWidget(text);
+    column->addWidget(new BubbleText(model.text, bubble));
     if (!model.time.isEmpty())
         column->addWidget(makeTime(model, bubble));
     if (!model.trouble.isEmpty()) {

@@ -24,7 +24,6 @@ private slots:
     void menuSpeaksTheLanguageOfTheMoment();
     void copiesTheWholeMessage_data();
     void copiesTheWholeMessage();
-    void copiesAllOfAMessageThatIsCut();
     void copiesTheSelection();
     void actsForAnAssistiveProgram();
     void selectsAll_data();
@@ -126,17 +125,6 @@ void TestHistoryCopy::copiesTheWholeMessage()
     QTEST(copied(), "expected");
     QTRY_VERIFY(!menu);
     QVERIFY(!text(row)->hasSelectedText());
-}
-
-void TestHistoryCopy::copiesAllOfAMessageThatIsCut()
-{
-    const QString lines = u"line\n"_s.repeated(2'100) + u"the end"_s;
-    QVERIFY(chat.showHistory(u"bob"_s, {plainMessage(u"bob"_s, lines, u"2021-03-07T12:00:00.000Z"_s)}));
-    QVERIFY(text(1)->text().endsWith(u'…'));
-    QMenu *menu = menuAt(text(1), QPoint(4, text(1)->height() - 4)); // the list stands at its end
-    QVERIFY(menu);
-    menu->actions().constFirst()->trigger();
-    QVERIFY(copied() == lines);
 }
 
 void TestHistoryCopy::copiesTheSelection()
