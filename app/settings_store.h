@@ -10,8 +10,8 @@
 namespace tideloft::app
 {
 
-/// The settings under the application's identity. None where the toolkit would read a pipe, a device, or a
-/// file of more than 1 MiB: such a store counts as absent, and nothing is written to it.
+/// The settings under the application's identity. Null if the settings file is a pipe, a device, or larger
+/// than 1 MiB. The program then starts as if there were no settings, and leaves the file as it is.
 std::unique_ptr<QSettings> openSettings();
 
 } // namespace tideloft::app

@@ -17,8 +17,8 @@ namespace tideloft::crypto
 class DirectoryLock
 {
 public:
-    /// Far more than the writing of two files takes. Whoever holds the lock for longer was stopped, or
-    /// means harm; this copy, and its window, do not wait for them.
+    /// Writing two files takes far less. A program that holds the lock for longer has been stopped, or means
+    /// harm. This program does not wait for it any longer, because its window stands still meanwhile.
     static constexpr int defaultPatience = 2'000; // ms
 
     explicit DirectoryLock(const QString &path, int patience = defaultPatience);

@@ -69,7 +69,7 @@ SecretBytes sealText(const QString &plainText, EncryptedEnvelope &envelope)
     return contentKey;
 }
 
-// The same, unless there is nothing to seal or nobody to seal it for.
+// Seals the text and returns its content key. Fails without a text or without a recipient.
 SecretBytes sealForDevices(const QString &plainText, const QJsonArray &recipientDevices,
                            EncryptedEnvelope &envelope)
 {

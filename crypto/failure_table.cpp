@@ -23,8 +23,8 @@ void addText(QCryptographicHash &hash, const QString &text)
 
 } // namespace
 
-// The service chooses the texts. Nobody can make two messages of one SHA-256, so no message gets the failure
-// of another.
+// The service chooses the texts, and a weak hash would let it make two messages with one digest. Then one
+// message would get the failure of the other.
 QByteArray digestOf(const SealedTexts &sealed)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);

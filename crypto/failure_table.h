@@ -19,7 +19,7 @@ struct SealedTexts {
     QString wrappedKey;
 };
 
-/// What stands for a whole envelope on this device: the SHA-256 of all its texts and their lengths.
+/// The key of a message in the table: the SHA-256 (FIPS 180-4) of its three texts and their lengths.
 QByteArray digestOf(const SealedTexts &sealed);
 
 /// A table of at most `mostFailures` messages; a full one forgets its oldest for a new one. It holds nothing

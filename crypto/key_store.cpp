@@ -112,11 +112,11 @@ bool publicKeyExists()
     return exists(publicKeyPath());
 }
 
-// The question and the answer to it under one lock: of two copies that sign in for the first time at the same
-// moment the second finds the pair of the first, and never a half of it. A pair is made before that, so that
-// the lock is held for a moment only, and a slow computer is no reason to go on without it. The directory is
-// asked for once: if it were away for a moment only, a pair in it would pass for missing, and be written
-// over. Halves that hold something are written already: with them nobody is waited for.
+// Two programs may sign in for the first time at the same moment. Each looks for a pair and writes one under
+// a single lock, so the second program finds the whole pair of the first. Making a pair is slow, so the pair
+// is made before the lock is taken. If both files hold something already, no lock is needed. The directory is
+// asked for only once: if it were away for a moment, an existing pair would seem to be missing and would be
+// written over.
 bool ensureKeyPair(QString *error)
 {
     const QString directory = appDataDir();

@@ -8,9 +8,9 @@
 namespace tideloft::ui
 {
 
-// The menu itself knows only of what was clicked or chosen by key. What an assistive program presses is
-// triggered and leaves the menu open; the program waits for the answer meanwhile, so the choice takes effect
-// after the menu, not inside that call.
+// QMenu::exec() returns only an entry that was clicked or chosen by key. An assistive program triggers an
+// entry directly, and the menu stays open. That program waits until the signal has been handled, so the
+// signal only closes the menu. The caller acts on the entry after exec() has returned.
 const QAction *choiceFrom(QMenu &menu, QPoint place)
 {
     const QAction *chosen = nullptr;
