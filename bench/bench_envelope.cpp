@@ -2,10 +2,10 @@
 // because the time is spent in OpenSSL.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/envelope.h"
-#include "crypto/key_pair.h"
-#include "crypto/key_store.h"
-#include "crypto/open_message.h"
+#include "crypto/keys/key_pair.h"
+#include "crypto/keys/key_store.h"
+#include "crypto/messages/envelope.h"
+#include "crypto/messages/open_message.h"
 #include "tests/support/test_main.h"
 
 #include <QJsonArray>

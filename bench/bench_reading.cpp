@@ -3,13 +3,13 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "bench/paired_times.h"
-#include "crypto/base64.h"
-#include "crypto/envelope.h"
-#include "crypto/key_pair.h"
-#include "crypto/key_store.h"
-#include "crypto/open_message.h"
-#include "crypto/openssl_ptr.h"
-#include "crypto/reading_memory.h"
+#include "crypto/cipher/base64.h"
+#include "crypto/cipher/openssl_ptr.h"
+#include "crypto/keys/key_pair.h"
+#include "crypto/keys/key_store.h"
+#include "crypto/messages/envelope.h"
+#include "crypto/messages/open_message.h"
+#include "crypto/messages/reading_memory.h"
 #include "tests/support/test_main.h"
 
 #include <openssl/rsa.h>

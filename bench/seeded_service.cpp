@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "bench/seeded_service.h"
 
-#include "crypto/envelope.h"
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
+#include "crypto/messages/envelope.h"
 #include "net/api_client.h"
 #include "net/tls_policy.h"
 #include "tests/support/test_service_endpoint.h"

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/display_records.h"
 
-#include "crypto/open_message.h"
+#include "crypto/messages/open_message.h"
 #include "ui/message_time.h"
 
 using namespace Qt::StringLiterals;

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "crypto/open_message.h"
+#include "crypto/messages/open_message.h"
 #include "ui/accessible_role.h"
 #include "ui/late_page.h"
 #include "ui/style/accent.h"

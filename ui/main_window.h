@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "crypto/reading_memory.h"
+#include "crypto/messages/reading_memory.h"
 #include "net/api_client.h"
 #include "ui/held_focus.h"
 #include "ui/opened_history.h"

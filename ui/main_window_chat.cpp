@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "crypto/open_message.h"
+#include "crypto/messages/open_message.h"
 #include "ui/bounded_rows.h"
 #include "ui/history_list.h"
 

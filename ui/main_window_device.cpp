@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "ui/initials.h"
 #include "ui/log_line.h"
 #include "ui/profile_card.h"

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "crypto/envelope_sealing.h"
+#include "crypto/messages/envelope_sealing.h"
 
 #include <QObject>
 #include <QTimer>

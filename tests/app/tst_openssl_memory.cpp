@@ -1,7 +1,7 @@
 // The client's own libraries, all of them loaded: does what libcrypto frees get overwritten?
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/openssl_memory.h"
+#include "crypto/cipher/openssl_memory.h"
 #include "tests/support/test_main.h"
 
 #include <QTest>

@@ -12,8 +12,8 @@ import layers
 
 PLANTED = (
     ("a page that knows the app", "ui/initials.cpp", '#include "app/fonts.h"'),
-    ("encryption that knows the network", "crypto/aes_gcm.cpp", '#include "net/json_reply.h"'),
-    ("encryption that knows the toolkit's network", "crypto/aes_gcm.cpp", "#include <QNetworkReply>"),
+    ("encryption that knows the network", "crypto/cipher/aes_gcm.cpp", '#include "net/json_reply.h"'),
+    ("encryption that knows the toolkit's network", "crypto/cipher/aes_gcm.cpp", "#include <QNetworkReply>"),
     ("a style that knows a page", "ui/style/accent.cpp", '#include "ui/initials.h"'),
     ("a handler that listens", "service/api/api.cpp", '#include "service/http/server.h"'),
     ("SQL in a handler", "service/api/api.cpp", "#include <QSqlQuery>"),

@@ -3,7 +3,7 @@
 // "after MICROSECONDS" it is killed that long after the line.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "net/device_identity.h"
 
 #include <QCoreApplication>

@@ -3,10 +3,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "crypto/base64.h"
-#include "crypto/key_store.h"
-#include "tests/crypto/data_dir.h"
-#include "tests/crypto/test_keys.h"
+#include "crypto/cipher/base64.h"
+#include "crypto/keys/key_store.h"
+#include "tests/support/crypto/data_dir.h"
+#include "tests/support/crypto/test_keys.h"
 
 #include <QProcess>
 

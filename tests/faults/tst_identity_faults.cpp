@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "net/device_identity.h"
-#include "tests/crypto/data_dir.h"
 #include "tests/faults/fault_rows.h"
+#include "tests/support/crypto/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QUuid>

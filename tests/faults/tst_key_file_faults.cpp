@@ -1,13 +1,13 @@
 // The key files when the disk or the system fails: the messages, what is left, and what is not touched.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/base64.h"
-#include "crypto/key_store.h"
-#include "crypto/regular_file.h"
-#include "tests/crypto/data_dir.h"
-#include "tests/crypto/key_halves.h"
-#include "tests/crypto/test_keys.h"
+#include "crypto/cipher/base64.h"
+#include "crypto/keys/key_store.h"
+#include "crypto/keys/regular_file.h"
 #include "tests/faults/fault_rows.h"
+#include "tests/support/crypto/data_dir.h"
+#include "tests/support/crypto/key_halves.h"
+#include "tests/support/crypto/test_keys.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"
 

@@ -1,7 +1,7 @@
 // Fuzzing of Base64: what comes out of any text, beside a decoder of our own, and back again.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/base64.h"
+#include "crypto/cipher/base64.h"
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/require.h"
 

@@ -3,7 +3,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/history_rows.h"
-#include "crypto/open_message.h"
+#include "crypto/messages/open_message.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
 #include "ui/opened_history.h"

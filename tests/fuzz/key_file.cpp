@@ -3,11 +3,11 @@
 // An input that begins with "p" is the public half's file, every other the private half's.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/envelope.h"
-#include "crypto/open_message.h"
-#include "tests/crypto/device_records.h"
+#include "crypto/messages/envelope.h"
+#include "crypto/messages/open_message.h"
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/key_home.h"
+#include "tests/support/crypto/device_records.h"
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;

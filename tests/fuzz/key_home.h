@@ -3,10 +3,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "crypto/aes_gcm.h"
-#include "tests/crypto/data_dir.h"
-#include "tests/crypto/sealed_items.h"
+#include "crypto/cipher/aes_gcm.h"
 #include "tests/fuzz/require.h"
+#include "tests/support/crypto/data_dir.h"
+#include "tests/support/crypto/sealed_items.h"
 #include "tests/support/test_home.h"
 
 #include <QCoreApplication>

@@ -4,8 +4,8 @@
 // before a text for that text sealed. So mutations of what was sealed reach what opens it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/open_message.h"
-#include "crypto/reading_memory.h"
+#include "crypto/messages/open_message.h"
+#include "crypto/messages/reading_memory.h"
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/key_home.h"
 

@@ -4,12 +4,12 @@
 // PEM, so that mutations of the rest reach what wraps the content key.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/envelope.h"
-#include "crypto/open_message.h"
+#include "crypto/messages/envelope.h"
+#include "crypto/messages/open_message.h"
 #include "net/device_key_records.h"
-#include "tests/crypto/device_records.h"
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/key_home.h"
+#include "tests/support/crypto/device_records.h"
 #include "ui/device_lists.h"
 
 using namespace tideloft::crypto;

@@ -5,7 +5,7 @@
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 
 #include <QApplication>
 #include <QFile>

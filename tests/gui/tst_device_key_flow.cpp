@@ -1,7 +1,7 @@
 // What the profile's arrival sets off: the name, the registration of this device, and the main page.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

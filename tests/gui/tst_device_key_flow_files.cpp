@@ -1,7 +1,7 @@
 // The key files at a sign-in: made when they are missing, and what happens when they cannot be.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

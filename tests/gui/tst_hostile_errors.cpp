@@ -2,7 +2,7 @@
 // that shows an error, and to those that show none.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/support/long_form.h"

@@ -1,7 +1,7 @@
 // Replies that an earlier user asked for and that come when another one is signed in: nobody sees them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "tests/gui/tst_pending_timers.h"
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/patience.h"

@@ -1,7 +1,7 @@
 // The search for secrets finds what is planted, in every form that a log or a file may hold it in.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/base64.h"
+#include "crypto/cipher/base64.h"
 #include "tests/gui/traced_person.h"
 #include "tests/support/private_numbers.h"
 #include "tests/support/sealed_messages.h"

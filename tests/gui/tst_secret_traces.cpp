@@ -2,10 +2,10 @@
 // password, no text, no key but in the private key's own file, no sign-in of the service.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/base64.h"
-#include "crypto/envelope.h"
-#include "crypto/rsa_oaep.h"
-#include "crypto/wrapped_keys.h"
+#include "crypto/cipher/base64.h"
+#include "crypto/cipher/rsa_oaep.h"
+#include "crypto/messages/envelope.h"
+#include "crypto/messages/wrapped_keys.h"
 #include "tests/gui/traced_person.h"
 #include "tests/support/loopback_service.h"
 #include "tests/support/patience.h"

@@ -2,12 +2,12 @@
 // goes on with, once each, and after the log-out none.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/base64.h"
-#include "crypto/envelope.h"
-#include "crypto/key_store.h"
-#include "crypto/rsa_oaep.h"
-#include "crypto/secret_bytes.h"
-#include "crypto/wrapped_keys.h"
+#include "crypto/cipher/base64.h"
+#include "crypto/cipher/rsa_oaep.h"
+#include "crypto/cipher/secret_bytes.h"
+#include "crypto/keys/key_store.h"
+#include "crypto/messages/envelope.h"
+#include "crypto/messages/wrapped_keys.h"
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/memory_scan.h"
 #include "tests/support/patience.h"

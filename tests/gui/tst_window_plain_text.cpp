@@ -1,7 +1,7 @@
 // Words from outside are shown as they stand: no label, box or entry takes them for markup.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -2,7 +2,7 @@
 // does not listen to.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/key_store.h"
+#include "crypto/keys/key_store.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 

@@ -38,7 +38,7 @@ class Answers:
 
     def test_digest(self, test):
         """Nothing for a test whose source has another name."""
-        sources = sorted((self.source / "tests").glob(f"*/{test}.cpp"))
+        sources = sorted((self.source / "tests").rglob(f"{test}.cpp"))
         return digest(sources) if len(sources) == 1 else None
 
     def find(self, mutant):

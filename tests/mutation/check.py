@@ -31,8 +31,8 @@ def candidates(source):
     for room, names in PURE.items():
         files = [f"{name}.cpp" for name in names.split()] if names != "*" else ["*.cpp"]
         for pattern in files:
-            paths = sorted((source / room).glob(pattern))
-            assert paths, f"{room}/{pattern} is not there"
+            paths = sorted((source / room).rglob(pattern))
+            assert paths, f"{pattern} is not in {room}/"
             for path in paths:
                 found += mutants.mutants_of(path.relative_to(source).as_posix(), path.read_text())
     return found

@@ -60,7 +60,7 @@ class Texts:
         self.service = {text for path in project.files("service/**/*.cpp") if path not in TO_OPERATORS
                         for text in sentences(project, path)}
         self.service |= set(re.findall(r'return u"([A-Z][^"]+)"_s', project.read("net/api_client.cpp")))
-        self.encryption = {text for path in ("crypto/envelope.cpp", "crypto/aes_gcm.cpp")
+        self.encryption = {text for path in ("crypto/messages/envelope.cpp", "crypto/cipher/aes_gcm.cpp")
                            for text in sentences(project, path)}
 
     def of(self, language):

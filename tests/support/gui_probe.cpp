@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 
-#include "crypto/key_pair.h"
-#include "crypto/key_store.h"
+#include "crypto/keys/key_pair.h"
+#include "crypto/keys/key_store.h"
 #include "tests/support/patience.h"
 
 #include <QApplication>

@@ -3,13 +3,13 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/sealed_messages.h"
 
-#include "crypto/aes_gcm.h"
-#include "crypto/base64.h"
-#include "crypto/envelope.h"
-#include "crypto/key_pair.h"
-#include "crypto/key_store.h"
-#include "crypto/rsa_oaep.h"
-#include "crypto/wrapped_keys.h"
+#include "crypto/cipher/aes_gcm.h"
+#include "crypto/cipher/base64.h"
+#include "crypto/cipher/rsa_oaep.h"
+#include "crypto/keys/key_pair.h"
+#include "crypto/keys/key_store.h"
+#include "crypto/messages/envelope.h"
+#include "crypto/messages/wrapped_keys.h"
 
 using namespace Qt::StringLiterals;
 

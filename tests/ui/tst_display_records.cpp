@@ -1,7 +1,7 @@
 // From history items to records: who, what, when, and whose.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/open_message.h"
+#include "crypto/messages/open_message.h"
 #include "tests/support/test_main.h"
 #include "tests/ui/local_zone.h"
 #include "ui/display_records.h"

@@ -1,0 +1,42 @@
+// Reading as alice on her device, with a memory.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "crypto/cipher/aes_gcm.h"
+#include "crypto/messages/open_message.h"
+#include "crypto/messages/reading_memory.h"
+#include "tests/support/crypto/sealed_items.h"
+
+namespace tideloft::tests
+{
+
+inline const QByteArray contentKey(32, 'k');
+inline const QByteArray nonce(12, 'n');
+
+inline QJsonObject sealedWith(const QByteArray &key, const QByteArray &text)
+{
+    return sealedBy(key, nonce, crypto::aesGcmEncrypt(key, nonce, text));
+}
+
+inline QString wrappedKeyOf(const QJsonObject &message)
+{
+    return crypto::findWrappedKeyForDevice(message.value(u"recipientKeys"_s).toArray(), own);
+}
+
+inline QString keyText()
+{
+    return crypto::toBase64Text(publishedPrivateKey());
+}
+
+inline QString textWith(crypto::ReadingMemory &memory, const QJsonObject &message)
+{
+    return crypto::decryptMessage(message, u"alice"_s, own, memory).text;
+}
+
+inline QString errorWith(crypto::ReadingMemory &memory, const QJsonObject &message)
+{
+    return crypto::decryptMessage(message, u"alice"_s, own, memory).error;
+}
+
+} // namespace tideloft::tests
