@@ -4,7 +4,7 @@
 #include "app/language_select_dialog.h"
 
 #include "app/settings_store.h"
-#include "ui/widget_parts.h"
+#include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QLabel>

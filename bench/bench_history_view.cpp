@@ -5,8 +5,8 @@
 #include "bench/figures.h"
 #include "bench/list_window.h"
 #include "bench/naive_rows.h"
-#include "ui/conversation_list.h"
-#include "ui/history_list.h"
+#include "ui/chat/history_list.h"
+#include "ui/sidebar/conversation_list.h"
 
 #include <QApplication>
 

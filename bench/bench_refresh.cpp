@@ -12,8 +12,8 @@
 #include "crypto/messages/reading_memory.h"
 #include "net/repeated_array.h"
 #include "tests/support/test_home.h"
-#include "ui/history_list.h"
-#include "ui/opened_history.h"
+#include "ui/chat/history_list.h"
+#include "ui/messages/opened_history.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

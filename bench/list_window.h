@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/row_list.h"
+#include "ui/lists/row_list.h"
 #include "ui/style/style_sheets.h"
 
 #include <QApplication>

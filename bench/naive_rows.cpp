@@ -3,10 +3,10 @@
 // SPDX-License-Identifier: MIT
 #include "bench/naive_rows.h"
 
-#include "ui/conversation_row.h"
-#include "ui/day_separator.h"
-#include "ui/initials.h"
+#include "ui/chat/day_separator.h"
+#include "ui/sidebar/conversation_row.h"
 #include "ui/style/inline_styles.h"
+#include "ui/texts/initials.h"
 
 #include <QBoxLayout>
 #include <QLabel>

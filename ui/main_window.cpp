@@ -4,11 +4,11 @@
 #include "ui/main_window.h"
 
 #include "crypto/messages/open_message.h"
-#include "ui/accessible_role.h"
-#include "ui/late_page.h"
 #include "ui/style/accent.h"
 #include "ui/style/style_sheets.h"
-#include "ui/widget_parts.h"
+#include "ui/widgets/accessible_role.h"
+#include "ui/widgets/late_page.h"
+#include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QComboBox>

@@ -5,13 +5,13 @@
 
 #include "crypto/messages/reading_memory.h"
 #include "net/api_client.h"
-#include "ui/held_focus.h"
-#include "ui/opened_history.h"
-#include "ui/own_devices.h"
-#include "ui/sent_texts.h"
-#include "ui/sliced_sealing.h"
-#include "ui/text.h"
-#include "ui/toolkit_words.h"
+#include "ui/keyboard/held_focus.h"
+#include "ui/messages/opened_history.h"
+#include "ui/messages/own_devices.h"
+#include "ui/messages/sent_texts.h"
+#include "ui/messages/sliced_sealing.h"
+#include "ui/texts/text.h"
+#include "ui/texts/toolkit_words.h"
 
 #include <QJsonArray>
 #include <QMainWindow>

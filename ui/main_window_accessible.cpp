@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/accessible_role.h"
+#include "ui/widgets/accessible_role.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/profile_card.h"
+#include "ui/settings/profile_card.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>

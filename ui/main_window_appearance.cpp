@@ -3,12 +3,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/focus_ring.h"
-#include "ui/settings_rows.h"
-#include "ui/settings_section.h"
+#include "ui/settings/settings_rows.h"
+#include "ui/settings/settings_section.h"
 #include "ui/style/accent.h"
 #include "ui/style/settings_styles.h"
-#include "ui/widget_parts.h"
+#include "ui/widgets/focus_ring.h"
+#include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QButtonGroup>

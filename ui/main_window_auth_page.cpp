@@ -3,13 +3,13 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/accessible_role.h"
-#include "ui/composition_keys.h"
-#include "ui/error_label.h"
-#include "ui/focus_ring.h"
+#include "ui/keyboard/composition_keys.h"
 #include "ui/style/grid_widget.h"
 #include "ui/style/inline_styles.h"
-#include "ui/widget_parts.h"
+#include "ui/widgets/accessible_role.h"
+#include "ui/widgets/error_label.h"
+#include "ui/widgets/focus_ring.h"
+#include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>

@@ -3,14 +3,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/composition_keys.h"
-#include "ui/elided_label.h"
-#include "ui/focus_ring.h"
-#include "ui/history_copy.h"
-#include "ui/row_list.h"
-#include "ui/scroll_keys.h"
+#include "ui/chat/history_copy.h"
+#include "ui/keyboard/composition_keys.h"
+#include "ui/keyboard/scroll_keys.h"
+#include "ui/lists/row_list.h"
 #include "ui/style/hint_row.h"
-#include "ui/widget_parts.h"
+#include "ui/widgets/elided_label.h"
+#include "ui/widgets/focus_ring.h"
+#include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QFrame>

@@ -4,8 +4,8 @@
 #include "ui/main_window.h"
 
 #include "crypto/messages/open_message.h"
-#include "ui/bounded_rows.h"
-#include "ui/history_list.h"
+#include "ui/chat/history_list.h"
+#include "ui/lists/bounded_rows.h"
 
 #include <QDateTime>
 #include <QListWidget>

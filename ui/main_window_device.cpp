@@ -4,10 +4,10 @@
 #include "ui/main_window.h"
 
 #include "crypto/keys/key_store.h"
-#include "ui/initials.h"
-#include "ui/log_line.h"
-#include "ui/profile_card.h"
+#include "ui/settings/profile_card.h"
 #include "ui/style/fade_in.h"
+#include "ui/texts/initials.h"
+#include "ui/texts/log_line.h"
 
 #include <QCheckBox>
 #include <QDebug>

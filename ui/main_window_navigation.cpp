@@ -3,9 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/bounded_text.h"
-#include "ui/initials.h"
 #include "ui/style/fade_in.h"
+#include "ui/texts/bounded_text.h"
+#include "ui/texts/initials.h"
 
 #include <QBoxLayout>
 #include <QCoreApplication>

@@ -3,14 +3,14 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/accessible_role.h"
-#include "ui/menu_choice.h"
-#include "ui/message_box.h"
-#include "ui/picture_dialog.h"
-#include "ui/picture_file.h"
-#include "ui/privacy_dialog.h"
-#include "ui/round_picture.h"
+#include "ui/settings/privacy_dialog.h"
 #include "ui/style/inline_styles.h"
+#include "ui/widgets/accessible_role.h"
+#include "ui/widgets/menu_choice.h"
+#include "ui/widgets/message_box.h"
+#include "ui/widgets/picture_dialog.h"
+#include "ui/widgets/picture_file.h"
+#include "ui/widgets/round_picture.h"
 
 #include <QLabel>
 #include <QListWidget>

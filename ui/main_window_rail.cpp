@@ -3,11 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/focus_ring.h"
-#include "ui/server_scroll.h"
+#include "ui/rail/server_scroll.h"
 #include "ui/style/inline_styles.h"
 #include "ui/style/symbol_font.h"
-#include "ui/widget_parts.h"
+#include "ui/widgets/focus_ring.h"
+#include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QFrame>

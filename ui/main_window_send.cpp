@@ -3,9 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/device_lists.h"
-#include "ui/message_box.h"
-#include "ui/message_line.h"
+#include "ui/chat/message_line.h"
+#include "ui/messages/device_lists.h"
+#include "ui/widgets/message_box.h"
 
 #include <QLineEdit>
 #include <QPushButton>

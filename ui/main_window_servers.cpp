@@ -3,15 +3,15 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/bounded_rows.h"
-#include "ui/create_server_dialog.h"
-#include "ui/initials.h"
-#include "ui/menu_choice.h"
-#include "ui/picture_dialog.h"
-#include "ui/row_list.h"
-#include "ui/server_button.h"
-#include "ui/server_notice.h"
-#include "ui/server_scroll.h"
+#include "ui/chat/server_notice.h"
+#include "ui/lists/bounded_rows.h"
+#include "ui/lists/row_list.h"
+#include "ui/rail/create_server_dialog.h"
+#include "ui/rail/server_button.h"
+#include "ui/rail/server_scroll.h"
+#include "ui/texts/initials.h"
+#include "ui/widgets/menu_choice.h"
+#include "ui/widgets/picture_dialog.h"
 
 #include <QBoxLayout>
 #include <QLabel>

@@ -4,13 +4,13 @@
 #include "ui/main_window.h"
 
 #include "net/service_host.h"
-#include "ui/focus_ring.h"
-#include "ui/settings_room.h"
-#include "ui/settings_sections.h"
+#include "ui/settings/settings_room.h"
+#include "ui/settings/settings_sections.h"
 #include "ui/style/fade_in.h"
 #include "ui/style/settings_styles.h"
 #include "ui/style/symbol_font.h"
-#include "ui/widget_parts.h"
+#include "ui/widgets/focus_ring.h"
+#include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
 #include <QLabel>

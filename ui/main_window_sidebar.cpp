@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/bounded_text.h"
-#include "ui/conversation_list.h"
+#include "ui/sidebar/conversation_list.h"
+#include "ui/texts/bounded_text.h"
 
 #include <QDateTime>
 #include <QLineEdit>

@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "ui/accessible_role.h"
-#include "ui/bounded_text.h"
+#include "ui/texts/bounded_text.h"
+#include "ui/widgets/accessible_role.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -11,6 +11,10 @@ import re
 import sys
 from pathlib import Path
 
+# The rooms that pages are built from, and the toolkits that no room of the window uses.
+TOOLS = "lists|widgets|keyboard|texts|style"
+NOT_FOR_UI = "openssl/|QSql|boost/"
+
 # Longest folder first: the first that a file lies in is its own. Each with the headers that it may include, and
 # the toolkits that it may not.
 FOLDERS = (
@@ -18,8 +22,15 @@ FOLDERS = (
     ("service/store", "service/store/", "openssl/|QJson|boost/"),
     ("service/api", "service/(api|store)/|service/http/(exchange|multipart|header_value)", "QSql|boost/"),
     ("service", "service/", "openssl/|QSql|QJson"),
-    ("ui/style", "ui/style/", "openssl/|QSql|boost/"),
-    ("ui", "(ui|net|crypto)/", "openssl/|QSql|boost/"),
+    *((f"ui/{room}", f"ui/({room}|{TOOLS})/", NOT_FOR_UI) for room in ("rail", "settings", "sign_in")),
+    *((f"ui/{room}", f"ui/({room}|messages|{TOOLS})/", NOT_FOR_UI) for room in ("sidebar", "chat")),
+    ("ui/messages", "ui/(messages|texts|lists)/|crypto/", "QNetwork|" + NOT_FOR_UI),
+    ("ui/lists", "ui/lists/", NOT_FOR_UI),
+    ("ui/widgets", "ui/(widgets|keyboard|texts|style)/", NOT_FOR_UI),
+    ("ui/keyboard", "ui/keyboard/", NOT_FOR_UI),
+    ("ui/texts", "ui/texts/", NOT_FOR_UI),
+    ("ui/style", "ui/style/", NOT_FOR_UI),
+    ("ui", "(ui|net|crypto)/", NOT_FOR_UI),
     ("app", "(app|ui|net)/", "openssl/|QSql|boost/"),
     ("net", "net/", "openssl/|QWidget|QSql|boost/"),
     ("crypto", "crypto/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
@@ -69,8 +80,9 @@ def main():
         sys.exit(f"Only {len(files)} files were found below {sys.argv[1]}: nothing was checked.")
     offences = [*wrong_includes(files), *circles(files)]
     if offences:
-        sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto; service/api ->\n"
-                 "service/http, service/store), and no headers include each other:\n  " + "\n  ".join(offences))
+        sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto; window -> pages ->\n"
+                 "messages -> tool rooms; service/api -> service/http, service/store), and no headers include\n"
+                 "each other:\n  " + "\n  ".join(offences))
     print(f"{len(files)} files keep to their layer")
 
 

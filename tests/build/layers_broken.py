@@ -11,10 +11,15 @@ from pathlib import Path
 import layers
 
 PLANTED = (
-    ("a page that knows the app", "ui/initials.cpp", '#include "app/fonts.h"'),
+    ("a page that knows the app", "ui/texts/initials.cpp", '#include "app/fonts.h"'),
     ("encryption that knows the network", "crypto/cipher/aes_gcm.cpp", '#include "net/json_reply.h"'),
     ("encryption that knows the toolkit's network", "crypto/cipher/aes_gcm.cpp", "#include <QNetworkReply>"),
-    ("a style that knows a page", "ui/style/accent.cpp", '#include "ui/initials.h"'),
+    ("a style that knows a page", "ui/style/accent.cpp", '#include "ui/texts/initials.h"'),
+    ("a page that knows another", "ui/chat/message_row.cpp", '#include "ui/rail/server_button.h"'),
+    ("a page that knows encryption", "ui/chat/message_row.cpp", '#include "crypto/messages/open_message.h"'),
+    ("a page that knows the service", "ui/settings/settings_rows.cpp", '#include "net/api_client.h"'),
+    ("rows that know a page", "ui/messages/history_rows.cpp", '#include "ui/chat/message_row.h"'),
+    ("a tool that knows the window", "ui/widgets/message_box.cpp", '#include "ui/main_window.h"'),
     ("a handler that listens", "service/api/api.cpp", '#include "service/http/server.h"'),
     ("SQL in a handler", "service/api/api.cpp", "#include <QSqlQuery>"),
     ("JSON in the store", "service/store/users.cpp", "#include <QJsonObject>"),

@@ -1,11 +1,11 @@
 // Fuzzing of the side: conversations, found users and servers from a reply to what is shown of them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/conversation_rows.h"
+#include "ui/sidebar/conversation_rows.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
-#include "ui/initials.h"
-#include "ui/server_models.h"
+#include "ui/rail/server_models.h"
+#include "ui/texts/initials.h"
 
 using namespace tideloft::tests;
 using namespace tideloft::ui;

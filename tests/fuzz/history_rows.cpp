@@ -2,11 +2,11 @@
 // screen.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/history_rows.h"
+#include "ui/messages/history_rows.h"
 #include "crypto/messages/open_message.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
-#include "ui/opened_history.h"
+#include "ui/messages/opened_history.h"
 
 using namespace tideloft::tests;
 using namespace tideloft::ui;

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "tests/fuzz/require.h"
-#include "ui/row_plan.h"
+#include "ui/lists/row_plan.h"
 
 #include <QSet>
 

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "tests/fuzz/json_input.h"
-#include "tests/ui/local_zone.h"
-#include "ui/text.h"
+#include "tests/support/local_zone.h"
+#include "ui/texts/text.h"
 
 #include <QDateTime>
 

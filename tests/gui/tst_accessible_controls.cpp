@@ -8,7 +8,7 @@
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_settings_switches_table.h"
 #include "tests/support/test_main.h"
-#include "ui/message_box.h"
+#include "ui/widgets/message_box.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/text.h"
+#include "ui/texts/text.h"
 
 #include <QAccessible>
 #include <QList>

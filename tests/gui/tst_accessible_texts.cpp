@@ -5,7 +5,7 @@
 #include "tests/gui/tst_accessible_probe.h"
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/bounded_text.h"
+#include "ui/texts/bounded_text.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

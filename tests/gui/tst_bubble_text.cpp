@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/bubble_text.h"
+#include "ui/chat/bubble_text.h"
 #include "ui/style/inline_styles.h"
 
 #include <QAbstractTextDocumentLayout>

@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/conversation_rows.h"
-#include "ui/history_rows.h"
+#include "ui/messages/history_rows.h"
+#include "ui/sidebar/conversation_rows.h"
 
 #include <QRandomGenerator>
 

@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/local_zone.h"
 #include "tests/support/midnight.h"
 #include "tests/support/test_main.h"
-#include "tests/ui/local_zone.h"
 
 #include <QApplication>
 #include <QDateTime>

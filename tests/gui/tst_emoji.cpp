@@ -5,7 +5,7 @@
 #include "tests/gui/tst_screen_glyphs.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/bubble_text.h"
+#include "ui/chat/bubble_text.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/error_label.h"
 #include "ui/style/style_sheets.h"
+#include "ui/widgets/error_label.h"
 
 #include <QApplication>
 #include <QVBoxLayout>

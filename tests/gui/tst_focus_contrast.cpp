@@ -5,8 +5,8 @@
 #include "tests/gui/tst_accessible_probe.h"
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/message_box.h"
 #include "ui/style/accent.h"
+#include "ui/widgets/message_box.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -4,7 +4,7 @@
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/memory_scan.h"
 #include "tests/support/test_main.h"
-#include "ui/bounded_text.h"
+#include "ui/texts/bounded_text.h"
 
 #include <QApplication>
 

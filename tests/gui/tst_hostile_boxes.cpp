@@ -4,8 +4,8 @@
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/support/patience.h"
 #include "tests/support/test_main.h"
-#include "ui/bounded_text.h"
-#include "ui/message_box.h"
+#include "ui/texts/bounded_text.h"
+#include "ui/widgets/message_box.h"
 
 #include <QAbstractButton>
 #include <QApplication>

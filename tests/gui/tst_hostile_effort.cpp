@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/bounded_text.h"
+#include "ui/texts/bounded_text.h"
 
 #include <QAbstractButton>
 #include <QGraphicsEffect>

@@ -8,7 +8,7 @@
 #include "tests/support/long_form.h"
 #include "tests/support/patience.h"
 #include "tests/support/test_main.h"
-#include "ui/bounded_text.h"
+#include "ui/texts/bounded_text.h"
 
 #include <QApplication>
 #include <QLineEdit>

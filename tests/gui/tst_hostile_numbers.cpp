@@ -4,8 +4,8 @@
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/bounded_rows.h"
-#include "ui/conversation_rows.h"
+#include "ui/lists/bounded_rows.h"
+#include "ui/sidebar/conversation_rows.h"
 
 #include <QApplication>
 #include <QListWidget>

@@ -5,9 +5,9 @@
 #include "tests/gui/tst_hostile_probe.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"
-#include "ui/bounded_text.h"
-#include "ui/initials.h"
-#include "ui/profile_card.h"
+#include "ui/settings/profile_card.h"
+#include "ui/texts/bounded_text.h"
+#include "ui/texts/initials.h"
 
 #include <QHelpEvent>
 #include <QLabel>

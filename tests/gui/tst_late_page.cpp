@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/late_page.h"
+#include "ui/widgets/late_page.h"
 
 #include <QStackedWidget>
 #include <QTest>

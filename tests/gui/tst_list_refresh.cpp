@@ -5,12 +5,12 @@
 #include "tests/gui/tst_changing_chat.h"
 #include "tests/gui/tst_list_state.h"
 #include "tests/support/test_main.h"
-#include "ui/conversation_list.h"
-#include "ui/conversation_row.h"
-#include "ui/day_separator.h"
-#include "ui/history_list.h"
-#include "ui/message_row.h"
-#include "ui/row_list.h"
+#include "ui/chat/day_separator.h"
+#include "ui/chat/history_list.h"
+#include "ui/chat/message_row.h"
+#include "ui/lists/row_list.h"
+#include "ui/sidebar/conversation_list.h"
+#include "ui/sidebar/conversation_row.h"
 #include "ui/style/style_sheets.h"
 
 #include <QApplication>

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_accessible_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/message_box.h"
+#include "ui/widgets/message_box.h"
 
 #include <QLabel>
 #include <QMessageBox>

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_random_driver_watch.h"
 
-#include "ui/create_server_dialog.h"
+#include "ui/rail/create_server_dialog.h"
 
 #include <QApplication>
 #include <QListWidget>

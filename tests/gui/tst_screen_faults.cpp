@@ -4,8 +4,8 @@
 #include "tests/gui/tst_screen_faults.h"
 
 #include "tests/gui/tst_screen_glyphs.h"
-#include "ui/elided_label.h"
-#include "ui/error_label.h"
+#include "ui/widgets/elided_label.h"
+#include "ui/widgets/error_label.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

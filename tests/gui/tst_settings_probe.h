@@ -4,7 +4,7 @@
 #pragma once
 
 #include "tests/support/gui_probe.h"
-#include "ui/text.h"
+#include "ui/texts/text.h"
 
 #include <functional>
 

@@ -42,7 +42,7 @@ def written_versions(arguments):
     versions = {
         "tideloft --version": printed(arguments.client).removeprefix("TideLoft ").split("\n")[0],
         "tideloftd --version": printed(arguments.service).removeprefix("tideloftd ").removesuffix("\n"),
-        "the settings page About": first_match(r'u"Version ([^"]*)"_s', source / "ui/settings_about.cpp"),
+        "the settings page About": first_match(r'u"Version ([^"]*)"_s', source / "ui/settings/settings_about.cpp"),
         "the packages": first_match(r'^set\(CPACK_PACKAGE_VERSION \[*"?([^]")]*)', build / "CPackConfig.cmake"),
     }
     for page in sorted((source / "packaging/man").iterdir()):

@@ -1,0 +1,47 @@
+// What of the message line stays when a message has arrived.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/chat/message_line.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft;
+
+class TestMessageLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rest_data();
+    void rest();
+};
+
+void TestMessageLine::rest_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("sent");
+    QTest::addColumn<QString>("rest");
+    QTest::newRow("nothing more") << u"first"_s << u"first"_s << QString();
+    QTest::newRow("a second thought") << u"first second thought"_s << u"first"_s << u" second thought"_s;
+    QTest::newRow("joined to it") << u"firstly"_s << u"first"_s << u"ly"_s;
+    QTest::newRow("blanks before what was sent") << u"  first and more"_s << u"first"_s << u" and more"_s;
+    QTest::newRow("only blanks follow") << u"first  "_s << u"first"_s << QString();
+    QTest::newRow("the same twice") << u"abab"_s << u"ab"_s << u"ab"_s;
+    QTest::newRow("changed") << u"fist of all"_s << u"first"_s << QString();
+    QTest::newRow("in another place") << u"the first one"_s << u"first"_s << QString();
+    QTest::newRow("in capitals") << u"First one"_s << u"first"_s << QString();
+    QTest::newRow("shortened") << u"fir"_s << u"first"_s << QString();
+    QTest::newRow("an empty line") << QString() << u"first"_s << QString();
+    QTest::newRow("nothing known to be sent") << u"first"_s << QString() << QString();
+}
+
+void TestMessageLine::rest()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, sent);
+    QTEST(ui::restOfLine(line, sent), "rest");
+}
+
+QTEST_APPLESS_MAIN(TestMessageLine)
+#include "tst_message_line.moc"

@@ -1,0 +1,216 @@
+// A history that is read again and again: the same records as afresh, but only what is new is opened.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/local_zone.h"
+#include "tests/support/test_main.h"
+#include "ui/messages/opened_history.h"
+
+#include <QJsonDocument>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::ui;
+
+namespace
+{
+
+QJsonArray parsed(const QByteArray &json)
+{
+    return QJsonDocument::fromJson(json).array();
+}
+
+QJsonObject item(const QString &text, bool isEncrypted = true)
+{
+    return {{u"from"_s, u"bob"_s},
+            {u"encrypted"_s, isEncrypted},
+            {u"text"_s, text},
+            {u"createdAt"_s, u"2024-05-17T10:00:00Z"_s}};
+}
+
+QJsonArray items(const QStringList &texts)
+{
+    QJsonArray array;
+    for (const QString &text : texts)
+        array.append(item(text));
+    return array;
+}
+
+QDateTime noon()
+{
+    return {QDate(2024, 5, 17), QTime(12, 0)};
+}
+
+} // namespace
+
+class TestOpenedHistory : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void unchangedItemsAreOpenedOnce();
+    void onlyWhatIsNewIsOpened_data();
+    void onlyWhatIsNewIsOpened();
+    void equalItemsOfAnotherReplyAreKnown();
+    void failureIsRemembered();
+    void failureIsTriedAgainUnderOtherTerms();
+    void messageWithoutTimeGetsTheNewMinute();
+    void onlyObjectsCount();
+    void otherTermsReadAfresh_data();
+    void otherTermsReadAfresh();
+    void forgetsWhenTold();
+
+private:
+    QList<DisplayRecord> read(const QJsonArray &array);
+
+    OpenedHistory history;
+    QStringList opened;
+    QString unopenable;
+    Reading reading;
+    quint64 readGeneration = 1;
+};
+
+void TestOpenedHistory::init()
+{
+    tideloft::tests::setLocalZone(tideloft::tests::stockholm);
+    history = {};
+    opened.clear();
+    unopenable.clear();
+    readGeneration = 1;
+    const auto open = [this](const QJsonObject &object) {
+        const QString text = object.value(u"text"_s).toString();
+        opened.append(text);
+        return text == unopenable ? QString() : u"opened "_s + text;
+    };
+    reading = {u"alice"_s, open, noon(), Language::English};
+}
+
+// Whatever is remembered, the records are those that are read afresh.
+QList<DisplayRecord> TestOpenedHistory::read(const QJsonArray &array)
+{
+    const QList<DisplayRecord> records = history.records(array, reading, readGeneration);
+    const QStringList openedNow = opened;
+    if (records != displayRecords(array, reading))
+        return {};
+    opened = openedNow;
+    return records;
+}
+
+void TestOpenedHistory::unchangedItemsAreOpenedOnce()
+{
+    const QJsonArray array = items({u"a"_s, u"b"_s});
+    QCOMPARE(read(array).size(), 2);
+    QCOMPARE(read(array).value(1).text, u"opened b"_s);
+    QCOMPARE(opened, QStringList({u"a"_s, u"b"_s}));
+}
+
+void TestOpenedHistory::onlyWhatIsNewIsOpened_data()
+{
+    QTest::addColumn<QStringList>("now");
+    QTest::addColumn<QString>("opened");
+    const auto row = [](const char *name, const QString &now, const QString &newlyOpened) {
+        QTest::newRow(name) << now.split(u' ') << newlyOpened;
+    };
+    row("at the end", u"a b c d"_s, u"d"_s);
+    row("in front", u"z a b c"_s, u"z"_s);
+    row("in between", u"a x b c"_s, u"x"_s);
+    row("instead of another", u"a x c"_s, u"x"_s);
+    row("gone in front", u"b c"_s, QString());
+    row("gone at the end", u"a b"_s, QString());
+    row("gone in between", u"a c"_s, QString());
+    row("the same once more", u"a b c c"_s, u"c"_s);
+}
+
+void TestOpenedHistory::onlyWhatIsNewIsOpened()
+{
+    QFETCH(const QStringList, now);
+    read(items({u"a"_s, u"b"_s, u"c"_s}));
+    opened.clear();
+    QCOMPARE(read(items(now)).size(), now.size());
+    QTEST(opened.join(u' '), "opened");
+}
+
+void TestOpenedHistory::equalItemsOfAnotherReplyAreKnown()
+{
+    const QByteArray json = QJsonDocument(items({u"a"_s, u"b"_s})).toJson();
+    read(parsed(json));
+    read(parsed(json));
+    QCOMPARE(opened.size(), 2);
+}
+
+void TestOpenedHistory::failureIsRemembered()
+{
+    unopenable = u"b"_s;
+    for (int reply = 0; reply < 2; ++reply)
+        QCOMPARE(read(items({u"a"_s, u"b"_s})).value(1).text, u"🔒 Message could not be displayed"_s);
+    QCOMPARE(opened, QStringList({u"a"_s, u"b"_s}));
+    QCOMPARE(read(items({u"a"_s, u"b"_s, u"c"_s})).value(1).text, u"🔒 Message could not be displayed"_s);
+    QCOMPARE(opened, QStringList({u"a"_s, u"b"_s, u"c"_s}));
+}
+
+// A key file that appeared, for instance.
+void TestOpenedHistory::failureIsTriedAgainUnderOtherTerms()
+{
+    unopenable = u"b"_s;
+    read(items({u"b"_s}));
+    unopenable.clear();
+    ++readGeneration;
+    QCOMPARE(read(items({u"b"_s})).value(0).text, u"opened b"_s);
+}
+
+void TestOpenedHistory::messageWithoutTimeGetsTheNewMinute()
+{
+    const QJsonArray array = parsed(R"([{"from":"bob","text":"x"}])");
+    QCOMPARE(read(array).value(0).time, noon());
+    reading.now = noon().addSecs(60);
+    QCOMPARE(read(array).value(0).time, noon().addSecs(60));
+}
+
+void TestOpenedHistory::onlyObjectsCount()
+{
+    const QJsonArray array = parsed(R"([1,{"text":"a"},null,[],{"text":"b"},"c"])");
+    for (int reply = 0; reply < 2; ++reply)
+        QCOMPARE(read(array).size(), 2);
+}
+
+void TestOpenedHistory::otherTermsReadAfresh_data()
+{
+    QTest::addColumn<QString>("ownName");
+    QTest::addColumn<Language>("language");
+    QTest::addColumn<quint64>("generation");
+    QTest::addColumn<QByteArray>("zone");
+    const QByteArray stockholm = tideloft::tests::stockholm;
+    QTest::newRow("other user") << u"bob"_s << Language::English << quint64(1) << stockholm;
+    QTest::newRow("other language") << u"alice"_s << Language::Swedish << quint64(1) << stockholm;
+    QTest::newRow("other key") << u"alice"_s << Language::English << quint64(2) << stockholm;
+    QTest::newRow("other zone") << u"alice"_s << Language::English << quint64(1) << QByteArray("UTC");
+    QTest::newRow("other zone with the same offset now")
+        << u"alice"_s << Language::English << quint64(1) << QByteArray("EET-2");
+}
+
+void TestOpenedHistory::otherTermsReadAfresh()
+{
+    QFETCH(const QString, ownName);
+    QFETCH(const Language, language);
+    QFETCH(const quint64, generation);
+    QFETCH(const QByteArray, zone);
+    const QJsonArray array = items({u"a"_s});
+    QCOMPARE(read(array).size(), 1);
+    tideloft::tests::setLocalZone(zone.constData());
+    reading.ownName = ownName;
+    reading.language = language;
+    reading.now = noon();
+    readGeneration = generation;
+    QCOMPARE(read(array).size(), 1);
+    QCOMPARE(opened.size(), 2);
+}
+
+void TestOpenedHistory::forgetsWhenTold()
+{
+    read(items({u"a"_s}));
+    history.forget();
+    read(items({u"a"_s}));
+    QCOMPARE(opened.size(), 2);
+}
+
+TIDELOFT_TEST_MAIN(TestOpenedHistory)
+#include "tst_opened_history.moc"

@@ -1,0 +1,205 @@
+// From conversation and search items to rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/local_zone.h"
+#include "tests/support/test_main.h"
+#include "ui/sidebar/conversation_rows.h"
+
+#include <QJsonDocument>
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::ui;
+
+namespace
+{
+
+QJsonArray parsed(const QByteArray &json)
+{
+    return QJsonDocument::fromJson(json).array();
+}
+
+QString open(const QJsonObject &item)
+{
+    return u"opened "_s + item.value(u"text"_s).toString();
+}
+
+QString openNothing(const QJsonObject &)
+{
+    return {};
+}
+
+QList<ConversationRowModel> rows(const QByteArray &json, const OpenMessage &opening = open,
+                                 Language language = Language::English)
+{
+    return conversationRows(parsed(json), opening, QDateTime(QDate(2024, 5, 17), QTime(12, 0)), language);
+}
+
+} // namespace
+
+class TestConversationRows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void peers_data();
+    void peers();
+    void preview_data();
+    void preview();
+    void envelopeThatDoesNotOpenSaysSo();
+    void envelopeIsHandedOverWhole();
+    void plainPreviewIsNotOpened();
+    void time_data();
+    void time();
+    void spoken_data();
+    void spoken();
+    void usersFound_data();
+    void usersFound();
+};
+
+void TestConversationRows::initTestCase()
+{
+    tideloft::tests::setLocalZone(tideloft::tests::stockholm);
+    QLocale::setDefault(QLocale(QLocale::English));
+}
+
+void TestConversationRows::peers_data()
+{
+    QTest::addColumn<QByteArray>("items");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const char *items, const QStringList &expected) {
+        QTest::newRow(name) << QByteArray(items) << expected;
+    };
+    row("no conversation", "[]", {});
+    row("the order of the reply stays", R"([{"peer":"c"},{"peer":"a"},{"peer":"b"}])",
+        {u"c"_s, u"a"_s, u"b"_s});
+    row("an item without peer gives no row", R"([{"text":"x"},{"peer":"a"}])", {u"a"_s});
+    row("a peer of blanks gives no row", R"([{"peer":"  \t"},{"peer":""},{"peer":"a"}])", {u"a"_s});
+    row("a peer that is no text gives no row", R"([{"peer":7},{"peer":null},{"peer":["a"]}])", {});
+    row("blanks around are dropped", R"([{"peer":"  Bob "}])", {u"Bob"_s});
+    row("what is no object gives no row", R"(["a",7,null,true,[{"peer":"x"}],{"peer":"a"}])", {u"a"_s});
+    row("the same peer twice stays twice", R"([{"peer":"a"},{"peer":"a"}])", {u"a"_s, u"a"_s});
+}
+
+void TestConversationRows::peers()
+{
+    QFETCH(const QByteArray, items);
+    QFETCH(const QStringList, expected);
+    QStringList found;
+    for (const ConversationRowModel &row : rows(items))
+        found.append(row.peer);
+    QCOMPARE(found, expected);
+}
+
+void TestConversationRows::preview_data()
+{
+    QTest::addColumn<QByteArray>("members");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *name, const char *members, const QString &expected) {
+        QTest::newRow(name) << QByteArray(members) << expected;
+    };
+    row("encrypted true is opened", R"("encrypted":true,"text":"x")", u"opened x"_s);
+    row("encrypted 1 is opened", R"("encrypted":1,"text":"x")", u"opened x"_s);
+    row("encrypted false is plain", R"("encrypted":false,"text":"x")", u"x"_s);
+    row("encrypted 0 is plain", R"("encrypted":0,"text":"x")", u"x"_s);
+    row("the text true is plain", R"("encrypted":"true","text":"x")", u"x"_s);
+    row("without encrypted it is plain", R"("text":"x")", u"x"_s);
+    row("without text it is empty", R"("encrypted":false)", {});
+    row("a text that is none is empty", R"("text":{})", {});
+}
+
+void TestConversationRows::preview()
+{
+    QFETCH(const QByteArray, members);
+    QFETCH(const QString, expected);
+    QCOMPARE(rows(R"([{"peer":"bob",)" + members + "}]").value(0),
+             (ConversationRowModel{u"bob"_s, expected, {}}));
+}
+
+void TestConversationRows::envelopeThatDoesNotOpenSaysSo()
+{
+    const QByteArray items = R"([{"peer":"bob","encrypted":true,"text":"x"}])";
+    QCOMPARE(rows(items, openNothing, Language::English).value(0).preview, u"🔒 Encrypted message"_s);
+    QCOMPARE(rows(items, openNothing, Language::Swedish).value(0).preview, u"🔒 Krypterat meddelande"_s);
+}
+
+void TestConversationRows::envelopeIsHandedOverWhole()
+{
+    const QByteArray items = R"([{"peer":"bob","from":"alice","encrypted":true,"text":"x","iv":"i",
+                                  "senderKeys":[{"deviceId":"d"}],"recipientKeys":[]}])";
+    QList<QJsonObject> seen;
+    rows(items, [&seen](const QJsonObject &item) {
+        seen.append(item);
+        return u"hello"_s;
+    });
+    QCOMPARE(seen, QList<QJsonObject>{parsed(items).at(0).toObject()});
+}
+
+void TestConversationRows::plainPreviewIsNotOpened()
+{
+    int opened = 0;
+    rows(R"([{"peer":"bob","text":"x"}])",
+         [&opened](const QJsonObject &) { return QString::number(++opened); });
+    QCOMPARE(opened, 0);
+}
+
+void TestConversationRows::time_data()
+{
+    QTest::addColumn<QByteArray>("createdAt");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("today") << QByteArray(R"("2024-05-17T06:05:00Z")") << u"08:05"_s;
+    QTest::newRow("yesterday") << QByteArray(R"("2024-05-16T06:05:00Z")") << u"16 May"_s;
+    QTest::newRow("another year") << QByteArray(R"("2022-05-17T06:05:00Z")") << u"17 May"_s;
+    QTest::newRow("unreadable") << QByteArray(R"("soon")") << QString();
+    QTest::newRow("null") << QByteArray("null") << QString();
+}
+
+void TestConversationRows::time()
+{
+    QFETCH(const QByteArray, createdAt);
+    QFETCH(const QString, expected);
+    QCOMPARE(rows(R"([{"peer":"bob","createdAt":)" + createdAt + "}]").value(0).time, expected);
+}
+
+void TestConversationRows::spoken_data()
+{
+    QTest::addColumn<QString>("preview");
+    QTest::addColumn<QString>("time");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("all of it") << u"See you"_s << u"12:04"_s << u"bob, See you, 12:04"_s;
+    QTest::newRow("without a time") << u"See you"_s << QString() << u"bob, See you"_s;
+    QTest::newRow("without a preview") << QString() << u"12:04"_s << u"bob, 12:04"_s;
+    QTest::newRow("the name alone") << QString() << QString() << u"bob"_s;
+}
+
+void TestConversationRows::spoken()
+{
+    QFETCH(const QString, preview);
+    QFETCH(const QString, time);
+    QFETCH(const QString, expected);
+    QCOMPARE(spokenText(ConversationRowModel{u"bob"_s, preview, time}), expected);
+}
+
+void TestConversationRows::usersFound_data()
+{
+    QTest::addColumn<QByteArray>("users");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const char *users, const QStringList &expected) {
+        QTest::newRow(name) << QByteArray(users) << expected;
+    };
+    row("in the order of the reply", R"([{"username":"b"},{"username":"a"}])", {u"b"_s, u"a"_s});
+    row("no usable entry", R"(["a",7,null,{},{"username":" "},{"username":5}])", {});
+    row("blanks around are dropped", R"([{"username":" Bob\n"}])", {u"Bob"_s});
+    row("none", "[]", {});
+}
+
+void TestConversationRows::usersFound()
+{
+    QFETCH(const QByteArray, users);
+    QFETCH(const QStringList, expected);
+    QCOMPARE(foundUsers(parsed(users)), expected);
+}
+
+TIDELOFT_TEST_MAIN(TestConversationRows)
+#include "tst_conversation_rows.moc"

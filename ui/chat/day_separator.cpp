@@ -1,0 +1,46 @@
+// Building a day separator.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/chat/day_separator.h"
+
+#include "ui/style/inline_styles.h"
+#include "ui/widgets/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+// A plain box whose background is the line: a frame would draw a border of its own over it, three pixels
+// high.
+QWidget *makeDayLine(QWidget *row)
+{
+    auto *rule = makeBox(row);
+    rule->setMinimumHeight(1);
+    rule->setStyleSheet(style::dayLine());
+    return rule;
+}
+
+} // namespace
+
+QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent)
+{
+    auto *row = makeBox(parent);
+    row->setAttribute(Qt::WA_TranslucentBackground);
+    row->setStyleSheet(style::rowBackground());
+    auto *day = makeLabel(model.label, row);
+    day->setAlignment(Qt::AlignCenter);
+    day->setStyleSheet(style::dayLabel());
+    auto *line = new QHBoxLayout(row);
+    line->setContentsMargins(40, 18, 40, 10);
+    line->addWidget(makeDayLine(row), 1);
+    line->addWidget(day);
+    line->addWidget(makeDayLine(row), 1);
+    return row;
+}
+
+} // namespace tideloft::ui

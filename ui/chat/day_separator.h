@@ -1,0 +1,16 @@
+// The line between two days of a history.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/messages/history_rows.h"
+
+class QWidget;
+
+namespace tideloft::ui
+{
+
+/// A row with the day's label between two lines.
+QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent);
+
+} // namespace tideloft::ui

@@ -1,0 +1,116 @@
+// Building a message's row: avatar, bubble, and what stands in the bubble.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/chat/message_row.h"
+
+#include "ui/chat/bubble_text.h"
+#include "ui/style/inline_styles.h"
+#include "ui/texts/bounded_text.h"
+#include "ui/texts/initials.h"
+#include "ui/widgets/elided_label.h"
+#include "ui/widgets/plain_tool_tip.h"
+#include "ui/widgets/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+QLabel *makeAvatar(const QString &sender, QWidget *row)
+{
+    auto *avatar = makeLabel(initials(sender), row);
+    avatar->setFixedSize(34, 34);
+    avatar->setAlignment(Qt::AlignCenter);
+    avatar->setStyleSheet(style::messageAvatar());
+    avatar->setAccessibleName(inOneLine(sender));
+    return avatar;
+}
+
+// The avatar's place in the rows of a group that show none. Unlike a stretch it keeps its distance from its
+// neighbour; unlike a widget it costs nothing.
+class AvatarSpace : public QSpacerItem
+{
+public:
+    AvatarSpace() : QSpacerItem(34, 0, QSizePolicy::Fixed, QSizePolicy::Minimum) {}
+    bool isEmpty() const override { return false; }
+};
+
+QLabel *makeSenderName(const QString &sender, QWidget *bubble)
+{
+    auto *name = new ElidedLabel(sender, bubble);
+    name->setStyleSheet(style::senderName());
+    return name;
+}
+
+QLabel *makeTime(const MessageRowModel &model, QWidget *bubble)
+{
+    auto *time = makeLabel(model.time, bubble);
+    time->setAlignment(model.isMine ? Qt::AlignRight : Qt::AlignLeft);
+    time->setStyleSheet(style::messageTime());
+    return time;
+}
+
+QWidget *makeBubble(const MessageRowModel &model, QWidget *row)
+{
+    auto *bubble = makeBox(row);
+    bubble->setStyleSheet(style::bubble(model.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
+    bubble->setMaximumWidth(520);
+    bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
+    auto *column = makeColumn(bubble, 3);
+    column->setContentsMargins(12, 8, 12, 8);
+    if (model.showsSender())
+        column->addWidget(makeSenderName(model.sender, bubble));
+    column->addWidget(new BubbleText(model.text, bubble));
+    if (!model.time.isEmpty())
+        column->addWidget(makeTime(model, bubble));
+    if (!model.trouble.isEmpty()) {
+        bubble->setToolTip(model.trouble);
+        showToolTipAsPlainText(bubble);
+    }
+    return bubble;
+}
+
+QMargins rowMargins(const MessageRowModel &model)
+{
+    const int top = model.startsGroup() ? 8 : 2;
+    const int bottom = model.time.isEmpty() ? 2 : 6;
+    return model.isMine ? QMargins(60, top, 14, bottom) : QMargins(14, top, 60, bottom);
+}
+
+} // namespace
+
+MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(parent)
+{
+    setAttribute(Qt::WA_StyledBackground);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setStyleSheet(style::rowBackground());
+    auto *line = makeLine(this, 8);
+    line->setContentsMargins(rowMargins(model));
+    if (model.isMine) {
+        line->addStretch();
+        line->addWidget(makeBubble(model, this));
+        return;
+    }
+    if (model.showsSender())
+        line->addWidget(makeAvatar(model.sender, this), 0, Qt::AlignTop);
+    else
+        line->addItem(new AvatarSpace); // the layout owns it
+    line->addWidget(makeBubble(model, this));
+    line->addStretch();
+}
+
+QSize MessageRow::sizeHint() const
+{
+    const QSize natural = QWidget::sizeHint();
+    const int width = parentWidget() ? qMin(natural.width(), parentWidget()->width()) : natural.width();
+    // A label without text has no height for any width; the bubble around it has one all the same.
+    return {width, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : natural.height()};
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,25 @@
+// A message in the chat history.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/messages/history_rows.h"
+
+#include <QWidget>
+
+namespace tideloft::ui
+{
+
+/// A message's row: it asks for no more width than the list below it has, and for the height that its wrapped
+/// text needs at that width.
+class MessageRow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    MessageRow(const MessageRowModel &model, QWidget *parent);
+
+    QSize sizeHint() const override;
+};
+
+} // namespace tideloft::ui

@@ -1,0 +1,168 @@
+// Applying a plan to the entries of a list.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/lists/row_reconciler.h"
+
+#include <QApplication>
+#include <QListWidget>
+
+#include <algorithm>
+#include <optional>
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+/// Keeps what stands in a list's viewport out of sight while many rows come in: a row that is made visible
+/// announces itself to the whole window, and so all of them together take a time that grows with the square
+/// of their number. Nothing is painted before the event loop turns, so nobody sees the gap.
+class Curtain
+{
+public:
+    explicit Curtain(QListWidget *filled) : list(isNeeded(filled->viewport()) ? filled : nullptr)
+    {
+        if (!list)
+            return;
+        list->viewport()->hide();
+        // So many rows need the bar: they are measured beside it, not without it first.
+        policy = list->verticalScrollBarPolicy();
+        list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    }
+    ~Curtain()
+    {
+        if (!list)
+            return;
+        list->setVerticalScrollBarPolicy(policy);
+        // Every widget that is shown searches all that is posted if anything is posted for itself.
+        for (const QEvent::Type waiting : {QEvent::PolishRequest, QEvent::LayoutRequest})
+            QCoreApplication::sendPostedEvents(nullptr, waiting);
+        list->viewport()->show();
+    }
+    Q_DISABLE_COPY_MOVE(Curtain)
+
+private:
+    /// What has the keyboard would lose it, and with it the text that is selected there.
+    static bool isNeeded(const QWidget *viewport)
+    {
+        const QWidget *focused = QApplication::focusWidget();
+        return viewport->isVisible() && !(focused && viewport->isAncestorOf(focused));
+    }
+
+    QListWidget *list;
+    Qt::ScrollBarPolicy policy = Qt::ScrollBarAsNeeded;
+};
+
+/// Moves the entries of a list until they stand as planned, and remembers which is where.
+class EntryMover
+{
+public:
+    EntryMover(QListWidget *changed, const QList<RowPlace> &planned) : list(changed), places(planned) {}
+
+    void removeUnused();
+    void arrange();
+
+private:
+    int insertFrom(int index);
+    void bringTo(int index);
+    void move(int from, int to);
+
+    QListWidget *list;
+    const QList<RowPlace> &places;
+    QList<int> order = {}; // for each entry now in the list its index at the beginning, -1 for a new one
+};
+
+void EntryMover::removeUnused()
+{
+    QList<bool> isUsed(list->count(), false);
+    for (const RowPlace &place : places) {
+        if (place.entry >= 0)
+            isUsed[place.entry] = true;
+    }
+    for (int end = int(isUsed.size()); end > 0;) {
+        int first = end;
+        while (first > 0 && !isUsed.at(first - 1))
+            --first;
+        if (first < end)
+            list->model()->removeRows(first, end - first);
+        end = first - 1; // that one is used
+    }
+    for (int i = 0; i < isUsed.size(); ++i) {
+        if (isUsed.at(i))
+            order.append(i);
+    }
+}
+
+void EntryMover::arrange()
+{
+    for (int i = 0; i < places.size();) {
+        if (places.at(i).entry < 0)
+            i = insertFrom(i);
+        else
+            bringTo(i++);
+    }
+}
+
+/// Inserts the new entries that stand together from INDEX on; returns the index behind them.
+int EntryMover::insertFrom(int index)
+{
+    int end = index;
+    while (end < places.size() && places.at(end).entry < 0)
+        ++end;
+    list->insertItems(index, QStringList(end - index));
+    order.insert(index, end - index, -1);
+    return end;
+}
+
+void EntryMover::bringTo(int index)
+{
+    const RowPlace &place = places.at(index);
+    // What stands before an entry of fixed order will be fetched when its own turn comes.
+    while (place.isFixed && order.at(index) != place.entry)
+        move(index, int(order.size()));
+    if (order.at(index) != place.entry)
+        move(int(order.indexOf(place.entry, index)), index);
+}
+
+/// TO as the model counts: the index of the entry before which it comes.
+void EntryMover::move(int from, int to)
+{
+    list->model()->moveRow({}, from, {}, to);
+    order.move(from, from < to ? to - 1 : to);
+}
+
+} // namespace
+
+QList<QVariant> shownModels(const QListWidget *list)
+{
+    QList<QVariant> models;
+    models.reserve(list->count());
+    for (int i = 0; i < list->count(); ++i)
+        models.append(list->item(i)->data(shownModelRole));
+    return models;
+}
+
+void applyPlan(QListWidget *list, const QList<RowPlace> &places, const std::function<ListRow(int)> &make)
+{
+    const auto isKept = [](const RowPlace &place) { return place.isKept; };
+    const auto keptCount = std::count_if(places.cbegin(), places.cend(), isKept);
+    const bool isSame =
+        keptCount == list->count() && keptCount == places.size()
+        && std::all_of(places.cbegin(), places.cend(), [](const RowPlace &place) { return place.isFixed; });
+    if (isSame)
+        return;
+    std::optional<Curtain> curtain;
+    if (places.size() - keptCount > 50)
+        curtain.emplace(list);
+    EntryMover mover(list, places);
+    mover.removeUnused();
+    mover.arrange();
+    for (int i = 0; i < places.size(); ++i) {
+        if (!places.at(i).isKept)
+            setRow(list, i, make(i));
+    }
+    list->doItemsLayout();
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,45 @@
+// The history that is shown, as it was read: what comes again unchanged is not read again.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/messages/display_records.h"
+
+namespace tideloft::ui
+{
+
+/// Remembers the records of one reply for the next, also those of messages that could not be opened.
+class OpenedHistory
+{
+public:
+    /// displayRecords() of ITEMS. GENERATION is another number once a message might open to another text, or
+    /// one that did not might open; then nothing remembered is used, and neither for another user, language
+    /// or time zone.
+    QList<DisplayRecord> records(const QJsonArray &items, const Reading &reading, quint64 generation);
+    void forget();
+
+private:
+    struct Known {
+        DisplayRecord record;
+        bool isMessage = false; ///< only an object is one
+        bool isTimed = false;
+    };
+    struct Terms {
+        QString ownName;
+        Language language = Language::English;
+        QByteArray zone;       ///< the times shown are local
+        int offsetFromUtc = 0; ///< s; a zone's rules can be replaced under its name
+        quint64 generation = 0;
+
+        bool operator==(const Terms &) const = default;
+    };
+
+    static Known read(const QJsonValue &value, const Reading &reading);
+    QList<Known> follow(const QJsonArray &items, const Reading &reading) const;
+
+    Terms terms;
+    QJsonArray itemsBefore;
+    QList<Known> knownBefore; ///< one for each of itemsBefore
+};
+
+} // namespace tideloft::ui

@@ -1,0 +1,40 @@
+// Deciding when the list of devices is out of date.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/messages/own_devices.h"
+
+#include "ui/messages/device_lists.h"
+
+namespace tideloft::ui
+{
+
+void OwnDevices::beginSignIn()
+{
+    listed = registered = asked = false;
+}
+
+void OwnDevices::endSignIn()
+{
+    asked = true;
+}
+
+void OwnDevices::setKeys(const QJsonArray &keys)
+{
+    deviceKeys = keys;
+    listed = true;
+}
+
+void OwnDevices::setRegistered()
+{
+    registered = true;
+}
+
+bool OwnDevices::takeAskAgain(const QString &ownDeviceId)
+{
+    if (asked || !listed || !registered || !senderDevices(deviceKeys, ownDeviceId).isEmpty())
+        return false;
+    asked = true;
+    return true;
+}
+
+} // namespace tideloft::ui

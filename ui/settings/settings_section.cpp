@@ -1,0 +1,104 @@
+// Putting a settings page together.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/settings/settings_section.h"
+
+#include "ui/settings/settings_rows.h"
+#include "ui/style/settings_styles.h"
+#include "ui/widgets/accessible_role.h"
+#include "ui/widgets/focus_ring.h"
+#include "ui/widgets/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QScrollArea>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+SettingsSection::SettingsSection(const Words &title, Language words, QWidget *parent)
+    : language(words),
+      area(new QScrollArea(parent)),
+      page(new QWidget(area)),
+      column(makeColumn(page, 12))
+{
+    if (title.english.isEmpty())
+        return;
+    auto *label = makeLabel(title.in(language), page);
+    label->setStyleSheet(style::sectionTitle);
+    column->addWidget(label);
+}
+
+void SettingsSection::add(QWidget *block)
+{
+    column->addWidget(block);
+}
+
+void SettingsSection::addHeader(const Words &caption)
+{
+    add(makeSectionHeader(caption.in(language), page));
+}
+
+QWidget *SettingsSection::addCard()
+{
+    QWidget *card = makeSettingsCard(page);
+    add(card);
+    return card;
+}
+
+QWidget *SettingsSection::addSwitches(const QList<SwitchGroup> &groups)
+{
+    QWidget *card = nullptr;
+    for (const SwitchGroup &group : groups) {
+        addHeader(group.header);
+        card = addCard();
+        for (const SwitchModel &model : group.switches)
+            columnOf(card)->addWidget(
+                makeSwitchRow(model.label.in(language), model.hint.in(language), model.on, card));
+    }
+    return card;
+}
+
+QWidget *SettingsSection::finish()
+{
+    column->addStretch();
+    area->setWidgetResizable(true);
+    area->setWidget(page);
+    setAccessibleRole(area, QAccessible::Grouping); // the keyboard stops here to scroll
+    ringFocus(area);
+    // The style sheet paints the background: an opaque page would be left out of the fade that shows it.
+    page->setAutoFillBackground(false);
+    return area;
+}
+
+QWidget *makeShieldCard(Language language, QWidget *parent)
+{
+    QWidget *card = makeSettingsCard(parent);
+    auto *icon = makeLabel(u"🛡"_s, card);
+    icon->setStyleSheet(style::shieldIcon);
+    auto *caption = makeLabel(u"Trust & Safety"_s, card);
+    caption->setStyleSheet(style::shieldCaption);
+    auto *state = makeLabel(chooseText(language, u"Ditt konto är verifierat och säkert"_s,
+                                       u"Your account is verified and secure"_s),
+                            card);
+    state->setStyleSheet(style::shieldLine);
+    state->setWordWrap(true);
+    auto *mark = makeLabel(u"✓ Verified"_s, card);
+    mark->setStyleSheet(style::shieldMark);
+    auto *words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(caption);
+    words->addWidget(state);
+    auto *line = new QHBoxLayout;
+    line->setContentsMargins(16, 12, 16, 12);
+    line->setSpacing(12);
+    line->addWidget(icon);
+    line->addLayout(words, 1);
+    line->addWidget(mark);
+    columnOf(card)->addLayout(line);
+    return card;
+}
+
+} // namespace tideloft::ui

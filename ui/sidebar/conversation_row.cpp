@@ -1,0 +1,87 @@
+// Building a conversation's row.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/sidebar/conversation_row.h"
+
+#include "ui/style/inline_styles.h"
+#include "ui/texts/bounded_text.h"
+#include "ui/texts/initials.h"
+#include "ui/widgets/elided_label.h"
+#include "ui/widgets/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+QWidget *makeAvatar(const QString &peer, QWidget *row)
+{
+    auto *place = makeBox(row);
+    place->setFixedSize(42, 42);
+    place->setStyleSheet(style::rowBackground());
+    auto *avatar = makeLabel(initials(peer), place);
+    avatar->setFixedSize(40, 40);
+    avatar->setAlignment(Qt::AlignCenter);
+    avatar->setStyleSheet(style::conversationAvatar());
+    avatar->setAccessibleName(inOneLine(peer));
+    return place;
+}
+
+QLabel *makePreview(const QString &text, QWidget *row)
+{
+    auto *preview = new ElidedLabel({}, row);
+    preview->setStyleSheet(style::conversationPreview(u"#5a7a9a"_s, u"400"_s));
+    preview->ensurePolished(); // the style sheet's font is the label's own from here on
+    // The longest variant: or the toolkit would show only a part of a text with one of its separators in it.
+    preview->setText(preview->fontMetrics().elidedText(firstPart(text, previewLimits), Qt::ElideRight, 140,
+                                                       Qt::TextLongestVariant));
+    return preview;
+}
+
+QLayout *makeTextBlock(const ConversationRowModel &model, QWidget *row)
+{
+    auto *name = new ElidedLabel(model.peer, row);
+    name->setStyleSheet(style::conversationName(u"600"_s));
+    auto *block = new QVBoxLayout;
+    block->setContentsMargins(0, 0, 0, 0);
+    block->setSpacing(3);
+    block->addWidget(name);
+    block->addWidget(makePreview(model.preview, row));
+    return block;
+}
+
+QLayout *makeTimeBlock(const QString &text, QWidget *row)
+{
+    auto *time = makeLabel(text, row);
+    time->setAlignment(Qt::AlignRight);
+    time->setStyleSheet(style::conversationTime(u"#3a5a7a"_s, u"400"_s));
+    auto *block = new QVBoxLayout;
+    block->addWidget(time, 0, Qt::AlignRight | Qt::AlignTop);
+    block->addStretch();
+    return block;
+}
+
+} // namespace
+
+QWidget *makeConversationRow(const ConversationRowModel &model, QWidget *parent)
+{
+    auto *row = makeBox(parent);
+    row->setAttribute(Qt::WA_TranslucentBackground);
+    row->setStyleSheet(style::rowBackground());
+    row->setCursor(Qt::PointingHandCursor);
+    auto *line = new QHBoxLayout(row);
+    line->setContentsMargins(12, 10, 12, 10);
+    line->setSpacing(12);
+    line->addWidget(makeAvatar(model.peer, row));
+    line->addLayout(makeTextBlock(model, row), 1);
+    line->addLayout(makeTimeBlock(model.time, row));
+    return row;
+}
+
+} // namespace tideloft::ui

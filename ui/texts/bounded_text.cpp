@@ -1,0 +1,166 @@
+// Cutting texts that would take too long to lay out.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/texts/bounded_text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+constexpr char32_t firstMark = 0x300; // before it stand the plain letters of Europe's west
+constexpr qsizetype plainWord = 4'000;
+
+bool isLineBreak(char32_t character, char32_t before)
+{
+    return (character == '\n' && before != '\r') || character == '\r' || character == QChar::LineSeparator
+           || character == QChar::ParagraphSeparator;
+}
+
+/// What fonts draw as pictures: symbols of the higher planes and the marks that make others such.
+bool isEmoji(char32_t character)
+{
+    return (character >= 0x1F000 && character <= 0x1FAFF) || (character >= 0xE0020 && character <= 0xE007F)
+           || (character >= 0x2600 && character <= 0x27BF) || character == 0x20E3;
+}
+
+/// Scripts that stand side by side in one language, and in one font.
+bool isEastAsian(QChar::Script script)
+{
+    return script == QChar::Script_Han || script == QChar::Script_Hiragana
+           || script == QChar::Script_Katakana;
+}
+
+/// Whether a line may end here: at blanks, and anywhere between East Asian characters.
+bool breaksLine(char32_t character)
+{
+    return (QChar::isSpace(character) && character != QChar::Nbsp) || isEastAsian(QChar::script(character));
+}
+
+/// Walks along a text and adds up what it takes to draw. The weights follow measurements: what is laid out in
+/// pieces grows with the square of a word's length, because every line searches the whole word again.
+class Walk
+{
+public:
+    void step(char32_t character)
+    {
+        characters += QChar::requiresSurrogates(character) ? 2 : 1;
+        lines += isLineBreak(character, last) ? 1 : 0;
+        emoji += isEmoji(character) ? 1 : 0;
+        effort += effortOf(character);
+        last = character;
+    }
+
+    bool isWithin(const TextLimits &limits) const
+    {
+        return characters <= limits.characters && lines <= limits.lines && emoji <= limits.emoji
+               && effort <= limits.effort;
+    }
+
+    qint64 effort = 0;
+
+private:
+    qint64 effortOf(char32_t character)
+    {
+        if (isLineBreak(character, last)) {
+            word = marks = 0;
+            return 120;
+        }
+        word = breaksLine(character) ? 0 : word + 1;
+        marks = QChar::isMark(character) ? marks + 1 : 0;
+        return 1
+               + 4
+                     * (word / (character < firstMark ? plainWord : 1'500) + (marks > 0 ? 3 + marks / 15 : 0)
+                        + (isEmoji(character) ? 300 : 0)
+                        + (changesDirectionOrScript(character) ? 20 + word / 20 : 0));
+    }
+
+    bool changesDirectionOrScript(char32_t character)
+    {
+        const QChar::Direction direction = QChar::direction(character);
+        const bool isRightToLeft = direction == QChar::DirR || direction == QChar::DirAL;
+        const bool isStrong = isRightToLeft || direction == QChar::DirL || direction == QChar::DirEN
+                              || direction == QChar::DirAN;
+        if (direction >= QChar::DirLRE && !isStrong && direction != QChar::DirNSM
+            && direction != QChar::DirBN)
+            return true; // an embedding, an override or an isolate begins or ends
+        const QChar::Script ownScript = QChar::script(character);
+        const QChar::Script script = isEastAsian(ownScript) ? QChar::Script_Han : ownScript;
+        const bool turns = isStrong && std::exchange(wasRightToLeft, isRightToLeft) != isRightToLeft;
+        const bool hasScript = script > QChar::Script_Common;
+        return (hasScript && std::exchange(lastScript, script) != script) || turns;
+    }
+
+    qsizetype characters = 0;
+    qsizetype lines = 1;
+    qsizetype emoji = 0;
+    qint64 word = 0;  // how many characters since the last blank
+    qint64 marks = 0; // how many marks stand on the last letter
+    char32_t last = 0;
+    bool wasRightToLeft = false;
+    QChar::Script lastScript = QChar::Script_Latin;
+};
+
+/// The code point at INDEX, half a pair on its own being one too.
+char32_t codePointAt(const QString &text, qsizetype index)
+{
+    const QChar first = text.at(index);
+    const bool isPair =
+        first.isHighSurrogate() && index + 1 < text.size() && text.at(index + 1).isLowSurrogate();
+    return isPair ? QChar::surrogateToUcs4(first, text.at(index + 1)) : first.unicode();
+}
+
+/// Whether every unit costs one and the text is too short for any limit: what most people write is not
+/// walked.
+bool isPlain(const QString &text)
+{
+    return text.size() < plainWord && std::ranges::all_of(text, [](QChar unit) {
+               return unit.unicode() < firstMark && unit != u'\n' && unit != u'\r';
+           });
+}
+
+} // namespace
+
+QString firstPart(const QString &text, const TextLimits &limits)
+{
+    if (text.size() <= qMin<qint64>(limits.characters, limits.effort) && isPlain(text))
+        return text;
+    Walk walk;
+    for (qsizetype i = 0; i < text.size();) {
+        const char32_t character = codePointAt(text, i);
+        walk.step(character);
+        if (!walk.isWithin(limits))
+            return text.left(i) + u'…';
+        i += QChar::requiresSurrogates(character) ? 2 : 1;
+    }
+    return text;
+}
+
+QString inOneLine(const QString &text)
+{
+    constexpr QChar variantSeparator(0x9c); // the toolkit draws only one of the texts on either side of it
+    QString line = firstPart(text, nameLimits);
+    for (const QChar ending : {QChar(u'\n'), QChar(u'\r'), QChar(QChar::LineSeparator),
+                               QChar(QChar::ParagraphSeparator), variantSeparator})
+        line.replace(ending, u' ');
+    return line;
+}
+
+qint64 drawingEffort(const QString &text)
+{
+    if (isPlain(text))
+        return text.size();
+    Walk walk;
+    for (qsizetype i = 0; i < text.size();) {
+        const char32_t character = codePointAt(text, i);
+        walk.step(character);
+        i += QChar::requiresSurrogates(character) ? 2 : 1;
+    }
+    return walk.effort;
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,51 @@
+// Cutting a text at the moment it is drawn.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/widgets/elided_label.h"
+
+#include "ui/texts/bounded_text.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+
+namespace tideloft::ui
+{
+
+ElidedLabel::ElidedLabel(const QString &text, QWidget *parent, const QString &objectName) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setText(text);
+    setObjectName(objectName);
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    const QString line = inOneLine(text());
+    if (line == text())
+        return QLabel::sizeHint();
+    ensurePolished();
+    const QSize frame = size() - contentsRect().size();
+    return QSize(fontMetrics().horizontalAdvance(line), fontMetrics().height()) + frame;
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    return {0, sizeHint().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *event)
+{
+    const QString line = inOneLine(text());
+    if (line == text() && fontMetrics().horizontalAdvance(line) <= contentsRect().width()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    drawFrame(&painter);
+    const QString cut = fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width());
+    style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(),
+                          cut, foregroundRole());
+}
+
+} // namespace tideloft::ui

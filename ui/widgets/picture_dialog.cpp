@@ -1,0 +1,65 @@
+// Choosing a picture file by mouse or by name.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/widgets/picture_dialog.h"
+
+#include "ui/widgets/picture_file.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+// The names that are offered below the dialog's field stand in a window of their own, which holds the
+// keyboard. Is it still there when a Return closes the dialog, no window gets the keyboard back.
+class OfferedNames : public QObject
+{
+public:
+    OfferedNames(QLineEdit *asking, QAbstractItemView *offered)
+        : QObject(offered),
+          field(asking),
+          list(offered)
+    {
+        list->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress || !isReturn(static_cast<QKeyEvent *>(event)->key()))
+            return QObject::eventFilter(watched, event);
+        list->hide();
+        QCoreApplication::sendEvent(field, event);
+        return true;
+    }
+
+private:
+    static bool isReturn(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+    QLineEdit *field;
+    QAbstractItemView *list;
+};
+
+} // namespace
+
+QString choosePicture(QWidget *parent, const QString &title, Language language)
+{
+    QFileDialog dialog(parent, title, {}, pictureFilter(language));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setSupportedSchemes({u"file"_s}); // a desktop's own dialog knows other places, too
+    // Nor has such a dialog this field.
+    if (auto *field = dialog.findChild<QLineEdit *>(); field && field->completer())
+        new OfferedNames(field, field->completer()->popup());
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+} // namespace tideloft::ui

@@ -1,0 +1,16 @@
+// The dialog that asks for a picture file.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/texts/text.h"
+
+class QWidget;
+
+namespace tideloft::ui
+{
+
+/// Asks for a picture in a file dialog on PARENT. Its path, or nothing if the dialog was cancelled.
+QString choosePicture(QWidget *parent, const QString &title, Language language);
+
+} // namespace tideloft::ui
