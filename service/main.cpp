@@ -5,7 +5,6 @@
 #include "service/api/json_reply.h"
 #include "service/http/server.h"
 #include "service/options.h"
-#include "service/store/schema.h"
 
 #include <QCoreApplication>
 #include <QStandardPaths>
@@ -53,10 +52,9 @@ QString origin(const Options &options, std::uint16_t port)
 
 void serve(const Options &options)
 {
-    Store database(databaseFile(options));
     ApiSettings apiSettings;
     apiSettings.secureCookies = !options.certificateFile.isEmpty();
-    Api api(database, apiSettings);
+    Api api({databaseFile(options)}, apiSettings);
     ServerSettings settings = serverSettings(options);
     settings.refuse = &errorResponse;
     settings.admit = [&api](const Request &head) { return api.admit(head); };

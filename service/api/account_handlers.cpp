@@ -1,4 +1,4 @@
-// Accounts. Passwords are hashed away from the event loop, because one hash takes a quarter of a second.
+// Accounts. Passwords are hashed on threads of their own, because one hash takes a quarter of a second.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/api/account_handlers.h"
@@ -42,57 +42,56 @@ QString newPassword(const JsonBody &body)
     throw Refusal(409, u"This user name is already taken."_s);
 }
 
-Reply registerAccount(ApiContext &context, const Request &request)
+Outcome registerAccount(const ApiContext &context, Database &lookUp, const Request &request)
 {
     const JsonBody body(request);
     const QString name = newUserName(body);
     const QString password = newPassword(body);
-    if (findUser(context.database, name))
+    if (findUser(lookUp, name))
         refuseTakenName();
-    auto work = [&context, name, password, cost = context.settings.scryptCost]() -> Continuation {
-        const QByteArray hash = hashPassword(password, cost);
-        return [&context, name, hash] {
-            if (!addUser(context.database, name, hash,
+    return SlowWork{[&context, name, password]() -> Change {
+        const QByteArray hash = hashPassword(password, context.settings.scryptCost);
+        return [&context, name, hash](Database &database) {
+            if (!addUser(database, name, hash,
                          context.nowInMilliseconds())) // somebody may have taken the name meanwhile
                 refuseTakenName();
             return jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
         };
-    };
-    return Deferred{std::move(work), {}};
+    }};
 }
 
-Response signIn(ApiContext &context, const User &user, bool remember)
+Response signIn(const ApiContext &context, Database &database, const User &user, bool remember)
 {
     Response response = jsonResponse(QJsonObject{{u"username"_s, user.name}});
-    response.headers.append({"Set-Cookie", beginSession(context, user, remember)});
+    response.headers.append({"Set-Cookie", beginSession(context, database, user, remember)});
     return response;
 }
 
 // Takes the same time and gives the same answer whether the user exists or not.
-Reply login(ApiContext &context, const Request &request)
+Outcome login(const ApiContext &context, Database &lookUp, const Request &request)
 {
     const JsonBody body(request);
-    const std::optional<User> user = findUser(context.database, body.text(u"username"_s, longestTypedName));
+    const std::optional<User> user = findUser(lookUp, body.text(u"username"_s, longestTypedName));
     const QString password = body.text(u"password"_s, longestPassword);
     const bool remember = body.boolean(u"rememberMe"_s, false);
-    const QByteArray hash =
-        user ? passwordHash(context.database, *user) : unmatchableHash(context.settings.scryptCost);
-    auto work = [&context, user, password, hash, remember]() -> Continuation {
+    const QByteArray hash = user ? passwordHash(lookUp, *user) : unmatchableHash(context.settings.scryptCost);
+    return SlowWork{[&context, user, password, hash, remember]() -> Change {
         const bool matches = passwordMatches(password, hash);
-        return [&context, user, matches, remember] {
-            if (!user || !matches)
-                throw Refusal(401, u"Wrong user name or password."_s);
-            return signIn(context, *user, remember);
+        if (!user || !matches)
+            throw Refusal(401, u"Wrong user name or password."_s);
+        return [&context, user, remember](Database &database) {
+            return signIn(context, database, *user, remember);
         };
-    };
-    return Deferred{std::move(work), {}};
+    }};
 }
 
-Reply logout(ApiContext &context, const Request &request)
+Outcome logout(const ApiContext &context, const Request &request)
 {
-    Response response = jsonResponse(QJsonObject());
-    response.headers.append({"Set-Cookie", endSession(context, request)});
-    return response;
+    return Change([&context, request](Database &database) {
+        Response response = jsonResponse(QJsonObject());
+        response.headers.append({"Set-Cookie", endSession(context, database, request)});
+        return response;
+    });
 }
 
 } // namespace
@@ -101,12 +100,21 @@ void addAccountRoutes(Router &router, ApiContext &context)
 {
     router.add(
         "POST", "/api/auth/register",
-        [&context](const Request &request) { return registerAccount(context, request); }, BodySize::Small);
+        [&context](const Request &request) {
+            return answerAfter(context, [&context, request](Database &lookUp) {
+                return registerAccount(context, lookUp, request);
+            });
+        },
+        BodySize::Small);
     router.add(
-        "POST", "/api/auth/login", [&context](const Request &request) { return login(context, request); },
+        "POST", "/api/auth/login",
+        [&context](const Request &request) {
+            return answerAfter(
+                context, [&context, request](Database &lookUp) { return login(context, lookUp, request); });
+        },
         BodySize::Small);
     router.add("POST", "/api/auth/logout",
-               forSignedIn(context, [&context](const Request &request, const User &) {
+               forSignedIn(context, [&context](Database &, const Request &request, const User &) {
                    return logout(context, request);
                }));
 }

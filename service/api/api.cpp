@@ -17,7 +17,8 @@ namespace tideloft::service
 
 using namespace Qt::StringLiterals;
 
-Api::Api(Database &database, ApiSettings settings) : context{database, std::move(settings)}
+Api::Api(const StoreSettings &store, ApiSettings settings)
+    : context{settings, Workers(settings.hashingThreads, settings.waitingHashes), StoreThreads(store)}
 {
     router.add("GET", "/healthz", [](const Request &) {
         return jsonResponse(QJsonObject{{u"status"_s, u"ok"_s}});
@@ -30,17 +31,31 @@ Api::Api(Database &database, ApiSettings settings) : context{database, std::move
     addPictureRoutes(router, context);
 }
 
-Admission Api::admit(const Request &head)
+// A hashed password is handed to the storage, which must be there still.
+Api::~Api()
+{
+    context.hashing.stop();
+}
+
+Admitted Api::admit(const Request &head)
 {
     const BodySize wanted = router.bodySize(head);
-    try {
-        if (const std::optional<User> user = sessionUser(context, head))
-            return {wanted, user->id, {}};
-    } catch (const StorageError &) { // the request itself will show what is wrong
-    }
-    if (wanted == BodySize::Small)
-        return {BodySize::Small, 0, {}};
-    return {BodySize::Small, 0, signInFirst()}; // who signs in may send more
+    const Admission nobody{BodySize::Small, 0,
+                           wanted == BodySize::Small ? std::nullopt : std::optional(signInFirst())};
+    if (!carriesSession(head))
+        return nobody; // who signs in may send more
+    return Later<Admission>{[this, head, wanted, nobody](const Finish<Admission> &finish) {
+        const bool accepted = context.store.read([this, head, wanted, nobody, finish](Database &database) {
+            try {
+                const std::optional<User> user = sessionUser(context, database, head);
+                finish(user ? Admission{wanted, user->id, {}} : nobody);
+            } catch (const StorageError &) { // the request itself will show what is wrong
+                finish(nobody);
+            }
+        });
+        if (!accepted)
+            finish(nobody);
+    }};
 }
 
 } // namespace tideloft::service

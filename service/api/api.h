@@ -1,4 +1,4 @@
-// All endpoints of the service over one database.
+// All endpoints of the service, with the threads that they need, over one database.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -12,15 +12,18 @@ namespace tideloft::service
 class Api
 {
 public:
-    /// `database` must outlive the object.
-    Api(Database &database, ApiSettings settings);
+    /// Opens the database. Throws StorageError.
+    Api(const StoreSettings &store, ApiSettings settings);
     Q_DISABLE_COPY_MOVE(Api)
+
+    /// Waits for what is under way.
+    ~Api();
 
     Reply handle(const Request &request) const { return router.handle(request); }
 
     /// How large a body the request may bring that begins like this: a picture only where one belongs, and
     /// from somebody who is not signed in no more than signing in takes. Never throws.
-    Admission admit(const Request &head);
+    Admitted admit(const Request &head);
 
 private:
     ApiContext context;

@@ -4,8 +4,9 @@
 #pragma once
 
 #include "service/api/password.h"
-#include "service/http/exchange.h"
-#include "service/store/users.h"
+#include "service/api/tasks.h"
+#include "service/store/store_threads.h"
+#include "service/threads/workers.h"
 
 #include <QDateTime>
 
@@ -17,17 +18,20 @@ namespace tideloft::service
 struct ApiSettings {
     ScryptCost scryptCost;
     bool secureCookies = true; ///< false only where the service speaks plain HTTP on loopback
+    std::size_t hashingThreads = 2;
+    std::size_t waitingHashes = 16; ///< more sign-ins and registrations at a time are refused
     std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
 };
 
 struct ApiContext {
-    Database &database;
-    ApiSettings settings;
+    const ApiSettings settings;
+    Workers hashing;
+    StoreThreads store; // last: its threads use what stands above
 
     qint64 nowInMilliseconds() const { return settings.now().toMSecsSinceEpoch(); }
 };
 
-/// A handler for signed-in users only.
-using UserHandler = std::function<Reply(const Request &, const User &)>;
+/// A handler for signed-in users only. Runs on a reader.
+using UserHandler = std::function<Outcome(Database &, const Request &, const User &)>;
 
 } // namespace tideloft::service

@@ -18,40 +18,41 @@ namespace
 
 constexpr qsizetype longestTypedName = 256; // before trimming
 
-Response send(ApiContext &context, const Request &request, const User &sender)
+Outcome send(const ApiContext &context, Database &lookUp, const Request &request, const User &sender)
 {
     const JsonBody body(request);
     const QString to = body.text(u"to"_s, longestTypedName);
-    const Message message = messageFrom(body);
-    const std::optional<User> recipient = findUser(context.database, to);
+    const StoredMessage message = storedForm(messageFrom(body), context.nowInMilliseconds());
+    const std::optional<User> recipient = findUser(lookUp, to);
     if (!recipient)
         throw Refusal(404, u"There is no user with this name."_s);
-    storeMessage(context.database, sender, *recipient, storedForm(message, context.nowInMilliseconds()));
-    return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
+    return Change([sender, recipient, message](Database &database) {
+        storeMessage(database, sender, *recipient, message);
+        return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
+    });
 }
 
 // A conversation that nobody has begun is empty, also when there is nobody to begin it with.
-Response historyWith(ApiContext &context, const QString &name, const User &user)
+Response historyWith(Database &database, const Request &request, const User &user)
 {
-    const std::optional<User> peer = findUser(context.database, name);
-    return jsonResponse(peer ? historyItems(history(context.database, user, *peer)) : QJsonArray());
+    const std::optional<User> peer = findUser(database, request.parameters.value(0));
+    return jsonResponse(peer ? historyItems(history(database, user, *peer)) : QJsonArray());
+}
+
+Response listConversations(Database &database, const Request &, const User &user)
+{
+    return jsonResponse(conversationItems(conversations(database, user)));
 }
 
 } // namespace
 
 void addChatRoutes(Router &router, ApiContext &context)
 {
-    router.add("GET", "/api/chat/conversations",
-               forSignedIn(context, [&context](const Request &, const User &user) {
-                   return jsonResponse(conversationItems(conversations(context.database, user)));
-               }));
-    router.add("GET", "/api/chat/history/{peer}",
-               forSignedIn(context, [&context](const Request &request, const User &user) {
-                   return historyWith(context, request.parameters.value(0), user);
-               }));
+    router.add("GET", "/api/chat/conversations", forSignedIn(context, &listConversations));
+    router.add("GET", "/api/chat/history/{peer}", forSignedIn(context, &historyWith));
     router.add("POST", "/api/chat/send",
-               forSignedIn(context, [&context](const Request &request, const User &user) {
-                   return send(context, request, user);
+               forSignedIn(context, [&context](Database &lookUp, const Request &request, const User &user) {
+                   return send(context, lookUp, request, user);
                }));
 }
 

@@ -83,63 +83,57 @@ QJsonObject groupItem(const Group &group)
             {u"iconUrl"_s, pictureUrl(group.iconName)}};
 }
 
-Response listGroups(ApiContext &context, const User &user)
+Response listGroups(Database &database, const Request &, const User &user)
 {
     QJsonArray items;
-    for (const Group &group : groupsOf(context.database, user))
+    for (const Group &group : groupsOf(database, user))
         items.append(groupItem(group));
     return jsonResponse(items);
 }
 
-Response createGroup(ApiContext &context, const Request &request, const User &user)
+Outcome createGroup(const ApiContext &context, const Request &request, const User &user)
 {
     const JsonBody body(request);
     const QString name = groupName(body);
     const Group group{QString::fromLatin1(randomBytes(idSize).toHex()), name, groupDescription(body), {}};
-    if (!addGroup(context.database, user, group, context.nowInMilliseconds()))
-        throw Refusal(409, u"You have too many groups already (%1)."_s.arg(maximumGroups));
-    return jsonResponse(groupItem(group), 201);
+    return Change([user, group, now = context.nowInMilliseconds()](Database &database) {
+        if (!addGroup(database, user, group, now))
+            throw Refusal(409, u"You have too many groups already (%1)."_s.arg(maximumGroups));
+        return jsonResponse(groupItem(group), 201);
+    });
 }
 
-Response giveGroup(ApiContext &context, const QString &groupId, const User &user)
+Response giveGroup(Database &database, const Request &request, const User &user)
 {
-    const std::optional<Group> group = findGroup(context.database, user, groupId);
+    const std::optional<Group> group = findGroup(database, user, request.parameters.value(0));
     if (!group)
         refuseUnknown();
     return jsonResponse(groupItem(*group));
 }
 
-Response uploadIcon(ApiContext &context, const Request &request, const User &user)
+Outcome uploadIcon(Database &lookUp, const Request &request, const User &user)
 {
-    const std::optional<qint64> row = findGroupRow(context.database, user, request.parameters.value(0));
+    const std::optional<qint64> row = findGroupRow(lookUp, user, request.parameters.value(0));
     if (!row)
         refuseUnknown();
     const Picture picture = uploadedPicture(request, "icon");
-    const QString name = newPictureName();
-    replaceIcon(context.database, *row, name, picture);
-    return jsonResponse(QJsonObject{{u"iconUrl"_s, pictureUrl(name)}});
+    return Change([row, picture, name = newPictureName()](Database &database) {
+        replaceIcon(database, *row, name, picture);
+        return jsonResponse(QJsonObject{{u"iconUrl"_s, pictureUrl(name)}});
+    });
 }
 
 } // namespace
 
 void addGroupRoutes(Router &router, ApiContext &context)
 {
-    router.add("GET", "/api/groups", forSignedIn(context, [&context](const Request &, const User &user) {
-                   return listGroups(context, user);
-               }));
+    router.add("GET", "/api/groups", forSignedIn(context, &listGroups));
     router.add("POST", "/api/groups",
-               forSignedIn(context, [&context](const Request &request, const User &user) {
+               forSignedIn(context, [&context](Database &, const Request &request, const User &user) {
                    return createGroup(context, request, user);
                }));
-    router.add("GET", "/api/groups/{id}",
-               forSignedIn(context, [&context](const Request &request, const User &user) {
-                   return giveGroup(context, request.parameters.value(0), user);
-               }));
-    router.add(
-        "POST", "/api/groups/{id}/icon",
-        forSignedIn(context, [&context](const Request &request,
-                                        const User &user) { return uploadIcon(context, request, user); }),
-        BodySize::Upload);
+    router.add("GET", "/api/groups/{id}", forSignedIn(context, &giveGroup));
+    router.add("POST", "/api/groups/{id}/icon", forSignedIn(context, &uploadIcon), BodySize::Upload);
 }
 
 } // namespace tideloft::service

@@ -11,11 +11,13 @@ namespace tideloft::service
 namespace
 {
 
+constexpr const char *jsonType = "application/json; charset=utf-8";
+
 Response replyOf(const QJsonDocument &document, int status)
 {
     Response response;
     response.status = status;
-    response.contentType = "application/json; charset=utf-8";
+    response.contentType = jsonType;
     response.body = document.toJson(QJsonDocument::Compact);
     return response;
 }
@@ -34,7 +36,8 @@ Response jsonResponse(const QJsonArray &array)
 
 Response errorResponse(const Refusal &refusal)
 {
-    return jsonResponse(QJsonObject{{QStringLiteral("message"), refusal.message}}, refusal.status);
+    const QJsonObject body{{QStringLiteral("message"), refusal.message}};
+    return refusalResponse(refusal, jsonType, QJsonDocument(body).toJson(QJsonDocument::Compact));
 }
 
 } // namespace tideloft::service

@@ -30,7 +30,7 @@ QJsonObject keyList(Database &database, const User &user)
     return {{u"username"_s, user.name}, {u"keys"_s, keys}};
 }
 
-Response registerKey(ApiContext &context, const Request &request, const User &user)
+Outcome registerKey(const ApiContext &context, const Request &request, const User &user)
 {
     const JsonBody body(request);
     const DeviceKey key{body.text(u"deviceId"_s, longestDeviceId),
@@ -42,17 +42,24 @@ Response registerKey(ApiContext &context, const Request &request, const User &us
         throw Refusal(400, u"A device name must not have control characters."_s);
     if (!isAcceptablePublicKey(key.publicKey))
         throw Refusal(400, u"The public key must be an RSA key of 2048 to 4096 bits in Base64."_s);
-    if (!storeDeviceKey(context.database, user, key, context.nowInMilliseconds()))
-        throw Refusal(409, u"You have too many devices already (%1)."_s.arg(maximumDevices));
-    return jsonResponse(QJsonObject{{u"deviceId"_s, key.deviceId}});
+    return Change([user, key, now = context.nowInMilliseconds()](Database &database) {
+        if (!storeDeviceKey(database, user, key, now))
+            throw Refusal(409, u"You have too many devices already (%1)."_s.arg(maximumDevices));
+        return jsonResponse(QJsonObject{{u"deviceId"_s, key.deviceId}});
+    });
 }
 
-Response keysOf(ApiContext &context, const QString &name)
+Response ownKeys(Database &database, const Request &, const User &user)
 {
-    const std::optional<User> user = findUser(context.database, name);
+    return jsonResponse(keyList(database, user));
+}
+
+Response keysOf(Database &database, const Request &request, const User &)
+{
+    const std::optional<User> user = findUser(database, request.parameters.value(0));
     if (!user)
         throw Refusal(404, u"There is no user with this name."_s);
-    return jsonResponse(keyList(context.database, *user));
+    return jsonResponse(keyList(database, *user));
 }
 
 } // namespace
@@ -60,17 +67,11 @@ Response keysOf(ApiContext &context, const QString &name)
 void addKeyRoutes(Router &router, ApiContext &context)
 {
     router.add("POST", "/api/chat/device-key",
-               forSignedIn(context, [&context](const Request &request, const User &user) {
+               forSignedIn(context, [&context](Database &, const Request &request, const User &user) {
                    return registerKey(context, request, user);
                }));
-    router.add("GET", "/api/chat/device-keys/me",
-               forSignedIn(context, [&context](const Request &, const User &user) {
-                   return jsonResponse(keyList(context.database, user));
-               }));
-    router.add("GET", "/api/chat/public-key/{username}",
-               forSignedIn(context, [&context](const Request &request, const User &) {
-                   return keysOf(context, request.parameters.value(0));
-               }));
+    router.add("GET", "/api/chat/device-keys/me", forSignedIn(context, &ownKeys));
+    router.add("GET", "/api/chat/public-key/{username}", forSignedIn(context, &keysOf));
 }
 
 } // namespace tideloft::service

@@ -20,19 +20,20 @@ namespace
 
 constexpr int nameSize = 20; // bytes; enough that no name is ever guessed or made twice
 
-Response uploadAvatar(ApiContext &context, const Request &request, const User &user)
+Outcome uploadAvatar(Database &, const Request &request, const User &user)
 {
     const Picture picture = uploadedPicture(request, "avatar");
-    const QString name = newPictureName();
-    replaceAvatar(context.database, user, name, picture);
-    return jsonResponse(QJsonObject{{u"avatarUrl"_s, pictureUrl(name)}});
+    return Change([user, picture, name = newPictureName()](Database &database) {
+        replaceAvatar(database, user, name, picture);
+        return jsonResponse(QJsonObject{{u"avatarUrl"_s, pictureUrl(name)}});
+    });
 }
 
 // Under one name there is only ever one picture, so whoever has it need not ask again; but a store that
 // others share must not hand it on to somebody who is not signed in.
-Response givePicture(ApiContext &context, const QString &name)
+Response givePicture(Database &database, const Request &request, const User &)
 {
-    std::optional<Picture> picture = findPicture(context.database, name);
+    std::optional<Picture> picture = findPicture(database, request.parameters.value(0));
     if (!picture)
         throw Refusal(404, u"There is no such picture."_s);
     Response response;
@@ -68,15 +69,8 @@ QString newPictureName()
 
 void addPictureRoutes(Router &router, ApiContext &context)
 {
-    router.add(
-        "POST", "/api/profile/avatar/upload",
-        forSignedIn(context, [&context](const Request &request,
-                                        const User &user) { return uploadAvatar(context, request, user); }),
-        BodySize::Upload);
-    router.add("GET", "/pictures/{name}",
-               forSignedIn(context, [&context](const Request &request, const User &) {
-                   return givePicture(context, request.parameters.value(0));
-               }));
+    router.add("POST", "/api/profile/avatar/upload", forSignedIn(context, &uploadAvatar), BodySize::Upload);
+    router.add("GET", "/pictures/{name}", forSignedIn(context, &givePicture));
 }
 
 } // namespace tideloft::service

@@ -20,26 +20,29 @@ namespace
 constexpr qsizetype longestBio = 1000;
 constexpr int mostResults = 20;
 
-Response me(ApiContext &context, const User &user)
+Response me(Database &database, const User &user)
 {
     return jsonResponse(QJsonObject{{u"username"_s, user.name},
-                                    {u"bio"_s, bioOf(context.database, user)},
-                                    {u"avatarUrl"_s, pictureUrl(avatarName(context.database, user))}});
+                                    {u"bio"_s, bioOf(database, user)},
+                                    {u"avatarUrl"_s, pictureUrl(avatarName(database, user))}});
 }
 
-Response updateProfile(ApiContext &context, const Request &request, const User &user)
+Outcome updateProfile(const Request &request, const User &user)
 {
-    setBio(context.database, user, JsonBody(request).text(u"bio"_s, longestBio));
-    return me(context, user);
+    const QString bio = JsonBody(request).text(u"bio"_s, longestBio);
+    return Change([user, bio](Database &database) {
+        setBio(database, user, bio);
+        return me(database, user);
+    });
 }
 
-Response searchUsers(ApiContext &context, const Request &request, const User &user)
+Response searchUsers(Database &database, const Request &request, const User &user)
 {
     const QString text = queryValue(request, "q").trimmed().toLower();
     if (text.isEmpty())
         return jsonResponse(QJsonArray());
     QJsonArray users;
-    for (const QString &name : findNames(context.database, text, user, mostResults))
+    for (const QString &name : findNames(database, text, user, mostResults))
         users.append(QJsonObject{{u"username"_s, name}});
     return jsonResponse(users);
 }
@@ -48,17 +51,15 @@ Response searchUsers(ApiContext &context, const Request &request, const User &us
 
 void addProfileRoutes(Router &router, ApiContext &context)
 {
-    router.add("GET", "/api/me", forSignedIn(context, [&context](const Request &, const User &user) {
-                   return me(context, user);
+    router.add("GET", "/api/me",
+               forSignedIn(context, [](Database &database, const Request &, const User &user) {
+                   return me(database, user);
                }));
     router.add("POST", "/api/profile/update",
-               forSignedIn(context, [&context](const Request &request, const User &user) {
-                   return updateProfile(context, request, user);
+               forSignedIn(context, [](Database &, const Request &request, const User &user) {
+                   return updateProfile(request, user);
                }));
-    router.add("GET", "/api/users/search",
-               forSignedIn(context, [&context](const Request &request, const User &user) {
-                   return searchUsers(context, request, user);
-               }));
+    router.add("GET", "/api/users/search", forSignedIn(context, &searchUsers));
 }
 
 } // namespace tideloft::service

@@ -1,9 +1,10 @@
-// Matching of paths, and the one place where failures become replies.
+// Matching of paths.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/api/router.h"
 
 #include "service/api/json_reply.h"
+#include "service/api/tasks.h"
 
 #include <algorithm>
 #include <optional>
@@ -38,44 +39,20 @@ std::optional<QStringList> match(const QList<QByteArray> &pattern, const QList<Q
     return parameters;
 }
 
-template <typename Result, typename Step> Result guarded(const QByteArray &route, Step step)
+// What comes later is logged under its route too.
+Reply onRoute(const QByteArray &route, Reply reply)
 {
-    Response failure;
-    try {
-        return step();
-    } catch (const Refusal &refusal) {
-        failure = errorResponse(refusal);
-    } catch (const std::exception &error) {
-        failure = errorResponse(Refusal(500, u"The service could not handle this request."_s));
-        failure.problem = error.what();
+    if (auto *response = std::get_if<Response>(&reply)) {
+        response->route = route;
+        return reply;
     }
-    failure.route = route;
-    return failure;
-}
-
-Response finished(const QByteArray &route, const Continuation &continuation)
-{
-    return guarded<Response>(route, [&] {
-        Response response = continuation();
-        response.route = route;
-        return response;
-    });
-}
-
-// The job may fail on its own thread; its failure is told from there as the continuation's answer.
-Deferred guardedJob(const QByteArray &route, Deferred deferred)
-{
-    auto job = [route, work = std::move(deferred.work)]() -> Continuation {
-        Continuation continuation;
-        const auto failure = guarded<Response>(route, [&] {
-            continuation = work();
-            return Response();
-        });
-        if (!continuation)
-            return [failure] { return failure; };
-        return [route, continuation] { return finished(route, continuation); };
-    };
-    return {std::move(job), route};
+    return Later<Response>{
+        [route, start = std::get<Later<Response>>(std::move(reply)).start](const Finish<Response> &finish) {
+            start([route, finish](Response response) {
+                response.route = route;
+                finish(std::move(response));
+            });
+        }};
 }
 
 Response notAllowed(const QList<QByteArray> &methods)
@@ -114,11 +91,11 @@ Reply Router::handle(Request request) const
             continue;
         }
         request.parameters = *parameters;
-        auto reply = guarded<Reply>(route.pattern, [&] { return route.handler(request); });
-        if (auto *deferred = std::get_if<Deferred>(&reply))
-            return guardedJob(route.pattern, std::move(*deferred));
-        std::get<Response>(reply).route = route.pattern;
-        return reply;
+        try {
+            return onRoute(route.pattern, route.handler(request));
+        } catch (...) {
+            return onRoute(route.pattern, failureResponse(std::current_exception()));
+        }
     }
     return otherMethods.isEmpty() ? errorResponse(Refusal(404, u"There is nothing at this address."_s))
                                   : notAllowed(otherMethods);

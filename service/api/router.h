@@ -20,8 +20,8 @@ public:
     /// What the handler of this request expects to be sent. Looks at method and target only.
     BodySize bodySize(const Request &head) const;
 
-    /// Never throws, neither now nor later: an unknown path is 404, a wrong method 405, a refusal what it
-    /// says, everything else 500. Deferred work is guarded in the same way.
+    /// Never throws: an unknown path is 404, a wrong method 405, what a handler throws is what
+    /// failureResponse() makes of it.
     Reply handle(Request request) const;
 
 private:

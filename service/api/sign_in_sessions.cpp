@@ -44,27 +44,32 @@ QByteArray maximumAge(qint64 seconds)
 
 } // namespace
 
-QByteArray beginSession(ApiContext &context, const User &user, bool remember)
+QByteArray beginSession(const ApiContext &context, Database &database, const User &user, bool remember)
 {
     const QByteArray token =
         randomBytes(tokenSize).toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
     const qint64 seconds = remember ? 30 * dayInSeconds : dayInSeconds;
     const qint64 now = context.nowInMilliseconds();
-    addSession(context.database, tokenHash(token), user, now, now + seconds * 1000);
+    addSession(database, tokenHash(token), user, now, now + seconds * 1000);
     return cookie(context, token) + (remember ? maximumAge(seconds) : QByteArray());
 }
 
-std::optional<User> sessionUser(ApiContext &context, const Request &request)
+bool carriesSession(const Request &request)
+{
+    return !requestToken(request).isEmpty();
+}
+
+std::optional<User> sessionUser(const ApiContext &context, Database &database, const Request &request)
 {
     const QByteArray token = requestToken(request);
     if (token.isEmpty())
         return std::nullopt;
-    return sessionOwner(context.database, tokenHash(token), context.nowInMilliseconds());
+    return sessionOwner(database, tokenHash(token), context.nowInMilliseconds());
 }
 
-QByteArray endSession(ApiContext &context, const Request &request)
+QByteArray endSession(const ApiContext &context, Database &database, const Request &request)
 {
-    removeSession(context.database, tokenHash(requestToken(request)));
+    removeSession(database, tokenHash(requestToken(request)));
     return cookie(context, {}) + maximumAge(0);
 }
 
@@ -75,11 +80,15 @@ Refusal signInFirst()
 
 Handler forSignedIn(ApiContext &context, UserHandler handler)
 {
-    return [&context, handler = std::move(handler)](const Request &request) {
-        const std::optional<User> user = sessionUser(context, request);
-        if (!user)
+    return [&context, handler = std::move(handler)](const Request &request) -> Reply {
+        if (!carriesSession(request))
             throw signInFirst();
-        return handler(request, *user);
+        return answerAfter(context, [&context, handler, request](Database &database) {
+            const std::optional<User> user = sessionUser(context, database, request);
+            if (!user)
+                throw signInFirst();
+            return handler(database, request, *user);
+        });
     };
 }
 

@@ -13,13 +13,16 @@ namespace tideloft::service
 /// Begins a session and returns the Set-Cookie value that carries it. A remembered session lasts 30 days; any
 /// other lasts 24 hours and its cookie ends with the client. Sessions that have run out are deleted on the
 /// way.
-QByteArray beginSession(ApiContext &context, const User &user, bool remember);
+QByteArray beginSession(const ApiContext &context, Database &database, const User &user, bool remember);
+
+/// False for a request that cannot have a session, whatever is stored.
+bool carriesSession(const Request &request);
 
 /// The user whose session the request carries; nobody when it carries none or an old one.
-std::optional<User> sessionUser(ApiContext &context, const Request &request);
+std::optional<User> sessionUser(const ApiContext &context, Database &database, const Request &request);
 
 /// Ends the session of the request and returns the Set-Cookie value that removes its cookie.
-QByteArray endSession(ApiContext &context, const Request &request);
+QByteArray endSession(const ApiContext &context, Database &database, const Request &request);
 
 /// What everybody is told who has no session and needs one.
 Refusal signInFirst();

@@ -121,7 +121,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     QByteArray body = takeBody(parser);
     Response response;
     if (refusal) {
-        response = context.written(*refusal);
+        response = context.refuse(*refusal);
     } else {
         Request request = headOf(parser, isSecure());
         request.body = std::move(body);
@@ -129,9 +129,10 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     }
     body = {};
     transfer = {}; // nothing of the request is left
-    if (!setAside(parser, static_cast<std::uint64_t>(response.body.size()))) {
+    const bool hasMemory = co_await setAside(parser, static_cast<std::uint64_t>(response.body.size()));
+    if (!hasMemory) {
         const QByteArray route = std::move(response.route);
-        response = context.written(tooBusy());
+        response = context.refuse(tooBusy());
         response.route = route;
     }
     context.log(logLine(toBytes(parser.get().method_string()), response));
@@ -141,38 +142,40 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     co_return written &&keepAlive;
 }
 
-// Finding the account takes a look into the database, so it is asked for only where it matters.
-template <typename Parser> const Admission &Connection::admissionOf(const Parser &parser)
+// Finding the account may take a look into the database, so it is asked for only where it matters.
+template <typename Parser> asio::awaitable<void> Connection::askForAdmission(const Parser &parser)
 {
     if (!admission)
-        admission = context.admit(headOf(parser, isSecure()));
-    return *admission;
+        admission = co_await context.admit(headOf(parser, isSecure()));
 }
 
 // False when there is no memory left for this much.
-template <typename Parser> bool Connection::setAside(const Parser &parser, std::uint64_t size)
+template <typename Parser>
+asio::awaitable<bool> Connection::setAside(const Parser &parser, std::uint64_t size)
 {
     if (size <= context.limits.untrackedBytes)
-        return true;
-    transfer = context.transfers.take(admissionOf(parser).account, size);
-    return bool(transfer);
+        co_return true;
+    co_await askForAdmission(parser);
+    transfer = context.transfers.take(admission->account, size);
+    co_return bool(transfer);
 }
 
 // The library compares a declared length with the limit that holds while the header is read, and never again.
-template <typename Parser> std::optional<Refusal> Connection::admitBody(Parser &parser)
+template <typename Parser> asio::awaitable<std::optional<Refusal>> Connection::admitBody(Parser &parser)
 {
     const auto &limits = context.limits;
     const std::uint64_t size = expectedSize(parser, largestBody(limits));
     if (size <= std::min(smallestLimit(limits), limits.untrackedBytes))
-        return std::nullopt;
-    const Admission &admitted = admissionOf(parser);
-    const std::uint64_t limit = bodyLimit(admitted.bodySize, limits);
+        co_return std::nullopt;
+    co_await askForAdmission(parser);
+    const std::uint64_t limit = bodyLimit(admission->bodySize, limits);
     parser.body_limit(limit);
     if (!parser.chunked() && size > limit)
-        return admitted.whenTooLarge.value_or(tooLarge());
-    if (!setAside(parser, std::min(size, limit)))
-        return tooBusy();
-    return std::nullopt;
+        co_return admission->whenTooLarge.value_or(tooLarge());
+    const bool hasMemory = co_await setAside(parser, std::min(size, limit));
+    if (!hasMemory)
+        co_return tooBusy();
+    co_return std::nullopt;
 }
 
 template <typename Stream, typename Buffer, typename Parser>
@@ -186,8 +189,9 @@ asio::awaitable<std::optional<Refusal>> Connection::readRequest(Stream &stream, 
     if (!error) {
         if (std::optional<Refusal> failure = headerFailure(parser))
             co_return failure;
-        if (std::optional<Refusal> failure = admitBody(parser))
-            co_return failure;
+        std::optional<Refusal> refused = co_await admitBody(parser);
+        if (refused)
+            co_return refused;
     }
     if (!error) {
         watchdog->allow(context.limits.bodyTime);

@@ -31,18 +31,9 @@ struct ConnectionContext {
     ByteBudget transfers;
     std::function<void(const QByteArray &line)> log;
     std::function<Response(const Refusal &refusal)> refuse;
-    std::function<Admission(const Request &head)> admit;
+    std::function<boost::asio::awaitable<Admission>(Request head)> admit;
     std::function<boost::asio::awaitable<Response>(Request)> answer;
     bool stopping = false;
-
-    /// A refusal as a reply. One that is only for now asks the client to come back in a second.
-    Response written(const Refusal &refusal) const
-    {
-        Response response = refuse(refusal);
-        if (refusal.status == 503)
-            response.headers.emplaceBack("Retry-After", "1");
-        return response;
-    }
 };
 
 class Connection
@@ -72,9 +63,10 @@ private:
     template <typename Stream, typename Buffer, typename Parser>
     boost::asio::awaitable<std::optional<Refusal>> readRequest(Stream &stream, Buffer &buffer,
                                                                Parser &parser);
-    template <typename Parser> std::optional<Refusal> admitBody(Parser &parser);
-    template <typename Parser> const Admission &admissionOf(const Parser &parser);
-    template <typename Parser> bool setAside(const Parser &parser, std::uint64_t size);
+    template <typename Parser> boost::asio::awaitable<std::optional<Refusal>> admitBody(Parser &parser);
+    template <typename Parser> boost::asio::awaitable<void> askForAdmission(const Parser &parser);
+    template <typename Parser>
+    boost::asio::awaitable<bool> setAside(const Parser &parser, std::uint64_t size);
     template <typename Stream, typename Parser>
     boost::asio::awaitable<void> invite(Stream &stream, const Parser &parser);
     template <typename Stream, typename Parser>

@@ -6,6 +6,17 @@
 namespace tideloft::service
 {
 
+Response refusalResponse(const Refusal &refusal, const QByteArray &contentType, const QByteArray &body)
+{
+    Response response;
+    response.status = refusal.status;
+    response.contentType = contentType;
+    response.body = body;
+    if (refusal.retryAfter > 0)
+        response.headers.emplaceBack("Retry-After", QByteArray::number(refusal.retryAfter));
+    return response;
+}
+
 QString queryValue(const Request &request, QByteArrayView name)
 {
     const qsizetype mark = request.target.indexOf('?');

@@ -34,11 +34,17 @@ struct Request {
 class Refusal : public std::exception
 {
 public:
-    Refusal(int httpStatus, QString text) : status(httpStatus), message(std::move(text)) {}
+    Refusal(int httpStatus, QString text)
+        : status(httpStatus),
+          message(std::move(text)),
+          retryAfter(httpStatus == 503 ? 1 : 0)
+    {
+    }
     const char *what() const noexcept override { return "request refused"; }
 
     int status;
     QString message;
+    int retryAfter; ///< seconds after which it may be asked again; 0 where that is not said
 };
 
 /// How large the body of a request may be: see ServerLimits.
@@ -61,17 +67,20 @@ struct Response {
     QByteArray problem; ///< what went wrong inside, for the log only
 };
 
-/// What is left to do on the event loop once the slow part is done.
-using Continuation = std::function<Response()>;
+/// Takes what was asked for. May be called from any thread, once.
+template <typename Result> using Finish = std::function<void(Result)>;
 
-/// An answer that takes long: `work` runs on another thread and must touch nothing but what it captured.
-struct Deferred {
-    std::function<Continuation()> work;
-    QByteArray route; ///< as in Response
+/// What comes later: START is called on the event loop at once, and must neither wait nor throw.
+template <typename Result> struct Later {
+    std::function<void(Finish<Result> finish)> start;
 };
 
-using Reply = std::variant<Response, Deferred>;
+using Reply = std::variant<Response, Later<Response>>;
+using Admitted = std::variant<Admission, Later<Admission>>;
 using Handler = std::function<Reply(const Request &)>;
+
+/// What every refusal becomes, with its text as the body.
+Response refusalResponse(const Refusal &refusal, const QByteArray &contentType, const QByteArray &body);
 
 /// The decoded value of a query item in form encoding ("+" is a blank); empty when it is missing.
 QString queryValue(const Request &request, QByteArrayView name);

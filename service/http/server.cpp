@@ -4,8 +4,8 @@
 #include "service/http/server.h"
 
 #include "service/http/connection.h"
+#include "service/http/loop_mailbox.h"
 #include "service/http/translation.h"
-#include "service/http/worker_pool.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
@@ -29,8 +29,6 @@ using boost::system::error_code;
 namespace
 {
 
-constexpr std::size_t workerThreads = 2;
-
 asio::ssl::context tlsContext(const ServerSettings &settings)
 {
     asio::ssl::context context(asio::ssl::context::tls_server);
@@ -40,20 +38,14 @@ asio::ssl::context tlsContext(const ServerSettings &settings)
     return context;
 }
 
-// The result of a job, and a timer that stands for it: it keeps the loop running and wakes who waits.
-struct Waiting {
-    explicit Waiting(asio::io_context &io) : timer(io, asio::steady_timer::time_point::max()) {}
-
-    asio::steady_timer timer;
-    Continuation continuation;
-};
-
 } // namespace
 
 class HttpServer::Implementation
 {
 public:
     Implementation(const ServerSettings &settings, Handler answering);
+    Q_DISABLE_COPY_MOVE(Implementation)
+    ~Implementation() { mailbox->close(); }
 
     std::uint16_t port() const { return acceptor.local_endpoint().port(); }
     void run() { io.run(); }
@@ -67,7 +59,6 @@ private:
     asio::awaitable<void> acceptAll();
     asio::awaitable<void> serve(std::shared_ptr<Connection> connection);
     asio::awaitable<Response> answer(Request request);
-    asio::awaitable<Response> workOff(Deferred deferred);
     void stopNow();
 
     const Handler handler;
@@ -78,7 +69,7 @@ private:
     asio::signal_set stopSignals;
     asio::steady_timer pause;
     std::set<std::shared_ptr<Connection>> connections;
-    WorkerPool workers; // last: its threads may still hand results to what stands above
+    std::shared_ptr<LoopMailbox> mailbox; ///< for what other threads bring
 };
 
 HttpServer::Implementation::Implementation(const ServerSettings &settings, Handler answering)
@@ -87,11 +78,13 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
       acceptor(io),
       stopSignals(io),
       pause(io),
-      workers(workerThreads, settings.limits.waitingJobs)
+      mailbox(std::make_shared<LoopMailbox>(io))
 {
     context.log = settings.log;
     context.refuse = settings.refuse;
-    context.admit = settings.admit;
+    context.admit = [this, admit = settings.admit](Request head) {
+        return waitFor<Admission>(mailbox, admit(head));
+    };
     context.answer = [this](Request request) { return answer(std::move(request)); };
     if (!settings.certificateFile.isEmpty())
         tls.emplace(tlsContext(settings));
@@ -136,32 +129,7 @@ asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connecti
 
 asio::awaitable<Response> HttpServer::Implementation::answer(Request request)
 {
-    Reply reply = handler(request);
-    if (auto *response = std::get_if<Response>(&reply))
-        co_return std::move(*response);
-    Deferred deferred = std::get<Deferred>(std::move(reply));
-    Response response = co_await workOff(std::move(deferred));
-    co_return response;
-}
-
-asio::awaitable<Response> HttpServer::Implementation::workOff(Deferred deferred)
-{
-    const auto waiting = std::make_shared<Waiting>(io);
-    const bool accepted = workers.submit([this, waiting, work = std::move(deferred.work)] {
-        Continuation continuation = work();
-        asio::post(io, [waiting, continuation = std::move(continuation)] {
-            waiting->continuation = continuation;
-            waiting->timer.cancel();
-        });
-    });
-    if (!accepted) {
-        Response busy = context.written(tooBusy());
-        busy.route = deferred.route;
-        co_return busy;
-    }
-    error_code cancelled;
-    co_await waiting->timer.async_wait(asio::redirect_error(asio::use_awaitable, cancelled));
-    co_return waiting->continuation();
+    return waitFor<Response>(mailbox, handler(request));
 }
 
 void HttpServer::Implementation::stopOnSignals()
@@ -191,18 +159,13 @@ void HttpServer::Implementation::stopNow()
     pause.async_wait([this](const error_code &error) {
         if (error)
             return;
-        workers.stop();
         io.stop();
     });
 }
 
 Response plainRefusal(const Refusal &refusal)
 {
-    Response response;
-    response.status = refusal.status;
-    response.body = refusal.message.toUtf8();
-    response.contentType = "text/plain; charset=utf-8";
-    return response;
+    return refusalResponse(refusal, "text/plain; charset=utf-8", refusal.message.toUtf8());
 }
 
 HttpServer::HttpServer(const ServerSettings &settings, Handler handler)

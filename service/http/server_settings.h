@@ -22,7 +22,6 @@ struct ServerLimits {
     std::uint64_t transferBytes = 64ULL * 1024 * 1024;      ///< of all larger ones at a time; others get 503
     std::uint64_t accountTransferBytes = transferBytes / 2; ///< of those of one account
     std::size_t connections = 1000;
-    std::size_t waitingJobs = 64; ///< deferred answers that may wait for a thread; further ones get 503
     std::chrono::milliseconds headerTime{10'000};
     std::chrono::milliseconds bodyTime{30'000}; ///< for reading a body, and for writing a reply
     std::chrono::milliseconds idleTime{65'000}; ///< between two requests
@@ -39,7 +38,7 @@ struct ServerSettings {
     QString keyFile;                               ///< PEM
     ServerLimits limits;
     /// Asked with everything but the body, before a large body is read or a large reply sent. Must not throw.
-    std::function<Admission(const Request &head)> admit = [](const Request &) { return Admission(); };
+    std::function<Admitted(const Request &head)> admit = [](const Request &) { return Admission(); };
     /// How a refusal is written: it is the same for what the server refuses and what the handler does.
     std::function<Response(const Refusal &refusal)> refuse = &plainRefusal;
     std::function<void(const QByteArray &line)> log = [](const QByteArray &) {};

@@ -43,77 +43,88 @@ void makeFile(const QString &file)
         fail(u"Could not open the database "_s + file, database.errorString());
 }
 
-// Qt stores a null text as NULL, and an empty JSON text may be either. Here the two mean the same.
-QVariant bindable(const QVariant &value)
-{
-    return value.typeId() == QMetaType::QString && value.toString().isEmpty() ? QVariant(u""_s) : value;
-}
-
 } // namespace
 
-Database::Database(const QString &file)
-    : connectionName(QUuid::createUuid().toString(QUuid::WithoutBraces)),
+Database::Database(const QString &file, Access wanted)
+    : access(wanted),
+      connectionName(QUuid::createUuid().toString(QUuid::WithoutBraces)),
       connection(QSqlDatabase::addDatabase(u"QSQLITE"_s, connectionName))
 {
     try {
         open(file);
     } catch (...) {
-        connection = QSqlDatabase();
-        QSqlDatabase::removeDatabase(connectionName);
+        close();
         throw;
     }
 }
 
 void Database::open(const QString &file)
 {
-    makeFile(file);
+    if (access == Access::Full)
+        makeFile(file);
     connection.setDatabaseName(file);
     if (!connection.open())
         fail(u"Could not open the database "_s + file, connection.lastError().text());
-    run(u"PRAGMA busy_timeout = 5000"_s);
+    run(u"PRAGMA busy_timeout = %1"_s.arg(patience.count()));
+    if (access == Access::ReadOnly) {
+        run(u"PRAGMA query_only = ON"_s);
+        return;
+    }
     run(u"PRAGMA journal_mode = WAL"_s);
     run(u"PRAGMA synchronous = FULL"_s); // a message that was acknowledged survives a power cut
     run(u"PRAGMA foreign_keys = ON"_s);
 }
 
-Database::~Database()
+void Database::close()
 {
-    QSqlQuery(connection).exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
+    prepared.clear(); // a connection closes only when nothing is prepared on it any more
     connection.close();
     connection = QSqlDatabase();
     QSqlDatabase::removeDatabase(connectionName);
 }
 
-QSqlQuery Database::run(const QString &statement, const QVariantList &values)
+Database::~Database()
 {
-    QSqlQuery query(connection);
-    query.setForwardOnly(true);
-    if (!query.prepare(statement))
-        fail(u"Could not prepare a statement"_s, query.lastError().text());
-    for (const QVariant &value : values)
-        query.addBindValue(bindable(value));
-    if (!query.exec())
-        fail(u"Could not run a statement"_s, query.lastError().text());
-    return query;
+    if (access == Access::Full)
+        QSqlQuery(connection).exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
+    close();
+}
+
+Rows Database::run(const QString &statement, const QVariantList &values)
+{
+    Rows rows(prepared, statement, prepared.take(connection, statement));
+    rows.run(values);
+    return rows;
+}
+
+qint64 Database::number(const QString &statement, const QVariantList &values)
+{
+    Rows rows = run(statement, values);
+    return rows.next() ? rows.value(0).toLongLong() : 0;
 }
 
 QVariant Database::pragma(const QString &name)
 {
-    QSqlQuery query = run(u"PRAGMA "_s + name);
-    return query.next() ? query.value(0) : QVariant();
+    Rows rows = run(u"PRAGMA "_s + name);
+    return rows.next() ? rows.value(0) : QVariant();
 }
 
+// IMMEDIATE takes the write lock now: a later step can then no longer fail because of another writer.
 Transaction::Transaction(Database &target) : database(target)
 {
-    // IMMEDIATE takes the write lock now: a later step can then no longer fail because of another writer.
-    database.run(u"BEGIN IMMEDIATE"_s);
+    database.run(database.depth == 0 ? u"BEGIN IMMEDIATE"_s : u"SAVEPOINT part"_s);
+    ++database.depth;
 }
 
 Transaction::~Transaction()
 {
+    if (!open)
+        return;
+    --database.depth;
     try {
-        if (open)
-            database.run(u"ROLLBACK"_s);
+        if (database.depth > 0)
+            database.run(u"ROLLBACK TO part"_s);
+        database.run(database.depth == 0 ? u"ROLLBACK"_s : u"RELEASE part"_s);
     } catch (const StorageError &) {
         // SQLite has already rolled back by itself, which is what was asked for.
     }
@@ -121,7 +132,8 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    database.run(u"COMMIT"_s);
+    database.run(database.depth == 1 ? u"COMMIT"_s : u"RELEASE part"_s);
+    --database.depth;
     open = false;
 }
 

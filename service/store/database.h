@@ -1,51 +1,60 @@
-// The service's storage: one SQLite database, opened with safe settings and brought to the current schema.
+// The service's storage: one SQLite database, opened with safe settings.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/store/rows.h"
+
 #include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QString>
 #include <QVariantList>
 
-#include <stdexcept>
+#include <chrono>
 
 namespace tideloft::service
 {
-
-/// Something the storage cannot do. The text is for the log: it holds no values.
-class StorageError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Belongs to the thread that made it. Needs a QCoreApplication, because the driver is a plug-in.
 class Database
 {
 public:
+    enum class Access { Full, ReadOnly };
+
+    /// How long a statement waits for another process that holds the database.
+    static constexpr std::chrono::milliseconds patience{900};
+
     /// Creates the file, and missing folders above it, for the owner only. Throws StorageError when the file
     /// cannot be opened or is no database.
-    explicit Database(const QString &file);
+    explicit Database(const QString &file, Access access = Access::Full);
     Q_DISABLE_COPY_MOVE(Database)
 
     /// Writes everything into the database file itself, so that nothing is left beside it.
     ~Database();
 
-    /// Runs one statement with its values bound in order. Throws StorageError.
-    QSqlQuery run(const QString &statement, const QVariantList &values = {});
+    /// Runs one statement with its values bound in order. Throws StorageError. Statements are kept prepared,
+    /// so a text must not carry values.
+    Rows run(const QString &statement, const QVariantList &values = {});
+
+    /// The number in the first row that the statement finds; 0 when it finds none.
+    qint64 number(const QString &statement, const QVariantList &values = {});
 
     /// The number that PRAGMA `name` reports, or its text.
     QVariant pragma(const QString &name);
 
 private:
+    friend class Transaction;
     void open(const QString &file);
+    void close();
 
+    const Access access;
     QString connectionName;
     QSqlDatabase connection;
+    PreparedStatements prepared;
+    int depth = 0; ///< of transactions inside each other
 };
 
-/// Undoes everything since its construction, unless commit() was called.
+/// Undoes everything since its construction, unless commit() was called. Inside another one it is a part of
+/// that, and what it commits is kept when the outer one commits.
 class Transaction
 {
 public:

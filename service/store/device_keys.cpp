@@ -11,11 +11,10 @@ using namespace Qt::StringLiterals;
 bool storeDeviceKey(Database &database, const User &user, const DeviceKey &key, qint64 now)
 {
     Transaction transaction(database);
-    QSqlQuery others = database.run(
+    const qint64 others = database.number(
         u"SELECT count(*) FROM device_keys WHERE user_id = ? AND device_id <> ?"_s, {user.id, key.deviceId});
-    if (!others.next() || others.value(0).toInt() >= maximumDevices)
+    if (others >= maximumDevices)
         return false;
-    others.finish();
     database.run(u"INSERT INTO device_keys (user_id, device_id, device_name, public_key, updated_at)"
                  " VALUES (?, ?, ?, ?, ?) ON CONFLICT (user_id, device_id) DO UPDATE SET"
                  " device_name = excluded.device_name, public_key = excluded.public_key,"
@@ -27,9 +26,9 @@ bool storeDeviceKey(Database &database, const User &user, const DeviceKey &key, 
 
 QList<DeviceKey> deviceKeys(Database &database, const User &user)
 {
-    QSqlQuery query = database.run(u"SELECT device_id, device_name, public_key FROM device_keys"
-                                   " WHERE user_id = ? ORDER BY device_id"_s,
-                                   {user.id});
+    Rows query = database.run(u"SELECT device_id, device_name, public_key FROM device_keys"
+                              " WHERE user_id = ? ORDER BY device_id"_s,
+                              {user.id});
     QList<DeviceKey> keys;
     while (query.next())
         keys.append({query.value(0).toString(), query.value(1).toString(), query.value(2).toString()});

@@ -19,7 +19,7 @@ QString selectGroups()
            " WHERE group_members.user_id = ?"_s;
 }
 
-Group groupFromRow(const QSqlQuery &row)
+Group groupFromRow(const Rows &row)
 {
     return {row.value(0).toString(), row.value(1).toString(), row.value(2).toString(),
             row.value(3).toString()};
@@ -30,11 +30,10 @@ Group groupFromRow(const QSqlQuery &row)
 bool addGroup(Database &database, const User &maker, const Group &group, qint64 now)
 {
     Transaction transaction(database);
-    QSqlQuery theirs = database.run(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id});
-    if (!theirs.next() || theirs.value(0).toInt() >= maximumGroups)
+    if (database.number(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id})
+        >= maximumGroups)
         return false;
-    theirs.finish();
-    const QSqlQuery inserted = database.run(
+    const Rows inserted = database.run(
         u"INSERT INTO chat_groups (public_id, name, description, created_at) VALUES (?, ?, ?, ?)"_s,
         {group.id, group.name, group.description, now});
     database.run(u"INSERT INTO group_members (user_id, group_id) VALUES (?, ?)"_s,
@@ -46,7 +45,7 @@ bool addGroup(Database &database, const User &maker, const Group &group, qint64 
 // By number and not by time: the clock of a computer may be set back.
 QList<Group> groupsOf(Database &database, const User &user)
 {
-    QSqlQuery query = database.run(selectGroups() + u" ORDER BY chat_groups.id"_s, {user.id});
+    Rows query = database.run(selectGroups() + u" ORDER BY chat_groups.id"_s, {user.id});
     QList<Group> groups;
     while (query.next())
         groups.append(groupFromRow(query));
@@ -55,15 +54,15 @@ QList<Group> groupsOf(Database &database, const User &user)
 
 std::optional<Group> findGroup(Database &database, const User &user, const QString &groupId)
 {
-    QSqlQuery query = database.run(selectGroups() + u" AND public_id = ?"_s, {user.id, groupId});
+    Rows query = database.run(selectGroups() + u" AND public_id = ?"_s, {user.id, groupId});
     return query.next() ? std::optional(groupFromRow(query)) : std::nullopt;
 }
 
 std::optional<qint64> findGroupRow(Database &database, const User &user, const QString &groupId)
 {
-    QSqlQuery query = database.run(u"SELECT id FROM chat_groups JOIN group_members ON group_id = id"
-                                   " WHERE user_id = ? AND public_id = ?"_s,
-                                   {user.id, groupId});
+    Rows query = database.run(u"SELECT id FROM chat_groups JOIN group_members ON group_id = id"
+                              " WHERE user_id = ? AND public_id = ?"_s,
+                              {user.id, groupId});
     return query.next() ? std::optional(query.value(0).toLongLong()) : std::nullopt;
 }
 

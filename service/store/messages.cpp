@@ -24,7 +24,7 @@ QString messageTables()
 }
 
 // The row must begin with the columns above.
-StoredMessage messageFromRow(const QSqlQuery &row)
+StoredMessage messageFromRow(const Rows &row)
 {
     return {.from = row.value(0).toString(),
             .to = row.value(1).toString(),
@@ -48,7 +48,7 @@ void rememberLast(Database &database, const User &user, const User &peer, const 
 void storeMessage(Database &database, const User &sender, const User &recipient, const StoredMessage &message)
 {
     Transaction transaction(database);
-    const QSqlQuery inserted = database.run(
+    const Rows inserted = database.run(
         u"INSERT INTO messages (sender_id, recipient_id, text, iv, recipient_keys, sender_keys, encrypted,"
         " created_at) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s,
         {sender.id, recipient.id, message.text, message.iv, message.recipientKeys, message.senderKeys,
@@ -64,8 +64,8 @@ QList<StoredMessage> history(Database &database, const User &user, const User &p
 {
     const QString half = u"SELECT "_s + messageColumns() + u", messages.id FROM messages"_s + messageTables()
                          + u"WHERE sender_id = ? AND recipient_id = ?"_s;
-    QSqlQuery query = database.run(half + u" UNION "_s + half + u" ORDER BY messages.id"_s,
-                                   {user.id, peer.id, peer.id, user.id});
+    Rows query = database.run(half + u" UNION "_s + half + u" ORDER BY messages.id"_s,
+                              {user.id, peer.id, peer.id, user.id});
     QList<StoredMessage> messages;
     while (query.next())
         messages.append(messageFromRow(query));
@@ -74,7 +74,7 @@ QList<StoredMessage> history(Database &database, const User &user, const User &p
 
 QList<Conversation> conversations(Database &database, const User &user)
 {
-    QSqlQuery query =
+    Rows query =
         database.run(u"SELECT "_s + messageColumns()
                          + u", peer.name FROM conversations JOIN messages ON messages.id = last_message_id"_s
                          + messageTables()

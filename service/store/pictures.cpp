@@ -37,13 +37,13 @@ void replaceIcon(Database &database, qint64 groupRow, const QString &name, const
 
 QString avatarName(Database &database, const User &user)
 {
-    QSqlQuery query = database.run(u"SELECT name FROM pictures WHERE user_id = ?"_s, {user.id});
+    Rows query = database.run(u"SELECT name FROM pictures WHERE user_id = ?"_s, {user.id});
     return query.next() ? query.value(0).toString() : QString();
 }
 
 std::optional<Picture> findPicture(Database &database, const QString &name)
 {
-    QSqlQuery query = database.run(u"SELECT content_type, content FROM pictures WHERE name = ?"_s, {name});
+    Rows query = database.run(u"SELECT content_type, content FROM pictures WHERE name = ?"_s, {name});
     if (!query.next())
         return std::nullopt;
     return Picture{query.value(0).toString().toLatin1(), query.value(1).toByteArray()};

@@ -18,9 +18,9 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
 
 std::optional<User> sessionOwner(Database &database, const QByteArray &tokenHash, qint64 now)
 {
-    QSqlQuery query = database.run(u"SELECT users.id, users.name FROM sessions JOIN users"
-                                   " ON users.id = user_id WHERE token_hash = ? AND expires_at > ?"_s,
-                                   {tokenHash, now});
+    Rows query = database.run(u"SELECT users.id, users.name FROM sessions JOIN users"
+                              " ON users.id = user_id WHERE token_hash = ? AND expires_at > ?"_s,
+                              {tokenHash, now});
     if (!query.next())
         return std::nullopt;
     return User{query.value(0).toLongLong(), query.value(1).toString()};

@@ -15,7 +15,7 @@ std::optional<User> findUser(Database &database, const QString &name)
     const std::optional<QString> normalized = normalizedUserName(name);
     if (!normalized)
         return std::nullopt;
-    QSqlQuery query = database.run(u"SELECT id FROM users WHERE name = ?"_s, {*normalized});
+    Rows query = database.run(u"SELECT id FROM users WHERE name = ?"_s, {*normalized});
     if (!query.next())
         return std::nullopt;
     return User{query.value(0).toLongLong(), *normalized};
@@ -23,13 +23,13 @@ std::optional<User> findUser(Database &database, const QString &name)
 
 QByteArray passwordHash(Database &database, const User &user)
 {
-    QSqlQuery query = database.run(u"SELECT password FROM users WHERE id = ?"_s, {user.id});
+    Rows query = database.run(u"SELECT password FROM users WHERE id = ?"_s, {user.id});
     return query.next() ? query.value(0).toString().toLatin1() : QByteArray();
 }
 
 bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now)
 {
-    const QSqlQuery query = database.run(
+    const Rows query = database.run(
         u"INSERT INTO users (name, password, created_at) VALUES (?, ?, ?) ON CONFLICT (name) DO NOTHING"_s,
         {name, QString::fromLatin1(hash), now});
     return query.numRowsAffected() == 1;
@@ -37,7 +37,7 @@ bool addUser(Database &database, const QString &name, const QByteArray &hash, qi
 
 QString bioOf(Database &database, const User &user)
 {
-    QSqlQuery query = database.run(u"SELECT bio FROM users WHERE id = ?"_s, {user.id});
+    Rows query = database.run(u"SELECT bio FROM users WHERE id = ?"_s, {user.id});
     return query.next() ? query.value(0).toString() : QString();
 }
 
@@ -49,9 +49,9 @@ void setBio(Database &database, const User &user, const QString &bio)
 // instr() takes the text as it is: "%" and "_" are no wildcards, and "_" may stand in a name.
 QStringList findNames(Database &database, const QString &text, const User &except, int limit)
 {
-    QSqlQuery query = database.run(u"SELECT name FROM users WHERE instr(name, ?) > 0 AND id <> ?"
-                                   " ORDER BY instr(name, ?) > 1, name LIMIT ?"_s,
-                                   {text, except.id, text, limit});
+    Rows query = database.run(u"SELECT name FROM users WHERE instr(name, ?) > 0 AND id <> ?"
+                              " ORDER BY instr(name, ?) > 1, name LIMIT ?"_s,
+                              {text, except.id, text, limit});
     QStringList names;
     while (query.next())
         names.append(query.value(0).toString());

@@ -8,8 +8,11 @@
 #include "service/store/schema.h"
 
 #include <QJsonDocument>
+#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTimeZone>
+
+#include <memory>
 
 namespace tideloft::tests
 {
@@ -17,7 +20,9 @@ namespace tideloft::tests
 class ApiFixture
 {
 public:
-    ApiFixture() : database(directory.filePath(QStringLiteral("test.sqlite"))), api(database, settings()) {}
+    ApiFixture() : database(file()), api({file()}, settings()) {}
+
+    QString file() const { return directory.filePath(QStringLiteral("test.sqlite")); }
 
     service::Response call(const QByteArray &method, const QByteArray &target, const QByteArray &body = {},
                            const QByteArray &cookie = {}) const
@@ -59,10 +64,30 @@ public:
         return {};
     }
 
+    /// Begins what comes later; the response is there once the semaphore is free.
+    struct Begun {
+        QSemaphore finished;
+        service::Response response;
+    };
+    static std::shared_ptr<Begun> begin(const service::Reply &reply)
+    {
+        auto begun = std::make_shared<Begun>();
+        const auto finish = [begun](const service::Response &response) {
+            begun->response = response;
+            begun->finished.release();
+        };
+        if (const auto *later = std::get_if<service::Later<service::Response>>(&reply))
+            later->start(finish);
+        else
+            finish(std::get<service::Response>(reply));
+        return begun;
+    }
+
     static service::Response finish(const service::Reply &reply)
     {
-        const auto *deferred = std::get_if<service::Deferred>(&reply);
-        return deferred ? deferred->work()() : std::get<service::Response>(reply);
+        const std::shared_ptr<Begun> begun = begin(reply);
+        begun->finished.acquire();
+        return begun->response;
     }
 
     static QJsonObject object(const service::Response &response)
@@ -82,13 +107,16 @@ public:
 
     QTemporaryDir directory;
     QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
-    service::Store database;
+    service::Store database; ///< a connection of the test's own
     service::Api api;
 
 private:
     service::ApiSettings settings()
     {
-        return {{16, 8, 1}, true, [this] { return now; }};
+        service::ApiSettings wanted;
+        wanted.scryptCost = {16, 8, 1};
+        wanted.now = [this] { return now; };
+        return wanted;
     }
 };
 

@@ -6,7 +6,6 @@
 #include "service/api/api.h"
 #include "service/api/json_reply.h"
 #include "service/http/server.h"
-#include "service/store/schema.h"
 #include "tests/service/http_client.h"
 #include "tests/service/http_reply.h"
 
@@ -63,11 +62,12 @@ public:
     }
 
 private:
-    // The database belongs to the thread that opens it.
     void run()
     {
-        service::Store database(folder.filePath(QStringLiteral("test.sqlite")));
-        service::Api api(database, {{16, 8, 1}, false});
+        service::ApiSettings apiSettings;
+        apiSettings.scryptCost = {16, 8, 1};
+        apiSettings.secureCookies = false;
+        service::Api api({folder.filePath(QStringLiteral("test.sqlite"))}, apiSettings);
         service::ServerSettings settings;
         settings.port = 0;
         settings.refuse = &service::errorResponse;

@@ -16,15 +16,14 @@ namespace tideloft::tests
 /// Refusals as the whole service writes them.
 inline service::Response refusalInJson(const service::Refusal &refusal)
 {
-    service::Response response = replyWith({{QStringLiteral("message"), refusal.message}});
-    response.status = refusal.status;
-    return response;
+    return service::refusalResponse(refusal, "application/json; charset=utf-8",
+                                    replyWith({{QStringLiteral("message"), refusal.message}}).body);
 }
 
 class ServerFixture
 {
 public:
-    using AdmissionRule = std::function<service::Admission(const service::Request &head)>;
+    using AdmissionRule = std::function<service::Admitted(const service::Request &head)>;
 
     explicit ServerFixture(
         service::Handler handler, const service::ServerLimits &limits = {},

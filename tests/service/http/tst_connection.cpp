@@ -2,11 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/service/http_client.h"
+#include "tests/service/late_replies.h"
 #include "tests/service/raw_requests.h"
 #include "tests/service/server_fixture.h"
 #include "tests/support/test_main.h"
-
-#include <QSemaphore>
 
 #include <sys/socket.h>
 
@@ -24,7 +23,6 @@ private slots:
     void silentConnectionIsDropped();
     void idleConnectionIsDropped();
     void slowWorkDoesNotHoldOthersUp();
-    void tooMuchSlowWorkIsRefused();
     void resetsDoNotHurt();
     void manyConnections();
     void connectionsAreLimited();
@@ -76,69 +74,24 @@ void TestHttpConnections::idleConnectionIsDropped()
 
 void TestHttpConnections::slowWorkDoesNotHoldOthersUp()
 {
-    QSemaphore begun;
-    QSemaphore mayEnd;
+    LateReplies late;
     ServerFixture server([&](const Request &request) -> Reply {
-        if (request.method == "GET")
-            return echo(request);
-        return Deferred{[&]() -> Continuation {
-                            begun.release();
-                            mayEnd.acquire();
-                            return [] { return replyWith(QJsonObject{{u"late"_s, true}}); };
-                        },
-                        {}};
+        return request.method == "GET" ? echo(request) : late.next();
     });
     HttpClient slow(server.port());
     slow.send(post("x"));
-    begun.acquire();
+    late.await();
     HttpClient quick(server.port());
     QCOMPARE(statusOf(quick.exchange(get)), 200);
-    mayEnd.release();
+    late.finish();
     QVERIFY(slow.readReply().endsWith("{\"late\":true}"));
-}
-
-void TestHttpConnections::tooMuchSlowWorkIsRefused()
-{
-    QSemaphore begun;
-    QSemaphore mayEnd;
-    ServerLimits limits;
-    limits.waitingJobs = 0;
-    ServerFixture server(
-        [&](const Request &) -> Reply {
-            return Deferred{[&]() -> Continuation {
-                                begun.release();
-                                mayEnd.acquire();
-                                return [] { return replyWith(QJsonObject()); };
-                            },
-                            "/slow"};
-        },
-        limits);
-    HttpClient first(server.port());
-    HttpClient second(server.port());
-    first.send(get);
-    second.send(get);
-    begun.acquire(2);
-    HttpClient third(server.port());
-    const QByteArray reply = third.exchange(get);
-    mayEnd.release(2);
-    QCOMPARE(statusOf(reply), 503);
-    QVERIFY(reply.contains("\r\nRetry-After: 1\r\n"));
-    QCOMPARE(server.log().constFirst(), QByteArray("GET /slow 503"));
-    QCOMPARE(statusOf(first.readReply()), 200);
-    QCOMPARE(statusOf(second.readReply()), 200);
 }
 
 void TestHttpConnections::resetsDoNotHurt()
 {
-    QSemaphore mayEnd;
+    LateReplies late;
     ServerFixture server([&](const Request &request) -> Reply {
-        if (request.method == "GET")
-            return echo(request);
-        return Deferred{[&]() -> Continuation {
-                            mayEnd.acquire();
-                            return [] { return replyWith(QJsonObject()); };
-                        },
-                        {}};
+        return request.method == "GET" ? echo(request) : late.next();
     });
     const linger reset{1, 0}; // closing sends a reset at once
     for (const QByteArray &part :
@@ -149,7 +102,7 @@ void TestHttpConnections::resetsDoNotHurt()
         setsockopt(int(client.socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &reset, sizeof reset);
         client.socket.abort();
     }
-    mayEnd.release();
+    late.finish();
     HttpClient next(server.port());
     QCOMPARE(statusOf(next.exchange(get)), 200);
 }
@@ -185,27 +138,18 @@ void TestHttpConnections::connectionsAreLimited()
 
 void TestHttpConnections::replyUnderWayIsFinishedWhenStopping()
 {
-    QSemaphore begun;
-    QSemaphore mayEnd;
+    LateReplies late;
     ServerLimits limits;
     limits.stopTime = std::chrono::minutes(1);
-    const auto handle = [&](const Request &) -> Reply {
-        return Deferred{[&]() -> Continuation {
-                            begun.release();
-                            mayEnd.acquire();
-                            return [] { return replyWith(QJsonObject()); };
-                        },
-                        {}};
-    };
-    ServerFixture server(handle, limits);
+    ServerFixture server([&](const Request &) { return late.next(); }, limits);
     HttpClient idle(server.port());
     QVERIFY(idle.isConnected());
     HttpClient busy(server.port());
     busy.send(get);
-    begun.acquire();
+    late.await();
     std::thread stopper([&] { server.stop(); });
     const QByteArray nothing = idle.readAll();
-    mayEnd.release();
+    late.finish();
     const QByteArray reply = busy.readAll();
     stopper.join();
     QCOMPARE(nothing, QByteArray());
@@ -215,30 +159,17 @@ void TestHttpConnections::replyUnderWayIsFinishedWhenStopping()
 
 void TestHttpConnections::stoppingDoesNotWaitForEver()
 {
-    QSemaphore begun;
-    QSemaphore mayEnd;
+    LateReplies late;
     ServerLimits limits;
     limits.stopTime = std::chrono::milliseconds(50);
     {
-        ServerFixture server(
-            [&](const Request &) -> Reply {
-                return Deferred{[&]() -> Continuation {
-                                    begun.release();
-                                    mayEnd.acquire();
-                                    return [] { return replyWith(QJsonObject()); };
-                                },
-                                {}};
-            },
-            limits);
-        HttpClient clients[] = {HttpClient(server.port()), HttpClient(server.port()),
-                                HttpClient(server.port())};
-        for (HttpClient &client : clients)
-            client.send(get);
-        begun.acquire(2); // the third waits for a thread
-        server.stop();    // returns although both threads are busy
-        mayEnd.release(2);
+        ServerFixture server([&](const Request &) { return late.next(); }, limits);
+        HttpClient client(server.port());
+        client.send(get);
+        late.await();
+        server.stop(); // returns although a reply is still to come
     }
-    QCOMPARE(begun.available(), 0); // and the third was never begun
+    late.finish(); // and what comes when the server is gone is dropped
 }
 
 TIDELOFT_TEST_MAIN(TestHttpConnections)

@@ -36,7 +36,7 @@ private:
     }
     static int count(Database &database, const QString &table)
     {
-        QSqlQuery query = database.run(u"SELECT count(*) FROM "_s + table);
+        Rows query = database.run(u"SELECT count(*) FROM "_s + table);
         return query.next() ? query.value(0).toInt() : -1;
     }
 
@@ -49,7 +49,7 @@ void TestDatabase::settingsAreSafe()
     QCOMPARE(database.pragma(u"journal_mode"_s).toString(), u"wal"_s);
     QCOMPARE(database.pragma(u"synchronous"_s).toInt(), 2); // FULL
     QCOMPARE(database.pragma(u"foreign_keys"_s).toInt(), 1);
-    QCOMPARE(database.pragma(u"busy_timeout"_s).toInt(), 5000);
+    QCOMPARE(database.pragma(u"busy_timeout"_s).toInt(), 900);
     QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion());
 }
 

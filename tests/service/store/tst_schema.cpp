@@ -71,7 +71,7 @@ void TestSchema::writeFirstVersion(const QString &file, const QStringList &more)
 
 QStringList TestSchema::tables(Database &database)
 {
-    QSqlQuery query = database.run(u"SELECT sql FROM sqlite_master WHERE sql IS NOT NULL ORDER BY name"_s);
+    Rows query = database.run(u"SELECT sql FROM sqlite_master WHERE sql IS NOT NULL ORDER BY name"_s);
     QStringList definitions;
     while (query.next())
         definitions << query.value(0).toString();

@@ -1,0 +1,105 @@
+// From the event loop to the threads and back, and the one place where failures become replies.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/tasks.h"
+
+#include "service/api/api_context.h"
+#include "service/api/json_reply.h"
+
+#include <memory>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+Response withProblem(const Refusal &refusal, const std::exception &error)
+{
+    Response response = errorResponse(refusal);
+    response.problem = error.what();
+    return response;
+}
+
+Response busyResponse()
+{
+    return errorResponse(Refusal(503, u"The service is busy. Please try again."_s));
+}
+
+void store(ApiContext &context, const Change &change, const Finish<Response> &finish)
+{
+    const auto reply = std::make_shared<Response>();
+    const bool accepted =
+        context.store.write({[reply, change](Database &database) { *reply = change(database); },
+                             [reply, finish](const std::exception_ptr &failure) {
+                                 finish(failure ? failureResponse(failure) : std::move(*reply));
+                             }});
+    if (!accepted)
+        finish(busyResponse());
+}
+
+template <typename Result, typename Step> Result attempt(const Step &step)
+{
+    try {
+        return step();
+    } catch (...) {
+        return failureResponse(std::current_exception());
+    }
+}
+
+void finishChange(ApiContext &context, const std::variant<Response, Change> &outcome,
+                  const Finish<Response> &finish)
+{
+    if (const auto *change = std::get_if<Change>(&outcome))
+        store(context, *change, finish);
+    else
+        finish(std::get<Response>(outcome));
+}
+
+void finishOutcome(ApiContext &context, Outcome outcome, const Finish<Response> &finish)
+{
+    if (const auto *response = std::get_if<Response>(&outcome))
+        return finish(*response);
+    if (const auto *change = std::get_if<Change>(&outcome))
+        return store(context, *change, finish);
+    const bool accepted =
+        context.hashing.submit([&context, slow = std::get<SlowWork>(std::move(outcome)), finish] {
+            finishChange(context, attempt<std::variant<Response, Change>>(slow.work), finish);
+        });
+    if (!accepted)
+        finish(busyResponse());
+}
+
+} // namespace
+
+Later<Response> answerAfter(ApiContext &context, LookUp lookUp)
+{
+    return {[&context, lookUp = std::move(lookUp)](const Finish<Response> &finish) {
+        const bool accepted = context.store.read([&context, lookUp, finish](Database &database) {
+            finishOutcome(context, attempt<Outcome>([&] { return lookUp(database); }), finish);
+        });
+        if (!accepted)
+            finish(busyResponse());
+    }};
+}
+
+Response failureResponse(const std::exception_ptr &failure)
+{
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Refusal &refusal) {
+        return errorResponse(refusal);
+    } catch (const StorageError &error) {
+        if (error.isTemporary())
+            return withProblem(Refusal(503, u"The service cannot store anything at the moment. "
+                                            "Please try again later."_s),
+                               error);
+        return withProblem(Refusal(500, u"The service could not handle this request."_s), error);
+    } catch (const std::exception &error) {
+        return withProblem(Refusal(500, u"The service could not handle this request."_s), error);
+    }
+}
+
+} // namespace tideloft::service

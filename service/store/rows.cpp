@@ -1,0 +1,95 @@
+// Preparing statements, and reading what they find.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/rows.h"
+
+#include <QSqlError>
+
+#include <algorithm>
+#include <array>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Result codes of SQLite: busy, locked, no memory, read-only, input or output, full, cannot open.
+constexpr std::array temporaryCodes{5, 6, 7, 8, 10, 13, 14};
+
+bool isTemporary(const QSqlError &error)
+{
+    const int code = error.nativeErrorCode().toInt() & 0xff; // above stand details
+    return std::find(temporaryCodes.begin(), temporaryCodes.end(), code) != temporaryCodes.end();
+}
+
+// A change of tables is done once; everything else comes again.
+bool comesAgain(const QString &statement)
+{
+    return statement.startsWith(u"SELECT"_s) || statement.startsWith(u"INSERT"_s)
+           || statement.startsWith(u"UPDATE"_s) || statement.startsWith(u"DELETE"_s);
+}
+
+// Qt stores a null text as NULL, and an empty JSON text may be either. Here the two mean the same.
+QVariant bindable(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QString && value.toString().isEmpty() ? QVariant(u""_s) : value;
+}
+
+} // namespace
+
+void failWith(const QString &what, const QSqlQuery &query)
+{
+    const QSqlError error = query.lastError();
+    throw StorageError((what + u": "_s + error.text()).toStdString(), isTemporary(error));
+}
+
+std::unique_ptr<QSqlQuery> PreparedStatements::take(const QSqlDatabase &connection, const QString &statement)
+{
+    const auto found = idle.find(statement);
+    if (found != idle.end()) {
+        std::unique_ptr<QSqlQuery> query = std::move(found->second);
+        idle.erase(found);
+        return query;
+    }
+    auto query = std::make_unique<QSqlQuery>(connection);
+    query->setForwardOnly(true);
+    if (!query->prepare(statement))
+        failWith(u"Could not prepare a statement"_s, *query);
+    return query;
+}
+
+void PreparedStatements::giveBack(const QString &statement, std::unique_ptr<QSqlQuery> query)
+{
+    if (comesAgain(statement))
+        idle.insert_or_assign(statement, std::move(query));
+}
+
+Rows::~Rows()
+{
+    if (!query)
+        return;
+    query->finish(); // lets go of the state of the database that it has read
+    statements->giveBack(statement, std::move(query));
+}
+
+void Rows::run(const QVariantList &values)
+{
+    for (qsizetype i = 0; i < values.size(); ++i)
+        query->bindValue(static_cast<int>(i), bindable(values[i]));
+    if (!query->exec())
+        failWith(u"Could not run a statement"_s, *query);
+}
+
+bool Rows::next()
+{
+    if (query->next())
+        return true;
+    if (query->lastError().isValid())
+        failWith(u"Could not read a row"_s, *query);
+    return false;
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,66 @@
+// The rows that a statement finds, and statements that stay prepared between two runs.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/store/storage_error.h"
+
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+
+#include <memory>
+#include <unordered_map>
+
+namespace tideloft::service
+{
+
+/// Throws a StorageError that tells what QUERY could not do.
+[[noreturn]] void failWith(const QString &what, const QSqlQuery &query);
+
+/// Statements that nobody runs at the moment, by their text.
+class PreparedStatements
+{
+public:
+    /// A statement that is ready to be bound. Throws StorageError.
+    std::unique_ptr<QSqlQuery> take(const QSqlDatabase &connection, const QString &statement);
+    void giveBack(const QString &statement, std::unique_ptr<QSqlQuery> query);
+    void clear() { idle.clear(); }
+
+private:
+    std::unordered_map<QString, std::unique_ptr<QSqlQuery>> idle;
+};
+
+/// What a statement has found or changed. While it lives the statement holds the state of the database that
+/// it has begun with; then the statement is kept for the next time. The database must outlive it.
+class Rows
+{
+public:
+    Rows(PreparedStatements &owner, QString text, std::unique_ptr<QSqlQuery> running)
+        : statements(&owner),
+          statement(std::move(text)),
+          query(std::move(running))
+    {
+    }
+    Rows(Rows &&other) noexcept = default;
+    Rows &operator=(Rows &&other) = delete;
+    Rows(const Rows &) = delete;
+    ~Rows();
+
+    /// Binds the values in order and runs the statement. Throws StorageError.
+    void run(const QVariantList &values);
+
+    /// Goes to the next row. Throws StorageError: an error is not the end of the rows.
+    bool next();
+    QVariant value(int column) const { return query->value(column); }
+    int numRowsAffected() const { return query->numRowsAffected(); }
+    QVariant lastInsertId() const { return query->lastInsertId(); }
+
+private:
+    PreparedStatements *statements;
+    QString statement;
+    std::unique_ptr<QSqlQuery> query;
+};
+
+} // namespace tideloft::service

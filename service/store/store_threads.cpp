@@ -1,0 +1,169 @@
+// Threads that own a connection each, and group commit.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/store_threads.h"
+
+#include "service/store/schema.h"
+
+#include <limits>
+#include <memory>
+#include <optional>
+
+namespace tideloft::service
+{
+
+namespace
+{
+
+// A commit takes the time of one sync, however much it holds. More than this would keep the first for long.
+constexpr std::size_t mostTogether = 256;
+constexpr std::chrono::milliseconds idleTurn{1000};
+
+using Batch = std::deque<WriteTask>;
+
+// The database cannot be written at all at the moment, so whatever waits would wait for nothing.
+struct CannotBegin {
+    std::exception_ptr failure;
+};
+
+void beginIn(Database &database, std::optional<Transaction> &transaction)
+{
+    try {
+        transaction.emplace(database);
+    } catch (const StorageError &) {
+        throw CannotBegin{std::current_exception()};
+    }
+}
+
+// What the change has thrown, if that is its own affair. What the storage throws concerns all.
+std::exception_ptr changeAlone(Database &database, const WriteTask &task)
+{
+    Transaction part(database);
+    try {
+        task.change(database);
+        part.commit();
+    } catch (const StorageError &) {
+        throw;
+    } catch (...) {
+        return std::current_exception();
+    }
+    return nullptr;
+}
+
+void storeTogether(Database &database, const Batch &batch)
+{
+    std::vector<std::exception_ptr> failures;
+    std::optional<Transaction> together;
+    beginIn(database, together);
+    for (const WriteTask &task : batch)
+        failures.push_back(changeAlone(database, task));
+    together->commit();
+    for (std::size_t i = 0; i < batch.size(); ++i)
+        batch[i].done(failures[i]);
+}
+
+// One change that cannot be stored must not take the others with it, so each is then tried by itself.
+void storeOneByOne(Database &database, Batch &batch)
+{
+    while (!batch.empty()) {
+        const Batch first{batch.front()};
+        try {
+            storeTogether(database, first);
+        } catch (const StorageError &) {
+            first.front().done(std::current_exception());
+        }
+        batch.pop_front();
+    }
+}
+
+void storeAll(Database &database, Batch &batch)
+{
+    try {
+        storeTogether(database, batch);
+        batch.clear();
+    } catch (const StorageError &) {
+        storeOneByOne(database, batch);
+    }
+}
+
+} // namespace
+
+StoreThreads::StoreThreads(const StoreSettings &settings)
+    : reads(settings.waitingReads),
+      writes(settings.waitingWrites)
+{
+    try {
+        startThread([this, settings](Opened &opened) { writeAll(settings.file, opened); });
+        for (std::size_t i = 0; i < settings.readers; ++i)
+            startThread([this, settings](Opened &opened) { readAll(settings.file, opened); });
+    } catch (...) {
+        stop();
+        throw;
+    }
+}
+
+StoreThreads::~StoreThreads()
+{
+    stop();
+}
+
+// The writer ends last: only the last connection takes the journals away.
+void StoreThreads::stop()
+{
+    reads.close();
+    writes.close();
+    while (!threads.empty()) {
+        threads.back().join();
+        threads.pop_back();
+    }
+}
+
+// Each thread opens its connection itself, because a connection belongs to its thread.
+template <typename Work> void StoreThreads::startThread(Work work)
+{
+    auto opened = std::make_shared<Opened>();
+    std::future<void> result = opened->get_future();
+    threads.emplace_back([opened, work = std::move(work)] {
+        try {
+            work(*opened);
+        } catch (...) {
+            opened->set_exception(std::current_exception());
+        }
+    });
+    result.get();
+}
+
+void StoreThreads::readAll(const QString &file, Opened &opened)
+{
+    Database database(file, Database::Access::ReadOnly);
+    opened.set_value();
+    while (const std::optional<ReadTask> task = reads.take())
+        (*task)(database);
+}
+
+void StoreThreads::writeAll(const QString &file, Opened &opened)
+{
+    Store database(file);
+    opened.set_value();
+    while (std::optional<Batch> batch = writes.takeAll(mostTogether, idleTurn)) {
+        try {
+            if (!batch->empty())
+                storeAll(database, *batch);
+        } catch (const CannotBegin &cannot) {
+            refuse(std::move(*batch), cannot.failure);
+        }
+    }
+}
+
+// What waits has waited as long as the writer has, and would wait as long again.
+void StoreThreads::refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure)
+{
+    const Batch waiting =
+        writes.takeAll(std::numeric_limits<std::size_t>::max(), std::chrono::milliseconds(0))
+            .value_or(Batch());
+    batch.insert(batch.end(), waiting.begin(), waiting.end());
+    for (const WriteTask &task : batch)
+        task.done(failure);
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,66 @@
+// The database on threads of its own: readers, and one writer that commits together what waits together.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/store/database.h"
+#include "service/threads/bounded_queue.h"
+
+#include <exception>
+#include <functional>
+#include <future>
+#include <thread>
+#include <vector>
+
+namespace tideloft::service
+{
+
+/// Looks something up. Must not throw.
+using ReadTask = std::function<void(Database &)>;
+
+struct WriteTask {
+    /// May throw, which undoes what it has changed. Runs again when something beside it could not be stored.
+    std::function<void(Database &)> change;
+    /// Called once: when the change is on the disk, or with what the change has thrown or the disk refused.
+    /// Must not throw.
+    std::function<void(std::exception_ptr failure)> done;
+};
+
+struct StoreSettings {
+    QString file;
+    std::size_t readers = 2;
+    std::size_t waitingReads = 4096; ///< more are refused
+    std::size_t waitingWrites = 1024;
+};
+
+class StoreThreads
+{
+public:
+    /// Opens the database and brings it to the current form. Throws what that throws.
+    explicit StoreThreads(const StoreSettings &settings);
+    Q_DISABLE_COPY_MOVE(StoreThreads)
+
+    /// Waits for the reads under way and for all writes; reads that still wait are never begun.
+    ~StoreThreads();
+
+    /// Both may be called from any thread. False, and nothing done, when too many wait already.
+    bool read(ReadTask task) { return reads.push(task); }
+    bool write(WriteTask task) { return writes.push(task); }
+
+    std::size_t waitingReads() const { return reads.size(); }
+    std::size_t waitingWrites() const { return writes.size(); }
+
+private:
+    using Opened = std::promise<void>;
+    void readAll(const QString &file, Opened &opened);
+    void writeAll(const QString &file, Opened &opened);
+    template <typename Work> void startThread(Work work);
+    void stop();
+    void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);
+
+    BoundedQueue<ReadTask> reads;
+    BoundedQueue<WriteTask> writes;
+    std::vector<std::thread> threads; ///< the writer comes first
+};
+
+} // namespace tideloft::service

@@ -1,0 +1,44 @@
+// Replies that come when a test wants them to.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/service/raw_requests.h"
+
+#include <QMutex>
+#include <QSemaphore>
+
+namespace tideloft::tests
+{
+
+class LateReplies
+{
+public:
+    /// A reply that finish() ends.
+    service::Reply next()
+    {
+        return service::Later<service::Response>{[this](const service::Finish<service::Response> &finish) {
+            const QMutexLocker lock(&mutex);
+            waiting << finish;
+            begun.release();
+        }};
+    }
+
+    /// Waits until that many are asked for.
+    void await(int count = 1) { begun.acquire(count); }
+
+    void finish()
+    {
+        const QMutexLocker lock(&mutex);
+        for (const auto &finish : waiting)
+            finish(replyWith({{QStringLiteral("late"), true}}));
+        waiting.clear();
+    }
+
+private:
+    QMutex mutex;
+    QSemaphore begun;
+    QList<service::Finish<service::Response>> waiting;
+};
+
+} // namespace tideloft::tests

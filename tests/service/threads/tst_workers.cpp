@@ -1,0 +1,114 @@
+// Threads with a queue in front of them: what is taken, what is refused, and the end.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/threads/workers.h"
+#include "tests/support/test_main.h"
+
+#include <QSemaphore>
+
+#include <atomic>
+#include <limits>
+
+using tideloft::service::BoundedQueue;
+using tideloft::service::Workers;
+
+class TestWorkers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyJobIsDoneOnce();
+    void tooManyJobsAreRefused();
+    void stoppingWaitsForWhatRunsAndDropsTheRest();
+    void nothingIsTakenAfterStopping();
+    void takingAllKeepsTheOrderAndTheBound();
+    void closedQueueIsEmptiedByTakingAll();
+};
+
+void TestWorkers::everyJobIsDoneOnce()
+{
+    constexpr int jobs = 1000;
+    std::atomic<int> done = 0;
+    QSemaphore finished;
+    Workers workers(3, jobs);
+    for (int i = 0; i < jobs; ++i) {
+        QVERIFY(workers.submit([&] {
+            ++done;
+            finished.release();
+        }));
+    }
+    finished.acquire(jobs);
+    QCOMPARE(done, jobs);
+}
+
+void TestWorkers::tooManyJobsAreRefused()
+{
+    QSemaphore begun;
+    QSemaphore mayEnd;
+    const auto slow = [&] {
+        begun.release();
+        mayEnd.acquire();
+    };
+    Workers workers(1, 1);
+    QVERIFY(workers.submit(slow));
+    begun.acquire();
+    QVERIFY(workers.submit(slow));
+    QCOMPARE(workers.waiting(), std::size_t{1});
+    QVERIFY(!workers.submit(slow));
+    mayEnd.release(2);
+    begun.acquire();
+}
+
+void TestWorkers::stoppingWaitsForWhatRunsAndDropsTheRest()
+{
+    QSemaphore begun;
+    QSemaphore mayEnd;
+    std::atomic<bool> ended = false;
+    std::atomic<bool> laterBegan = false;
+    Workers workers(1, std::numeric_limits<std::size_t>::max());
+    workers.submit([&] {
+        begun.release();
+        mayEnd.acquire();
+        ended = true;
+    });
+    begun.acquire();
+    std::thread stopper([&] { workers.stop(); });
+    while (workers.submit([&] { laterBegan = true; })) // until stopping has begun
+        std::this_thread::yield();
+    mayEnd.release();
+    stopper.join();
+    QVERIFY(ended);
+    QVERIFY(!laterBegan);
+}
+
+void TestWorkers::nothingIsTakenAfterStopping()
+{
+    Workers workers(1, 10);
+    workers.stop();
+    QVERIFY(!workers.submit([] {}));
+}
+
+void TestWorkers::takingAllKeepsTheOrderAndTheBound()
+{
+    BoundedQueue<int> queue(3);
+    for (int i = 1; i <= 4; ++i)
+        QCOMPARE(queue.push(i), i <= 3);
+    QCOMPARE(queue.takeAll(2, std::chrono::milliseconds(0)), (std::deque<int>{1, 2}));
+    QCOMPARE(queue.take(), 3);
+    QCOMPARE(queue.takeAll(2, std::chrono::milliseconds(0)), std::deque<int>());
+}
+
+void TestWorkers::closedQueueIsEmptiedByTakingAll()
+{
+    BoundedQueue<int> queue(3);
+    int item = 1;
+    queue.push(item);
+    queue.close();
+    QVERIFY(!queue.push(item));
+    QCOMPARE(queue.takeAll(9, std::chrono::minutes(1)), std::deque<int>{1});
+    QVERIFY(!queue.takeAll(9, std::chrono::minutes(1)));
+    QVERIFY(!queue.take());
+}
+
+TIDELOFT_TEST_MAIN(TestWorkers)
+#include "tst_workers.moc"
