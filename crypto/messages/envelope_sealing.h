@@ -4,26 +4,11 @@
 #pragma once
 
 #include "crypto/cipher/secret_bytes.h"
-#include "crypto/messages/envelope.h"
+#include "crypto/messages/encrypted_envelope.h"
+#include "crypto/messages/key_wrapping.h"
 
 namespace tideloft::crypto
 {
-
-/// wrapKeyForDevices() record by record.
-class KeyWrapping
-{
-public:
-    explicit KeyWrapping(const QJsonArray &deviceRecords) : devices(deviceRecords) {}
-
-    [[nodiscard]] bool isAtEnd() const { return next == devices.size(); }
-    /// Appends the content key wrapped for the next device, or skips its record. False with a message in
-    /// `error` if the device's key cannot be used. Not to be called at the end.
-    bool wrapNext(const QByteArray &contentKey, QJsonArray &wrappedKeys, QString *error);
-
-private:
-    QJsonArray devices;
-    qsizetype next = 0;
-};
 
 /// encryptMessageEnvelope() in as many steps as there are devices, with the same result. The content key is
 /// wiped when the last step is done, and when the object ends before.

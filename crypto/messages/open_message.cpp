@@ -11,6 +11,7 @@
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/failure_table.h"
 #include "crypto/messages/reading_memory.h"
+#include "crypto/messages/trimmed_member.h"
 
 #include <optional>
 
@@ -32,11 +33,6 @@ struct SealedBytes {
     QByteArray iv;
     QByteArray text;
 };
-
-QString trimmedMember(const QJsonObject &message, const QString &name)
-{
-    return message.value(name).toString().trimmed();
-}
 
 // The array for the side of the conversation that this user is on. The other one is never searched.
 QJsonArray ownKeys(const QJsonObject &message, const QString &ownName)

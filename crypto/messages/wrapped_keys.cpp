@@ -3,21 +3,13 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/messages/wrapped_keys.h"
 
+#include "crypto/messages/trimmed_member.h"
+
 #include <QJsonObject>
 
 namespace tideloft::crypto
 {
 using namespace Qt::StringLiterals;
-
-namespace
-{
-
-QString trimmedMember(const QJsonObject &record, const QString &name)
-{
-    return record.value(name).toString().trimmed();
-}
-
-} // namespace
 
 QList<WrappedKey> collectWrappedKeys(const QJsonArray &records)
 {

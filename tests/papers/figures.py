@@ -37,8 +37,8 @@ FIGURES = [
     ("docs/user-guide.sv.md", r"större än ([\d ]+) byte", "ui/widgets/picture_file.cpp", r"largestPicture = ([\d']+)"),
 ]
 WORDS = {"three": "3"}
-NAMES = [("chat_private_key.b64", "crypto/keys/key_store.cpp"), ("chat_public_key.b64", "crypto/keys/key_store.cpp"),
-         ("device_id.txt", "net/device_identity.cpp")]
+NAMES = [("chat_private_key.b64", "key_store.cpp"), ("chat_public_key.b64", "key_store.cpp"),
+         ("device_id.txt", "device_identity.cpp")]
 
 
 def figure(project, path, pattern):

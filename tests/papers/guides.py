@@ -40,6 +40,8 @@ NOT_SHOWN = {
     # And what it says of messages that cannot be opened, in whose place the padlock stands.
     "IV must be 12 bytes for this client.", "Ciphertext is too short.", "AES-GCM decrypt update failed: …",
     "AES-GCM set tag failed: …", "AES-GCM authentication failed."}
+# Whose words the window puts behind its own when a message cannot be sealed.
+SEALING = ("envelope_sealing.cpp", "key_wrapping.cpp", "aes_gcm.cpp")
 # What the service says to the person who runs it.
 TO_OPERATORS = ("service/options.cpp", "service/main.cpp", "service/store/database.cpp")
 TOOLKIT = "/usr/lib/*/libQt6Network.so.6"
@@ -60,7 +62,7 @@ class Texts:
         self.service = {text for path in project.files("service/**/*.cpp") if path not in TO_OPERATORS
                         for text in sentences(project, path)}
         self.service |= set(re.findall(r'return u"([A-Z][^"]+)"_s', project.read("net/api_client.cpp")))
-        self.encryption = {text for path in ("crypto/messages/envelope.cpp", "crypto/cipher/aes_gcm.cpp")
+        self.encryption = {text for path in SEALING
                            for text in sentences(project, path)}
 
     def of(self, language):

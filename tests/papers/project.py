@@ -4,6 +4,7 @@
 import re
 from pathlib import Path
 
+ROOMS = ("app", "ui", "net", "crypto", "service")
 GENERATED = ("build", "tour", ".tideloft-local")  # made by commands, so not there in a fresh checkout
 
 
@@ -12,9 +13,19 @@ class Project:
 
     def __init__(self, root, changed=None):
         self.root = Path(root)
-        self.changed = changed or {}
+        self.changed = {self.place(path): text for path, text in (changed or {}).items()}
+
+    def place(self, path):
+        """The path itself, or that of the one source in a room that is called so: a source may move."""
+        if "/" in path or (self.root / path).exists():
+            return path
+        found = [place for room in ROOMS for place in self.files(f"{room}/**/{path}")]
+        if len(found) != 1:
+            raise FileNotFoundError(f"{path} is in {found}")
+        return found[0]
 
     def read(self, path):
+        path = self.place(path)
         if path in self.changed:
             return self.changed[path]
         return (self.root / path).read_text(encoding="utf-8")

@@ -33,7 +33,6 @@ private slots:
     void sendersThatAreAllSkippedAreFine();
     void everyEnvelopeHasItsOwnKeyAndNonce();
     void pemKeysAreTaken();
-    void noDevicesWrapAtOnce();
 
 private:
     QByteArray contentKeyOf(const QJsonValue &record) const;
@@ -148,15 +147,6 @@ void TestEnvelope::pemKeysAreTaken()
         encryptMessageEnvelope(u"Hello"_s, {device(u"A"_s, toBase64Text(publicPemOf(privateKey)))}, {});
     QVERIFY2(envelope.ok, qPrintable(envelope.error));
     QCOMPARE(contentKeyOf(envelope.recipientKeys.at(0)).size(), 32);
-}
-
-void TestEnvelope::noDevicesWrapAtOnce()
-{
-    EncryptedEnvelope envelope;
-    QJsonArray wrapped;
-    QVERIFY(wrapKeyForDevices({}, QByteArray(32, 'k'), wrapped, envelope));
-    QVERIFY(wrapped.isEmpty());
-    QVERIFY(envelope.error.isEmpty());
 }
 
 TIDELOFT_TEST_MAIN(TestEnvelope)

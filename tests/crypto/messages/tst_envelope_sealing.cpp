@@ -4,6 +4,7 @@
 #include "crypto/cipher/aes_gcm.h"
 #include "crypto/cipher/base64.h"
 #include "crypto/cipher/rsa_oaep.h"
+#include "crypto/messages/envelope.h"
 #include "crypto/messages/envelope_sealing.h"
 #include "tests/support/crypto/device_records.h"
 #include "tests/support/crypto/test_keys.h"
@@ -22,7 +23,6 @@ class TestEnvelopeSealing : public QObject
 private slots:
     void givesWhatTheWholeGives_data();
     void givesWhatTheWholeGives();
-    void everyStepIsOneDevice();
     void recordsOpenTheText();
     void finishedSealingStays();
 };
@@ -75,21 +75,6 @@ void TestEnvelopeSealing::givesWhatTheWholeGives()
     QCOMPARE(identifiers(sliced.senderKeys), identifiers(whole.senderKeys));
     QCOMPARE(sliced.ciphertextBase64.size(), whole.ciphertextBase64.size());
     QCOMPARE(sliced.ivBase64.size(), whole.ivBase64.size());
-}
-
-void TestEnvelopeSealing::everyStepIsOneDevice()
-{
-    const QString key = toBase64Text(publicKeyOf(publishedPrivateKey()));
-    const QJsonArray three{device(u"A"_s, key), device(u"B"_s, key), device(u"C"_s, key)};
-    KeyWrapping wrapping(three);
-    QJsonArray wrapped;
-    for (int i = 1; i <= 3; ++i) {
-        QVERIFY(!wrapping.isAtEnd());
-        QVERIFY(wrapping.wrapNext(QByteArray(32, 'k'), wrapped, nullptr));
-        QCOMPARE(wrapped.size(), i);
-    }
-    QVERIFY(wrapping.isAtEnd());
-    QVERIFY(KeyWrapping({}).isAtEnd());
 }
 
 void TestEnvelopeSealing::recordsOpenTheText()

@@ -4,6 +4,7 @@
 #include "crypto/cipher/secret_bytes.h"
 #include "crypto/keys/key_pair.h"
 #include "crypto/keys/key_store.h"
+#include "crypto/messages/envelope.h"
 #include "crypto/messages/envelope_sealing.h"
 #include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/reading.h"
