@@ -5,7 +5,7 @@
 #include "bench/paired_times.h"
 #include "crypto/cipher/base64.h"
 #include "crypto/cipher/openssl_ptr.h"
-#include "crypto/keys/key_pair.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/open_message.h"

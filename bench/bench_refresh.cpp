@@ -6,6 +6,7 @@
 #include "bench/figures.h"
 #include "bench/list_window.h"
 #include "bench/naive_rows.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/open_message.h"

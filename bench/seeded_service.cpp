@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/seeded_service.h"
 
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/envelope.h"
 #include "net/api_client.h"

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "ui/settings/profile_card.h"
 #include "ui/style/fade_in.h"

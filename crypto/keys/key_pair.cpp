@@ -9,7 +9,6 @@
 #include "crypto/cipher/openssl_memory.h"
 #include "crypto/cipher/openssl_ptr.h"
 #include "crypto/cipher/secret_bytes.h"
-#include "crypto/keys/key_store.h"
 
 #include <openssl/err.h>
 #include <openssl/rsa.h>
@@ -66,21 +65,6 @@ std::unique_ptr<const KeyPair> makeKeyPair(QString *error)
         return fail(error, u"Could not encode public key."_s);
     return std::make_unique<const KeyPair>(SecretText(toBase64Text(privateDer.view())),
                                            toBase64Text(publicDer.view()));
-}
-
-bool writeKeyPair(const KeyPair &pair, QString *error)
-{
-    QString writeError;
-    if (!writePrivateKeyFile(pair.privateHalf.view(), &writeError)
-        || !writePublicKeyFile(pair.publicHalf, &writeError))
-        return fail(error, writeError);
-    return true;
-}
-
-bool generateKeyPair(QString *error)
-{
-    const auto pair = makeKeyPair(error);
-    return pair && writeKeyPair(*pair, error);
 }
 
 } // namespace tideloft::crypto

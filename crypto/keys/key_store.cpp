@@ -5,8 +5,6 @@
 
 #include "crypto/cipher/failure.h"
 #include "crypto/cipher/secret_bytes.h"
-#include "crypto/keys/directory_lock.h"
-#include "crypto/keys/key_pair.h"
 #include "crypto/keys/owner_only.h"
 #include "crypto/keys/regular_file.h"
 
@@ -92,6 +90,11 @@ QString appDataDir(QString *error)
     return makeDataDir(dataLocation(), error);
 }
 
+KeyFiles keyFilesIn(const QString &directory)
+{
+    return {QDir(directory).filePath(privateKeyFile), QDir(directory).filePath(publicKeyFile)};
+}
+
 QString privateKeyPath()
 {
     return pathOf(privateKeyFile);
@@ -110,30 +113,6 @@ bool privateKeyExists()
 bool publicKeyExists()
 {
     return exists(publicKeyPath());
-}
-
-// Two programs may sign in for the first time at the same moment. Each looks for a pair and writes one under
-// a single lock, so the second program finds the whole pair of the first. Making a pair is slow, so the pair
-// is made before the lock is taken. If both files hold something already, no lock is needed. The directory is
-// asked for only once: if it were away for a moment, an existing pair would seem to be missing and would be
-// written over.
-bool ensureKeyPair(QString *error)
-{
-    const QString directory = appDataDir();
-    if (directory.isEmpty())
-        return fail(error, withoutPath(u"Private"_s));
-    const auto path = [&](const QString &fileName) { return QDir(directory).filePath(fileName); };
-    keepFileForOwner(path(privateKeyFile));
-    keepFileForOwner(path(publicKeyFile));
-    if (isFilled(path(privateKeyFile)) && isFilled(path(publicKeyFile)))
-        return true;
-    const auto bothExist = [&] { return exists(path(privateKeyFile)) && exists(path(publicKeyFile)); };
-    const bool missing = !bothExist();
-    const auto fresh = missing ? makeKeyPair(error) : nullptr;
-    if (missing && !fresh)
-        return false;
-    const DirectoryLock lock(directory);
-    return bothExist() || (fresh ? writeKeyPair(*fresh, error) : generateKeyPair(error));
 }
 
 bool writePrivateKeyFile(const QString &base64, QString *error)

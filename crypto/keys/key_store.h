@@ -16,18 +16,21 @@ QString makeDataDir(const QString &location, QString *error = nullptr);
 /// Absolute path of the data directory, created if needed. Empty on failure.
 QString appDataDir(QString *error = nullptr);
 
-/// Paths of `chat_private_key.b64` and `chat_public_key.b64`; empty without a data directory.
+/// Where the halves of the key pair are.
+struct KeyFiles {
+    QString privateHalf;
+    QString publicHalf;
+};
+
+/// The paths of `chat_private_key.b64` and `chat_public_key.b64` in a data directory.
+KeyFiles keyFilesIn(const QString &directory);
+
+/// The same in the application's data directory; empty without one.
 QString privateKeyPath();
 QString publicKeyPath();
 
 bool privateKeyExists();
 bool publicKeyExists();
-
-/// True when both files exist, whatever they hold, or a new pair could be written. One missing file replaces
-/// the whole pair: messages wrapped for the old key can then no longer be opened on this device. Files that
-/// others may read become their owner's alone. Waits for another copy of the program that is here at the same
-/// moment, for two seconds at most.
-bool ensureKeyPair(QString *error = nullptr);
 
 /// Replaces the file by the trimmed Base64 text, readable and writable by its owner alone. True when a
 /// regular file could be opened, whether or not the disk then took the text.

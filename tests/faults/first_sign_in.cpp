@@ -3,6 +3,7 @@
 // "after MICROSECONDS" it is killed that long after the line.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "net/device_identity.h"
 

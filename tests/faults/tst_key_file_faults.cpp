@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/cipher/base64.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/keys/regular_file.h"
 #include "tests/faults/fault_rows.h"

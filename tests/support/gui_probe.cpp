@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
 
-#include "crypto/keys/key_pair.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "tests/support/patience.h"
 

@@ -6,7 +6,7 @@
 #include "crypto/cipher/aes_gcm.h"
 #include "crypto/cipher/base64.h"
 #include "crypto/cipher/rsa_oaep.h"
-#include "crypto/keys/key_pair.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/wrapped_keys.h"

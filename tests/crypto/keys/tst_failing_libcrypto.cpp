@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/cipher/aes_gcm.h"
 #include "crypto/cipher/rsa_oaep.h"
-#include "crypto/keys/key_pair.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/failing_libcrypto.h"

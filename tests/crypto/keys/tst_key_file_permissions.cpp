@@ -1,6 +1,7 @@
 // Who may read the key files, from their first moment on.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/key_halves.h"

@@ -1,6 +1,7 @@
 // What else than a key file can stand in a key file's place, and that nobody waits for it or writes into it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/key_halves.h"

@@ -1,10 +1,9 @@
-// Generation of the device's key pair: what is written, in which form, and what a refused file leaves behind.
+// A fresh key pair: its halves belong together, and have the form that others expect.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/cipher/base64.h"
 #include "crypto/cipher/rsa_oaep.h"
 #include "crypto/keys/key_pair.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/test_keys.h"
 #include "tests/support/test_main.h"
 
@@ -26,11 +25,6 @@ private slots:
     void keyIsRsa2048WithTheUsualExponent();
     void privateHalfIsPkcs1();
     void publicHalfIsSubjectPublicKeyInfo();
-    void filesHoldOneLineOfBase64_data();
-    void filesHoldOneLineOfBase64();
-    void failedPrivateWriteLeavesNoNewPublicFile();
-    void failedPublicWriteIsReported();
-    void missingDirectoryIsReported();
     void staleErrorsAreDropped();
 
 private:
@@ -41,10 +35,11 @@ private:
 void TestKeyPair::initTestCase()
 {
     QString error = u"before"_s;
-    QVERIFY(generateKeyPair(&error));
+    const auto pair = makeKeyPair(&error);
+    QVERIFY(pair);
     QCOMPARE(error, u"before"_s);
-    privateDer = fromBase64Text(readPrivateKeyFile());
-    publicDer = fromBase64Text(readPublicKeyFile());
+    privateDer = fromBase64Text(pair->privateHalf.view());
+    publicDer = fromBase64Text(pair->publicHalf);
 }
 
 void TestKeyPair::halvesBelongTogether()
@@ -79,57 +74,10 @@ void TestKeyPair::publicHalfIsSubjectPublicKeyInfo()
     QCOMPARE(publicDer.mid(4, 15).toHex(), QByteArray("300d06092a864886f70d0101010500"));
 }
 
-void TestKeyPair::filesHoldOneLineOfBase64_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("private") << privateKeyPath();
-    QTest::newRow("public") << publicKeyPath();
-}
-
-void TestKeyPair::filesHoldOneLineOfBase64()
-{
-    QFETCH(const QString, path);
-    const QByteArray content = readFile(path);
-    QVERIFY(!content.isEmpty());
-    QCOMPARE(QByteArray::fromBase64(content, QByteArray::AbortOnBase64DecodingErrors).toBase64(), content);
-}
-
-void TestKeyPair::failedPrivateWriteLeavesNoNewPublicFile()
-{
-    QVERIFY(QFile::remove(privateKeyPath()));
-    QVERIFY(QDir().mkdir(privateKeyPath()));
-    QVERIFY(QFile::remove(publicKeyPath()));
-    QString error = u"before"_s;
-    QVERIFY(!generateKeyPair(&error));
-    QCOMPARE(error, u"Could not write private key file: "_s + privateKeyPath());
-    QVERIFY(!QFile::exists(publicKeyPath()));
-    QVERIFY(QDir().rmdir(privateKeyPath()));
-}
-
-void TestKeyPair::failedPublicWriteIsReported()
-{
-    removeDataDir();
-    QVERIFY(QDir().mkdir(publicKeyPath()));
-    QString error;
-    QVERIFY(!generateKeyPair(&error));
-    QCOMPARE(error, u"Could not write public key file: "_s + publicKeyPath());
-    QVERIFY(!readPrivateKeyFile().isEmpty()); // half-written: the private half came first
-}
-
-void TestKeyPair::missingDirectoryIsReported()
-{
-    QVERIFY(blockDataDir());
-    QString error = u"replaced, not kept"_s;
-    QVERIFY(!generateKeyPair(&error));
-    QCOMPARE(error, u"Private key path is empty."_s);
-    QVERIFY(!generateKeyPair());
-    removeDataDir();
-}
-
 void TestKeyPair::staleErrorsAreDropped()
 {
     queueStaleError();
-    QVERIFY(generateKeyPair());
+    QVERIFY(makeKeyPair());
     QCOMPARE(ERR_peek_error(), 0UL);
 }
 

@@ -24,10 +24,6 @@ private slots:
     void dataDirThatCannotBeMadeIsReported();
     void pathsAndExistenceFollowTheDirectory();
     void withoutADirectoryThereAreNoPaths();
-    void ensureCreatesBothAndThenLeavesThemAlone();
-    void losingThePublicHalfReplacesThePrivateOne();
-    void contentOfExistingFilesIsNotChecked();
-    void ensureReportsAnUnwritableDirectory();
     void writtenTextReadsBack_data() { addHalves(); }
     void writtenTextReadsBack();
     void shorterTextReplacesTheWholeFile_data() { addHalves(); }
@@ -91,47 +87,6 @@ void TestKeyStore::withoutADirectoryThereAreNoPaths()
     QVERIFY(privateKeyPath().isEmpty());
     QVERIFY(publicKeyPath().isEmpty());
     QVERIFY(!privateKeyExists());
-    QVERIFY(!publicKeyExists());
-}
-
-void TestKeyStore::ensureCreatesBothAndThenLeavesThemAlone()
-{
-    QString error = u"before"_s;
-    QVERIFY(ensureKeyPair(&error));
-    const QByteArray privateHalf = readFile(privateKeyPath());
-    const QByteArray publicHalf = readFile(publicKeyPath());
-    QVERIFY(!privateHalf.isEmpty() && !publicHalf.isEmpty());
-    QVERIFY(ensureKeyPair(&error));
-    QCOMPARE(readFile(privateKeyPath()), privateHalf);
-    QCOMPARE(readFile(publicKeyPath()), publicHalf);
-    QCOMPARE(error, u"before"_s);
-}
-
-void TestKeyStore::losingThePublicHalfReplacesThePrivateOne()
-{
-    QVERIFY(writePrivateKeyFile(u"the old key"_s));
-    QVERIFY(!publicKeyExists());
-    QVERIFY(ensureKeyPair());
-    QVERIFY(publicKeyExists());
-    QVERIFY(readFile(privateKeyPath()) != "the old key");
-    QVERIFY(!readFile(privateKeyPath()).isEmpty());
-}
-
-void TestKeyStore::contentOfExistingFilesIsNotChecked()
-{
-    QVERIFY(writePrivateKeyFile(u"nonsense"_s));
-    QVERIFY(writePublicKeyFile(u"more of it"_s));
-    QVERIFY(ensureKeyPair());
-    QCOMPARE(readFile(privateKeyPath()), QByteArray("nonsense"));
-    QCOMPARE(readFile(publicKeyPath()), QByteArray("more of it"));
-}
-
-void TestKeyStore::ensureReportsAnUnwritableDirectory()
-{
-    QVERIFY(QDir().mkdir(privateKeyPath()));
-    QString error;
-    QVERIFY(!ensureKeyPair(&error));
-    QCOMPARE(error, u"Could not write private key file: "_s + privateKeyPath());
     QVERIFY(!publicKeyExists());
 }
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/cipher/secret_bytes.h"
-#include "crypto/keys/key_pair.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/envelope_sealing.h"

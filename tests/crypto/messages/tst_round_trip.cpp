@@ -1,7 +1,7 @@
 // Envelopes between this code and another implementation of the same standards, both ways.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/keys/key_pair.h"
+#include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/envelope.h"
 #include "tests/support/crypto/device_records.h"
