@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Fails when a folder includes a header of a folder that it must not know, when it includes a toolkit that is left
-to others, and when headers include each other round a corner. Linking catches a wrong call; this catches the
+to others, and when units include each other, directly or round a corner. A unit is a header and the source of the
+same name. Linking catches a wrong call; this catches the
 include of a header that needs no linking.
 
 Usage: layers.py ROOT
@@ -34,7 +35,9 @@ FOLDERS = (
     ("ui", "(ui|net|crypto)/", NOT_FOR_UI),
     ("app", "(app|ui|net)/", "openssl/|QSql|boost/"),
     ("net", "net/", "openssl/|QWidget|QSql|boost/"),
-    ("crypto", "crypto/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
+    ("crypto/messages", "crypto/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
+    ("crypto/keys", "crypto/(keys|cipher)/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
+    ("crypto/cipher", "crypto/cipher/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
 )
 QUOTED = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
 BRACKETS = re.compile(r"^[ \t]*#[ \t]*include[ \t]*<([^>]+)>", re.MULTILINE)
@@ -58,21 +61,28 @@ def wrong_includes(files):
                 yield f"{path} includes <{header}>"
 
 
+def unit_of(path):
+    """A header and the source of the same name are one unit."""
+    return path.split(".")[0]
+
+
 def circles(files):
-    """Each circle of headers once, as the way round."""
-    includes = {path: [header for header in QUOTED.findall(text) if header in files] for path, text in files.items()}
+    """Each circle of units once, as the way round."""
+    includes = {unit_of(path): set() for path in files}
+    for path, text in files.items():
+        includes[unit_of(path)] |= {unit_of(header) for header in QUOTED.findall(text) if header in files}
     done = set()
 
-    def follow(path, way):
-        if path in way:
-            yield " -> ".join([*way[way.index(path):], path])
-        elif path not in done:
-            for header in includes[path]:
-                yield from follow(header, [*way, path])
-            done.add(path)
+    def follow(unit, way):
+        if unit in way:
+            yield " -> ".join([*way[way.index(unit):], unit])
+        elif unit not in done:
+            for other in sorted(includes[unit] - {unit}):
+                yield from follow(other, [*way, unit])
+            done.add(unit)
 
-    for path in files:
-        yield from follow(path, [])
+    for unit in includes:
+        yield from follow(unit, [])
 
 
 def main():
@@ -82,8 +92,8 @@ def main():
     offences = [*wrong_includes(files), *circles(files)]
     if offences:
         sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto; window -> pages ->\n"
-                 "messages -> tool rooms; service/api -> service/http, service/store), and no headers include\n"
-                 "each other:\n  " + "\n  ".join(offences))
+                 "messages -> tool rooms; crypto/messages -> crypto/keys -> crypto/cipher; service/api -> service/http,\n"
+                 "service/store), and no units include each other:\n  " + "\n  ".join(offences))
     print(f"{len(files)} files keep to their layer")
 
 

@@ -25,7 +25,11 @@ PLANTED = (
     ("JSON in the store", "service/store/users.cpp", "#include <QJsonObject>"),
     ("a store that knows HTTP", "service/store/users.h", '#include "service/http/exchange.h"'),
     ("HTTP that knows the store", "service/http/server.cpp", '#include "service/store/users.h"'),
+    ("keys that know messages", "crypto/keys/key_store.cpp", '#include "crypto/messages/envelope.h"'),
+    ("a cipher that knows keys", "crypto/cipher/aes_gcm.h", '#include "crypto/keys/key_pair.h"'),
     ("two headers that include each other", "service/store/database.h", '#include "service/store/schema.h"'),
+    ("a source that includes what includes its header", "crypto/messages/key_wrapping.cpp",
+     '#include "crypto/messages/envelope_sealing.h"'),
     ("a circle of three", "service/store/database.h", '#include "service/store/groups.h"'),
 )
 
