@@ -22,9 +22,29 @@ target_compile_options(tideloft_options INTERFACE
 # Compiling as position-independent code is what Qt asks for, and lets the loader place the program anywhere.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
+# What many sources of a room include: of rooms that know no window, and of those that make one.
+include(PrecompiledHeaders)
+set(core_headers <QByteArray> <QDateTime> <QFile> <QHash> <QJsonArray> <QJsonDocument> <QJsonObject> <QList> <QObject>
+    <QString> <QStringList> <algorithm> <functional> <memory> <optional>)
+tideloft_header_set(tideloft_core_headers LIBRARIES Qt6::Core HEADERS ${core_headers})
+tideloft_header_set(tideloft_widgets_headers LIBRARIES Qt6::Widgets HEADERS ${core_headers}
+    <QBoxLayout> <QCheckBox> <QComboBox> <QFrame> <QKeyEvent> <QLabel> <QLineEdit> <QListWidget> <QPainter>
+    <QPlainTextEdit> <QPointer> <QPushButton> <QScrollArea> <QScrollBar> <QStackedWidget> <QTextDocument> <QTimer>)
+
+function(tideloft_precompile_room name)
+    get_target_property(libraries ${name} LINK_LIBRARIES)
+    tideloft_toolkit_of(parts ${libraries})
+    if("Qt6::Widgets" IN_LIST parts)
+        target_precompile_headers(${name} REUSE_FROM tideloft_widgets_headers)
+    elseif(parts)
+        target_precompile_headers(${name} REUSE_FROM tideloft_core_headers)
+    endif()
+endfunction()
+
 # Adds a room of the program as a static library: tideloft_room(NAME SOURCES... ).
 function(tideloft_room name)
     add_library(${name} STATIC ${ARGN})
     target_link_libraries(${name} PUBLIC tideloft_options)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    tideloft_when_linked(tideloft_precompile_room ${name})
 endfunction()

@@ -4,7 +4,10 @@
 # SPDX-License-Identifier: MIT
 : "${root:?names the folder of the project}"
 
-# ccache shortens a second build; nothing depends on it.
+# ccache shortens a second build; nothing depends on it. It keeps nothing of what begins with pre-compiled headers
+# unless it is told that no source asks for the time, or whether a macro of theirs is defined.
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
+
 build_preset()
 {
     local preset=$1

@@ -29,7 +29,7 @@ make_database()
 {
     [[ $tree == "$root" ]] || return 0
     cmake --preset dev -B "$database" -DCMAKE_CXX_COMPILER_LAUNCHER= -DCMAKE_CXX_FLAGS="${asForGcc[*]}" \
-        --log-level=WARNING >/dev/null || return
+        -DTIDELOFT_PCH=OFF --log-level=WARNING >/dev/null || return
     find "$database" -name AutogenInfo.json -print0 | xargs -0 -P "$(nproc)" -I INFO cmake -E cmake_autogen INFO Debug
 }
 

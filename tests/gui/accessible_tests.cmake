@@ -4,6 +4,7 @@
 tideloft_test(tst_composition LIBRARIES tideloft_rail_probe LABELS gui)
 
 add_library(tideloft_accessible_probe STATIC tst_accessible_probe.cpp tst_accessible_probe.h)
+tideloft_when_linked(tideloft_precompile_test tideloft_accessible_probe)
 target_link_libraries(tideloft_accessible_probe PUBLIC tideloft_rail_probe)
 
 tideloft_test(tst_accessible_controls

@@ -5,6 +5,7 @@ add_library(tideloft_sealed_messages STATIC
     ../support/sealed_messages.cpp ../support/sealed_messages.h)
 target_link_libraries(tideloft_sealed_messages PUBLIC tideloft_options tideloft_crypto)
 add_library(tideloft_chat_fixture STATIC tst_chat_fixture.cpp tst_chat_fixture.h tst_chat_rows.h)
+tideloft_when_linked(tideloft_precompile_test tideloft_chat_fixture)
 target_link_libraries(tideloft_chat_fixture
     PUBLIC tideloft_ui tideloft_test_service tideloft_sealed_messages Qt6::Test)
 

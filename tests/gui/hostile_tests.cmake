@@ -7,6 +7,7 @@ target_link_libraries(tideloft_open_watch PRIVATE ${CMAKE_DL_LIBS})
 # The toolkit's own calls go through it because the program names it before the C library.
 add_library(tideloft_hostile_probe STATIC tst_hostile_probe.cpp tst_hostile_probe.h
     ../support/hostile_texts.cpp ../support/hostile_texts.h)
+tideloft_when_linked(tideloft_precompile_test tideloft_hostile_probe)
 target_link_libraries(tideloft_hostile_probe PUBLIC tideloft_picture_probe tideloft_open_watch)
 
 foreach(unit texts boxes effort errors words)

@@ -3,6 +3,7 @@
 # SPDX-License-Identifier: MIT
 add_library(tideloft_picture_probe STATIC
     tst_picture_probe.cpp tst_picture_probe.h tst_profile_probe.h)
+tideloft_when_linked(tideloft_precompile_test tideloft_picture_probe)
 target_link_libraries(tideloft_picture_probe
     PUBLIC tideloft_rail_probe tideloft_net_test_wire Qt6::Test)
 

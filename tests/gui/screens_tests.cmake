@@ -5,6 +5,7 @@ add_library(tideloft_screen_probe STATIC
     tst_screen_faults.cpp tst_screen_faults.h
     tst_screen_glyphs.cpp tst_screen_glyphs.h
     tst_screen_pages.cpp tst_screen_pages.h)
+tideloft_when_linked(tideloft_precompile_test tideloft_screen_probe)
 target_link_libraries(tideloft_screen_probe PUBLIC tideloft_rail_probe tideloft_start_up)
 
 tideloft_test(tst_screens LIBRARIES tideloft_screen_probe LABELS gui)

@@ -5,6 +5,7 @@ add_library(tideloft_gui_probe STATIC
     ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.cpp ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.h
     ${PROJECT_SOURCE_DIR}/tests/support/gui_layouts.cpp
     ${PROJECT_SOURCE_DIR}/tests/support/tab_order.cpp ${PROJECT_SOURCE_DIR}/tests/support/tab_order.h)
+tideloft_when_linked(tideloft_precompile_test tideloft_gui_probe)
 target_link_libraries(tideloft_gui_probe PUBLIC tideloft_ui tideloft_test_service)
 
 tideloft_test(tst_window_slots LIBRARIES tideloft_gui_probe LABELS gui)

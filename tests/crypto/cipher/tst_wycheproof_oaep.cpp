@@ -36,7 +36,7 @@ private:
 
 void TestWycheproofOaep::initTestCase()
 {
-    vectors = vectorFields(QFINDTESTDATA("wycheproof/rsa_oaep_2048_sha256_mgf1sha256.txt"));
+    vectors = vectorFields(QStringLiteral(WYCHEPROOF_FILES "/rsa_oaep_2048_sha256_mgf1sha256.txt"));
     QCOMPARE(vectors.size(), 36);
     key = QByteArray::fromHex(vectors.takeFirst().at(1));
 }
