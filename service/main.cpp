@@ -54,8 +54,9 @@ void serve(const Options &options)
 {
     ApiSettings apiSettings;
     apiSettings.secureCookies = !options.certificateFile.isEmpty();
-    Api api({databaseFile(options)}, apiSettings);
     ServerSettings settings = serverSettings(options);
+    settings.transfers = apiSettings.transfers = transferBudget(settings.limits);
+    Api api({databaseFile(options)}, apiSettings);
     settings.refuse = &errorResponse;
     settings.admit = [&api](const Request &head) { return api.admit(head); };
     HttpServer server(settings, [&api](const Request &request) { return api.handle(request); });

@@ -17,8 +17,22 @@ namespace tideloft::service
 
 using namespace Qt::StringLiterals;
 
-Api::Api(const StoreSettings &store, ApiSettings settings)
-    : context{settings, Workers(settings.hashingThreads, settings.waitingHashes), StoreThreads(store)}
+namespace
+{
+
+ApiSettings withBudget(ApiSettings settings)
+{
+    constexpr std::uint64_t plenty = 64ULL * 1024 * 1024;
+    if (!settings.transfers)
+        settings.transfers = std::make_shared<ByteBudget>(plenty, plenty / 2);
+    return settings;
+}
+
+} // namespace
+
+Api::Api(const StoreSettings &store, const ApiSettings &settings)
+    : context{withBudget(settings), Workers(settings.hashingThreads, settings.waitingHashes),
+              StoreThreads(store)}
 {
     router.add("GET", "/healthz", [](const Request &) {
         return jsonResponse(QJsonObject{{u"status"_s, u"ok"_s}});

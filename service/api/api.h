@@ -13,7 +13,7 @@ class Api
 {
 public:
     /// Opens the database. Throws StorageError.
-    Api(const StoreSettings &store, ApiSettings settings);
+    Api(const StoreSettings &store, const ApiSettings &settings);
     Q_DISABLE_COPY_MOVE(Api)
 
     /// Waits for what is under way.

@@ -5,6 +5,7 @@
 
 #include "service/api/password.h"
 #include "service/api/tasks.h"
+#include "service/http/byte_budget.h"
 #include "service/store/store_threads.h"
 #include "service/threads/workers.h"
 
@@ -19,7 +20,9 @@ struct ApiSettings {
     ScryptCost scryptCost;
     bool secureCookies = true; ///< false only where the service speaks plain HTTP on loopback
     std::size_t hashingThreads = 2;
-    std::size_t waitingHashes = 16; ///< more sign-ins and registrations at a time are refused
+    std::size_t waitingHashes = 16;        ///< more sign-ins and registrations at a time are refused
+    int historyLimit = 5000;               ///< messages that a history gives at most
+    std::shared_ptr<ByteBudget> transfers; ///< what large replies may hold together; never null in a context
     std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
 };
 

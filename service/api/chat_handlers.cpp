@@ -3,10 +3,14 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/chat_handlers.h"
 
-#include "service/api/json_body.h"
+#include "service/api/item_list.h"
 #include "service/api/json_reply.h"
+#include "service/api/message_body.h"
 #include "service/api/message_items.h"
 #include "service/api/sign_in_sessions.h"
+#include "service/api/versioned_list.h"
+#include "service/store/user_name.h"
+#include "service/store/versions.h"
 
 namespace tideloft::service
 {
@@ -17,6 +21,7 @@ namespace
 {
 
 constexpr qsizetype longestTypedName = 256; // before trimming
+constexpr int mostConversations = 2000;     // as many as the client lists
 
 Outcome send(const ApiContext &context, Database &lookUp, const Request &request, const User &sender)
 {
@@ -32,24 +37,58 @@ Outcome send(const ApiContext &context, Database &lookUp, const Request &request
     });
 }
 
-// A conversation that nobody has begun is empty, also when there is nobody to begin it with.
-Response historyWith(Database &database, const Request &request, const User &user)
+QString peerName(const Request &request)
 {
-    const std::optional<User> peer = findUser(database, request.parameters.value(0));
-    return jsonResponse(peer ? historyItems(history(database, user, *peer)) : QJsonArray());
+    return request.parameters.value(0);
 }
 
-Response listConversations(Database &database, const Request &, const User &user)
+VersionedList histories(ApiContext &context)
 {
-    return jsonResponse(conversationItems(conversations(database, user)));
+    const int most = context.settings.historyLimit;
+    return {.subject =
+                [](const Request &request) {
+                    return historySubject(normalizedUserName(peerName(request)).value_or(QString()));
+                },
+            .version = [](Database &database, const Request &request, const User &user) -> qint64 {
+                const std::optional<User> peer = findUser(database, peerName(request));
+                return peer ? historyVersion(database, user, *peer) : 0;
+            },
+            .content =
+                [&context, most](Database &database, const Request &request, const User &user) {
+                    ItemList items(*context.settings.transfers, user.id);
+                    // A conversation that nobody has begun is empty, also when there is nobody to begin it
+                    // with.
+                    if (const std::optional<User> peer = findUser(database, peerName(request)))
+                        visitHistory(database, user, *peer, most, [&](const MessageRow &row) {
+                            return items.add(messageItem(row, user.name, peer->name));
+                        });
+                    return items.turnedResponse();
+                },
+            .most = most};
+}
+
+VersionedList conversationLists(ApiContext &context)
+{
+    return {.subject = [](const Request &) { return conversationsSubject(); },
+            .version = [](Database &database, const Request &,
+                          const User &user) { return conversationsVersion(database, user); },
+            .content =
+                [&context](Database &database, const Request &, const User &user) {
+                    ItemList items(*context.settings.transfers, user.id);
+                    visitConversations(database, user, mostConversations, [&](const MessageRow &row) {
+                        return items.add(messageItem(row, user.name, row.peer));
+                    });
+                    return items.response();
+                },
+            .most = mostConversations};
 }
 
 } // namespace
 
 void addChatRoutes(Router &router, ApiContext &context)
 {
-    router.add("GET", "/api/chat/conversations", forSignedIn(context, &listConversations));
-    router.add("GET", "/api/chat/history/{peer}", forSignedIn(context, &historyWith));
+    router.add("GET", "/api/chat/conversations", forUnchanged(context, conversationLists(context)));
+    router.add("GET", "/api/chat/history/{peer}", forUnchanged(context, histories(context)));
     router.add("POST", "/api/chat/send",
                forSignedIn(context, [&context](Database &lookUp, const Request &request, const User &user) {
                    return send(context, lookUp, request, user);

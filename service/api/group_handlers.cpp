@@ -9,7 +9,9 @@
 #include "service/api/picture_url.h"
 #include "service/api/random.h"
 #include "service/api/sign_in_sessions.h"
+#include "service/api/versioned_list.h"
 #include "service/store/groups.h"
+#include "service/store/versions.h"
 
 #include <algorithm>
 
@@ -127,7 +129,13 @@ Outcome uploadIcon(Database &lookUp, const Request &request, const User &user)
 
 void addGroupRoutes(Router &router, ApiContext &context)
 {
-    router.add("GET", "/api/groups", forSignedIn(context, &listGroups));
+    router.add(
+        "GET", "/api/groups",
+        forUnchanged(context, {.subject = [](const Request &) { return groupsSubject(); },
+                               .version = [](Database &database, const Request &,
+                                             const User &user) { return groupsVersion(database, user); },
+                               .content = &listGroups,
+                               .most = maximumGroups}));
     router.add("POST", "/api/groups",
                forSignedIn(context, [&context](Database &, const Request &request, const User &user) {
                    return createGroup(context, request, user);

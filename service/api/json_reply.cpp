@@ -13,25 +13,25 @@ namespace
 
 constexpr const char *jsonType = "application/json; charset=utf-8";
 
-Response replyOf(const QJsonDocument &document, int status)
+} // namespace
+
+Response jsonTextResponse(const QByteArray &json, int status)
 {
     Response response;
     response.status = status;
     response.contentType = jsonType;
-    response.body = document.toJson(QJsonDocument::Compact);
+    response.body = json;
     return response;
 }
 
-} // namespace
-
 Response jsonResponse(const QJsonObject &object, int status)
 {
-    return replyOf(QJsonDocument(object), status);
+    return jsonTextResponse(QJsonDocument(object).toJson(QJsonDocument::Compact), status);
 }
 
 Response jsonResponse(const QJsonArray &array)
 {
-    return replyOf(QJsonDocument(array), 200);
+    return jsonTextResponse(QJsonDocument(array).toJson(QJsonDocument::Compact));
 }
 
 Response errorResponse(const Refusal &refusal)

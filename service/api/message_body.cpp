@@ -6,6 +6,8 @@
 #include "service/api/base64.h"
 #include "service/api/device_rules.h"
 
+#include <QJsonDocument>
+
 namespace tideloft::service
 {
 
@@ -95,7 +97,22 @@ QString messageText(const JsonBody &body)
     return text;
 }
 
+QString toText(const QJsonArray &keys)
+{
+    return QString::fromUtf8(QJsonDocument(keys).toJson(QJsonDocument::Compact));
+}
+
 } // namespace
+
+StoredMessage storedForm(const Message &message, qint64 now)
+{
+    return {.text = message.text,
+            .iv = message.iv,
+            .senderKeys = toText(message.senderKeys),
+            .recipientKeys = toText(message.recipientKeys),
+            .encrypted = message.encrypted,
+            .createdAt = now};
+}
 
 Message messageFrom(const JsonBody &body)
 {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "service/api/json_body.h"
+#include "service/store/messages.h"
 
 #include <QJsonArray>
 #include <QString>
@@ -24,6 +25,9 @@ struct Message {
     QJsonArray senderKeys;
     bool encrypted = false;
 };
+
+/// What is kept of a message that came at `now` (ms since 1970).
+StoredMessage storedForm(const Message &message, qint64 now);
 
 /// Reads all fields of a message except `to`. Throws a Refusal with status 400 (413 when the text is too
 /// long) unless each is valid and all belong to the same form: sealed ("AES-GCM", 1) or plain ("plain", 0).

@@ -1,24 +1,21 @@
-// Messages as the items of a reply.
+// Messages as the items of a reply, written straight from the rows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/api/message_body.h"
-#include "service/store/messages.h"
-
-#include <QJsonArray>
+#include "service/store/history.h"
 
 namespace tideloft::service
 {
 
-/// What is kept of a message that came at `now` (ms since 1970).
-StoredMessage storedForm(const Message &message, qint64 now);
+/// The message as an object with `from`, `to`, `text`, `iv`, `senderKeys`, `recipientKeys`, `encrypted` and
+/// `createdAt` (ISO 8601 in UTC, with ms), and with `peer` where the row has one.
+QByteArray messageItem(const MessageRow &row, const QString &userName, const QString &peerName);
 
-/// Every message as an object with `from`, `to`, `text`, `iv`, `senderKeys`, `recipientKeys`, `encrypted` and
-/// `createdAt` (ISO 8601 in UTC, with ms).
-QJsonArray historyItems(const QList<StoredMessage> &messages);
+/// "2026-05-04T10:00:00.007Z"
+QByteArray isoTime(qint64 millisecondsSince1970);
 
-/// The same of each last message, with `peer` beside it.
-QJsonArray conversationItems(const QList<Conversation> &conversations);
+/// A JSON string (RFC 8259, section 7) of a text in UTF-8.
+QByteArray quoted(const QByteArray &text);
 
 } // namespace tideloft::service

@@ -37,6 +37,13 @@ QByteArray cookie(const ApiContext &context, const QByteArray &value)
     return cookieName + QByteArray("=") + value + "; Path=/; HttpOnly; SameSite=Strict" + secure;
 }
 
+std::optional<User> userOf(const ApiContext &context, const std::optional<KnownSession> &session)
+{
+    if (!session || session->user == 0 || session->expiresAt <= context.nowInMilliseconds())
+        return std::nullopt;
+    return User{session->user, session->name};
+}
+
 QByteArray maximumAge(qint64 seconds)
 {
     return "; Max-Age=" + QByteArray::number(seconds);
@@ -59,12 +66,23 @@ bool carriesSession(const Request &request)
     return !requestToken(request).isEmpty();
 }
 
-std::optional<User> sessionUser(const ApiContext &context, Database &database, const Request &request)
+std::optional<User> sessionUser(ApiContext &context, Database &database, const Request &request)
 {
-    const QByteArray token = requestToken(request);
-    if (token.isEmpty())
-        return std::nullopt;
-    return sessionOwner(database, tokenHash(token), context.nowInMilliseconds());
+    const QByteArray hash = tokenHash(requestToken(request));
+    auto &known = context.store.known().sessions;
+    const quint64 generation = known.generation();
+    std::optional<KnownSession> session = known.find(hash);
+    if (!session) {
+        session = sessionOwner(database, hash);
+        if (session)
+            known.learn(hash, *session, generation);
+    }
+    return userOf(context, session);
+}
+
+std::optional<User> knownUser(const ApiContext &context, const Request &request)
+{
+    return userOf(context, context.store.known().sessions.find(tokenHash(requestToken(request))));
 }
 
 QByteArray endSession(const ApiContext &context, Database &database, const Request &request)

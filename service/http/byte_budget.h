@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <utility>
 
 namespace tideloft::service
@@ -41,6 +42,9 @@ public:
 
         explicit operator bool() const { return budget != nullptr; }
 
+        /// Takes as much as is missing to `size`. False, and the share as it was, when that is too much.
+        bool grow(std::uint64_t size) { return budget && budget->enlarge(*this, size); }
+
     private:
         friend class ByteBudget;
         Share(ByteBudget &from, std::int64_t owner, std::uint64_t size)
@@ -65,29 +69,44 @@ public:
 
     /// An empty share when the account or all accounts together would have too much. What is larger than all
     /// that one account may have counts as that much: it goes through, but nothing else of the account beside
-    /// it.
+    /// it. From any thread.
     Share take(std::int64_t account, std::uint64_t size)
     {
-        const std::uint64_t bytes = std::min(size, mostOfOne);
-        const auto taken = takenBy.find(account);
-        const std::uint64_t before = taken == takenBy.end() ? 0 : taken->second;
-        if (bytes > left || bytes > mostOfOne - before)
-            return {};
-        left -= bytes;
-        takenBy[account] = before + bytes;
-        return {*this, account, bytes};
+        Share share(*this, account, 0);
+        return enlarge(share, size) ? std::move(share) : Share();
     }
 
 private:
+    bool enlarge(Share &share, std::uint64_t size)
+    {
+        const std::lock_guard lock(mutex);
+        const std::uint64_t wanted = std::min(size, mostOfOne);
+        const std::uint64_t more = wanted > share.bytes ? wanted - share.bytes : 0;
+        std::uint64_t &taken = takenBy[share.account];
+        const bool fits = more <= left && more <= mostOfOne - taken;
+        if (fits) {
+            left -= more;
+            taken += more;
+            share.bytes += more;
+        }
+        if (taken == 0)
+            takenBy.erase(share.account);
+        return fits;
+    }
+
     void giveBack(std::int64_t account, std::uint64_t bytes)
     {
+        const std::lock_guard lock(mutex);
         left += bytes;
         const auto taken = takenBy.find(account);
+        if (taken == takenBy.end())
+            return; // nothing was taken
         taken->second -= bytes;
         if (taken->second == 0)
             takenBy.erase(taken);
     }
 
+    std::mutex mutex;
     std::uint64_t left;
     const std::uint64_t mostOfOne;
     std::map<std::int64_t, std::uint64_t> takenBy;

@@ -129,7 +129,9 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     }
     body = {};
     transfer = {}; // nothing of the request is left
-    const bool hasMemory = co_await setAside(parser, static_cast<std::uint64_t>(response.body.size()));
+    bool hasMemory = bool(response.memory);
+    if (!hasMemory)
+        hasMemory = co_await setAside(parser, static_cast<std::uint64_t>(response.body.size()));
     if (!hasMemory) {
         const QByteArray route = std::move(response.route);
         response = context.refuse(tooBusy());
@@ -156,7 +158,7 @@ asio::awaitable<bool> Connection::setAside(const Parser &parser, std::uint64_t s
     if (size <= context.limits.untrackedBytes)
         co_return true;
     co_await askForAdmission(parser);
-    transfer = context.transfers.take(admission->account, size);
+    transfer = context.transfers->take(admission->account, size);
     co_return bool(transfer);
 }
 

@@ -21,14 +21,14 @@ namespace tideloft::service
 
 /// What a connection needs of the server; outlives every connection.
 struct ConnectionContext {
-    explicit ConnectionContext(const ServerLimits &wanted)
+    ConnectionContext(const ServerLimits &wanted, std::shared_ptr<ByteBudget> budget)
         : limits(wanted),
-          transfers(wanted.transferBytes, wanted.accountTransferBytes)
+          transfers(std::move(budget))
     {
     }
 
     const ServerLimits limits;
-    ByteBudget transfers;
+    const std::shared_ptr<ByteBudget> transfers;
     std::function<void(const QByteArray &line)> log;
     std::function<Response(const Refusal &refusal)> refuse;
     std::function<boost::asio::awaitable<Admission>(Request head)> admit;

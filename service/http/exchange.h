@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <variant>
@@ -26,7 +27,8 @@ struct Request {
     QByteArray contentType; ///< empty when the client sent none
     QByteArray cookie;      ///< the Cookie header's value
     QByteArray body;
-    QStringList parameters;       ///< what stood in the pattern's placeholders, decoded; filled by the router
+    QByteArray ifNoneMatch = {};  ///< the If-None-Match header's value
+    QStringList parameters = {};  ///< what stood in the pattern's placeholders, decoded; filled by the router
     bool fromForeignPage = false; ///< a browser sent it for a page that this service did not give out
 };
 
@@ -63,8 +65,9 @@ struct Response {
     QByteArray body;
     QByteArray contentType;
     QList<QPair<QByteArray, QByteArray>> headers;
-    QByteArray route;   ///< the pattern that answered, for the log
-    QByteArray problem; ///< what went wrong inside, for the log only
+    QByteArray route;             ///< the pattern that answered, for the log
+    QByteArray problem;           ///< what went wrong inside, for the log only
+    std::shared_ptr<void> memory; ///< what was set aside for a large body; given back with the last copy
 };
 
 /// Takes what was asked for. May be called from any thread, once.

@@ -74,7 +74,7 @@ private:
 
 HttpServer::Implementation::Implementation(const ServerSettings &settings, Handler answering)
     : handler(std::move(answering)),
-      context(settings.limits),
+      context(settings.limits, settings.transfers ? settings.transfers : transferBudget(settings.limits)),
       acceptor(io),
       stopSignals(io),
       pause(io),
@@ -161,6 +161,11 @@ void HttpServer::Implementation::stopNow()
             return;
         io.stop();
     });
+}
+
+std::shared_ptr<ByteBudget> transferBudget(const ServerLimits &limits)
+{
+    return std::make_shared<ByteBudget>(limits.transferBytes, limits.accountTransferBytes);
 }
 
 Response plainRefusal(const Refusal &refusal)

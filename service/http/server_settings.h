@@ -3,12 +3,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/http/byte_budget.h"
 #include "service/http/exchange.h"
 
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 namespace tideloft::service
 {
@@ -28,6 +30,9 @@ struct ServerLimits {
     std::chrono::milliseconds stopTime{3'000};  ///< for replies under way when the server is stopped
 };
 
+/// The budget that the limits describe.
+std::shared_ptr<ByteBudget> transferBudget(const ServerLimits &limits);
+
 /// A refusal as a line of text.
 Response plainRefusal(const Refusal &refusal);
 
@@ -37,6 +42,8 @@ struct ServerSettings {
     QString certificateFile;                       ///< PEM, the chain; empty = plain HTTP
     QString keyFile;                               ///< PEM
     ServerLimits limits;
+    /// What large bodies and replies may hold together; made from the limits when there is none.
+    std::shared_ptr<ByteBudget> transfers;
     /// Asked with everything but the body, before a large body is read or a large reply sent. Must not throw.
     std::function<Admitted(const Request &head)> admit = [](const Request &) { return Admission(); };
     /// How a refusal is written: it is the same for what the server refuses and what the handler does.

@@ -47,6 +47,7 @@ Request headOf(const RequestParser &parser, bool secure)
     request.target = toBytes(message.target());
     request.contentType = toBytes(message[http::field::content_type]);
     request.cookie = toBytes(message[http::field::cookie]);
+    request.ifNoneMatch = toBytes(message[http::field::if_none_match]);
     request.fromForeignPage = isForeignPage(parser, secure);
     return request;
 }
@@ -117,7 +118,8 @@ std::uint64_t bodyLimit(BodySize size, const ServerLimits &limits)
 ReplyMessage toMessage(const Response &response, unsigned version, bool keepAlive)
 {
     ReplyMessage message(static_cast<http::status>(response.status), version);
-    message.set(http::field::content_type, response.contentType.toStdString());
+    if (!response.contentType.isEmpty())
+        message.set(http::field::content_type, response.contentType.toStdString());
     message.set("X-Content-Type-Options", "nosniff");
     for (const auto &[name, value] : response.headers)
         message.insert(name.toStdString(), value.toStdString());
@@ -125,7 +127,8 @@ ReplyMessage toMessage(const Response &response, unsigned version, bool keepAliv
         message.set(http::field::cache_control, "no-store");
     message.body() = {response.body.constData(), static_cast<std::size_t>(response.body.size())};
     message.keep_alive(keepAlive);
-    message.prepare_payload();
+    if (message.result() != http::status::not_modified) // which has no body, and so no length
+        message.prepare_payload();
     return message;
 }
 

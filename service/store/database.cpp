@@ -9,6 +9,8 @@
 #include <QSqlError>
 #include <QUuid>
 
+#include <utility>
+
 namespace tideloft::service
 {
 
@@ -103,6 +105,21 @@ qint64 Database::number(const QString &statement, const QVariantList &values)
     return rows.next() ? rows.value(0).toLongLong() : 0;
 }
 
+void Database::afterCommit(const Note &note)
+{
+    notes.push_back(note);
+    if (depth == 0)
+        tellNotes();
+}
+
+void Database::tellNotes()
+{
+    for (const Note &note : std::exchange(notes, {})) {
+        if (known)
+            note(*known);
+    }
+}
+
 QVariant Database::pragma(const QString &name)
 {
     Rows rows = run(u"PRAGMA "_s + name);
@@ -110,7 +127,7 @@ QVariant Database::pragma(const QString &name)
 }
 
 // IMMEDIATE takes the write lock now: a later step can then no longer fail because of another writer.
-Transaction::Transaction(Database &target) : database(target)
+Transaction::Transaction(Database &target) : database(target), notesBefore(target.notes.size())
 {
     database.run(database.depth == 0 ? u"BEGIN IMMEDIATE"_s : u"SAVEPOINT part"_s);
     ++database.depth;
@@ -121,6 +138,7 @@ Transaction::~Transaction()
     if (!open)
         return;
     --database.depth;
+    database.notes.resize(notesBefore);
     try {
         if (database.depth > 0)
             database.run(u"ROLLBACK TO part"_s);
@@ -135,6 +153,8 @@ void Transaction::commit()
     database.run(database.depth == 1 ? u"COMMIT"_s : u"RELEASE part"_s);
     --database.depth;
     open = false;
+    if (database.depth == 0)
+        database.tellNotes();
 }
 
 } // namespace tideloft::service

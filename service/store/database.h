@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/store/known.h"
 #include "service/store/rows.h"
 
 #include <QSqlDatabase>
@@ -10,6 +11,8 @@
 #include <QVariantList>
 
 #include <chrono>
+#include <functional>
+#include <vector>
 
 namespace tideloft::service
 {
@@ -38,6 +41,13 @@ public:
     /// The number in the first row that the statement finds; 0 when it finds none.
     qint64 number(const QString &statement, const QVariantList &values = {});
 
+    /// What is told to the state in memory once the present transaction is committed; at once outside of one.
+    using Note = std::function<void(KnownState &)>;
+    void afterCommit(const Note &note);
+
+    /// The state that is told. It must outlive the database.
+    void keep(KnownState &state) { known = &state; }
+
     /// The number that PRAGMA `name` reports, or its text.
     QVariant pragma(const QString &name);
 
@@ -45,12 +55,15 @@ private:
     friend class Transaction;
     void open(const QString &file);
     void close();
+    void tellNotes();
 
     const Access access;
     QString connectionName;
     QSqlDatabase connection;
     PreparedStatements prepared;
     int depth = 0; ///< of transactions inside each other
+    std::vector<Note> notes;
+    KnownState *known = nullptr;
 };
 
 /// Undoes everything since its construction, unless commit() was called. Inside another one it is a part of
@@ -65,6 +78,7 @@ public:
 
 private:
     Database &database;
+    const std::size_t notesBefore;
     bool open = true;
 };
 

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/groups.h"
 
+#include "service/store/versions.h"
+
 namespace tideloft::service
 {
 
@@ -38,6 +40,7 @@ bool addGroup(Database &database, const User &maker, const Group &group, qint64 
         {group.id, group.name, group.description, now});
     database.run(u"INSERT INTO group_members (user_id, group_id) VALUES (?, ?)"_s,
                  {maker.id, inserted.lastInsertId()});
+    groupsChanged(database, maker);
     transaction.commit();
     return true;
 }

@@ -1,7 +1,9 @@
-// Rows of messages and conversations.
+// Writing of messages and conversations.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/messages.h"
+
+#include "service/store/versions.h"
 
 namespace tideloft::service
 {
@@ -11,29 +13,15 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QString messageColumns()
+bool isStored(Database &database, const User &sender, const User &recipient, const StoredMessage &message)
 {
-    return u"sender.name, recipient.name, text, iv, sender_keys, recipient_keys, encrypted,"
-           " messages.created_at"_s;
-}
-
-QString messageTables()
-{
-    return u" JOIN users AS sender ON sender.id = sender_id JOIN users AS recipient ON"
-           " recipient.id = recipient_id "_s;
-}
-
-// The row must begin with the columns above.
-StoredMessage messageFromRow(const Rows &row)
-{
-    return {.from = row.value(0).toString(),
-            .to = row.value(1).toString(),
-            .text = row.value(2).toString(),
-            .iv = row.value(3).toString(),
-            .senderKeys = row.value(4).toString(),
-            .recipientKeys = row.value(5).toString(),
-            .encrypted = row.value(6).toBool(),
-            .createdAt = row.value(7).toLongLong()};
+    return !message.iv.isEmpty()
+           && database
+                  .run(u"SELECT 1 FROM messages WHERE sender_id = ? AND recipient_id = ? AND iv = ? AND iv "
+                       u"<> ''"
+                       " AND text = ?"_s,
+                       {sender.id, recipient.id, message.iv, message.text})
+                  .next();
 }
 
 void rememberLast(Database &database, const User &user, const User &peer, const QVariant &messageId)
@@ -41,50 +29,36 @@ void rememberLast(Database &database, const User &user, const User &peer, const 
     database.run(u"INSERT INTO conversations (user_id, peer_id, last_message_id) VALUES (?, ?, ?)"
                  " ON CONFLICT (user_id, peer_id) DO UPDATE SET last_message_id = excluded.last_message_id"_s,
                  {user.id, peer.id, messageId});
+    historyChanged(database, user, peer);
+    conversationsChanged(database, user);
+}
+
+qint64 sizeOf(const StoredMessage &message)
+{
+    return message.text.size() + message.iv.size() + message.recipientKeys.size() + message.senderKeys.size();
 }
 
 } // namespace
 
-void storeMessage(Database &database, const User &sender, const User &recipient, const StoredMessage &message)
+bool storeMessage(Database &database, const User &sender, const User &recipient, const StoredMessage &message)
 {
     Transaction transaction(database);
+    if (isStored(database, sender, recipient, message))
+        return false;
     const Rows inserted = database.run(
         u"INSERT INTO messages (sender_id, recipient_id, text, iv, recipient_keys, sender_keys, encrypted,"
         " created_at) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s,
         {sender.id, recipient.id, message.text, message.iv, message.recipientKeys, message.senderKeys,
          message.encrypted ? 1 : 0, message.createdAt});
     const QVariant messageId = inserted.lastInsertId();
+    database.run(u"UPDATE users SET message_count = message_count + 1, message_bytes = message_bytes + ?"
+                 " WHERE id = ?"_s,
+                 {sizeOf(message), sender.id});
     rememberLast(database, sender, recipient, messageId);
-    rememberLast(database, recipient, sender, messageId);
+    if (sender.id != recipient.id)
+        rememberLast(database, recipient, sender, messageId);
     transaction.commit();
-}
-
-// Order and choice go by number and not by time: the clock of a computer may be set back.
-QList<StoredMessage> history(Database &database, const User &user, const User &peer)
-{
-    const QString half = u"SELECT "_s + messageColumns() + u", messages.id FROM messages"_s + messageTables()
-                         + u"WHERE sender_id = ? AND recipient_id = ?"_s;
-    Rows query = database.run(half + u" UNION "_s + half + u" ORDER BY messages.id"_s,
-                              {user.id, peer.id, peer.id, user.id});
-    QList<StoredMessage> messages;
-    while (query.next())
-        messages.append(messageFromRow(query));
-    return messages;
-}
-
-QList<Conversation> conversations(Database &database, const User &user)
-{
-    Rows query =
-        database.run(u"SELECT "_s + messageColumns()
-                         + u", peer.name FROM conversations JOIN messages ON messages.id = last_message_id"_s
-                         + messageTables()
-                         + u"JOIN users AS peer ON peer.id = peer_id WHERE user_id = ?"
-                           " ORDER BY last_message_id DESC"_s,
-                     {user.id});
-    QList<Conversation> list;
-    while (query.next())
-        list.append({query.value(8).toString(), messageFromRow(query)});
-    return list;
+    return true;
 }
 
 } // namespace tideloft::service

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/pictures.h"
 
+#include "service/store/versions.h"
+
 namespace tideloft::service
 {
 
@@ -32,7 +34,12 @@ void replaceAvatar(Database &database, const User &user, const QString &name, co
 
 void replaceIcon(Database &database, qint64 groupRow, const QString &name, const Picture &picture)
 {
+    Transaction transaction(database);
     replace(database, u"group_id"_s, groupRow, name, picture);
+    Rows members = database.run(u"SELECT user_id FROM group_members WHERE group_id = ?"_s, {groupRow});
+    while (members.next())
+        groupsChanged(database, {members.value(0).toLongLong(), {}});
+    transaction.commit();
 }
 
 QString avatarName(Database &database, const User &user)

@@ -62,9 +62,34 @@ QStringList groupsAndPictures()
     };
 }
 
+// A version is a random number that stands for what a client was given: see versions.h. A message that comes
+// twice is found by its nonce. The counts are what quotas are held against. A state is one of UserState.
+QStringList versionsAndQuotas()
+{
+    return {
+        u"ALTER TABLE users ADD COLUMN state INTEGER NOT NULL DEFAULT 0"_s,
+        u"ALTER TABLE users ADD COLUMN message_count INTEGER NOT NULL DEFAULT 0"_s,
+        u"ALTER TABLE users ADD COLUMN message_bytes INTEGER NOT NULL DEFAULT 0"_s,
+        u"ALTER TABLE users ADD COLUMN conversations_version INTEGER NOT NULL DEFAULT 0"_s,
+        u"ALTER TABLE users ADD COLUMN groups_version INTEGER NOT NULL DEFAULT 0"_s,
+        u"ALTER TABLE conversations ADD COLUMN version INTEGER NOT NULL DEFAULT 0"_s,
+        u"CREATE INDEX messages_by_nonce ON messages (sender_id, recipient_id, iv) WHERE iv <> ''"_s,
+        u"CREATE INDEX messages_by_time ON messages (created_at)"_s,
+        // Names that may be registered although registration is not open.
+        u"CREATE TABLE invitations (name TEXT PRIMARY KEY, created_at INTEGER NOT NULL) WITHOUT ROWID"_s,
+        u"CREATE TABLE facts (name TEXT PRIMARY KEY, value INTEGER NOT NULL) WITHOUT ROWID"_s,
+        u"UPDATE users SET conversations_version = (random() >> 1) & 0x3fffffffffffffff | 1,"
+        " groups_version = (random() >> 1) & 0x3fffffffffffffff | 1"_s,
+        u"UPDATE conversations SET version = (random() >> 1) & 0x3fffffffffffffff | 1"_s,
+        u"UPDATE users SET message_count = sent.messages, message_bytes = sent.bytes FROM"
+        " (SELECT sender_id, count(*) AS messages, sum(length(text) + length(iv) + length(recipient_keys)"
+        " + length(sender_keys)) AS bytes FROM messages GROUP BY sender_id) AS sent WHERE sent.sender_id = id"_s,
+    };
+}
+
 QList<QStringList> steps()
 {
-    return {accountsAndMessages(), groupsAndPictures()};
+    return {accountsAndMessages(), groupsAndPictures(), versionsAndQuotas()};
 }
 
 } // namespace
@@ -76,17 +101,26 @@ int currentSchemaVersion()
 
 void migrate(Database &database)
 {
-    Transaction transaction(database);
-    const int version = database.pragma(u"user_version"_s).toInt();
-    if (version > currentSchemaVersion())
-        throw StorageError("The database was written by a newer version of this program");
-    for (const QStringList &step : steps().mid(version)) {
-        for (const QString &statement : step)
+    const QList<QStringList> all = steps();
+    int version = database.pragma(u"user_version"_s).toInt();
+    while (version != all.size()) {
+        Transaction transaction(database);
+        // Another process may have taken the step meanwhile.
+        version = database.pragma(u"user_version"_s).toInt();
+        if (version > all.size() || version < 0)
+            throw StorageError(
+                u"The database has version %1 and this program knows versions up to %2: a newer "
+                "version of the program wrote it"_s.arg(version)
+                    .arg(all.size())
+                    .toStdString());
+        if (version == all.size())
+            return;
+        for (const QString &statement : all[version])
             database.run(statement);
+        // A pragma takes no bound value; this one is a number of our own.
+        database.run(u"PRAGMA user_version = %1"_s.arg(++version));
+        transaction.commit();
     }
-    // A pragma takes no bound value; this one is a number of our own.
-    database.run(u"PRAGMA user_version = %1"_s.arg(currentSchemaVersion()));
-    transaction.commit();
 }
 
 } // namespace tideloft::service

@@ -11,8 +11,8 @@ namespace tideloft::service
 /// The version that this program writes; stored in the database as PRAGMA user_version.
 int currentSchemaVersion();
 
-/// Brings the database to the current version, all or nothing. Throws StorageError when it is newer than
-/// that.
+/// Brings the database to the current version, each step all or nothing. Throws StorageError when it is newer
+/// than that.
 void migrate(Database &database);
 
 /// A database in its current form.

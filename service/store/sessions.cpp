@@ -16,19 +16,20 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
                  {tokenHash, user.id, expiresAt});
 }
 
-std::optional<User> sessionOwner(Database &database, const QByteArray &tokenHash, qint64 now)
+std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &tokenHash)
 {
-    Rows query = database.run(u"SELECT users.id, users.name FROM sessions JOIN users"
-                              " ON users.id = user_id WHERE token_hash = ? AND expires_at > ?"_s,
-                              {tokenHash, now});
+    Rows query = database.run(u"SELECT users.id, users.name, expires_at FROM sessions JOIN users"
+                              " ON users.id = user_id WHERE token_hash = ?"_s,
+                              {tokenHash});
     if (!query.next())
         return std::nullopt;
-    return User{query.value(0).toLongLong(), query.value(1).toString()};
+    return KnownSession{query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toLongLong()};
 }
 
 void removeSession(Database &database, const QByteArray &tokenHash)
 {
     database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash});
+    database.afterCommit([tokenHash](KnownState &known) { known.sessions.replace(tokenHash, {}); });
 }
 
 } // namespace tideloft::service

@@ -13,8 +13,8 @@ namespace tideloft::service
 void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
                 qint64 expiresAt);
 
-/// Whose session it is; nobody when there is none or it has run out by `now`.
-std::optional<User> sessionOwner(Database &database, const QByteArray &tokenHash, qint64 now);
+/// Whose session it is, also when it has run out; nobody when there is none.
+std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &tokenHash);
 
 void removeSession(Database &database, const QByteArray &tokenHash);
 

@@ -12,6 +12,8 @@
 namespace tideloft::service
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -144,8 +146,15 @@ void StoreThreads::readAll(const QString &file, Opened &opened)
 void StoreThreads::writeAll(const QString &file, Opened &opened)
 {
     Store database(file);
+    database.keep(knownState);
+    QVariant version = database.pragma(u"data_version"_s);
     opened.set_value();
     while (std::optional<Batch> batch = writes.takeAll(mostTogether, idleTurn)) {
+        // The number changes when another connection has written, which only that of another process does.
+        if (const QVariant now = database.pragma(u"data_version"_s); now != version) {
+            version = now;
+            knownState.forgetAll();
+        }
         try {
             if (!batch->empty())
                 storeAll(database, *batch);

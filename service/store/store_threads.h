@@ -47,6 +47,11 @@ public:
     bool read(ReadTask task) { return reads.push(task); }
     bool write(WriteTask task) { return writes.push(task); }
 
+    /// What is kept in memory of the database. It follows every write, and forgets everything within a second
+    /// after another process has written.
+    KnownState &known() { return knownState; }
+    const KnownState &known() const { return knownState; }
+
     std::size_t waitingReads() const { return reads.size(); }
     std::size_t waitingWrites() const { return writes.size(); }
 
@@ -58,6 +63,7 @@ private:
     void stop();
     void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);
 
+    KnownState knownState;
     BoundedQueue<ReadTask> reads;
     BoundedQueue<WriteTask> writes;
     std::vector<std::thread> threads; ///< the writer comes first

@@ -4,6 +4,7 @@
 #include "service/store/users.h"
 
 #include "service/store/user_name.h"
+#include "service/store/versions.h"
 
 namespace tideloft::service
 {
@@ -29,9 +30,10 @@ QByteArray passwordHash(Database &database, const User &user)
 
 bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now)
 {
-    const Rows query = database.run(
-        u"INSERT INTO users (name, password, created_at) VALUES (?, ?, ?) ON CONFLICT (name) DO NOTHING"_s,
-        {name, QString::fromLatin1(hash), now});
+    const Rows query =
+        database.run(u"INSERT INTO users (name, password, created_at, conversations_version, groups_version)"
+                     " VALUES (?, ?, ?, ?, ?) ON CONFLICT (name) DO NOTHING"_s,
+                     {name, QString::fromLatin1(hash), now, newVersion(), newVersion()});
     return query.numRowsAffected() == 1;
 }
 

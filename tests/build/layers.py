@@ -22,7 +22,7 @@ FOLDERS = (
     ("service/http", "service/http/", "QSql|QJson"),
     ("service/threads", "service/threads/", "Q|openssl/|boost/"),
     ("service/store", "service/(store|threads)/", "openssl/|QJson|boost/"),
-    ("service/api", "service/(api|store|threads)/|service/http/(exchange|multipart|header_value)", "QSql|boost/"),
+    ("service/api", "service/(api|store|threads)/|service/http/(byte_budget|exchange|multipart|header_value)", "QSql|boost/"),
     ("service", "service/", "openssl/|QSql|QJson"),
     *((f"ui/{room}", f"ui/({room}|{TOOLS})/", NOT_FOR_UI) for room in ("rail", "settings", "sign_in")),
     *((f"ui/{room}", f"ui/({room}|messages|{TOOLS})/", NOT_FOR_UI) for room in ("sidebar", "chat")),

@@ -27,7 +27,7 @@ public:
     service::Response call(const QByteArray &method, const QByteArray &target, const QByteArray &body = {},
                            const QByteArray &cookie = {}) const
     {
-        return finish(api.handle({method, target, "application/json", cookie, body, {}}));
+        return finish(api.handle({method, target, "application/json", cookie, body}));
     }
 
     service::Response post(const QByteArray &target, const QJsonObject &body,

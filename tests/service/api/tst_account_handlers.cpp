@@ -89,7 +89,7 @@ void TestAccounts::nameTakenWhileHashing()
 {
     ApiFixture fixture;
     const QByteArray body = QJsonDocument(credentials(u"alice"_s)).toJson();
-    const Request request{"POST", "/api/auth/register", "application/json", {}, body, {}};
+    const Request request{"POST", "/api/auth/register", "application/json", {}, body};
     const auto first = ApiFixture::begin(fixture.api.handle(request));
     const auto second = ApiFixture::begin(fixture.api.handle(request));
     first->finished.acquire();
@@ -124,7 +124,7 @@ void TestAccounts::passwordsOfNobodyAreHashedToo()
     for (const QString &name : {u"alice"_s, u"nobody"_s, u"' OR 1=1 --"_s}) {
         const QByteArray body = QJsonDocument(credentials(name)).toJson();
         const Response response =
-            ApiFixture::finish(busy.handle({"POST", "/api/auth/login", "application/json", {}, body, {}}));
+            ApiFixture::finish(busy.handle({"POST", "/api/auth/login", "application/json", {}, body}));
         QCOMPARE(response.status, 503);
         QCOMPARE(response.headers.value(0), qMakePair(QByteArray("Retry-After"), QByteArray("1")));
         QVERIFY(!ApiFixture::message(response).isEmpty());
@@ -171,7 +171,7 @@ void TestAccounts::cookieOverPlainHttpIsNotSecure()
     const Api plain({fixture.file()}, settings);
     const QByteArray body = QJsonDocument(credentials(u"alice"_s)).toJson();
     const Response response =
-        ApiFixture::finish(plain.handle({"POST", "/api/auth/login", "application/json", {}, body, {}}));
+        ApiFixture::finish(plain.handle({"POST", "/api/auth/login", "application/json", {}, body}));
     QVERIFY(ApiFixture::setCookieOf(response).endsWith("; SameSite=Strict"));
 }
 

@@ -26,6 +26,7 @@ private slots:
     void messageToOneself();
     void refusedMessageLeavesNothing();
     void textIsOnlyText();
+    void messageThatComesTwiceIsThereOnce();
 
 private:
     static QStringList texts(const QJsonArray &items)
@@ -199,6 +200,21 @@ void TestChat::textIsOnlyText()
     const QString text = u"'); DROP TABLE messages; -- \" % _ \\ \n 😀"_s + QChar(0) + u"end"_s;
     QCOMPARE(fixture.post("/api/chat/send", plainMessage(u"bob"_s, text), alice).status, 201);
     QCOMPARE(texts(historyOf(fixture, "bob", alice)), QStringList{text});
+}
+
+// A client that got no answer sends the same again, as its network library does by itself.
+void TestChat::messageThatComesTwiceIsThereOnce()
+{
+    ApiFixture fixture;
+    const QByteArray alice = fixture.signUp(u"alice"_s);
+    fixture.signUp(u"bob"_s);
+    const Response first = fixture.post("/api/chat/send", sealedMessage(u"bob"_s), alice);
+    fixture.now = fixture.now.addSecs(5);
+    const Response second = fixture.post("/api/chat/send", sealedMessage(u"bob"_s), alice);
+    QCOMPARE(second.status, first.status);
+    QCOMPARE(second.body, first.body);
+    QCOMPARE(historyOf(fixture, "bob", alice).size(), 1);
+    QCOMPARE(historyOf(fixture, "bob", alice)[0][u"createdAt"_s].toString(), u"2026-05-04T10:00:00.007Z"_s);
 }
 
 TIDELOFT_TEST_MAIN(TestChat)

@@ -24,7 +24,7 @@ namespace
 
 Request request(const QByteArray &contentType, const QByteArray &body)
 {
-    return {"POST", "/", contentType, {}, body, {}};
+    return {"POST", "/", contentType, {}, body};
 }
 
 // 0 when the step succeeds.

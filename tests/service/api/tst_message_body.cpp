@@ -33,7 +33,7 @@ int TestMessage::refusalOf(const QJsonObject &object)
 {
     const QByteArray body = QJsonDocument(object).toJson();
     try {
-        messageFrom(JsonBody({"POST", "/", "application/json", {}, body, {}}));
+        messageFrom(JsonBody({"POST", "/", "application/json", {}, body}));
     } catch (const Refusal &refusal) {
         return refusal.status;
     }

@@ -36,7 +36,7 @@ Response TestRouter::ask(const QByteArray &method, const QByteArray &target)
     router.add("GET", "/later", [](const Request &) -> Reply {
         return Later<Response>{[](const Finish<Response> &finish) { finish(jsonResponse(QJsonArray())); }};
     });
-    return ApiFixture::finish(router.handle({method, target, {}, {}, {}, {}}));
+    return ApiFixture::finish(router.handle({method, target, {}, {}, {}}));
 }
 
 void TestRouter::paths_data()
@@ -96,7 +96,7 @@ void TestRouter::uploadsAreExpectedWhereTheyWereAnnounced()
     Router router;
     router.add("POST", "/a/{id}", answer);
     router.add("POST", "/a/{id}/icon", answer, BodySize::Upload);
-    QTEST(router.bodySize({method, target, {}, {}, {}, {}}) == BodySize::Upload, "expected");
+    QTEST(router.bodySize({method, target, {}, {}, {}}) == BodySize::Upload, "expected");
 }
 
 void TestRouter::failuresBecomeReplies()

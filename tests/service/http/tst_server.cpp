@@ -32,6 +32,7 @@ private slots:
     void expectedBodyIsInvited();
     void tooLargeExpectedBodyIsNotInvited();
     void headHasNoBody();
+    void whatHasNotChangedHasNeitherBodyNorLength();
 };
 
 void TestHttpServer::requestReachesTheHandlerWhole()
@@ -244,6 +245,27 @@ void TestHttpServer::headHasNoBody()
     const QByteArray reply = client.readAll();
     QCOMPARE(statusOf(reply), 200);
     QVERIFY(reply.endsWith("\r\n\r\n"));
+}
+
+void TestHttpServer::whatHasNotChangedHasNeitherBodyNorLength()
+{
+    ServerFixture server([](const Request &request) {
+        Response response;
+        response.status = 304;
+        response.headers.emplaceBack("ETag", request.ifNoneMatch);
+        return response;
+    });
+    HttpClient client(server.port());
+    const QByteArray request = "GET / HTTP/1.1\r\nHost: h\r\nif-none-match: \"a\"\r\n\r\n";
+    for (int time = 0; time < 2; ++time) { // the connection goes on
+        client.send(request);
+        const QByteArray reply = client.readUntil("\r\n\r\n");
+        QVERIFY(reply.startsWith("HTTP/1.1 304 "));
+        QVERIFY(reply.contains("\r\nETag: \"a\"\r\n"));
+        QVERIFY(!reply.contains("\r\nContent-"));
+        QVERIFY(reply.endsWith("\r\n\r\n"));
+        client.readReply();
+    }
 }
 
 TIDELOFT_TEST_MAIN(TestHttpServer)

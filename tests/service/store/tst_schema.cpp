@@ -2,10 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/groups.h"
-#include "service/store/messages.h"
+#include "service/store/history.h"
 #include "service/store/pictures.h"
 #include "service/store/schema.h"
 #include "service/store/users.h"
+#include "service/store/versions.h"
 #include "tests/support/test_main.h"
 
 #include <QTemporaryDir>
@@ -89,8 +90,20 @@ void TestSchema::firstVersionIsUpgradedWithItsContent()
         const std::optional<User> bob = findUser(database, u"bob"_s);
         QVERIFY(alice && bob);
         QCOMPARE(passwordHash(database, *alice), QByteArray("hash a"));
-        QCOMPARE(history(database, *bob, *alice).at(0).text, u"hello"_s);
-        QCOMPARE(conversations(database, *bob).size(), 1);
+        QByteArrayList texts;
+        const auto keepText = [&texts](const MessageRow &row) {
+            texts << row.text;
+            return true;
+        };
+        visitHistory(database, *bob, *alice, 9, keepText);
+        visitConversations(database, *bob, 9, keepText);
+        QCOMPARE(texts, (QByteArrayList{"hello", "hello"}));
+        QVERIFY(conversationsVersion(database, *bob) != 0);
+        QVERIFY(historyVersion(database, *bob, *alice) != 0);
+        QVERIFY(historyVersion(database, *bob, *alice) != historyVersion(database, *alice, *bob));
+        QCOMPARE(database.number(u"SELECT message_count FROM users WHERE id = 1"_s), 1);
+        QCOMPARE(database.number(u"SELECT message_bytes FROM users WHERE id = 1"_s),
+                 9);                                          // "hello", "[]", "[]"
         QCOMPARE(groupsOf(database, *alice).size(), opening); // and what is new can be used
         const QString name = u"chess-%1"_s.arg(opening);
         QVERIFY(addGroup(database, *alice, {name, u"Chess"_s, {}, {}}, 8));

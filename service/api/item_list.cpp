@@ -1,0 +1,58 @@
+// Counting the bytes of a reply before they are there.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/item_list.h"
+
+#include "service/api/json_reply.h"
+
+#include <algorithm>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qsizetype mostBytes = qsizetype{16} * 1024 * 1024;
+constexpr qsizetype untracked = qsizetype{64} * 1024; // what any reply may have
+constexpr qsizetype step = qsizetype{256} * 1024;     // memory is taken in pieces
+
+} // namespace
+
+bool ItemList::add(QByteArray item)
+{
+    const qsizetype size = bytes + item.size() + 1; // with its comma
+    if (size > mostBytes)
+        return false;
+    if (size > untracked && !share.grow(static_cast<std::uint64_t>((size / step + 1) * step)))
+        throw Refusal(503, u"The service is busy. Please try again."_s);
+    bytes = size;
+    items.append(std::move(item));
+    return true;
+}
+
+Response ItemList::response()
+{
+    QByteArray body;
+    body.reserve(bytes + 2);
+    body += '[';
+    for (QByteArray &item : items) {
+        if (body.size() > 1)
+            body += ',';
+        body += item;
+        item = {}; // so that only one copy is held
+    }
+    Response response = jsonTextResponse(body += ']');
+    response.memory = std::make_shared<ByteBudget::Share>(std::move(share));
+    return response;
+}
+
+Response ItemList::turnedResponse()
+{
+    std::reverse(items.begin(), items.end());
+    return response();
+}
+
+} // namespace tideloft::service

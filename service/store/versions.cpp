@@ -1,0 +1,84 @@
+// Rows and columns that hold versions.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/versions.h"
+
+#include <QRandomGenerator>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+void note(Database &database, const User &user, const QString &subject, qint64 version)
+{
+    database.afterCommit([key = VersionKey{user.id, subject}, version](KnownState &known) {
+        known.versions.replace(key, version);
+    });
+}
+
+} // namespace
+
+QString conversationsSubject()
+{
+    return u"conversations"_s;
+}
+
+QString groupsSubject()
+{
+    return u"groups"_s;
+}
+
+QString historySubject(const QString &peer)
+{
+    return u"history/"_s + peer;
+}
+
+// Numbers in their order would tell everybody how much the others write.
+qint64 newVersion()
+{
+    return static_cast<qint64>(QRandomGenerator::system()->generate64() >> 1U) + 1;
+}
+
+qint64 conversationsVersion(Database &database, const User &user)
+{
+    return database.number(u"SELECT conversations_version FROM users WHERE id = ?"_s, {user.id});
+}
+
+qint64 groupsVersion(Database &database, const User &user)
+{
+    return database.number(u"SELECT groups_version FROM users WHERE id = ?"_s, {user.id});
+}
+
+qint64 historyVersion(Database &database, const User &user, const User &peer)
+{
+    return database.number(u"SELECT version FROM conversations WHERE user_id = ? AND peer_id = ?"_s,
+                           {user.id, peer.id});
+}
+
+void conversationsChanged(Database &database, const User &user)
+{
+    const qint64 version = newVersion();
+    database.run(u"UPDATE users SET conversations_version = ? WHERE id = ?"_s, {version, user.id});
+    note(database, user, conversationsSubject(), version);
+}
+
+void groupsChanged(Database &database, const User &user)
+{
+    const qint64 version = newVersion();
+    database.run(u"UPDATE users SET groups_version = ? WHERE id = ?"_s, {version, user.id});
+    note(database, user, groupsSubject(), version);
+}
+
+void historyChanged(Database &database, const User &user, const User &peer)
+{
+    const qint64 version = newVersion();
+    database.run(u"UPDATE conversations SET version = ? WHERE user_id = ? AND peer_id = ?"_s,
+                 {version, user.id, peer.id});
+    note(database, user, historySubject(peer.name), version);
+}
+
+} // namespace tideloft::service
