@@ -57,7 +57,7 @@ check_clang_tidy()
 check_clazy()
 {
     local status=0 look=(clazy-standalone -p "$database" --extra-arg=-Werror
-        --header-filter='/(app|net|crypto|ui|service|tests|bench)/[^.]+\.h$')
+        --header-filter='/(app|net|crypto|local_files|ui|service|tests|bench)/[^.]+\.h$')
     make_database || return
     files '*.cpp' ':!tests' | on_each "${look[@]}" --checks=level1 || status=1
     files 'tests/*.cpp' | on_each "${look[@]}" --checks=level1,no-non-pod-global-static || status=1

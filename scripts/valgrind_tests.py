@@ -14,7 +14,7 @@ import sys
 import tempfile
 import xml.etree.ElementTree as ElementTree
 
-OURS = re.compile(r"\btideloft::(ui|net|crypto|app)::")
+OURS = re.compile(r"\btideloft::(ui|net|crypto|local_files|app)::")
 
 
 def is_ours(error):

@@ -4,10 +4,10 @@
 #include "crypto/keys/device_key_pair.h"
 
 #include "crypto/cipher/failure.h"
-#include "crypto/keys/directory_lock.h"
 #include "crypto/keys/key_store.h"
-#include "crypto/keys/owner_only.h"
-#include "crypto/keys/regular_file.h"
+#include "local_files/directory_lock.h"
+#include "local_files/owner_only.h"
+#include "local_files/regular_file.h"
 
 namespace tideloft::crypto
 {
@@ -39,18 +39,18 @@ bool ensureKeyPair(QString *error)
     if (directory.isEmpty())
         return fail(error, u"Private key path is empty."_s);
     const KeyFiles files = keyFilesIn(directory);
-    keepFileForOwner(files.privateHalf);
-    keepFileForOwner(files.publicHalf);
-    if (isFilled(files.privateHalf) && isFilled(files.publicHalf))
+    local_files::keepFileForOwner(files.privateHalf);
+    local_files::keepFileForOwner(files.publicHalf);
+    if (local_files::isFilled(files.privateHalf) && local_files::isFilled(files.publicHalf))
         return true;
     const auto bothExist = [&files] {
-        return somethingIsAt(files.privateHalf) && somethingIsAt(files.publicHalf);
+        return local_files::somethingIsAt(files.privateHalf) && local_files::somethingIsAt(files.publicHalf);
     };
     const bool missing = !bothExist();
     const auto fresh = missing ? makeKeyPair(error) : nullptr;
     if (missing && !fresh)
         return false;
-    const DirectoryLock lock(directory);
+    const local_files::DirectoryLock lock(directory);
     return bothExist() || (fresh ? writeKeyPair(*fresh, error) : generateKeyPair(error));
 }
 

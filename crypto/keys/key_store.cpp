@@ -5,8 +5,8 @@
 
 #include "crypto/cipher/failure.h"
 #include "crypto/cipher/secret_bytes.h"
-#include "crypto/keys/owner_only.h"
-#include "crypto/keys/regular_file.h"
+#include "local_files/owner_only.h"
+#include "local_files/regular_file.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -37,7 +37,7 @@ QString pathOf(const QString &fileName)
 
 bool exists(const QString &path)
 {
-    return !path.isEmpty() && somethingIsAt(path);
+    return !path.isEmpty() && local_files::somethingIsAt(path);
 }
 
 QString withoutPath(const QString &half)
@@ -55,7 +55,7 @@ bool writeKeyFile(const QString &half, const QString &base64, const QString &fil
     const QString path = pathOf(fileName);
     if (path.isEmpty())
         return failUnlessExplained(error, withoutPath(half));
-    if (!writeRegularFile(path, text.view()))
+    if (!local_files::writeRegularFile(path, text.view()))
         return fail(error, u"Could not write %1 key file: %2"_s.arg(half.toLower(), path));
     return true;
 }
@@ -64,7 +64,8 @@ bool writeKeyFile(const QString &half, const QString &base64, const QString &fil
 QByteArray readKeyFile(const QString &half, const QString &fileName, QString *error)
 {
     const QString location = dataLocation();
-    if (auto bytes = location.isEmpty() ? std::nullopt : readRegularFile(location + u'/' + fileName))
+    if (auto bytes =
+            location.isEmpty() ? std::nullopt : local_files::readRegularFile(location + u'/' + fileName))
         return std::move(*bytes).trimmed();
     const QString path = pathOf(fileName);
     if (path.isEmpty())
@@ -79,9 +80,9 @@ QString makeDataDir(const QString &location, QString *error)
     if (location.isEmpty())
         return fail(error, u"AppData path is empty."_s);
     const QDir directory(location);
-    if (!directory.exists() && !makeForOwner(location))
+    if (!directory.exists() && !local_files::makeForOwner(location))
         return fail(error, u"Could not create app data directory: %1"_s.arg(location));
-    keepDirectoryForOwner(location);
+    local_files::keepDirectoryForOwner(location);
     return directory.absolutePath();
 }
 
@@ -127,7 +128,7 @@ bool writePublicKeyFile(const QString &base64, QString *error)
 
 QByteArray readTrimmedFile(const QString &path, QString *error)
 {
-    auto bytes = readRegularFile(path);
+    auto bytes = local_files::readRegularFile(path);
     if (!bytes)
         return fail(error, u"Could not open file: %1"_s.arg(path));
     return std::move(*bytes).trimmed();

@@ -12,9 +12,12 @@ import re
 import sys
 from pathlib import Path
 
+# What the system offers for files: below app/, one room of the client alone asks for it.
+SYSTEM = r"fcntl\.h|unistd\.h|dirent\.h|sys/"
 # The rooms that pages are built from, and the toolkits that no room of the window uses.
 TOOLS = "lists|widgets|keyboard|texts|style"
-NOT_FOR_UI = "openssl/|QSql|boost/"
+NOT_FOR_UI = f"openssl/|QSql|boost/|{SYSTEM}"
+NOT_FOR_CRYPTO = f"QNetwork|QSsl|QTcp|QWidget|QSql|boost/|{SYSTEM}"
 
 # Longest folder first: the first that a file lies in is its own. Each with the headers that it may include, and
 # the toolkits that it may not.
@@ -34,10 +37,11 @@ FOLDERS = (
     ("ui/style", "ui/style/", NOT_FOR_UI),
     ("ui", "(ui|net|crypto)/", NOT_FOR_UI),
     ("app", "(app|ui|net)/", "openssl/|QSql|boost/"),
-    ("net", "net/", "openssl/|QWidget|QSql|boost/"),
-    ("crypto/messages", "crypto/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
-    ("crypto/keys", "crypto/(keys|cipher)/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
-    ("crypto/cipher", "crypto/cipher/", "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
+    ("net", "(net|local_files)/", f"openssl/|QWidget|QSql|boost/|{SYSTEM}"),
+    ("crypto/messages", "crypto/", NOT_FOR_CRYPTO),
+    ("crypto/keys", "(crypto/(keys|cipher)|local_files)/", NOT_FOR_CRYPTO),
+    ("crypto/cipher", "crypto/cipher/", NOT_FOR_CRYPTO),
+    ("local_files", "local_files/", "openssl/|QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
 )
 QUOTED = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
 BRACKETS = re.compile(r"^[ \t]*#[ \t]*include[ \t]*<([^>]+)>", re.MULTILINE)
@@ -91,9 +95,10 @@ def main():
         sys.exit(f"Only {len(files)} files were found below {sys.argv[1]}: nothing was checked.")
     offences = [*wrong_includes(files), *circles(files)]
     if offences:
-        sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto; window -> pages ->\n"
-                 "messages -> tool rooms; crypto/messages -> crypto/keys -> crypto/cipher; service/api -> service/http,\n"
-                 "service/store), and no units include each other:\n  " + "\n  ".join(offences))
+        sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto -> local_files;\n"
+                 "window -> pages -> messages -> tool rooms; crypto/messages -> crypto/keys -> crypto/cipher;\n"
+                 "service/api -> service/http, service/store), and no units include each other:\n  "
+                 + "\n  ".join(offences))
     print(f"{len(files)} files keep to their layer")
 
 

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/device_identity.h"
 #include "tests/faults/fault_rows.h"
-#include "tests/support/crypto/data_dir.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QUuid>

@@ -4,11 +4,11 @@
 #include "crypto/cipher/base64.h"
 #include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
-#include "crypto/keys/regular_file.h"
+#include "local_files/regular_file.h"
 #include "tests/faults/fault_rows.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/key_halves.h"
 #include "tests/support/crypto/test_keys.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"
 
@@ -19,6 +19,7 @@
 #include <functional>
 
 using namespace tideloft::crypto;
+using namespace tideloft::local_files;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
 

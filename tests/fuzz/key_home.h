@@ -4,9 +4,10 @@
 #pragma once
 
 #include "crypto/cipher/aes_gcm.h"
+#include "crypto/keys/key_store.h"
 #include "tests/fuzz/require.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/sealed_items.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_home.h"
 
 #include <QCoreApplication>

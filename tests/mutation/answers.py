@@ -8,7 +8,8 @@ import json
 
 # The changed code, what its tests share, how it is built, and how it is decided that a test noticed. Of all
 # that is elsewhere in tests/ only the test that noticed says anything about a change.
-GROUND = ("crypto/", "net/", "ui/", "cmake/", "tests/support/", "tests/mutation/project_copy.py", "CMake")
+GROUND = ("crypto/", "local_files/", "net/", "ui/", "cmake/", "tests/support/", "tests/mutation/project_copy.py",
+          "CMake")
 
 
 def digest(paths):

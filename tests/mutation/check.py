@@ -15,11 +15,13 @@ import project_copy
 # does not notice are tried on the next ones, which take far longer, when all have been tried on their first.
 ROOMS = {
     "crypto": ("tests/crypto", "tests/app", "tests/faults", "tests/fuzz"),
+    "local_files": ("tests/local_files", "tests/crypto", "tests/net", "tests/faults"),
     "net": ("tests/net", "tests/faults", "tests/gui"),
     "ui": ("tests/ui", "tests/gui"),
 }
 PURE = {
     "crypto": "*",
+    "local_files": "*",
     "net": "device_identity device_key_records image_upload json_reply repeated_array reply_outcome search_query",
     "ui": "bounded_text conversation_rows device_lists display_records history_groups history_rows initials "
     "message_time opened_history picture_file row_plan server_models text",

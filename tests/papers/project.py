@@ -4,7 +4,7 @@
 import re
 from pathlib import Path
 
-ROOMS = ("app", "ui", "net", "crypto", "service")
+ROOMS = ("app", "ui", "net", "crypto", "local_files", "service")
 GENERATED = ("build", "tour", ".tideloft-local")  # made by commands, so not there in a fresh checkout
 
 

@@ -4,8 +4,8 @@
 #include "crypto/cipher/base64.h"
 #include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/test_keys.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTest>

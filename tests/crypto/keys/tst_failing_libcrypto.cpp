@@ -5,9 +5,9 @@
 #include "crypto/cipher/rsa_oaep.h"
 #include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/failing_libcrypto.h"
 #include "tests/support/crypto/test_keys.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTest>

@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/key_halves.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTemporaryDir>

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/keys/key_store.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/key_halves.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTest>

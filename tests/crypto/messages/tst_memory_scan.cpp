@@ -6,8 +6,8 @@
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/envelope_sealing.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/reading.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/memory_scan.h"
 #include "tests/support/test_main.h"
 

@@ -4,9 +4,9 @@
 #include "crypto/cipher/aes_gcm.h"
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/open_message.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/opened.h"
 #include "tests/support/crypto/sealed_items.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTest>

@@ -3,9 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/keys/key_store.h"
 #include "crypto/messages/failure_table.h"
-#include "tests/support/crypto/data_dir.h"
 #include "tests/support/crypto/failing_libcrypto.h"
 #include "tests/support/crypto/reading.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTest>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "crypto/keys/key_store.h"
-#include "tests/support/crypto/data_dir.h"
+#include "tests/support/data_dir.h"
 
 #include <QString>
 #include <QTest>

@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-namespace tideloft::crypto
+namespace tideloft::local_files
 {
 
 class Descriptor
@@ -27,4 +27,4 @@ private:
     const int number;
 };
 
-} // namespace tideloft::crypto
+} // namespace tideloft::local_files

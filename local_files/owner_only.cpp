@@ -1,9 +1,9 @@
 // Looking at permissions, and taking some away.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/keys/owner_only.h"
+#include "local_files/owner_only.h"
 
-#include "crypto/keys/descriptor.h"
+#include "local_files/descriptor.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,7 +14,7 @@
 
 #include <tuple>
 
-namespace tideloft::crypto
+namespace tideloft::local_files
 {
 
 namespace
@@ -53,4 +53,4 @@ void keepFileForOwner(const QString &path)
     takeFromOthers(path, O_NOFOLLOW, S_IRUSR | S_IWUSR);
 }
 
-} // namespace tideloft::crypto
+} // namespace tideloft::local_files

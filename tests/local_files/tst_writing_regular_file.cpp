@@ -1,8 +1,8 @@
 // Writing a whole file: over a regular one or where there is none, and into nothing else.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/keys/regular_file.h"
-#include "tests/support/crypto/data_dir.h"
+#include "local_files/regular_file.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTemporaryDir>
@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace tideloft::crypto;
+using namespace tideloft::local_files;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
 

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-namespace tideloft::crypto
+namespace tideloft::local_files
 {
 
 /// Makes a directory, with all its parents, that nobody but its owner may enter from its first moment on.
@@ -18,4 +18,4 @@ bool makeForOwner(const QString &directory);
 void keepDirectoryForOwner(const QString &path);
 void keepFileForOwner(const QString &path);
 
-} // namespace tideloft::crypto
+} // namespace tideloft::local_files

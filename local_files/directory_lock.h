@@ -3,11 +3,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "crypto/keys/descriptor.h"
+#include "local_files/descriptor.h"
 
 #include <QString>
 
-namespace tideloft::crypto
+namespace tideloft::local_files
 {
 
 /// An advisory lock on a directory itself, so that no further file is needed; the system takes it back when
@@ -29,4 +29,4 @@ private:
     const bool held;
 };
 
-} // namespace tideloft::crypto
+} // namespace tideloft::local_files

@@ -9,7 +9,7 @@
 
 #include <optional>
 
-namespace tideloft::crypto
+namespace tideloft::local_files
 {
 
 inline constexpr qsizetype largestFile = qsizetype{64} * 1024; ///< bytes; a key file has some 1,600
@@ -21,8 +21,9 @@ bool somethingIsAt(const QString &path);
 /// Whether a file is there that certainly holds something.
 bool isFilled(const QString &path);
 
-/// All bytes of the file at `path`. Nothing if it cannot be read, is larger than `largestFile`, or is no
-/// regular file: a pipe would be waited for, and a device never ends. A link leads to its file.
+/// All bytes of the file at `path`; they may be the caller's secret. Nothing if it cannot be read, is larger
+/// than `largestFile`, or is no regular file: a pipe would be waited for, and a device never ends. A link
+/// leads to its file.
 std::optional<QByteArray> readRegularFile(const QString &path);
 
 /// Replaces what the regular file at `path` holds, or makes it: for its owner alone, whatever it was before.
@@ -31,4 +32,4 @@ std::optional<QByteArray> readRegularFile(const QString &path);
 /// empty file, and true: a part of a key would pass for one.
 bool writeRegularFile(const QString &path, const QByteArray &bytes);
 
-} // namespace tideloft::crypto
+} // namespace tideloft::local_files

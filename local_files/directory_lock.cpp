@@ -1,7 +1,7 @@
 // Locking of a directory.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/keys/directory_lock.h"
+#include "local_files/directory_lock.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
@@ -12,7 +12,7 @@
 
 #include <cerrno>
 
-namespace tideloft::crypto
+namespace tideloft::local_files
 {
 
 namespace
@@ -43,4 +43,4 @@ DirectoryLock::DirectoryLock(const QString &path, int patience)
 {
 }
 
-} // namespace tideloft::crypto
+} // namespace tideloft::local_files

@@ -1,8 +1,8 @@
 // Reading a whole file: every byte of a regular one, nothing of anything else. Whether a file is there.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/keys/regular_file.h"
-#include "tests/support/crypto/data_dir.h"
+#include "local_files/regular_file.h"
+#include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
 #include <QTemporaryDir>
@@ -13,7 +13,7 @@
 
 #include <cerrno>
 
-using namespace tideloft::crypto;
+using namespace tideloft::local_files;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
 

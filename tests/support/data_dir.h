@@ -3,8 +3,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "crypto/keys/key_store.h"
-
 #include <QByteArray>
 #include <QDir>
 #include <QFile>

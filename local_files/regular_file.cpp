@@ -1,10 +1,9 @@
 // Opening, looking at what was opened, reading or writing.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/keys/regular_file.h"
+#include "local_files/regular_file.h"
 
-#include "crypto/cipher/secret_bytes.h"
-#include "crypto/keys/descriptor.h"
+#include "local_files/descriptor.h"
 
 #include <QFile>
 
@@ -14,8 +13,9 @@
 #include <cerrno>
 #include <cstring>
 #include <tuple>
+#include <utility>
 
-namespace tideloft::crypto
+namespace tideloft::local_files
 {
 
 namespace
@@ -45,6 +45,23 @@ template <typename Call> auto uninterrupted(const Call &call)
     return result;
 }
 
+// What was read of a file, which may be a key: it is wiped unless it is given out.
+struct Buffer {
+    explicit Buffer(qsizetype size) : content(size, Qt::Uninitialized) {}
+    Q_DISABLE_COPY_MOVE(Buffer)
+    ~Buffer()
+    {
+        if (!content.isEmpty())
+            explicit_bzero(content.data(), static_cast<size_t>(content.size()));
+    }
+    QByteArray release(qsizetype size)
+    {
+        content.truncate(size);
+        return std::exchange(content, {});
+    }
+    QByteArray content;
+};
+
 // Fills `bytes` from its place `size` on. False on an error; `size` is then what it was.
 bool readUntilFullOrEnd(const Descriptor &file, QByteArray &bytes, qsizetype &size)
 {
@@ -61,23 +78,20 @@ bool readUntilFullOrEnd(const Descriptor &file, QByteArray &bytes, qsizetype &si
 }
 
 // Up to and with the read that finds the end, so that a file which grows meanwhile is not cut. One byte more
-// than is expected, and then than is allowed, tells whether there is more. Both places may have held a key.
+// than is expected, and then than is allowed, tells whether there is more.
 std::optional<QByteArray> readAll(const Descriptor &file, qsizetype expected)
 {
-    SecretBytes bytes(QByteArray(expected + 1, Qt::Uninitialized));
+    Buffer bytes(expected + 1);
     qsizetype size = 0;
-    if (!readUntilFullOrEnd(file, bytes.buffer(), size))
+    if (!readUntilFullOrEnd(file, bytes.content, size))
         return {};
-    if (size <= expected) {
-        bytes.buffer().truncate(size);
-        return bytes.release();
-    }
-    SecretBytes more(QByteArray(largestFile + 1, Qt::Uninitialized));
-    std::memcpy(more.buffer().data(), bytes.view().constData(), static_cast<size_t>(size));
-    if (!readUntilFullOrEnd(file, more.buffer(), size) || size > largestFile)
+    if (size <= expected)
+        return bytes.release(size);
+    Buffer more(largestFile + 1);
+    std::memcpy(more.content.data(), bytes.content.constData(), static_cast<size_t>(size));
+    if (!readUntilFullOrEnd(file, more.content, size) || size > largestFile)
         return {};
-    more.buffer().truncate(size);
-    return more.release();
+    return more.release(size);
 }
 
 bool writeAll(const Descriptor &file, const QByteArray &bytes)
@@ -134,4 +148,4 @@ bool writeRegularFile(const QString &path, const QByteArray &bytes)
     return true;
 }
 
-} // namespace tideloft::crypto
+} // namespace tideloft::local_files

@@ -1,7 +1,7 @@
 // One holder at a time, nobody for ever, and no harm where there is nothing to lock.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/keys/directory_lock.h"
+#include "local_files/directory_lock.h"
 #include "tests/support/test_main.h"
 
 #include <QTemporaryDir>
@@ -11,7 +11,7 @@
 #include <optional>
 #include <thread>
 
-using tideloft::crypto::DirectoryLock;
+using tideloft::local_files::DirectoryLock;
 using namespace Qt::StringLiterals;
 
 class TestDirectoryLock : public QObject
