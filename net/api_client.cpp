@@ -64,6 +64,12 @@ QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery, Urgency urg
     return request;
 }
 
+QNetworkReply *ApiClient::getAgain(const QString &path, Urgency urgency)
+{
+    const QNetworkRequest request = buildRequest(path, urgency);
+    return keepsReplies ? remembered.get(network, request) : network.get(request);
+}
+
 QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &body)
 {
     return network.post(buildRequest(pathAndQuery), QJsonDocument(body).toJson());
@@ -78,7 +84,15 @@ void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSucc
                          onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
         const bool isKept = mayBeKept && asked == forgotten;
         const auto [ok, errorText] = outcomeOf(*reply);
+        const auto unchanged = remembered.takeUnchanged(*reply);
+        if (ok && RememberedReplies::saysUnchanged(*reply)) {
+            if (unchanged) // otherwise a log-out came between, and what has not changed is nobody's any more
+                onSuccess(*unchanged, 304);
+            return;
+        }
         const auto [document, httpStatus] = readJsonReply(*reply, isKept ? repeated : nullptr);
+        if (ok && isKept && repeated)
+            remembered.keep(*reply, document);
         if (ok)
             onSuccess(document, httpStatus);
         else
@@ -95,6 +109,7 @@ void ApiClient::forgetReplies()
 {
     conversations.forget();
     history.forget();
+    remembered.forget();
     keepsReplies = false;
     ++forgotten;
 }

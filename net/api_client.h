@@ -4,6 +4,7 @@
 #pragma once
 
 #include "net/continuations.h"
+#include "net/remembered_replies.h"
 #include "net/repeated_array.h"
 #include "net/urgency.h"
 
@@ -96,6 +97,9 @@ private:
     QNetworkRequest buildRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
     void postMessage(const QJsonObject &body);
+    /// Asks for a list that is asked for again and again: naming what is kept of it, if somebody is signed
+    /// in.
+    QNetworkReply *getAgain(const QString &path, Urgency urgency = Urgency::Asked);
     /// REPEATED, a member of this object, keeps the last of the replies that come again and again.
     void handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess, FailureContinuation onFailure,
                          RepeatedArray *repeated = nullptr);
@@ -103,6 +107,7 @@ private:
 
     QNetworkAccessManager network;
     QNetworkCookieJar *cookieJar;
+    RememberedReplies remembered;
     RepeatedArray conversations;
     RepeatedArray history;
     quint64 forgotten = 0;     ///< how often

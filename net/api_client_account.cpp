@@ -37,6 +37,7 @@ void ApiClient::login(const QString &name, const QString &password, bool remembe
         [this, name](const QJsonDocument &, int) {
             username = name.trimmed().toLower();
             keepsReplies = true;
+            remembered.forget(); // what is kept belongs to the sign-in before
             emit loginSucceeded(username);
         },
         [this](const QString &message, int) { emit loginFailed(message); });
@@ -83,6 +84,7 @@ void ApiClient::beginFor(const QString &user)
     const QString before = std::exchange(lastUser, user);
     if (before.isEmpty() || before == user)
         return;
+    remembered.forget();
     for (QNetworkReply *reply : network.findChildren<QNetworkReply *>()) {
         if (isSignIn(reply->request().url().path()))
             continue;

@@ -17,7 +17,7 @@ namespace tideloft::net
 void ApiClient::fetchConversations(Urgency urgency)
 {
     handleJsonReply(
-        network.get(buildRequest(u"/api/chat/conversations"_s, urgency)),
+        getAgain(u"/api/chat/conversations"_s, urgency),
         [this](const QJsonDocument &document, int) { emit conversationsLoaded(document.array()); },
         [this](const QString &message, int) { emit conversationsFailed(message); }, &conversations);
 }
@@ -25,7 +25,7 @@ void ApiClient::fetchConversations(Urgency urgency)
 void ApiClient::fetchHistory(const QString &peer, Urgency urgency)
 {
     handleJsonReply(
-        network.get(buildRequest(u"/api/chat/history/"_s + peer, urgency)),
+        getAgain(u"/api/chat/history/"_s + peer, urgency),
         // The peer travels in the capture: another conversation may be open by the time the reply arrives,
         // and the window has to be able to tell.
         [this, peer](const QJsonDocument &document, int) { emit historyLoaded(peer, document.array()); },

@@ -36,8 +36,24 @@ void handleGroupReply(ApiClient *client, QNetworkReply *reply, const GroupContin
 
 void ApiClient::fetchServers()
 {
-    handleGroupReply(this, network.get(buildRequest(u"/api/groups"_s)),
-                     [this](const QJsonDocument &document) { emit serversLoaded(document.array()); });
+    QNetworkReply *reply = getAgain(u"/api/groups"_s);
+    limitSize(*reply);
+    const auto handle = [this, reply, mayBeKept = keepsReplies, asked = forgotten] {
+        reply->deleteLater();
+        const auto unchanged = remembered.takeUnchanged(*reply);
+        const auto [ok, errorText] = outcomeOf(*reply);
+        if (!ok) {
+            emit serversFailed(errorText);
+        } else if (!RememberedReplies::saysUnchanged(*reply)) {
+            const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
+            if (mayBeKept && asked == forgotten)
+                remembered.keep(*reply, document);
+            emit serversLoaded(document.array());
+        } else if (unchanged) {
+            emit serversLoaded(unchanged->array());
+        }
+    };
+    connect(reply, &QNetworkReply::finished, this, handle);
 }
 
 void ApiClient::fetchServer(const QString &groupId)

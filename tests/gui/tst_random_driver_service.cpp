@@ -85,10 +85,13 @@ void RandomService::answerAtRandom()
         service.raw(key, choose.from(brokenReplies));
         return;
     }
-    const QList<int> failures{302, 400, 401, 403, 404, 409, 413, 429, 500, 503};
+    const QList<int> failures{302, 304, 400, 401, 403, 404, 409, 413, 429, 500, 503};
     const bool fails = choose.oneIn(4);
     const QByteArray body = fails ? bytesOf(QJsonObject{{u"message"_s, anyText()}}) : bodyFor(key);
-    service.answer(key, fails ? choose.from(failures) : 200, choose.oneIn(10) ? anyBytes() : body);
+    // With few tags, so that some mean another content than before.
+    const QByteArray tag = "\"v" + QByteArray::number(choose.below(3)) + '"';
+    const HeaderList headers = choose.oneIn(2) ? HeaderList{{"ETag", tag}} : HeaderList();
+    service.answer(key, fails ? choose.from(failures) : 200, choose.oneIn(10) ? anyBytes() : body, headers);
 }
 
 void RandomService::holdAtRandom()

@@ -22,6 +22,19 @@ QByteArray marked(const QByteArray &turnedMarker)
     return QByteArray(100'000, 'x') + SoughtSecrets::turned(turnedMarker) + QByteArray(100'000, 'y');
 }
 
+// Returns once the reply is there.
+bool fetch(ApiClient &client, const QByteArray &request)
+{
+    QSignalSpy servers(&client, &ApiClient::serversLoaded);
+    QSignalSpy conversations(&client, &ApiClient::conversationsLoaded);
+    QSignalSpy history(&client, &ApiClient::historyLoaded);
+    if (request.endsWith("groups"))
+        client.fetchServers();
+    else
+        request.endsWith("bob") ? client.fetchHistory(u"bob"_s) : client.fetchConversations();
+    return QTest::qWaitFor([&] { return servers.size() + conversations.size() + history.size() == 1; });
+}
+
 } // namespace
 
 class TestForgottenReplies : public QObject
@@ -46,16 +59,26 @@ void TestForgottenReplies::nothingIsKeptAfterTheLogOut_data()
 {
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<bool>("late");
-    QTest::newRow("conversations") << QByteArray("GET /api/chat/conversations") << false;
-    QTest::newRow("history") << QByteArray("GET /api/chat/history/bob") << false;
-    QTest::newRow("conversations while logging out") << QByteArray("GET /api/chat/conversations") << true;
-    QTest::newRow("history while logging out") << QByteArray("GET /api/chat/history/bob") << true;
+    QTest::addColumn<bool>("tagged");
+    const QByteArray conversations = "GET /api/chat/conversations";
+    const QByteArray history = "GET /api/chat/history/bob";
+    const QByteArray servers = "GET /api/groups"; // are kept by their tag alone
+    QTest::newRow("conversations") << conversations << false << false;
+    QTest::newRow("conversations with a tag") << conversations << false << true;
+    QTest::newRow("history") << history << false << false;
+    QTest::newRow("history with a tag") << history << false << true;
+    QTest::newRow("servers with a tag") << servers << false << true;
+    QTest::newRow("conversations while logging out") << conversations << true << false;
+    QTest::newRow("history while logging out") << history << true << false;
+    QTest::newRow("history with a tag while logging out") << history << true << true;
+    QTest::newRow("servers with a tag while logging out") << servers << true << true;
 }
 
 void TestForgottenReplies::nothingIsKeptAfterTheLogOut()
 {
     QFETCH(const QByteArray, request);
     QFETCH(const bool, late);
+    QFETCH(const bool, tagged);
     LoopbackService service;
     service.answer("POST /api/auth/login", 200, "{}");
     service.answer("GET /api/groups", 200, "[]");
@@ -64,16 +87,16 @@ void TestForgottenReplies::nothingIsKeptAfterTheLogOut()
     QSignalSpy signedIn(&client, &ApiClient::loginSucceeded);
     client.login(u"alice"_s, u"pw"_s, false);
     QVERIFY(signedIn.wait());
-    const QByteArray turnedMarker =
-        SoughtSecrets::turned("Mark " + request.last(8) + (late ? "LATE" : "SOON"));
+    const QByteArray turnedMarker = SoughtSecrets::turned("Mark " + request.last(8) + (late ? "LATE" : "SOON")
+                                                          + (tagged ? "TAG" : "NOT"));
     SoughtSecrets sought;
     sought.addTurned(turnedMarker);
-    service.answer(request, 200, R"([{"text":")" + marked(turnedMarker) + R"("}])");
+    service.answer(request, 200, R"([{"text":")" + marked(turnedMarker) + R"("}])",
+                   {{"ETag", tagged ? "\"v1\"" : ""}});
     service.hold(logout);
     if (late)
         client.logout();
-    request.endsWith("bob") ? client.fetchHistory(u"bob"_s) : client.fetchConversations();
-    QVERIFY(settle(client));
+    QVERIFY(fetch(client, request));
     service.answer(request, 200, "[]"); // and the service keeps nothing of it
     QVERIFY(settle(client));
     if (!late) {

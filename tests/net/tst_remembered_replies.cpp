@@ -1,0 +1,310 @@
+// Lists that have not changed: asked for by their tag, and shown as before without being sent again.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
+#include "wire.h"
+
+using namespace Qt::StringLiterals;
+using tideloft::net::ApiClient;
+using namespace tideloft::tests;
+
+namespace
+{
+
+const QByteArray groups = QByteArrayLiteral("GET /api/groups");
+const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
+const QByteArray withBob = QByteArrayLiteral("GET /api/chat/history/bob");
+const QByteArray withCarol = QByteArrayLiteral("GET /api/chat/history/carol");
+const QByteArray login = QByteArrayLiteral("POST /api/auth/login");
+const QByteArray list = QByteArrayLiteral(R"([{"text":"hej","peer":"bob"},{"text":"hopp"}])");
+
+HeaderList tagged(const QByteArray &tag)
+{
+    return {{"ETag", tag}};
+}
+
+} // namespace
+
+class TestRememberedReplies : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void unchangedListsAreShownAsBefore_data();
+    void unchangedListsAreShownAsBefore();
+    void withoutATagTheRequestIsAsEver_data();
+    void withoutATagTheRequestIsAsEver();
+    void changedListTakesThePlace();
+    void everyAddressHasItsOwn();
+    void onlyTheLatestAddressesAreKept();
+    void failureForgetsNothing();
+    void laterReplyDoesNotChangeWhatWasNamed();
+    void tagsThatAreNoneAreNotRepeated_data();
+    void tagsThatAreNoneAreNotRepeated();
+    void redirectedRepliesAreNotKept();
+    void nothingIsNamedBeforeSigningIn();
+    void signingOutForgets();
+    void signingInForgets();
+    void unchangedAfterSigningOutShowsNothing();
+
+private:
+    void signIn(const QString &name = u"alice"_s);
+    void ask(const QByteArray &key);
+    /// What is emitted for one more request of KEY.
+    QJsonArray shown(const QByteArray &key);
+    QByteArray named(const QByteArray &key) const
+    {
+        return service->lastRequest(key).header("If-None-Match");
+    }
+
+    std::unique_ptr<LoopbackService> service;
+    std::unique_ptr<ApiClient> client;
+    QList<QJsonArray> arrays;
+};
+
+void TestRememberedReplies::init()
+{
+    service = std::make_unique<LoopbackService>();
+    client = std::make_unique<ApiClient>();
+    arrays.clear();
+    const auto keep = [this](const QJsonArray &array) { arrays << array; };
+    connect(client.get(), &ApiClient::conversationsLoaded, this, keep);
+    connect(client.get(), &ApiClient::serversLoaded, this, keep);
+    connect(client.get(), &ApiClient::historyLoaded, this,
+            [keep](const QString &, const QJsonArray &items) { keep(items); });
+    service->answer(login, 200, "{}");
+    signIn();
+}
+
+void TestRememberedReplies::cleanup()
+{
+    client.reset();
+    service.reset();
+}
+
+void TestRememberedReplies::signIn(const QString &name)
+{
+    QSignalSpy signedIn(client.get(), &ApiClient::loginSucceeded);
+    client->login(name, u"pw"_s, false);
+    QVERIFY(signedIn.wait());
+}
+
+void TestRememberedReplies::ask(const QByteArray &key)
+{
+    if (key == groups)
+        client->fetchServers();
+    else if (key == conversations)
+        client->fetchConversations();
+    else
+        client->fetchHistory(QString::fromLatin1(key.split('/').last()));
+}
+
+QJsonArray TestRememberedReplies::shown(const QByteArray &key)
+{
+    const qsizetype before = arrays.size();
+    ask(key);
+    if (!QTest::qWaitFor([&] { return arrays.size() > before; }))
+        return {u"nothing was shown"_s};
+    return arrays.last();
+}
+
+void TestRememberedReplies::unchangedListsAreShownAsBefore_data()
+{
+    QTest::addColumn<QByteArray>("key");
+    QTest::newRow("servers") << groups;
+    QTest::newRow("conversations") << conversations;
+    QTest::newRow("history") << withBob;
+}
+
+void TestRememberedReplies::unchangedListsAreShownAsBefore()
+{
+    QFETCH(const QByteArray, key);
+    service->answer(key, 200, list, tagged("\"v1\""));
+    const QJsonArray first = shown(key);
+    QCOMPARE(first, QJsonDocument::fromJson(list).array());
+    QVERIFY(!service->lastRequest(key).hasHeader("If-None-Match"));
+    service->answer(key, 304, {}, tagged("\"v1\""));
+    SignalLog log(*client);
+    for (int time = 0; time < 2; ++time) {
+        QCOMPARE(shown(key), first);
+        QCOMPARE(named(key), QByteArray("\"v1\""));
+    }
+    QCOMPARE(log.emitted().size(), 2);
+    QCOMPARE(log.emitted().first(), log.emitted().last()); // and so no failure
+}
+
+void TestRememberedReplies::withoutATagTheRequestIsAsEver_data()
+{
+    unchangedListsAreShownAsBefore_data();
+}
+
+void TestRememberedReplies::withoutATagTheRequestIsAsEver()
+{
+    QFETCH(const QByteArray, key);
+    service->answer(key, 200, list);
+    for (int time = 0; time < 3; ++time) {
+        QCOMPARE(shown(key), QJsonDocument::fromJson(list).array());
+        QCOMPARE(ownHead(service->lastRequest(key)), jsonHead(key, *client));
+    }
+}
+
+void TestRememberedReplies::changedListTakesThePlace()
+{
+    service->answer(withBob, 200, "[1]", tagged("\"v1\""));
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    service->answer(withBob, 200, "[1,2]", tagged("W/\"v2\""));
+    QCOMPARE(shown(withBob), (QJsonArray{1, 2}));
+    service->answer(withBob, 304, {});
+    QCOMPARE(shown(withBob), (QJsonArray{1, 2}));
+    QCOMPARE(named(withBob), QByteArray("W/\"v2\""));
+    service->answer(withBob, 200, "[3]"); // a service that has stopped giving tags
+    QCOMPARE(shown(withBob), QJsonArray{3});
+    QCOMPARE(shown(withBob), QJsonArray{3});
+    QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
+}
+
+void TestRememberedReplies::everyAddressHasItsOwn()
+{
+    service->answer(withBob, 200, "[1]", tagged("\"b\""));
+    service->answer(withCarol, 200, "[2]", tagged("\"c\""));
+    shown(withBob);
+    shown(withCarol);
+    service->answer(withBob, 304, {});
+    service->answer(withCarol, 304, {});
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    QCOMPARE(named(withBob), QByteArray("\"b\""));
+    QCOMPARE(shown(withCarol), QJsonArray{2});
+    QCOMPARE(named(withCarol), QByteArray("\"c\""));
+}
+
+void TestRememberedReplies::onlyTheLatestAddressesAreKept()
+{
+    const auto key = [](int i) { return "GET /api/chat/history/peer" + QByteArray::number(i); };
+    for (int i = 0; i < 9; ++i) {
+        service->answer(key(i), 200, "[1]", tagged("\"v\""));
+        shown(key(i));
+    }
+    shown(key(1));
+    QCOMPARE(named(key(1)), QByteArray("\"v\""));
+    shown(key(0));
+    QVERIFY(!service->lastRequest(key(0)).hasHeader("If-None-Match"));
+}
+
+void TestRememberedReplies::failureForgetsNothing()
+{
+    service->answer(withBob, 200, "[1]", tagged("\"v1\""));
+    shown(withBob);
+    service->answer(withBob, 503, R"({"message":"busy"})", tagged("\"v2\""));
+    QSignalSpy failed(client.get(), &ApiClient::historyFailed);
+    ask(withBob);
+    QVERIFY(failed.wait());
+    QCOMPARE(failed.first().first().toString(), u"busy"_s);
+    service->answer(withBob, 304, {});
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    QCOMPARE(named(withBob), QByteArray("\"v1\""));
+}
+
+void TestRememberedReplies::laterReplyDoesNotChangeWhatWasNamed()
+{
+    service->answer(withBob, 200, "[1]", tagged("\"v1\""));
+    shown(withBob);
+    service->hold(withBob);
+    ask(withBob);
+    ask(withBob);
+    QVERIFY(service->waitForRequests(withBob, 3));
+    service->answerOnce(withBob, 200, "[1,2]", tagged("\"v2\""));
+    service->releaseAt(withBob, 0);
+    QTRY_COMPARE(arrays.size(), 2);
+    service->answer(withBob, 304, {});
+    service->release(withBob);
+    QTRY_COMPARE(arrays.size(), 3);
+    QCOMPARE(arrays.last(), QJsonArray{1});
+}
+
+void TestRememberedReplies::tagsThatAreNoneAreNotRepeated_data()
+{
+    QTest::addColumn<QByteArray>("tag");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("without quotes") << QByteArray("v1");
+    QTest::newRow("one quote") << QByteArray("\"");
+    QTest::newRow("quote inside") << QByteArray("\"a\"b\"");
+    QTest::newRow("blank inside") << QByteArray("\"a b\"");
+    QTest::newRow("control character") << QByteArray("\"a\x01\"");
+    QTest::newRow("too long") << '"' + QByteArray(200, 'a') + '"';
+    QTest::newRow("not ASCII") << QByteArray("\"\xc3\xa5\"");
+}
+
+void TestRememberedReplies::tagsThatAreNoneAreNotRepeated()
+{
+    QFETCH(const QByteArray, tag);
+    service->answer(withBob, 200, "[1]", tagged(tag));
+    shown(withBob);
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
+}
+
+void TestRememberedReplies::redirectedRepliesAreNotKept()
+{
+    service->answer(withBob, 302, {}, {{"Location", "/elsewhere"}});
+    service->answer("GET /elsewhere", 200, "[1]", tagged("\"v1\""));
+    shown(withBob);
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
+}
+
+void TestRememberedReplies::nothingIsNamedBeforeSigningIn()
+{
+    client->forgetReplies();
+    service->answer(withBob, 200, "[1]", tagged("\"v1\""));
+    shown(withBob);
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
+    service->answer(withBob, 304, {}); // unasked, it is an empty reply like any other
+    QCOMPARE(shown(withBob), QJsonArray());
+}
+
+void TestRememberedReplies::signingOutForgets()
+{
+    service->answer(withBob, 200, "[1]", tagged("\"v1\""));
+    shown(withBob);
+    client->forgetReplies();
+    signIn();
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
+}
+
+void TestRememberedReplies::signingInForgets()
+{
+    service->answer(withBob, 200, "[1]", tagged("\"v1\""));
+    shown(withBob);
+    signIn(u"carl"_s);
+    QCOMPARE(shown(withBob), QJsonArray{1});
+    QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
+}
+
+void TestRememberedReplies::unchangedAfterSigningOutShowsNothing()
+{
+    for (const QByteArray &key : {withBob, groups}) {
+        service->answer(key, 200, "[1]", tagged("\"v1\""));
+        shown(key);
+        service->answer(key, 304, {});
+        service->hold(key);
+        ask(key);
+        QVERIFY(service->waitForRequests(key, 2));
+        SignalLog log(*client);
+        client->forgetReplies();
+        service->release(key);
+        service->answer("GET /api/me", 200, "[]"); // which tells nothing
+        client->fetchMe();
+        QVERIFY(service->waitForRequests("GET /api/me", 1));
+        QVERIFY(QTest::qWaitFor([&] { return client->findChildren<QNetworkReply *>().isEmpty(); }));
+        QCOMPARE(log.emitted(), QList<QByteArray>());
+        signIn();
+        service->clear();
+    }
+}
+
+TIDELOFT_TEST_MAIN(TestRememberedReplies)
+#include "tst_remembered_replies.moc"
