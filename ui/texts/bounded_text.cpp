@@ -28,6 +28,12 @@ bool isEmoji(char32_t character)
            || (character >= 0x2600 && character <= 0x27BF) || character == 0x20E3;
 }
 
+/// Whether CHARACTER adds a picture behind BEFORE: U+FE0F makes one of signs such as ©.
+bool addsEmoji(char32_t character, char32_t before)
+{
+    return isEmoji(character) || (character == 0xFE0F && before > 0x7F && !isEmoji(before));
+}
+
 /// Scripts that stand side by side in one language, and in one font.
 bool isEastAsian(QChar::Script script)
 {
@@ -50,7 +56,7 @@ public:
     {
         characters += QChar::requiresSurrogates(character) ? 2 : 1;
         lines += isLineBreak(character, last) ? 1 : 0;
-        emoji += isEmoji(character) ? 1 : 0;
+        emoji += addsEmoji(character, last) ? 1 : 0;
         effort += effortOf(character);
         last = character;
     }
@@ -75,7 +81,7 @@ private:
         return 1
                + 4
                      * (word / (character < firstMark ? plainWord : 1'500) + (marks > 0 ? 3 + marks / 15 : 0)
-                        + (isEmoji(character) ? 300 : 0)
+                        + (addsEmoji(character, last) ? 300 : 0)
                         + (changesDirectionOrScript(character) ? 20 + word / 20 : 0));
     }
 

@@ -98,6 +98,8 @@ void TestBoundedText::cut_data()
     QTest::newRow("line and paragraph separators")
         << many(u"\u2028\u2029"_s, 2'000) << messageLimits << many(u"\u2028\u2029"_s, 999) + u"\u2028…"_s;
     QTest::newRow("1,001 emoji") << many(u"🔥"_s, 1'001) << messageLimits << many(u"🔥"_s, 1'000) + u"…"_s;
+    QTest::newRow("1,001 signs that U+FE0F makes emoji")
+        << many(u"\u00a9\ufe0f"_s, 1'001) << messageLimits << many(u"\u00a9\ufe0f"_s, 1'000) + u"\u00a9…"_s;
     QTest::newRow("4,000 characters of an error")
         << many(u"x"_s, 4'000) << errorLimits << many(u"x"_s, 4'000);
     QTest::newRow("4,001 characters of an error")
@@ -154,6 +156,8 @@ void TestBoundedText::effortIsCountedInPlainLetters_data()
     QTest::newRow("a line break") << u"a\nb"_s << 122;
     QTest::newRow("a line break of another system") << u"a\r\nb"_s << 123;
     QTest::newRow("one emoji") << u"🔥"_s << 1'201;
+    QTest::newRow("one emoji that U+FE0F asks for") << u"❤\ufe0f"_s << 1'214;
+    QTest::newRow("one sign that U+FE0F makes an emoji") << u"\u00a9\ufe0f"_s << 1'214;
     QTest::newRow("letters around an emoji") << u"ab🔥ab🔥"_s << 2'406;
     QTest::newRow("a mark on a letter") << u"a"_s + mark << 14;
     QTest::newRow("fifteen marks on a letter") << u"a"_s + many(mark, 15) << 200;
