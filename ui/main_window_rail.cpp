@@ -62,7 +62,7 @@ QWidget *MainWindow::buildRail(QWidget *page)
     createServerBtn->setStyleSheet(style::createServerButton());
     railSettingsBtn = makeRailButton(u"⚙"_s, text(u"Inställningar"_s, u"Settings"_s), rail);
     railSettingsBtn->setCheckable(true);
-    railSettingsBtn->setStyleSheet(style::symbolButton());
+    style::drawAsSymbol(railSettingsBtn);
 
     auto *column = makeColumn(rail, 6);
     column->setContentsMargins(8, 14, 8, 14);

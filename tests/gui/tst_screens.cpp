@@ -7,6 +7,8 @@
 #include "tests/gui/tst_screen_glyphs.h"
 #include "tests/gui/tst_screen_pages.h"
 #include "tests/support/test_main.h"
+#include "ui/style/style_sheets.h"
+#include "ui/style/symbol_font.h"
 
 #include <QApplication>
 #include <QDir>
@@ -165,13 +167,28 @@ void TestScreens::symbolsAreLetters()
     QCOMPARE(glyphCount(text, font), 1);
 }
 
-// A font of emoji has this one too, in colours that follow neither theme nor accent.
+// A font of emoji has this one too, in colours that follow neither theme nor accent. The button has no style
+// of its own, and looks as one would whose style names the font of symbols.
 void TestScreens::wheelsAreLetters()
 {
     SettingsProbe probe;
     QVERIFY(probe.signIn());
     probe.openSettings();
-    QVERIFY(!familiesOf(u"⚙"_s, probe.settingsButton()->font()).contains(u"noto color emoji"_s));
+    QPushButton *wheel = probe.settingsButton();
+    QPushButton letter(wheel->text(), wheel->parentWidget());
+    letter.setObjectName(wheel->objectName());
+    letter.setCheckable(true);
+    letter.setStyleSheet(u"QPushButton { font-family: \"%1\"; }"_s.arg(tideloft::ui::style::symbolFamily()));
+    letter.resize(wheel->size());
+    QVERIFY(!familiesOf(letter.text(), letter.font()).contains(u"noto color emoji"_s));
+    for (const QString &sheet : {tideloft::ui::darkStyleSheet(), tideloft::ui::lightStyleSheet()}) {
+        probe.window->setStyleSheet(sheet);
+        for (const bool checked : {true, false}) {
+            wheel->setChecked(checked);
+            letter.setChecked(checked);
+            QCOMPARE(wheel->grab().toImage(), letter.grab().toImage());
+        }
+    }
     const QListWidgetItem *entry = probe.nav()->item(Advanced);
     const QFont font = entry->font().resolve(probe.nav()->font());
     QVERIFY(!familiesOf(entry->text(), font).contains(u"noto color emoji"_s));

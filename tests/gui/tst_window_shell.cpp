@@ -116,6 +116,7 @@ void TestWindowShell::railProperties_data()
         "10px; color: #1fd882; font-size: 20px; }QPushButton:hover { background: rgba(31,216,130,0.2); }"_s);
     row(u"railBtn=⚙"_s, "checkable", true);
     row(u"railBtn=⚙"_s, "checked", false);
+    row(u"railBtn=⚙"_s, "styleSheet", QString());
     row(u"railBtn=⚙"_s, "toolTip", u"Inställningar"_s);
     for (const char *way : {"horizontal", "vertical"})
         row(u"centerPanel"_s, way, static_cast<int>(QSizePolicy::Expanding));

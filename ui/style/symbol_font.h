@@ -4,31 +4,20 @@
 #pragma once
 
 #include <QFont>
-#include <QStringList>
+
+class QPushButton;
 
 namespace tideloft::ui::style
 {
 
 /// A family without emoji. Only the app knows which fonts it stands for; without the app it stands for none.
-inline QString symbolFamily()
-{
-    return QStringLiteral("TideLoft Symbols");
-}
-
-/// For a button whose text is such a symbol. The other families are those of the window's sheets.
-inline QString symbolButton()
-{
-    return QStringLiteral("QPushButton { font-family: \"%1\", \"Segoe UI\", system-ui, sans-serif; }")
-        .arg(symbolFamily());
-}
+QString symbolFamily();
 
 /// For a list's entry with such a symbol in its text.
-inline QFont symbolFont()
-{
-    QFont font;
-    font.setFamilies(QStringList{symbolFamily(), QStringLiteral("Segoe UI"), QStringLiteral("system-ui"),
-                                 QStringLiteral("sans-serif")});
-    return font;
-}
+QFont symbolFont();
+
+/// Draws the text of BUTTON, which is such a symbol, in that font, and in the size and colours of the sheets,
+/// which know one font for every widget.
+void drawAsSymbol(QPushButton *button);
 
 } // namespace tideloft::ui::style
