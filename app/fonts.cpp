@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/fonts.h"
 
+#include "ui/style/emoji_font.h"
 #include "ui/style/symbol_font.h"
 
 #include <QFont>
@@ -18,6 +19,13 @@ namespace tideloft::app
 
 namespace
 {
+
+/// A font of emoji in colour.
+const QString &pictures()
+{
+    static const QString family = u"Noto Color Emoji"_s;
+    return family;
+}
 
 /// A font that has most symbols, and many emoji as outlines.
 const QString &outlines()
@@ -56,8 +64,10 @@ bool hasFonts()
 void substituteFonts()
 {
     const QString first = letters();
-    QFont::insertSubstitutions(u"Segoe UI"_s, QStringList{first, u"Noto Color Emoji"_s, outlines()});
+    QFont::insertSubstitutions(u"Segoe UI"_s, QStringList{first, pictures(), outlines()});
     QFont::insertSubstitutions(ui::style::symbolFamily(), QStringList{first, outlines()});
+    if (QFontDatabase::hasFamily(pictures()))
+        QFont::insertSubstitution(ui::style::emojiFamily(), pictures());
 }
 
 } // namespace tideloft::app

@@ -7,6 +7,7 @@
 #include "ui/style/grid_widget.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widgets/accessible_role.h"
+#include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/error_label.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"
@@ -52,9 +53,8 @@ QWidget *makeSecurityBadge(QWidget *card)
     return badge;
 }
 
-QLineEdit *makeAuthField(QWidget *card)
+QLineEdit *makeAuthField(QLineEdit *field)
 {
-    auto *field = new QLineEdit(card);
     field->setObjectName(u"authInput"_s);
     field->setMinimumHeight(38);
     return field;
@@ -148,8 +148,8 @@ void MainWindow::addAuthHeading(QWidget *card, QVBoxLayout *column)
 
 void MainWindow::addAuthFields(QWidget *card, QVBoxLayout *column)
 {
-    usernameField = makeAuthField(card);
-    passwordField = makeAuthField(card);
+    usernameField = makeAuthField(new EmojiLineEdit(card));
+    passwordField = makeAuthField(new QLineEdit(card));
     passwordField->setEchoMode(QLineEdit::Password);
     rememberCheck = new QCheckBox(text(u"Kom ihåg mig i 30 dagar"_s, u"Remember me for 30 days"_s), card);
     rememberCheck->setObjectName(u"rememberCheck"_s);

@@ -9,6 +9,7 @@
 #include "ui/lists/row_list.h"
 #include "ui/style/hint_row.h"
 #include "ui/widgets/elided_label.h"
+#include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"
 
@@ -158,7 +159,7 @@ QWidget *MainWindow::buildMessageList(QWidget *page)
 QWidget *MainWindow::buildInputArea(QWidget *page)
 {
     auto *area = makeBox(page, u"inputArea"_s);
-    msgInput = new QLineEdit(area);
+    msgInput = new EmojiLineEdit(area);
     msgInput->setObjectName(u"msgInput"_s);
     msgInput->setFixedHeight(44);
     msgInput->setMinimumWidth(400);

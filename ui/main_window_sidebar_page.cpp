@@ -8,6 +8,7 @@
 #include "ui/style/inline_styles.h"
 #include "ui/widgets/accessible_role.h"
 #include "ui/widgets/elided_label.h"
+#include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"
 
@@ -68,7 +69,7 @@ QWidget *MainWindow::buildSideHeader(QWidget *sidebar)
 QWidget *MainWindow::buildSearchWrap(QWidget *sidebar)
 {
     auto *wrap = makeBox(sidebar, u"searchWrap"_s);
-    sideSearch = new QLineEdit(wrap);
+    sideSearch = new EmojiLineEdit(wrap);
     sideSearch->setObjectName(u"sideSearch"_s);
     sideSearch->setFixedHeight(34);
     auto *column = makeColumn(wrap);

@@ -16,7 +16,11 @@ foreach(scale 1.5 2)
         ENVIRONMENT_MODIFICATION "${TIDELOFT_OWN_LOOKS}")
 endforeach()
 
-tideloft_test(tst_emoji LIBRARIES tideloft_screen_probe LABELS gui)
+add_library(tideloft_emoji_table STATIC tst_emoji_table.cpp tst_emoji_table.h)
+target_link_libraries(tideloft_emoji_table PUBLIC tideloft_options Qt6::Core)
+tideloft_test(tst_emoji LIBRARIES tideloft_screen_probe tideloft_emoji_table LABELS gui)
+tideloft_test(tst_emoji_places SOURCES tst_emoji_places.cpp tst_emoji_drawing.cpp tst_emoji_drawing.h
+    LIBRARIES tideloft_screen_probe tideloft_emoji_table LABELS gui)
 
 # Other fonts of letters than the client's first choices: whatever else is there.
 set(other_fonts "${CMAKE_CURRENT_BINARY_DIR}/other_fonts.conf")

@@ -3,10 +3,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/chat/bubble_text.h"
+#include "ui/style/emoji_font.h"
 #include "ui/style/inline_styles.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
+#include <QClipboard>
 #include <QTextDocument>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +19,7 @@ class TestBubbleText : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void heightIsALabelsOwn_data();
     void heightIsALabelsOwn();
     void longWordsAreMeasuredAsTheyAreDrawn_data();
@@ -24,6 +27,9 @@ private slots:
     void atRestNothingIsDrawnAgain_data();
     void atRestNothingIsDrawnAgain();
     void longWordsStayBrokenAfterChanges();
+    void picturesStayAfterChanges();
+    void aPictureIsAsWideAsAnother();
+    void copyingKeepsEveryCharacter();
     void anotherFontIsMeasuredAnew();
 };
 
@@ -54,6 +60,11 @@ void letThingsSettle()
 
 } // namespace
 
+void TestBubbleText::initTestCase()
+{
+    QFont::insertSubstitution(ui::style::emojiFamily(), u"Noto Color Emoji"_s);
+}
+
 void TestBubbleText::heightIsALabelsOwn_data()
 {
     QTest::addColumn<QString>("text");
@@ -67,6 +78,7 @@ void TestBubbleText::heightIsALabelsOwn_data()
     QTest::newRow("another script") << u"漢字 かな "_s.repeated(20);
     QTest::newRow("right to left") << u"שלום עולם "_s.repeated(20);
     QTest::newRow("markup") << u"<b>x</b> &amp; <br> y"_s;
+    QTest::newRow("a picture that is asked for") << u"❤️‍🔥"_s;
 }
 
 void TestBubbleText::heightIsALabelsOwn()
@@ -91,6 +103,10 @@ void TestBubbleText::longWordsAreMeasuredAsTheyAreDrawn_data()
     QTest::newRow("one word") << QString(500, u'x');
     QTest::newRow("among others") << u"see https://example.org/"_s + QString(80, u'y') + u" please\n"_s;
     QTest::newRow("a script without blanks") << u"漢字かな交じり文"_s.repeated(30);
+    QTest::newRow("pictures that are asked for") << u"❤️‍🔥 one 1️⃣ "_s.repeated(30);
+    QTest::newRow("a word of such pictures") << u"❤️‍🔥"_s.repeated(100);
+    QTest::newRow("lines of such pictures")
+        << u"1️⃣\n2️⃣\n👩‍❤️‍👨👁️‍🗨️\nabc"_s.repeated(9);
 }
 
 void TestBubbleText::longWordsAreMeasuredAsTheyAreDrawn()
@@ -113,6 +129,9 @@ void TestBubbleText::atRestNothingIsDrawnAgain_data()
     QTest::newRow("short words") << u"see you there"_s;
     QTest::newRow("a link") << u"see https://example.org/a/page/about/something?and=more please"_s;
     QTest::newRow("a word of 100,000 letters") << QString(100'000, u'x');
+    QTest::newRow("pictures that are asked for") << u"❤️‍🔥 1️⃣"_s;
+    QTest::newRow("a link and such pictures")
+        << u"see https://example.org/a/page/about/something?and=more ❤️‍🔥"_s;
 }
 
 void TestBubbleText::atRestNothingIsDrawnAgain()
@@ -158,6 +177,44 @@ void TestBubbleText::longWordsStayBrokenAfterChanges()
     bubble.setContentsMargins(10, 0, 10, 0);
     bubble.grab();
     QVERIFY(bubble.findChild<QTextDocument *>()->idealWidth() <= bubble.contentsRect().width());
+}
+
+// Pictures stand in the text as in that of a fresh label, whatever happened before.
+void TestBubbleText::picturesStayAfterChanges()
+{
+    const QString text = u"❤️‍🔥 1️⃣\n1️⃣"_s;
+    ui::BubbleText bubble(text, nullptr);
+    for (const QString &look : {ui::style::messageText(), u"font-size: 30px;"_s, u"font-size: 12px;"_s}) {
+        ui::BubbleText fresh(text, nullptr);
+        for (ui::BubbleText *each : {&bubble, &fresh}) {
+            each->setStyleSheet(look);
+            each->resize(each->sizeHint());
+        }
+        QCOMPARE(bubble.size(), fresh.size());
+        QCOMPARE(bubble.grab().toImage(), fresh.grab().toImage());
+    }
+}
+
+// Two pictures side by side would need more room, and so would letters beside what encloses them.
+void TestBubbleText::aPictureIsAsWideAsAnother()
+{
+    const ui::BubbleText usual(u"❤️"_s, nullptr);
+    for (const QString &text : {u"❤️‍🔥"_s, u"1️⃣"_s, u"‼️"_s, u"👩‍❤️‍👨"_s})
+        QCOMPARE(ui::BubbleText(text, nullptr).sizeHint(), usual.sizeHint());
+}
+
+void TestBubbleText::copyingKeepsEveryCharacter()
+{
+    const QString text = u"a ❤️‍🔥\n1️⃣ \u00a9\ufe0f"_s;
+    ui::BubbleText bubble(text, nullptr);
+    bubble.resize(bubble.sizeHint());
+    bubble.grab();
+    QCOMPARE(bubble.text(), text);
+    QCOMPARE(bubble.copiedText(), text);
+    bubble.selectAll();
+    QCOMPARE(bubble.copiedText(), text);
+    QTest::keyClick(&bubble, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), text);
 }
 
 void TestBubbleText::anotherFontIsMeasuredAnew()

@@ -2,13 +2,19 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "app/fonts.h"
+#include "tests/gui/tst_emoji_table.h"
 #include "tests/gui/tst_screen_glyphs.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
 #include "ui/chat/bubble_text.h"
+#include "ui/style/emoji_font.h"
+#include "ui/widgets/emoji_formats.h"
 
 #include <QApplication>
+#include <QGlyphRun>
 #include <QLabel>
+#include <QScopeGuard>
+#include <QTextLayout>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -22,8 +28,10 @@ private slots:
     void initTestCase();
     void picturesByDefault_data();
     void picturesByDefault();
-    void picturesByRequest_data();
     void picturesByRequest();
+    void othersAreLeftAlone_data();
+    void othersAreLeftAlone();
+    void withoutAFontOfEmojiNothingChanges();
     void commonestAreColoured_data();
     void commonestAreColoured();
     void lettersAreGrey_data();
@@ -42,6 +50,23 @@ QFont messageFont()
     const BubbleText text(u"Hello"_s, probe.window.get());
     text.ensurePolished();
     return text.font();
+}
+
+/// The families, the number of glyphs and the width in px of TEXT in a message.
+std::tuple<QStringList, int, qreal> pictureOf(const QString &text, const QFont &font)
+{
+    QTextLayout layout(text, font);
+    layout.setFormats(tideloft::ui::emojiFormats(text));
+    layout.beginLayout();
+    const qreal width = layout.createLine().naturalTextWidth();
+    layout.endLayout();
+    QStringList families;
+    int glyphs = 0;
+    for (const QGlyphRun &run : layout.glyphRuns()) {
+        families << run.rawFont().familyName().toLower();
+        glyphs += static_cast<int>(run.glyphIndexes().size());
+    }
+    return {families, glyphs, width};
 }
 
 /// Whether TEXT has pixels of a colour, in a message that stands in white on black.
@@ -108,50 +133,42 @@ void TestEmoji::picturesByDefault()
     }
 }
 
-// Symbols that are pictures when U+FE0F follows.
-void TestEmoji::picturesByRequest_data()
-{
-    QTest::addColumn<QList<uint>>("bounds");
-    for (const QList<uint> &bounds :
-         QList<QList<uint>>{{0x2049, 0x2049},   {0x2139, 0x2139},   {0x2194, 0x2199},   {0x21a9, 0x21aa},
-                            {0x2328, 0x2328},   {0x23cf, 0x23cf},   {0x23ed, 0x23ef},   {0x23f1, 0x23f2},
-                            {0x23f8, 0x23fa},   {0x24c2, 0x24c2},   {0x25aa, 0x25ab},   {0x25b6, 0x25b6},
-                            {0x25c0, 0x25c0},   {0x25fb, 0x25fc},   {0x2600, 0x2604},   {0x260e, 0x260e},
-                            {0x2611, 0x2611},   {0x2618, 0x2618},   {0x261d, 0x261d},   {0x2620, 0x2620},
-                            {0x2622, 0x2623},   {0x2626, 0x2626},   {0x262a, 0x262a},   {0x262e, 0x262f},
-                            {0x2638, 0x263a},   {0x2640, 0x2640},   {0x2642, 0x2642},   {0x265f, 0x2660},
-                            {0x2663, 0x2663},   {0x2665, 0x2666},   {0x2668, 0x2668},   {0x267b, 0x267b},
-                            {0x267e, 0x267e},   {0x2692, 0x2692},   {0x2694, 0x2697},   {0x2699, 0x2699},
-                            {0x269b, 0x269c},   {0x26a0, 0x26a0},   {0x26a7, 0x26a7},   {0x26b0, 0x26b1},
-                            {0x26c8, 0x26c8},   {0x26cf, 0x26cf},   {0x26d1, 0x26d1},   {0x26d3, 0x26d3},
-                            {0x26e9, 0x26e9},   {0x26f0, 0x26f1},   {0x26f4, 0x26f4},   {0x26f7, 0x26f9},
-                            {0x2702, 0x2702},   {0x2708, 0x2709},   {0x270c, 0x270d},   {0x270f, 0x270f},
-                            {0x2712, 0x2712},   {0x2714, 0x2714},   {0x2716, 0x2716},   {0x271d, 0x271d},
-                            {0x2721, 0x2721},   {0x2733, 0x2734},   {0x2744, 0x2744},   {0x2747, 0x2747},
-                            {0x2763, 0x2764},   {0x27a1, 0x27a1},   {0x2934, 0x2935},   {0x2b05, 0x2b07},
-                            {0x3030, 0x3030},   {0x303d, 0x303d},   {0x3297, 0x3297},   {0x3299, 0x3299},
-                            {0x1f170, 0x1f171}, {0x1f17e, 0x1f17f}, {0x1f202, 0x1f202}, {0x1f237, 0x1f237},
-                            {0x1f321, 0x1f321}, {0x1f324, 0x1f32c}, {0x1f336, 0x1f336}, {0x1f37d, 0x1f37d},
-                            {0x1f396, 0x1f397}, {0x1f399, 0x1f39b}, {0x1f39e, 0x1f39f}, {0x1f3cb, 0x1f3ce},
-                            {0x1f3d4, 0x1f3df}, {0x1f3f3, 0x1f3f3}, {0x1f3f5, 0x1f3f5}, {0x1f3f7, 0x1f3f7},
-                            {0x1f43f, 0x1f43f}, {0x1f441, 0x1f441}, {0x1f4fd, 0x1f4fd}, {0x1f549, 0x1f54a},
-                            {0x1f56f, 0x1f570}, {0x1f573, 0x1f579}, {0x1f587, 0x1f587}, {0x1f58a, 0x1f58d},
-                            {0x1f590, 0x1f590}, {0x1f5a5, 0x1f5a5}, {0x1f5a8, 0x1f5a8}, {0x1f5b1, 0x1f5b2},
-                            {0x1f5bc, 0x1f5bc}, {0x1f5c2, 0x1f5c4}, {0x1f5d1, 0x1f5d3}, {0x1f5dc, 0x1f5de},
-                            {0x1f5e1, 0x1f5e1}, {0x1f5e3, 0x1f5e3}, {0x1f5e8, 0x1f5e8}, {0x1f5ef, 0x1f5ef},
-                            {0x1f5f3, 0x1f5f3}, {0x1f5fa, 0x1f5fa}, {0x1f6cb, 0x1f6cb}, {0x1f6cd, 0x1f6cf},
-                            {0x1f6e0, 0x1f6e5}, {0x1f6e9, 0x1f6e9}, {0x1f6f0, 0x1f6f0}, {0x1f6f3, 0x1f6f3}})
-        QTest::addRow("%x-%x", bounds.first(), bounds.last()) << bounds;
-}
-
+// One picture each from the font of emoji, of the same width.
 void TestEmoji::picturesByRequest()
 {
-    QFETCH(const QList<uint>, bounds);
     const QFont font = messageFont();
-    for (char32_t character = bounds.first(); character <= bounds.last(); ++character) {
-        const QString text = QString::fromUcs4(&character, 1) + QChar(0xfe0f);
-        QVERIFY2(familiesOf(text, font).contains(emojiFont), qPrintable(text));
+    const auto one = pictureOf(u"😀"_s, font);
+    QStringList others;
+    for (const QString &text : requestedPictures() + joinedPictures()) {
+        if (pictureOf(text, font) != one)
+            others << text;
     }
+    QCOMPARE(others, QStringList());
+}
+
+// Nothing is known of other places of U+FE0F, and what the font does not have would be a box.
+void TestEmoji::othersAreLeftAlone_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("letters") << u"Hello"_s;
+    QTest::newRow("a letter") << u"a\ufe0f"_s;
+    QTest::newRow("a digit") << u"1\ufe0f"_s;
+    QTest::newRow("symbols") << u"✓\ufe0f➤\ufe0f●\ufe0f←\ufe0f"_s;
+    QTest::newRow("not in the font") << u"🀀\ufe0f"_s;
+    QTest::newRow("one of two is not in the font") << u"❤\ufe0f\u200d🀀"_s;
+}
+
+void TestEmoji::othersAreLeftAlone()
+{
+    QFETCH(const QString, text);
+    QVERIFY(tideloft::ui::emojiFormats(text).isEmpty());
+}
+
+void TestEmoji::withoutAFontOfEmojiNothingChanges()
+{
+    QFont::removeSubstitutions(tideloft::ui::style::emojiFamily());
+    const auto restore = qScopeGuard([] { tideloft::app::substituteFonts(); });
+    QVERIFY(tideloft::ui::emojiFormats(u"❤️‍🔥 1️⃣"_s).isEmpty());
 }
 
 void TestEmoji::commonestAreColoured_data()
@@ -184,7 +201,11 @@ void TestEmoji::commonestAreColoured_data()
                                 u"▶️"_s,
                                 u"🇸🇪"_s,
                                 u"🏳️‍🌈"_s,
-                                u"🧑‍⚕️"_s})
+                                u"🧑‍⚕️"_s,
+                                u"❤️‍🔥"_s,
+                                u"👩‍❤️‍👨"_s,
+                                u"‼️"_s,
+                                u"1️⃣"_s})
         QTest::addRow("%s", qPrintable(text)) << text;
 }
 

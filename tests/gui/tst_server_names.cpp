@@ -3,15 +3,18 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
+#include "ui/style/emoji_font.h"
 
 #include <QApplication>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTextDocument>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
+namespace style = tideloft::ui::style;
 using namespace tideloft::tests;
 
 class TestServerNames : public QObject
@@ -24,6 +27,8 @@ private slots:
     void hostileNames_data();
     void hostileNames();
     void tipsShowMarkupAsText();
+    void tipsShowPicturesAndMarkupAsText_data();
+    void tipsShowPicturesAndMarkupAsText();
     void tipsKeepToHalfTheScreen_data();
     void tipsKeepToHalfTheScreen();
     void anIdentifierIsPlainTextToo();
@@ -79,6 +84,32 @@ void TestServerNames::hostileNames()
     QCoreApplication::processEvents();
     QCOMPARE(probe.window->size(), before);
     QCOMPARE(probe.window->minimumSizeHint().width() <= before.width(), true);
+}
+
+// Around a picture stands the client's own markup, and nothing else in the tip is any.
+void TestServerNames::tipsShowPicturesAndMarkupAsText_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("markup beside it") << u"<b>1️⃣</b> & <img src=\"❤️‍🔥\">"_s;
+    QTest::newRow("an entity before it") << u"&#3️⃣ &amp;#️⃣"_s;
+    QTest::newRow("an end of a span") << u"</span>'\"❤️\"'</p>"_s;
+    QTest::newRow("wider than the screen") << u"<b>1️⃣&WWWWWW"_s.repeated(20);
+}
+
+void TestServerNames::tipsShowPicturesAndMarkupAsText()
+{
+    QFETCH(const QString, name);
+    GuiProbe probe;
+    QVERIFY(probe.signIn());
+    QFont::insertSubstitution(style::emojiFamily(), u"Noto Color Emoji"_s);
+    const auto restore = qScopeGuard([] { QFont::removeSubstitutions(style::emojiFamily()); });
+    QVERIFY(listServers(probe, {server(u"g1"_s, name)}));
+    const QString tip = shownTip(serverButtons(probe).constFirst());
+    QVERIFY2(tip.contains(u"<span style=\"font-family:'%1'\">"_s.arg(style::emojiFamily())), qPrintable(tip));
+    QTextDocument document;
+    document.setHtml(tip);
+    const QString shown = document.toPlainText().remove(QChar::LineSeparator).remove(u'\n');
+    QCOMPARE(shown, QString(name).remove(QChar(0xfe0f)));
 }
 
 // The property keeps what the service said; what is handed to the toolkit cannot be markup of the name's.

@@ -4,6 +4,7 @@
 #include "ui/chat/bubble_text.h"
 
 #include "ui/style/inline_styles.h"
+#include "ui/widgets/emoji_formats.h"
 #include "ui/widgets/text_height.h"
 
 #include <QEvent>
@@ -45,7 +46,8 @@ bool containsLongWord(const QString &text)
 // The text comes after the flags: the other way round it would be laid out for the flags.
 BubbleText::BubbleText(const QString &text, QWidget *parent)
     : QLabel(parent),
-      hasLongWord(containsLongWord(text))
+      hasLongWord(containsLongWord(text)),
+      hasEmoji(hasEmojiFormats(text))
 {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
@@ -59,13 +61,19 @@ QSize BubbleText::sizeHint() const
 {
     ensurePolished();
     if (naturalWidth < 0) {
-        const QRect wrapped =
-            fontMetrics().boundingRect(QRect(0, 0, widestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text());
         // The layout measures in fractions of a pixel: one pixel more keeps the last word on its line.
-        naturalWidth = qMin(wrapped.width() + 1, widestText);
+        naturalWidth = qMin(wrappedWidth() + 1, widestText);
         naturalHeight = measuredHeight(naturalWidth);
     }
     return {naturalWidth, naturalHeight};
+}
+
+int BubbleText::wrappedWidth() const
+{
+    if (hasEmoji)
+        return textSize(text(), font(), widestText).width();
+    const QRect room(0, 0, widestText, QWIDGETSIZE_MAX);
+    return fontMetrics().boundingRect(room, Qt::TextWordWrap, text()).width();
 }
 
 // No text needs more room than the narrowest window leaves it: its long words are broken.
@@ -114,7 +122,7 @@ void BubbleText::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         naturalWidth = lastWidth = -1;
-    areWordsBroken = false;
+    areWordsBroken = areEmojiDrawn = false;
     QLabel::changeEvent(event);
 }
 
@@ -128,6 +136,8 @@ void BubbleText::paintEvent(QPaintEvent *event)
 {
     if (hasLongWord && !areWordsBroken)
         breakLongWords();
+    if (hasEmoji && !areEmojiDrawn)
+        drawEmoji();
     QLabel::paintEvent(event);
 }
 
@@ -143,6 +153,15 @@ void BubbleText::breakLongWords()
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document->setDefaultTextOption(option);
     areWordsBroken = true;
+}
+
+// The formats stay with the document, which is filled once; only their height follows the font.
+void BubbleText::drawEmoji()
+{
+    QLabel::heightForWidth(width()); // fills the document
+    if (auto *document = findChild<QTextDocument *>())
+        formatEmoji(document);
+    areEmojiDrawn = true;
 }
 
 } // namespace tideloft::ui

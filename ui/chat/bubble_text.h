@@ -36,10 +36,14 @@ protected:
 
 private:
     int measuredHeight(int width) const;
+    int wrappedWidth() const;
     void breakLongWords();
+    void drawEmoji();
 
     bool hasLongWord = false;
+    bool hasEmoji = false;       ///< that need formats
     bool areWordsBroken = false; ///< in the label's own layout, since anything changed
+    bool areEmojiDrawn = false;  ///< in the same layout, for the present font
     // Measured for the present font; negative while unknown. Layouts ask for the natural size again and
     // again, between questions about other widths.
     mutable int naturalWidth = -1;

@@ -5,6 +5,7 @@
 
 #include "ui/keyboard/composition_keys.h"
 #include "ui/style/dialog_styles.h"
+#include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"
 
@@ -23,7 +24,7 @@ namespace
 
 QLineEdit *makeField(const QString &placeholder, int maximumLength, const QString &name, QWidget *dialog)
 {
-    auto *field = new QLineEdit(dialog);
+    auto *field = new EmojiLineEdit(dialog);
     field->setPlaceholderText(placeholder);
     field->setMaxLength(maximumLength);
     field->setAccessibleName(name);

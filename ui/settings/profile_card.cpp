@@ -8,6 +8,8 @@
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"
 #include "ui/widgets/elided_label.h"
+#include "ui/widgets/emoji_highlighter.h"
+#include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/round_picture.h"
 #include "ui/widgets/widget_parts.h"
@@ -69,7 +71,7 @@ QLabel *makeFieldLabel(const QString &text, QWidget *field, QWidget *card)
 
 QLineEdit *makeDisplayName(const QString &username, const QString &label, QWidget *card)
 {
-    auto *field = new QLineEdit(firstPart(username, nameLimits), card);
+    auto *field = new EmojiLineEdit(firstPart(username, nameLimits), card);
     field->setStyleSheet(style::field);
     field->setAccessibleName(label);
     return field;
@@ -83,6 +85,7 @@ QPlainTextEdit *makeBio(Language language, QWidget *card)
     bio->setFixedHeight(70);
     bio->setTabChangesFocus(true);
     bio->setStyleSheet(style::field);
+    new EmojiHighlighter(bio->document()); // owned by the document
     bio->setAccessibleName(u"Bio"_s);
     bio->setAccessibleDescription(bio->placeholderText());
     return bio;

@@ -4,6 +4,7 @@
 #include "ui/settings/settings_rows.h"
 
 #include "ui/style/settings_styles.h"
+#include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"
 
@@ -111,7 +112,7 @@ QWidget *makeActionRow(const QString &label, const QString &buttonText, const QS
 QWidget *makeTextRow(const QString &label, const QString &placeholder, const QString &text, QWidget *parent)
 {
     auto *row = makeBox(parent, u"settingsRow"_s);
-    auto *field = new QLineEdit(text, row);
+    auto *field = new EmojiLineEdit(text, row);
     field->setPlaceholderText(placeholder);
     field->setStyleSheet(style::field);
     field->setAccessibleName(label);

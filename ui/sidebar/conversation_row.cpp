@@ -7,6 +7,8 @@
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"
 #include "ui/widgets/elided_label.h"
+#include "ui/widgets/emoji_formats.h"
+#include "ui/widgets/emoji_line.h"
 #include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
@@ -33,14 +35,21 @@ QWidget *makeAvatar(const QString &peer, QWidget *row)
     return place;
 }
 
+QString cutPreview(const QString &text, const QFont &font)
+{
+    constexpr int room = 140;
+    if (hasEmojiFormats(text))
+        return EmojiLine(text, font).elided(room);
+    // The longest variant: or the toolkit would show only a part of a text with one of its separators in it.
+    return QFontMetrics(font).elidedText(text, Qt::ElideRight, room, Qt::TextLongestVariant);
+}
+
 QLabel *makePreview(const QString &text, QWidget *row)
 {
     auto *preview = new ElidedLabel({}, row);
     preview->setStyleSheet(style::conversationPreview(u"#5a7a9a"_s, u"400"_s));
     preview->ensurePolished(); // the style sheet's font is the label's own from here on
-    // The longest variant: or the toolkit would show only a part of a text with one of its separators in it.
-    preview->setText(preview->fontMetrics().elidedText(firstPart(text, previewLimits), Qt::ElideRight, 140,
-                                                       Qt::TextLongestVariant));
+    preview->setText(cutPreview(firstPart(text, previewLimits), preview->font()));
     return preview;
 }
 

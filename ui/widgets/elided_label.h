@@ -22,6 +22,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    void paintEmoji(const QString &line);
 };
 
 } // namespace tideloft::ui

@@ -4,6 +4,7 @@
 #include "ui/widgets/focus_ring.h"
 
 #include "ui/widgets/accessible_role.h"
+#include "ui/widgets/emoji_delegate.h"
 
 #include <QCheckBox>
 #include <QFocusEvent>
@@ -11,7 +12,6 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
 
@@ -80,15 +80,15 @@ private:
 };
 
 // The toolkit's own frame would stand inside the entry, also for those who use the mouse.
-class FramelessEntries : public QStyledItemDelegate
+class FramelessEntries : public EmojiDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using EmojiDelegate::EmojiDelegate;
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
-        QStyledItemDelegate::initStyleOption(option, index);
+        EmojiDelegate::initStyleOption(option, index);
         option->state.setFlag(QStyle::State_HasFocus, false);
     }
 };

@@ -4,6 +4,8 @@
 #include "ui/widgets/message_box.h"
 
 #include "ui/texts/bounded_text.h"
+#include "ui/widgets/emoji_formats.h"
+#include "ui/widgets/emoji_highlighter.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/text_height.h"
 
@@ -55,7 +57,7 @@ bool fitsAsItIsDrawn(const QMessageBox &box, QLabel *label, int width)
     const QSize most = roomForBox(box);
     const QRect room(QPoint(), QSize(width, most.height()));
     constexpr int flags = Qt::TextWordWrap | Qt::TextExpandTabs;
-    if (box.text().contains(variantSeparator)
+    if (box.text().contains(variantSeparator) || hasEmojiFormats(box.text())
         || !room.contains(label->fontMetrics().boundingRect(room, flags, box.text())))
         return false;
     label->setWordWrap(true); // the toolkit decides anew when it shows the box
@@ -74,6 +76,7 @@ QPlainTextEdit *makeScrollingText(const QString &text, int height, QMessageBox *
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->viewport()->setAutoFillBackground(false);
     view->setFixedHeight(height);
+    new EmojiHighlighter(view->document()); // owned by the document
     view->setPlainText(text);
     return view;
 }

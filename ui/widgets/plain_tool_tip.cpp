@@ -4,6 +4,7 @@
 #include "ui/widgets/plain_tool_tip.h"
 
 #include "ui/texts/bounded_text.h"
+#include "ui/widgets/emoji_formats.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -63,7 +64,7 @@ QString asLines(QStringList lines)
 {
     for (QString &line : lines)
         line = line.toHtmlEscaped();
-    return u"<p style='white-space:pre'>"_s + lines.join(u"<br/>"_s) + u"</p>"_s;
+    return withEmojiSpans(u"<p style='white-space:pre'>"_s + lines.join(u"<br/>"_s) + u"</p>"_s);
 }
 
 /// Shows TEXT as the toolkit lays it out, unless that is larger than half the screen: the toolkit breaks no
@@ -71,7 +72,8 @@ QString asLines(QStringList lines)
 /// wider than they are counted: their lines are broken once more, for less room.
 void showBounded(const QPoint &position, const QString &text, QWidget *widget)
 {
-    QToolTip::showText(position, Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), widget);
+    QToolTip::showText(position, withEmojiSpans(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal)),
+                       widget);
     const QSize most = widget->screen()->availableSize() / 2;
     QSize room = most - tipFrame;
     for (int tries = 0; tries < 3; ++tries) {

@@ -3,6 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/widgets/text_height.h"
 
+#include "ui/texts/emoji_sequences.h"
+#include "ui/widgets/emoji_formats.h"
+
 #include <QCoreApplication>
 #include <QPointer>
 #include <QTextDocument>
@@ -25,9 +28,7 @@ QTextDocument &measuringDocument()
     return *document;
 }
 
-} // namespace
-
-int textHeight(const QString &text, const QFont &font, int width, QTextOption::WrapMode wrapping)
+QSize measured(const QString &text, const QFont &font, int width, QTextOption::WrapMode wrapping)
 {
     QTextDocument &document = measuringDocument();
     document.setDefaultFont(font);
@@ -36,9 +37,23 @@ int textHeight(const QString &text, const QFont &font, int width, QTextOption::W
     document.setDefaultTextOption(option);
     document.setTextWidth(width);
     document.setPlainText(text);
-    const int height = qCeil(document.size().height());
+    if (asksForEmoji(text))
+        formatEmoji(&document);
+    const QSize size(qCeil(document.idealWidth()), qCeil(document.size().height()));
     document.clear(); // nobody's words stay behind
-    return height;
+    return size;
+}
+
+} // namespace
+
+int textHeight(const QString &text, const QFont &font, int width, QTextOption::WrapMode wrapping)
+{
+    return measured(text, font, width, wrapping).height();
+}
+
+QSize textSize(const QString &text, const QFont &font, int width)
+{
+    return measured(text, font, width, QTextOption::WordWrap);
 }
 
 } // namespace tideloft::ui

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/widgets/widget_parts.h"
 
+#include "ui/widgets/emoji_label.h"
 #include "ui/widgets/focus_ring.h"
 
 #include <QBoxLayout>
@@ -15,7 +16,7 @@ namespace tideloft::ui
 
 QLabel *makeLabel(const QString &text, QWidget *parent, const QString &objectName)
 {
-    auto *label = new QLabel(parent);
+    auto *label = new EmojiLabel(parent);
     label->setTextFormat(Qt::PlainText);
     label->setText(text);
     label->setObjectName(objectName);

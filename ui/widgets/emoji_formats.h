@@ -1,0 +1,32 @@
+// How pictures that a text asks for with U+FE0F come out as pictures.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QList>
+#include <QTextLayout>
+
+class QTextDocument;
+
+namespace tideloft::ui
+{
+
+/// The formats with which a layout of TEXT draws each such sequence as one picture. The toolkit looks a font
+/// up for
+/// each character alone: the letters' font has the base of ©️ and of 1️⃣, and no font of emoji has
+/// U+FE0F, which so cuts ❤️‍🔥 in two. Empty for nearly every text, and where no font of emoji is
+/// installed; what the font does not have is left as it is.
+QList<QTextLayout::FormatRange> emojiFormats(const QString &text);
+
+/// Whether TEXT has any.
+bool hasEmojiFormats(const QString &text);
+
+/// Lays DOCUMENT, which is plain, out in this way as it stands. Neither the text nor what is copied of it
+/// changes, and no line is lower than letters are.
+void formatEmoji(QTextDocument *document);
+
+/// HTML, in which all text is escaped already, with a span in the font of emoji around each such sequence.
+/// U+FE0F is left out there: HTML cannot keep other fonts away from it. For what is shown and never copied.
+QString withEmojiSpans(const QString &html);
+
+} // namespace tideloft::ui

@@ -1,0 +1,21 @@
+// A label with pictures that its text asks for.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+
+namespace tideloft::ui
+{
+
+/// A plain label that draws its text, if that is one line, with emojiFormats().
+class EmojiLabel : public QLabel // without a macro: a label to style sheets and assistive programs
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace tideloft::ui

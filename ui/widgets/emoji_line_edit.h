@@ -1,0 +1,30 @@
+// A field for one line with pictures that the text asks for.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLineEdit>
+
+namespace tideloft::ui
+{
+
+/// A line edit that draws its text with emojiFormats(). The text itself, and what is copied of it, stays as
+/// it is. While an input method composes, the line looks as the input method wants it.
+class EmojiLineEdit : public QLineEdit // without a macro: a line edit to style sheets and assistive programs
+{
+public:
+    explicit EmojiLineEdit(QWidget *parent) : EmojiLineEdit({}, parent) {}
+    EmojiLineEdit(const QString &text, QWidget *parent);
+
+protected:
+    void inputMethodEvent(QInputMethodEvent *event) override;
+
+private:
+    void drawEmoji();
+
+    bool hasEmoji = false;
+    bool isComposing = false;
+    bool isTyped = false; ///< the change about to be told of was typed or committed
+};
+
+} // namespace tideloft::ui
