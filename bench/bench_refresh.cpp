@@ -11,7 +11,7 @@
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/open_message.h"
 #include "crypto/messages/reading_memory.h"
-#include "net/repeated_array.h"
+#include "net/reply_cache.h"
 #include "tests/support/test_home.h"
 #include "ui/chat/history_list.h"
 #include "ui/messages/opened_history.h"
@@ -58,7 +58,7 @@ QByteArray historyBody(const QJsonArray &items)
 
 /// What the client keeps from one refresh to the next.
 struct Client {
-    net::RepeatedArray reply;
+    net::ReplyCache reply;
     ui::OpenedHistory opened;
     crypto::ReadingMemory memory;
 };

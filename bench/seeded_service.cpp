@@ -82,8 +82,9 @@ void SeededService::seed(int count)
     for (int i = 0; i < count; ++i) {
         const auto sealed = crypto::encryptMessageEnvelope(
             u"Message number %1, which is about as long as most of them are."_s.arg(i), devices, {});
-        bob.sendMessage(u"alice"_s, sealed.ciphertextBase64, sealed.ivBase64, {}, {}, sealed.recipientKeys,
-                        sealed.senderKeys);
+        bob.sendMessage(
+            u"alice"_s,
+            {sealed.ciphertextBase64, sealed.ivBase64, {}, {}, sealed.recipientKeys, sealed.senderKeys});
         awaitOne(QSignalSpy(&bob, &net::ApiClient::messageSent), "a message is sent");
     }
 }

@@ -4,16 +4,13 @@
 #include "net/api_client.h"
 
 #include "net/device_identity.h"
-#include "net/json_reply.h"
-#include "net/reply_limit.h"
-#include "net/reply_outcome.h"
-#include "net/service_endpoint.h"
+#include "net/json_pipeline.h"
+#include "net/service_request.h"
 
 #include <QNetworkCookieJar>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QStandardPaths>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -51,23 +48,18 @@ void ApiClient::loadOrCreateDeviceId()
 
 QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery, Urgency urgency) const
 {
-    QNetworkRequest request(QUrl(serviceBaseUrl() + pathAndQuery, QUrl::TolerantMode));
+    QNetworkRequest request = serviceRequest(pathAndQuery, urgency);
     request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
     request.setRawHeader("X-Device-Token", headerValue(ownDeviceId));
     request.setRawHeader("X-Device-Name", headerValue(ownDeviceName));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    // The session's cookie alone says who asks: a challenge is not to make the toolkit introduce anybody.
-    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    // High, because the toolkit's queue knows no difference between normal and low.
-    request.setPriority(urgency == Urgency::Asked ? QNetworkRequest::HighPriority
-                                                  : QNetworkRequest::LowPriority);
     return request;
 }
 
-QNetworkReply *ApiClient::getAgain(const QString &path, Urgency urgency)
+QNetworkReply *ApiClient::getList(const QString &path, Urgency urgency)
 {
     const QNetworkRequest request = buildRequest(path, urgency);
-    return keepsReplies ? remembered.get(network, request) : network.get(request);
+    return caches.areOpen() ? caches.tags.get(network, request) : network.get(request);
 }
 
 QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &body)
@@ -75,43 +67,21 @@ QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &b
     return network.post(buildRequest(pathAndQuery), QJsonDocument(body).toJson());
 }
 
-void ApiClient::handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess,
-                                FailureContinuation onFailure, RepeatedArray *repeated)
+void ApiClient::handleJsonReply(QNetworkReply *reply, const SuccessContinuation &onSuccess,
+                                const FailureContinuation &onFailure, ReplyCache *cache)
 {
-    // Nothing is kept of a reply that was asked for before a log-out and comes after it, nor of one that was
-    // asked for while nobody was signed in.
-    const auto handle = [this, reply, repeated, mayBeKept = keepsReplies, asked = forgotten,
-                         onSuccess = std::move(onSuccess), onFailure = std::move(onFailure)] {
-        const bool isKept = mayBeKept && asked == forgotten;
-        const auto [ok, errorText] = outcomeOf(*reply);
-        const auto unchanged = remembered.takeUnchanged(*reply);
-        if (ok && RememberedReplies::saysUnchanged(*reply)) {
-            if (unchanged) // otherwise a log-out came between, and what has not changed is nobody's any more
-                onSuccess(*unchanged, 304);
-            return;
-        }
-        const auto [document, httpStatus] = readJsonReply(*reply, isKept ? repeated : nullptr);
-        if (ok && isKept && repeated)
-            remembered.keep(*reply, document);
-        if (ok)
-            onSuccess(document, httpStatus);
+    handleJson(reply, this, caches, cache, [=](const JsonReply &content, const ReplyOutcome &outcome) {
+        const auto &[document, status] = content;
+        if (outcome.ok)
+            onSuccess(document, status);
         else
-            onFailure(document.isObject() ? extractErrorMessage(document) : errorText, httpStatus);
-    };
-    limitSize(*reply);
-    // This object as the context: when it is gone, so are its continuations.
-    connect(reply, &QNetworkReply::finished, this, handle);
-    // Connected second, and so called second: a continuation still finds its reply.
-    connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+            onFailure(document.isObject() ? extractErrorMessage(document) : outcome.errorText, status);
+    });
 }
 
 void ApiClient::forgetReplies()
 {
-    conversations.forget();
-    history.forget();
-    remembered.forget();
-    keepsReplies = false;
-    ++forgotten;
+    caches.clear();
 }
 
 QString ApiClient::extractErrorMessage(const QJsonDocument &document)

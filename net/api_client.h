@@ -4,11 +4,10 @@
 #pragma once
 
 #include "net/continuations.h"
-#include "net/remembered_replies.h"
-#include "net/repeated_array.h"
+#include "net/reply_caches.h"
+#include "net/sealed_message.h"
 #include "net/urgency.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
 
@@ -33,12 +32,12 @@ public:
     void login(const QString &name, const QString &password, bool rememberMe);
     void registerAccount(const QString &name, const QString &password);
     void logout();
-    /// Keeps nothing of earlier replies, nor of those that come until somebody signs in, nor afterwards of
-    /// those that were asked for before that.
+    /// Empties the caches of replies. Until the next sign-in no reply is cached, and later none to a request
+    /// that was sent before it.
     void forgetReplies();
     void fetchMe();
     void searchUsers(const QString &query);
-    /// DISPLAYNAME is not sent: the service keeps the bio only. CALLBACK may be empty.
+    /// DISPLAYNAME is not sent: the service stores the bio only. CALLBACK may be empty.
     void updateProfile(const QString &displayName, const QString &bio, const ProfileCallback &callback);
 
     // Keys, nonces and ciphertexts are Base64 text; names stand in a path as they are.
@@ -47,10 +46,13 @@ public:
     void registerDeviceKey(const QString &publicKey);
     void fetchMyDeviceKeys();
     void fetchUserPublicKeys(const QString &name);
-    /// Sends an envelope that is already sealed; RECIPIENTKEYS and SENDERKEYS are wrapped key records.
+    void sendMessage(const QString &to, const SealedMessage &message);
     void sendMessage(const QString &to, const QString &text, const QString &iv, const QString &encryptedKey,
                      const QString &senderEncryptedKey, const QJsonArray &recipientKeys,
-                     const QJsonArray &senderKeys);
+                     const QJsonArray &senderKeys)
+    {
+        sendMessage(to, {text, iv, encryptedKey, senderEncryptedKey, recipientKeys, senderKeys});
+    }
     /// Sends TEXT as it stands, unencrypted.
     void sendMessage(const QString &to, const QString &text);
 
@@ -92,26 +94,21 @@ signals: // their order is part of the interface: networkError keeps its place a
 
 private:
     void loadOrCreateDeviceId();
-    /// USER is signed in now. What another user asked for is dropped when it comes, but for sign-ins.
+    /// USER is signed in now. Replies that another user asked for are dropped, except those about sign-ins.
     void beginFor(const QString &user);
     QNetworkRequest buildRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
     void postMessage(const QJsonObject &body);
-    /// Asks for a list that is asked for again and again: naming what is kept of it, if somebody is signed
-    /// in.
-    QNetworkReply *getAgain(const QString &path, Urgency urgency = Urgency::Asked);
-    /// REPEATED, a member of this object, keeps the last of the replies that come again and again.
-    void handleJsonReply(QNetworkReply *reply, SuccessContinuation onSuccess, FailureContinuation onFailure,
-                         RepeatedArray *repeated = nullptr);
+    /// Asks for a list that is asked for again and again; conditionally, if the list is cached.
+    QNetworkReply *getList(const QString &path, Urgency urgency = Urgency::Asked);
+    /// CACHE is one of this client's, or null for a reply that is not cached.
+    void handleJsonReply(QNetworkReply *reply, const SuccessContinuation &onSuccess,
+                         const FailureContinuation &onFailure, ReplyCache *cache = nullptr);
     static QString extractErrorMessage(const QJsonDocument &document);
 
     QNetworkAccessManager network;
     QNetworkCookieJar *cookieJar;
-    RememberedReplies remembered;
-    RepeatedArray conversations;
-    RepeatedArray history;
-    quint64 forgotten = 0;     ///< how often
-    bool keepsReplies = false; ///< somebody has signed in since the last time
+    ReplyCaches caches;
     QString username;
     QString lastUser; ///< whose profile came last, in small letters
     QString ownDeviceId;

@@ -3,8 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/api_client.h"
 
-#include "net/reply_limit.h"
-#include "net/reply_outcome.h"
+#include "net/reply_pipeline.h"
 #include "net/search_query.h"
 
 #include <QNetworkReply>
@@ -36,8 +35,7 @@ void ApiClient::login(const QString &name, const QString &password, bool remembe
         // The service gets the name as it was typed; what the client goes on with is the normal form.
         [this, name](const QJsonDocument &, int) {
             username = name.trimmed().toLower();
-            keepsReplies = true;
-            remembered.forget(); // what is kept belongs to the sign-in before
+            caches.open();
             emit loginSucceeded(username);
         },
         [this](const QString &message, int) { emit loginFailed(message); });
@@ -77,19 +75,17 @@ void ApiClient::fetchMe()
         [this](const QString &message, int) { emit meFailed(message); });
 }
 
-// What an earlier user asked for is still carried out by the service, but its answer is none of this user's.
-// Signing in belongs to nobody yet.
+// The service still carries out what an earlier user asked for, but its reply does not concern this user.
+// A request that signs somebody in has no user yet, so that it is not dropped.
 void ApiClient::beginFor(const QString &user)
 {
     const QString before = std::exchange(lastUser, user);
     if (before.isEmpty() || before == user)
         return;
-    remembered.forget();
+    caches.tags.clear();
     for (QNetworkReply *reply : network.findChildren<QNetworkReply *>()) {
-        if (isSignIn(reply->request().url().path()))
-            continue;
-        reply->disconnect(this);
-        connect(reply, &QNetworkReply::finished, reply, &QObject::deleteLater);
+        if (!isSignIn(reply->request().url().path()))
+            reply->disconnect(this);
     }
 }
 
@@ -101,17 +97,14 @@ void ApiClient::searchUsers(const QString &query)
         [this](const QString &message, int) { emit searchFailed(message); });
 }
 
-// A failed save shows the toolkit's words: the reply's body is not looked at.
+// A failed save shows the toolkit's error text: the reply's body is not read.
 void ApiClient::updateProfile(const QString &, const QString &bio, const ProfileCallback &callback)
 {
-    QNetworkReply *reply = post(u"/api/profile/update"_s, QJsonObject{{u"bio"_s, bio}});
-    limitSize(*reply);
-    connect(reply, &QNetworkReply::finished, this, [reply, callback] {
-        const auto [ok, message] = outcomeOf(*reply);
-        reply->deleteLater();
-        if (callback)
-            callback(ok, message);
-    });
+    handleReply(post(u"/api/profile/update"_s, QJsonObject{{u"bio"_s, bio}}), this,
+                [callback](QNetworkReply &, const ReplyOutcome &outcome) {
+                    if (callback)
+                        callback(outcome.ok, outcome.errorText);
+                });
 }
 
 } // namespace tideloft::net

@@ -17,19 +17,19 @@ namespace tideloft::net
 void ApiClient::fetchConversations(Urgency urgency)
 {
     handleJsonReply(
-        getAgain(u"/api/chat/conversations"_s, urgency),
+        getList(u"/api/chat/conversations"_s, urgency),
         [this](const QJsonDocument &document, int) { emit conversationsLoaded(document.array()); },
-        [this](const QString &message, int) { emit conversationsFailed(message); }, &conversations);
+        [this](const QString &message, int) { emit conversationsFailed(message); }, &caches.conversations);
 }
 
 void ApiClient::fetchHistory(const QString &peer, Urgency urgency)
 {
     handleJsonReply(
-        getAgain(u"/api/chat/history/"_s + peer, urgency),
+        getList(u"/api/chat/history/"_s + peer, urgency),
         // The peer travels in the capture: another conversation may be open by the time the reply arrives,
         // and the window has to be able to tell.
         [this, peer](const QJsonDocument &document, int) { emit historyLoaded(peer, document.array()); },
-        [this](const QString &message, int) { emit historyFailed(message); }, &history);
+        [this](const QString &message, int) { emit historyFailed(message); }, &caches.history);
 }
 
 void ApiClient::registerDeviceKey(const QString &publicKey)
@@ -67,18 +67,16 @@ void ApiClient::fetchUserPublicKeys(const QString &name)
         [this, name](const QString &message, int) { emit userPublicKeysFailed(name, message); });
 }
 
-void ApiClient::sendMessage(const QString &to, const QString &text, const QString &iv,
-                            const QString &encryptedKey, const QString &senderEncryptedKey,
-                            const QJsonArray &recipientKeys, const QJsonArray &senderKeys)
+void ApiClient::sendMessage(const QString &to, const SealedMessage &message)
 {
     postMessage({
         {u"to"_s, to},
-        {u"text"_s, text},
-        {u"iv"_s, iv},
-        {u"encryptedKey"_s, encryptedKey},
-        {u"senderEncryptedKey"_s, senderEncryptedKey},
-        {u"recipientKeys"_s, recipientKeys},
-        {u"senderKeys"_s, senderKeys},
+        {u"text"_s, message.text},
+        {u"iv"_s, message.iv},
+        {u"encryptedKey"_s, message.encryptedKey},
+        {u"senderEncryptedKey"_s, message.senderEncryptedKey},
+        {u"recipientKeys"_s, message.recipientKeys},
+        {u"senderKeys"_s, message.senderKeys},
         {u"algorithm"_s, u"AES-GCM"_s},
         {u"encrypted"_s, 1}, // a number by agreement with the service, not a boolean
     });

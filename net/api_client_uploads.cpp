@@ -5,13 +5,11 @@
 #include "net/api_client.h"
 
 #include "net/image_upload.h"
-#include "net/reply_limit.h"
-#include "net/reply_outcome.h"
-#include "net/service_endpoint.h"
+#include "net/json_reply.h"
+#include "net/reply_pipeline.h"
+#include "net/service_request.h"
 
 #include <QNetworkReply>
-#include <QNetworkRequest>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -24,12 +22,8 @@ namespace
 QNetworkReply *postImage(QNetworkAccessManager &network, const QString &path,
                          std::unique_ptr<QHttpMultiPart> body)
 {
-    QNetworkRequest request(QUrl(serviceBaseUrl() + path));
-    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    request.setPriority(QNetworkRequest::HighPriority); // before refreshes, as every request of the user's
-    QNetworkReply *reply = network.post(request, body.get());
+    QNetworkReply *reply = network.post(serviceRequest(path), body.get());
     body.release()->setParent(reply); // and with it the open file
-    limitSize(*reply);
     return reply;
 }
 
@@ -43,10 +37,8 @@ void ApiClient::uploadAvatar(const QString &localPath)
         return;
     }
     QNetworkReply *reply = postImage(network, u"/api/profile/avatar/upload"_s, std::move(body));
-    connect(reply, &QNetworkReply::finished, this, [this, reply, localPath] {
-        const bool ok = outcomeOf(*reply).ok;
-        reply->deleteLater();
-        emit avatarUploaded(ok, localPath);
+    handleReply(reply, this, [this, localPath](QNetworkReply &, const ReplyOutcome &outcome) {
+        emit avatarUploaded(outcome.ok, localPath);
     });
 }
 
@@ -57,11 +49,10 @@ void ApiClient::uploadServerIcon(const QString &groupId, const QString &localPat
     if (!body)
         return;
     QNetworkReply *reply = postImage(network, u"/api/groups/"_s + groupId + u"/icon"_s, std::move(body));
-    connect(reply, &QNetworkReply::finished, this, [this, reply, groupId] {
-        reply->deleteLater();
-        if (!outcomeOf(*reply).ok)
+    handleReply(reply, this, [this, groupId](QNetworkReply &finished, const ReplyOutcome &outcome) {
+        if (!outcome.ok)
             return;
-        const QJsonObject answer = QJsonDocument::fromJson(reply->readAll()).object();
+        const QJsonObject answer = readJsonReply(finished).document.object();
         emit serverIconUploaded(groupId, answer.value(u"iconUrl"_s).toString());
     });
 }

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/json_reply.h"
 
-#include "net/repeated_array.h"
+#include "net/reply_cache.h"
 #include "net/reply_limit.h"
 
 #include <QNetworkReply>
@@ -13,10 +13,10 @@
 namespace tideloft::net
 {
 
-JsonReply readJsonReply(QNetworkReply &reply, RepeatedArray *before)
+JsonReply readJsonReply(QNetworkReply &reply, ReplyCache *cache)
 {
     const QByteArray body = isTooLarge(reply) ? QByteArray() : reply.readAll();
-    return {before ? before->read(body) : QJsonDocument::fromJson(body),
+    return {cache ? cache->read(body) : QJsonDocument::fromJson(body),
             reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt()};
 }
 

@@ -10,15 +10,15 @@ class QNetworkReply;
 namespace tideloft::net
 {
 
-class RepeatedArray;
+class ReplyCache;
 
 struct JsonReply {
     QJsonDocument document; ///< empty when the body is empty, not JSON, or too large
     int httpStatus = 0;     ///< 0 when no service answered
 };
 
-/// Takes the whole body of REPLY, which must have finished. A request that is repeated reads it with what it
-/// keeps from the reply BEFORE, if any.
-JsonReply readJsonReply(QNetworkReply &reply, RepeatedArray *before = nullptr);
+/// Takes the whole body of REPLY, which must have finished. CACHE, if any, shares what has not changed since
+/// the reply before to the same request.
+JsonReply readJsonReply(QNetworkReply &reply, ReplyCache *cache = nullptr);
 
 } // namespace tideloft::net

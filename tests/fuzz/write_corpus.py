@@ -183,7 +183,7 @@ def key_seeds():
 def main():
     corpora = {"base64": base64_seeds(), "error_body": error_seeds(), "history_rows": row_seeds(),
                "conversation_rows": row_seeds(), "open_message": message_seeds(), "seal_envelope": sealing_seeds(),
-               "key_file": key_seeds(), "repeated_array": array_seeds()}
+               "key_file": key_seeds(), "reply_cache": array_seeds()}
     for target, seeds in corpora.items():
         folder = FOLDER / "corpus" / target
         folder.mkdir(parents=True, exist_ok=True)

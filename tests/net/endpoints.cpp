@@ -140,7 +140,7 @@ QString userKeys(const QJsonDocument &document)
 
 void sendSealed(ReportLog &log)
 {
-    log.client.sendMessage(u"bob"_s, u"c2VhbGVk"_s, u"aXY="_s, u"a2V5"_s, u"a2V5"_s, {}, {});
+    log.client.sendMessage(u"bob"_s, {u"c2VhbGVk"_s, u"aXY="_s, u"a2V5"_s, u"a2V5"_s, {}, {}});
 }
 
 QList<Endpoint> accountEndpoints()

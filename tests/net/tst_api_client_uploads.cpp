@@ -1,7 +1,6 @@
-// The two uploads: the multipart body byte for byte, and what is (and is not) told of their outcome.
+// The two uploads: the multipart body byte for byte, and what is (and is not) reported of their outcome.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "net/image_upload.h"
 #include "tests/support/test_main.h"
 #include "upload_wire.h"
 #include "wire.h"
@@ -10,7 +9,6 @@
 
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;
-using tideloft::net::headerSuffix;
 using namespace tideloft::tests;
 
 class TestApiClientUploads : public QObject
@@ -19,8 +17,6 @@ class TestApiClientUploads : public QObject
 
 private slots:
     void init();
-    void suffixes_data();
-    void suffixes();
     void avatarBytes_data();
     void avatarBytes();
     void iconBytes();
@@ -79,28 +75,6 @@ QString TestApiClientUploads::makeObstacle(const QString &kind)
     else if (kind == u"device"_s)
         QFile::link(u"/dev/zero"_s, path);
     return path;
-}
-
-void TestApiClientUploads::suffixes_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("lower-cased") << u"/a/Me.PNG"_s << u"png"_s;
-    QTest::newRow("JPG is not made jpeg") << u"Me.JPG"_s << u"jpg"_s;
-    QTest::newRow("after the last dot") << u"/a.b/my.old.GIF"_s << u"gif"_s;
-    QTest::newRow("none") << u"/a.b/picture"_s << QString();
-    QTest::newRow("ends with a dot") << u"picture."_s << QString();
-    QTest::newRow("quote") << u"a.p\"; x=\"ng"_s << u"p; x=ng"_s;
-    QTest::newRow("backslash") << u"a.p\\n\\\\g\\"_s << u"png"_s;
-    QTest::newRow("line break") << u"a.png\r\nX-Injected: yes"_s << u"pngx-injected: yes"_s;
-    QTest::newRow("control characters") << u"a.p\u0001n\u007fg\u0085"_s << u"png"_s;
-}
-
-void TestApiClientUploads::suffixes()
-{
-    QFETCH(const QString, path);
-    QFETCH(const QString, expected);
-    QCOMPARE(headerSuffix(path), expected);
 }
 
 void TestApiClientUploads::avatarBytes_data()

@@ -3,7 +3,7 @@
 // The bytes 0x1e of an input stand between one body and the next.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "net/repeated_array.h"
+#include "net/reply_cache.h"
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/require.h"
 
@@ -13,7 +13,7 @@ using namespace tideloft::tests;
 namespace
 {
 
-void checkBody(RepeatedArray &repeated, const QByteArray &body)
+void checkBody(ReplyCache &repeated, const QByteArray &body)
 {
     const QJsonDocument whole = QJsonDocument::fromJson(body);
     const QJsonDocument read = repeated.read(body);
@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     // Deep copies: a body is gone when the next one is compared with it.
     const QList<QByteArray> bodies =
         QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)).split('\x1e');
-    RepeatedArray repeated;
+    ReplyCache repeated;
     for (const QByteArray &body : bodies)
         checkBody(repeated, body);
     const qsizetype parsed = repeated.parsedElements();

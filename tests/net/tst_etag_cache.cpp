@@ -18,20 +18,16 @@ const QByteArray withCarol = QByteArrayLiteral("GET /api/chat/history/carol");
 const QByteArray login = QByteArrayLiteral("POST /api/auth/login");
 const QByteArray list = QByteArrayLiteral(R"([{"text":"hej","peer":"bob"},{"text":"hopp"}])");
 
-HeaderList tagged(const QByteArray &tag)
-{
-    return {{"ETag", tag}};
-}
+const auto tagged = [](const QByteArray &tag) { return HeaderList{{"ETag", tag}}; };
 
 } // namespace
 
-class TestRememberedReplies : public QObject
+class TestETagCache : public QObject
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup();
     void unchangedListsAreShownAsBefore_data();
     void unchangedListsAreShownAsBefore();
     void withoutATagTheRequestIsAsEver_data();
@@ -64,8 +60,9 @@ private:
     QList<QJsonArray> arrays;
 };
 
-void TestRememberedReplies::init()
+void TestETagCache::init()
 {
+    client.reset();
     service = std::make_unique<LoopbackService>();
     client = std::make_unique<ApiClient>();
     arrays.clear();
@@ -78,20 +75,14 @@ void TestRememberedReplies::init()
     signIn();
 }
 
-void TestRememberedReplies::cleanup()
-{
-    client.reset();
-    service.reset();
-}
-
-void TestRememberedReplies::signIn(const QString &name)
+void TestETagCache::signIn(const QString &name)
 {
     QSignalSpy signedIn(client.get(), &ApiClient::loginSucceeded);
     client->login(name, u"pw"_s, false);
     QVERIFY(signedIn.wait());
 }
 
-void TestRememberedReplies::ask(const QByteArray &key)
+void TestETagCache::ask(const QByteArray &key)
 {
     if (key == groups)
         client->fetchServers();
@@ -101,16 +92,15 @@ void TestRememberedReplies::ask(const QByteArray &key)
         client->fetchHistory(QString::fromLatin1(key.split('/').last()));
 }
 
-QJsonArray TestRememberedReplies::shown(const QByteArray &key)
+QJsonArray TestETagCache::shown(const QByteArray &key)
 {
     const qsizetype before = arrays.size();
     ask(key);
-    if (!QTest::qWaitFor([&] { return arrays.size() > before; }))
-        return {u"nothing was shown"_s};
-    return arrays.last();
+    const bool came = QTest::qWaitFor([&] { return arrays.size() > before; });
+    return came ? arrays.last() : QJsonArray{u"nothing was shown"_s};
 }
 
-void TestRememberedReplies::unchangedListsAreShownAsBefore_data()
+void TestETagCache::unchangedListsAreShownAsBefore_data()
 {
     QTest::addColumn<QByteArray>("key");
     QTest::newRow("servers") << groups;
@@ -118,7 +108,7 @@ void TestRememberedReplies::unchangedListsAreShownAsBefore_data()
     QTest::newRow("history") << withBob;
 }
 
-void TestRememberedReplies::unchangedListsAreShownAsBefore()
+void TestETagCache::unchangedListsAreShownAsBefore()
 {
     QFETCH(const QByteArray, key);
     service->answer(key, 200, list, tagged("\"v1\""));
@@ -135,12 +125,12 @@ void TestRememberedReplies::unchangedListsAreShownAsBefore()
     QCOMPARE(log.emitted().first(), log.emitted().last()); // and so no failure
 }
 
-void TestRememberedReplies::withoutATagTheRequestIsAsEver_data()
+void TestETagCache::withoutATagTheRequestIsAsEver_data()
 {
     unchangedListsAreShownAsBefore_data();
 }
 
-void TestRememberedReplies::withoutATagTheRequestIsAsEver()
+void TestETagCache::withoutATagTheRequestIsAsEver()
 {
     QFETCH(const QByteArray, key);
     service->answer(key, 200, list);
@@ -150,7 +140,7 @@ void TestRememberedReplies::withoutATagTheRequestIsAsEver()
     }
 }
 
-void TestRememberedReplies::changedListTakesThePlace()
+void TestETagCache::changedListTakesThePlace()
 {
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
     QCOMPARE(shown(withBob), QJsonArray{1});
@@ -165,7 +155,7 @@ void TestRememberedReplies::changedListTakesThePlace()
     QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
 }
 
-void TestRememberedReplies::everyAddressHasItsOwn()
+void TestETagCache::everyAddressHasItsOwn()
 {
     service->answer(withBob, 200, "[1]", tagged("\"b\""));
     service->answer(withCarol, 200, "[2]", tagged("\"c\""));
@@ -179,7 +169,7 @@ void TestRememberedReplies::everyAddressHasItsOwn()
     QCOMPARE(named(withCarol), QByteArray("\"c\""));
 }
 
-void TestRememberedReplies::onlyTheLatestAddressesAreKept()
+void TestETagCache::onlyTheLatestAddressesAreKept()
 {
     const auto key = [](int i) { return "GET /api/chat/history/peer" + QByteArray::number(i); };
     for (int i = 0; i < 9; ++i) {
@@ -192,7 +182,7 @@ void TestRememberedReplies::onlyTheLatestAddressesAreKept()
     QVERIFY(!service->lastRequest(key(0)).hasHeader("If-None-Match"));
 }
 
-void TestRememberedReplies::failureForgetsNothing()
+void TestETagCache::failureForgetsNothing()
 {
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
     shown(withBob);
@@ -206,7 +196,7 @@ void TestRememberedReplies::failureForgetsNothing()
     QCOMPARE(named(withBob), QByteArray("\"v1\""));
 }
 
-void TestRememberedReplies::laterReplyDoesNotChangeWhatWasNamed()
+void TestETagCache::laterReplyDoesNotChangeWhatWasNamed()
 {
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
     shown(withBob);
@@ -223,7 +213,7 @@ void TestRememberedReplies::laterReplyDoesNotChangeWhatWasNamed()
     QCOMPARE(arrays.last(), QJsonArray{1});
 }
 
-void TestRememberedReplies::tagsThatAreNoneAreNotRepeated_data()
+void TestETagCache::tagsThatAreNoneAreNotRepeated_data()
 {
     QTest::addColumn<QByteArray>("tag");
     QTest::newRow("empty") << QByteArray();
@@ -236,7 +226,7 @@ void TestRememberedReplies::tagsThatAreNoneAreNotRepeated_data()
     QTest::newRow("not ASCII") << QByteArray("\"\xc3\xa5\"");
 }
 
-void TestRememberedReplies::tagsThatAreNoneAreNotRepeated()
+void TestETagCache::tagsThatAreNoneAreNotRepeated()
 {
     QFETCH(const QByteArray, tag);
     service->answer(withBob, 200, "[1]", tagged(tag));
@@ -245,7 +235,7 @@ void TestRememberedReplies::tagsThatAreNoneAreNotRepeated()
     QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
 }
 
-void TestRememberedReplies::redirectedRepliesAreNotKept()
+void TestETagCache::redirectedRepliesAreNotKept()
 {
     service->answer(withBob, 302, {}, {{"Location", "/elsewhere"}});
     service->answer("GET /elsewhere", 200, "[1]", tagged("\"v1\""));
@@ -254,7 +244,7 @@ void TestRememberedReplies::redirectedRepliesAreNotKept()
     QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
 }
 
-void TestRememberedReplies::nothingIsNamedBeforeSigningIn()
+void TestETagCache::nothingIsNamedBeforeSigningIn()
 {
     client->forgetReplies();
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
@@ -265,7 +255,7 @@ void TestRememberedReplies::nothingIsNamedBeforeSigningIn()
     QCOMPARE(shown(withBob), QJsonArray());
 }
 
-void TestRememberedReplies::signingOutForgets()
+void TestETagCache::signingOutForgets()
 {
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
     shown(withBob);
@@ -275,7 +265,7 @@ void TestRememberedReplies::signingOutForgets()
     QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
 }
 
-void TestRememberedReplies::signingInForgets()
+void TestETagCache::signingInForgets()
 {
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
     shown(withBob);
@@ -284,7 +274,7 @@ void TestRememberedReplies::signingInForgets()
     QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
 }
 
-void TestRememberedReplies::unchangedAfterSigningOutShowsNothing()
+void TestETagCache::unchangedAfterSigningOutShowsNothing()
 {
     for (const QByteArray &key : {withBob, groups}) {
         service->answer(key, 200, "[1]", tagged("\"v1\""));
@@ -306,5 +296,5 @@ void TestRememberedReplies::unchangedAfterSigningOutShowsNothing()
     }
 }
 
-TIDELOFT_TEST_MAIN(TestRememberedReplies)
-#include "tst_remembered_replies.moc"
+TIDELOFT_TEST_MAIN(TestETagCache)
+#include "tst_etag_cache.moc"

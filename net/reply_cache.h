@@ -1,4 +1,4 @@
-// A JSON array that is asked for again and again, and seldom changes.
+// A cache of one request's last reply: a JSON array that is asked for again and again, and seldom changes.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -10,15 +10,15 @@
 namespace tideloft::net
 {
 
-/// Parses the bodies of one request's replies. What stands at the same place, counted from the beginning or
-/// from the end, in the array before is not parsed again: it is that element, shared, so that comparing the
-/// two costs nothing.
-class RepeatedArray
+/// Parses the bodies of one request's replies. An element that is the same as at its place in the array
+/// before, counted from the beginning or from the end, is not parsed again. The element of the array before
+/// is shared instead, so that comparing the two costs nothing.
+class ReplyCache
 {
 public:
-    /// What QJsonDocument::fromJson() makes of `body`; the array is the one before of the next call.
+    /// What QJsonDocument::fromJson() makes of BODY. The next call compares with this array.
     QJsonDocument read(const QByteArray &body);
-    void forget();
+    void clear();
     /// How many elements were parsed, of all bodies read so far.
     [[nodiscard]] qsizetype parsedElements() const { return parsed; }
 

@@ -2,7 +2,7 @@
 // differ.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "net/repeated_array.h"
+#include "net/reply_cache.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"
 
@@ -12,7 +12,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using tideloft::net::RepeatedArray;
+using tideloft::net::ReplyCache;
 
 namespace
 {
@@ -35,7 +35,7 @@ QByteArray pick(QRandomGenerator &random, const QByteArrayList &from)
 
 } // namespace
 
-class TestRepeatedArray : public QObject
+class TestReplyCache : public QObject
 {
     Q_OBJECT
 
@@ -47,11 +47,11 @@ private slots:
     void onlyWhatDiffersIsParsed();
     void brokenReplyInBetweenIsNoArray();
     void elementIsNoDeeperThanInItsArray();
-    void forgetsWhenTold();
+    void clearEmptiesIt();
     void randomRepliesReadAsAfresh();
 };
 
-void TestRepeatedArray::readsWhatTheParserReads_data()
+void TestReplyCache::readsWhatTheParserReads_data()
 {
     QTest::addColumn<QByteArray>("body");
     const auto row = [](const char *name, const QByteArray &body) { QTest::newRow(name) << body; };
@@ -83,21 +83,21 @@ void TestRepeatedArray::readsWhatTheParserReads_data()
     row("lone surrogate", R"(["\ud800"])");
 }
 
-void TestRepeatedArray::readsWhatTheParserReads()
+void TestReplyCache::readsWhatTheParserReads()
 {
     QFETCH(const QByteArray, body);
     const QJsonDocument expected = QJsonDocument::fromJson(body);
-    RepeatedArray fresh;
+    ReplyCache fresh;
     for (int reply = 0; reply < 2; ++reply)
         QCOMPARE(fresh.read(arrived(body)), expected);
-    RepeatedArray afterAnother;
+    ReplyCache afterAnother;
     afterAnother.read("[1,{\"a\":1},2]");
     QCOMPARE(afterAnother.read(arrived(body)), expected);
 }
 
-void TestRepeatedArray::unchangedReplyIsNotParsed()
+void TestReplyCache::unchangedReplyIsNotParsed()
 {
-    RepeatedArray array;
+    ReplyCache array;
     const QByteArray body = R"([{"a":1},{"b":2}])";
     array.read(arrived(body));
     QCOMPARE(array.parsedElements(), 2);
@@ -105,7 +105,7 @@ void TestRepeatedArray::unchangedReplyIsNotParsed()
     QCOMPARE(array.parsedElements(), 2);
 }
 
-void TestRepeatedArray::onlyWhatDiffersIsParsed_data()
+void TestReplyCache::onlyWhatDiffersIsParsed_data()
 {
     QTest::addColumn<QByteArray>("now");
     QTest::addColumn<int>("parsed");
@@ -119,18 +119,18 @@ void TestRepeatedArray::onlyWhatDiffersIsParsed_data()
                                     << 3;
 }
 
-void TestRepeatedArray::onlyWhatDiffersIsParsed()
+void TestReplyCache::onlyWhatDiffersIsParsed()
 {
     QFETCH(const QByteArray, now);
-    RepeatedArray array;
+    ReplyCache array;
     array.read(R"([{"a":1},{"b":2},{"c":3}])");
     QCOMPARE(array.read(now), QJsonDocument::fromJson(now));
     QTEST(int(array.parsedElements()) - 3, "parsed");
 }
 
-void TestRepeatedArray::brokenReplyInBetweenIsNoArray()
+void TestReplyCache::brokenReplyInBetweenIsNoArray()
 {
-    RepeatedArray array;
+    ReplyCache array;
     const QByteArray body = R"([{"a":1},{"b":2}])";
     array.read(body);
     QVERIFY(array.read(R"([{"a":1},{"b":2},{])").isNull());
@@ -139,33 +139,33 @@ void TestRepeatedArray::brokenReplyInBetweenIsNoArray()
 }
 
 // The parser refuses what is nested deeper than 1,024.
-void TestRepeatedArray::elementIsNoDeeperThanInItsArray()
+void TestReplyCache::elementIsNoDeeperThanInItsArray()
 {
     for (const int depth : {1022, 1023, 1024, 1025}) {
-        RepeatedArray array;
+        ReplyCache array;
         array.read("[1]");
         const QByteArray body = join({"1", QByteArray(depth, '[') + QByteArray(depth, ']')});
         QCOMPARE(array.read(body), QJsonDocument::fromJson(body));
     }
 }
 
-void TestRepeatedArray::forgetsWhenTold()
+void TestReplyCache::clearEmptiesIt()
 {
-    RepeatedArray array;
+    ReplyCache array;
     const QByteArray body = "[1,2]";
     array.read(body);
-    array.forget();
+    array.clear();
     QCOMPARE(array.read(body), QJsonDocument::fromJson(body));
     QCOMPARE(array.parsedElements(), 4);
 }
 
-void TestRepeatedArray::randomRepliesReadAsAfresh()
+void TestReplyCache::randomRepliesReadAsAfresh()
 {
     QRandomGenerator random(20260514);
     const QByteArrayList elements{"1", "\"a\"", "\",]\"", R"({"a":[1,{"b":"\\"}]})", "[]", "{}", " null "};
     const QByteArrayList noise{"]", "[", ",", "\"", "\\", "{", "x", " "};
     QByteArrayList now;
-    RepeatedArray array;
+    ReplyCache array;
     for (int reply = 0; reply < tideloft::tests::rounds(20'000, 2'000'000); ++reply) {
         const int place = random.bounded(int(now.size()) + 1);
         if (random.bounded(3) == 0 && place < now.size())
@@ -179,5 +179,5 @@ void TestRepeatedArray::randomRepliesReadAsAfresh()
     }
 }
 
-TIDELOFT_TEST_MAIN(TestRepeatedArray)
-#include "tst_repeated_array.moc"
+TIDELOFT_TEST_MAIN(TestReplyCache)
+#include "tst_reply_cache.moc"

@@ -1,7 +1,7 @@
 // Splitting of an array's text, and reuse of what has been parsed.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "net/repeated_array.h"
+#include "net/reply_cache.h"
 
 #include <QJsonArray>
 
@@ -95,14 +95,14 @@ Ends sameParts(const QList<QByteArrayView> &before, const QList<QByteArrayView> 
 
 } // namespace
 
-void RepeatedArray::forget()
+void ReplyCache::clear()
 {
     bodyBefore.clear();
     partsBefore.clear();
     documentBefore = {};
 }
 
-QJsonDocument RepeatedArray::parseWhole(const QByteArray &body)
+QJsonDocument ReplyCache::parseWhole(const QByteArray &body)
 {
     const QJsonDocument document = QJsonDocument::fromJson(body);
     parsed += document.array().size();
@@ -110,7 +110,7 @@ QJsonDocument RepeatedArray::parseWhole(const QByteArray &body)
 }
 
 // An array is its parts and the commas between them: it is JSON if, and only if, every part is one value.
-QJsonDocument RepeatedArray::parse(const QByteArray &body, const QList<QByteArrayView> &parts)
+QJsonDocument ReplyCache::parse(const QByteArray &body, const QList<QByteArrayView> &parts)
 {
     const QJsonArray before = documentBefore.array();
     const Ends same = sameParts(partsBefore, parts);
@@ -132,14 +132,14 @@ QJsonDocument RepeatedArray::parse(const QByteArray &body, const QList<QByteArra
     return QJsonDocument(array);
 }
 
-QJsonDocument RepeatedArray::read(const QByteArray &body)
+QJsonDocument ReplyCache::read(const QByteArray &body)
 {
     if (!partsBefore.isEmpty() && body == bodyBefore)
         return documentBefore;
     const QList<QByteArrayView> parts = split(body);
     const QJsonDocument document = parse(body, parts);
     if (document.array().size() != parts.size() || parts.isEmpty()) {
-        forget();
+        clear();
         return document;
     }
     documentBefore = document;
