@@ -11,8 +11,8 @@
 namespace tideloft::net
 {
 
-/// The suffix of LOCALPATH in lower case, fit to stand between a header's quotes: control characters,
-/// quotes and backslashes, which would end the header or its value or hide its end, are left out.
+/// The suffix of LOCALPATH in lower case, for a header's quoted text: without control characters, quotes and
+/// backslashes, which could end the header or its value.
 QString headerSuffix(const QString &localPath);
 
 /// Form data (RFC 7578) with one part PARTNAME that streams the file at LOCALPATH, which the body owns. Null

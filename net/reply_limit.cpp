@@ -13,16 +13,17 @@ namespace tideloft::net
 namespace
 {
 
-constexpr auto givenUp = "tideloftGivenUp";
+constexpr auto wasAborted = "tideloftAborted";
 
-// The toolkit receives in a thread of its own, and stops a little short of the size that it is told. Were it
-// told none, a fast sender would fill the memory before this thread has its turn; were it told the limit, it
-// would wait there for a reader, and nobody would hear of it.
+// The toolkit receives in a thread of its own. That thread stops receiving a little below the size of its
+// buffer. Without a bound on the buffer, a fast sender would fill the memory before this thread runs again.
+// With the limit itself as the bound, the receiving thread would wait for a reader just below the limit, and
+// this thread would never see that the reply is too large.
 constexpr qint64 received = largestReply + qint64{1024} * 1024;
 
-// The receiving thread hears of the bound only once the request has been handed to it: at once if the request
-// has no body, a moment later if it has one, and with a body that is read from a file when that has been
-// read.
+// The receiving thread takes over the bound only if it has the request already. A request without a body is
+// handed over at once, one with a body a moment later, and one with a body from a file after the file has
+// been read. So the bound is set three times.
 void boundReceiving(QNetworkReply &reply)
 {
     const auto bound = [&reply] { reply.setReadBufferSize(received); };
@@ -37,17 +38,18 @@ void limitSize(QNetworkReply &reply)
 {
     boundReceiving(reply);
     QObject::connect(&reply, &QNetworkReply::readyRead, &reply, [&reply] {
-        if (!isTooLarge(reply) || reply.property(givenUp).isValid())
+        if (!isTooLarge(reply) || reply.property(wasAborted).isValid())
             return;
-        reply.setProperty(givenUp, true);
-        // Not here: whoever hears of the reply's end may ask the person something, which takes its time.
+        reply.setProperty(wasAborted, true);
+        // Not aborted at once: a handler of the reply's end may open a dialog, and the toolkit is in the
+        // middle of its work on the reply here.
         QMetaObject::invokeMethod(&reply, &QNetworkReply::abort, Qt::QueuedConnection);
     });
 }
 
 bool isTooLarge(const QNetworkReply &reply)
 {
-    return reply.property(givenUp).isValid() || reply.bytesAvailable() > largestReply;
+    return reply.property(wasAborted).isValid() || reply.bytesAvailable() > largestReply;
 }
 
 } // namespace tideloft::net

@@ -10,14 +10,14 @@ class QNetworkReply;
 namespace tideloft::net
 {
 
-/// Bytes of a body, as it is read: after decompression. Histories of many years have a tenth of it.
+/// Bytes of a body after decompression. Histories of many years have a tenth of it.
 inline constexpr qint64 largestReply = qint64{128} * 1024 * 1024;
 
-/// Gives REPLY, which has just been asked for, up as soon as it holds more than that. As many bytes again may
-/// be on their way then: beyond these nothing is received.
+/// Aborts REPLY, whose request was just sent, as soon as it holds more than largestReply. At most as many
+/// bytes again are received meanwhile.
 void limitSize(QNetworkReply &reply);
 
-/// Whether REPLY was given up, or has come with more than it may hold. Nothing of it is to be read then.
+/// Whether REPLY was aborted by limitSize(), or holds more than largestReply. Then nothing of it may be read.
 bool isTooLarge(const QNetworkReply &reply);
 
 } // namespace tideloft::net

@@ -12,13 +12,12 @@ namespace tideloft::net
 
 struct ReplyOutcome {
     bool ok = false;
-    QString errorText; ///< the toolkit's words, or that the reply is too large; empty when all is well
+    QString errorText; ///< the toolkit's error text, or that the reply is too large; empty on success
 };
 
-/// REPLY must have finished, and nothing of its body have been read. A body that is shorter than its
-/// Content-Length (RFC 9110, 8.6) has been cut off. Where no length counts - chunks, compressed bodies,
-/// bodies that end with the connection - there is nothing to compare. A reply that is too large has failed,
-/// whatever it says.
+/// REPLY must have finished, and nothing of its body may have been read. A body that is shorter than its
+/// Content-Length (RFC 9110, 8.6) has been cut off, which is a failure. Chunks, compressed bodies and bodies
+/// that end with the connection have no length to compare with. A reply that is too large is a failure too.
 ReplyOutcome outcomeOf(const QNetworkReply &reply);
 
 } // namespace tideloft::net

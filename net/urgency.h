@@ -6,8 +6,8 @@
 namespace tideloft::net
 {
 
-/// Somebody who has just clicked, or only the timer. While all connections to the service are taken, what the
-/// timer asks for stands back behind everything else, however long it has waited.
+/// What causes a request: the user, or only the refresh timer. While all connections to the service are in
+/// use, refreshes wait behind all other requests, however long they have waited already.
 enum class Urgency { Asked, Refresh };
 
 } // namespace tideloft::net
