@@ -60,12 +60,12 @@ QStringList piecesOf(const QString &text)
 void EmojiDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const
 {
-    QStyleOptionViewItem entry(option);
-    initStyleOption(&entry, index);
-    if (!hasEmojiFormats(entry.text)) {
+    if (!hasEmojiFormats(index.data(Qt::DisplayRole).toString())) {
         QStyledItemDelegate::paint(painter, option, index);
         return;
     }
+    QStyleOptionViewItem entry(option);
+    initStyleOption(&entry, index);
     const QRect place = placeOfText(entry);
     const QString text = EmojiLine(entry.text, entry.font).elided(place.width());
     entry.text.clear();
