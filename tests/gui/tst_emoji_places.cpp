@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QScopeGuard>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 
@@ -52,14 +54,15 @@ QImage inkOf(const QImage &picture)
 /// SEQUENCES in rows that have room everywhere.
 QList<QStringList> inRows(const QStringList &sequences)
 {
-    QList<QStringList> rows{{}};
+    QList<QStringList> rows;
+    QStringList row;
     for (const QString &sequence : sequences) {
-        const qsizetype length = rows.last().join(QString()).size() + sequence.size();
-        if (rows.last().size() == 8 || length > 32)
-            rows << QStringList();
-        rows.last() << sequence;
+        const qsizetype length = row.join(QString()).size() + sequence.size();
+        if (row.size() == 8 || length > 32)
+            rows << std::exchange(row, {});
+        row << sequence;
     }
-    return rows;
+    return rows << row;
 }
 
 /// Whether TEXT is drawn at PLACE as pictures alone: they are the same with every pen, and letters are not.

@@ -17,8 +17,8 @@ public:
     EmojiLine(const QString &text, const QFont &font);
 
     qreal width() const;
-    /// The text, or as much of its beginning as has room in WIDTH px before "…". No picture is cut.
-    QString elided(int width) const;
+    /// The text, or as much of its beginning as fits into ROOM px with "…" behind it. No picture is cut.
+    QString elided(int room) const;
     /// Draws the line into PLACE with the pen of PAINTER.
     void draw(QPainter &painter, const QRect &place, Qt::Alignment alignment) const;
 
