@@ -1,20 +1,22 @@
-// The window's skeleton: construction, connections, page stacks and the periodic refresh.
+// The window: its two pages, who hears of what, signing in and out.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"
 
-#include "crypto/messages/open_message.h"
-#include "ui/style/accent.h"
-#include "ui/style/style_sheets.h"
+#include "ui/chat/chat_page.h"
+#include "ui/keyboard/program_keys.h"
+#include "ui/main_page.h"
+#include "ui/rail/rail.h"
+#include "ui/sidebar/side_footer.h"
+#include "ui/sidebar/sidebar.h"
+#include "ui/sign_in/sign_in_page.h"
+#include "ui/style/fade_in.h"
 #include "ui/widgets/accessible_role.h"
-#include "ui/widgets/late_page.h"
+#include "ui/widgets/message_box.h"
 #include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
-#include <QComboBox>
 #include <QCoreApplication>
-#include <QLabel>
-#include <QLineEdit>
 #include <QStackedWidget>
 
 using namespace Qt::StringLiterals;
@@ -22,23 +24,27 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), currentAccent(defaultAccent.toString())
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent),
+      outbox(api.deviceId()),
+      reader(api.deviceId()),
+      refreshTimer(new QTimer(this))
 {
     installAccessibleInterfaces();
     QCoreApplication::installTranslator(&toolkitWords);
     buildShell();
-    applyTheme();
+    setStyleSheet(Theme().styleSheet());
     retranslate();
     connectClient();
-    connectKeys();
-    refreshTimer = new QTimer(this);
+    connectPages();
+    connectOutbox();
+    addProgramKeys(this);
     refreshTimer->setInterval(3000);
     connect(refreshTimer, &QTimer::timeout, this, &MainWindow::refreshData);
-    currentPeer.clear();
-    centerStack->setCurrentWidget(emptyState);
-    usernameField->setFocus();
+    authPage->focusFirst();
 }
 
+// The first page of a stack is measured as it is added, so it is filled afterwards.
 void MainWindow::buildShell()
 {
     setWindowTitle(u"TideLoft"_s);
@@ -46,25 +52,14 @@ void MainWindow::buildShell()
     setMinimumSize(800, 560);
     auto *central = new QWidget(this);
     setCentralWidget(central);
-    auto *column = makeColumn(central);
     rootStack = new QStackedWidget(central);
-    column->addWidget(rootStack);
-    authPage = buildAuthPage(); // adds itself
-    mainPage = buildMainPage();
+    makeColumn(central)->addWidget(rootStack);
+    authPage = new SignInPage(rootStack);
+    rootStack->addWidget(authPage);
+    authPage->build();
+    mainPage = new MainPage(language(), rootStack);
     rootStack->addWidget(mainPage);
     rootStack->setCurrentWidget(authPage);
-}
-
-QWidget *MainWindow::buildMainPage()
-{
-    auto *page = new LatePage(rootStack);
-    auto *line = makeLine(page);
-    line->addWidget(buildRail(page));
-    line->addWidget(buildSidebar(page));
-    line->addWidget(buildCenterPanel(page), 1);
-    connectSidebar();
-    connectChat();
-    return page;
 }
 
 void MainWindow::connectClient()
@@ -96,47 +91,107 @@ void MainWindow::connectClient()
     connect(&api, &ApiClient::serverIconUploaded, this, &MainWindow::onServerIconUploaded);
 }
 
-Language MainWindow::language() const
+void MainWindow::connectPages()
 {
-    return languageFromIndex(langCombo ? langCombo->currentIndex() : 0);
+    connect(authPage, &SignInPage::signInClicked, this, &MainWindow::onLoginClicked);
+    connect(authPage, &SignInPage::registerClicked, this, &MainWindow::onRegisterClicked);
+    connect(authPage, &SignInPage::languageChanged, this, &MainWindow::retranslate);
+    connect(mainPage, &MainPage::backToChatChosen, this, &MainWindow::backToChat);
+    connect(mainPage, &MainPage::pictureClicked, this, &MainWindow::chooseAvatar);
+    connect(mainPage, &MainPage::saveClicked, this, &MainWindow::saveProfile);
+    connect(mainPage, &MainPage::themeChanged, this,
+            [this](const Theme &theme) { setStyleSheet(theme.styleSheet()); });
+    connect(this, &MainWindow::avatarPixmapReady, mainPage, &MainPage::showPicture);
+    connect(mainPage->rail(), &Rail::serverNamed, &api, &net::ApiClient::createServer);
+    connect(mainPage->rail(), &Rail::serverIconChosen, &api, &net::ApiClient::uploadServerIcon);
+    connect(mainPage->sidebar(), &Sidebar::searchTyped, &api, &net::ApiClient::searchUsers);
+    connect(mainPage->sidebar(), &Sidebar::searchEntered, this, &MainWindow::onSearchClicked);
+    connect(mainPage->sidebar(), &Sidebar::conversationChosen, this, &MainWindow::openConversation);
+    connect(mainPage->footer(), &SideFooter::logOutChosen, this, &MainWindow::logOut);
+    connect(mainPage->chat(), &ChatPage::sendClicked, this, &MainWindow::onSendClicked);
 }
 
-QString MainWindow::text(const QString &swedish, const QString &english) const
+void MainWindow::connectOutbox()
 {
-    return chooseText(language(), swedish, english);
+    connect(&outbox, &Outbox::sealingChanged, mainPage->chat(), &ChatPage::setSealing);
+    connect(&outbox, &Outbox::ownKeysOutdated, &api, &net::ApiClient::fetchMyDeviceKeys);
+    connect(&outbox, &Outbox::failed, this,
+            [this](const Words &problem) { showWarning(this, problem.in(language())); });
+    connect(&outbox, &Outbox::sealed, this,
+            [this](const QString &peer, const crypto::EncryptedEnvelope &sealed) {
+                api.sendMessage(peer, sealed.ciphertextBase64, sealed.ivBase64, {}, {}, sealed.recipientKeys,
+                                sealed.senderKeys);
+            });
+}
+
+Language MainWindow::language() const
+{
+    return authPage->language();
 }
 
 void MainWindow::setLanguageIndex(int index)
 {
-    if (langCombo)
-        langCombo->setCurrentIndex(index);
+    authPage->setLanguageIndex(index);
 }
 
-// With nobody signed in, a late reply is still shown, but leaves no key behind.
-OpenedText MainWindow::openedText(const QJsonObject &item)
+void MainWindow::retranslate()
 {
-    QString reason;
-    const QString text =
-        myUsername.isEmpty()
-            ? crypto::decryptMessageText(item, myUsername, api.deviceId(), &reason)
-            : crypto::decryptMessageText(item, myUsername, api.deviceId(), readingMemory, &reason);
-    return {text, reason};
+    toolkitWords.speak(language());
+    authPage->retranslate();
+    mainPage->retranslate(language());
 }
 
-void MainWindow::refreshData()
+// What another user left in the window is none of the new one's.
+void MainWindow::signInAs(const QJsonObject &me)
 {
-    api.fetchConversations(net::Urgency::Refresh);
-    if (!currentPeer.isEmpty())
-        api.fetchHistory(currentPeer, net::Urgency::Refresh);
+    if (!user.signIn(me)) {
+        reader.forgetHistory();
+        outbox.forgetSent();
+        mainPage->clear();
+    }
+    authPage->admit(user.username());
+    reader.signIn(user.username());
+    outbox.beginSignIn();
+    mainPage->showUser(user.username(), me.value(u"bio"_s).toString());
 }
 
-void MainWindow::applyTheme()
+void MainWindow::openMainPage()
 {
-    setStyleSheet(darkTheme ? darkStyleSheet() : lightStyleSheet());
-    if (footerAvatar && !footerAvatarPixmap.isNull())
-        showFooterPicture();
-    if (currentAccent != defaultAccent)
-        setStyleSheet(withAccent(styleSheet(), currentAccent));
+    rootStack->setCurrentWidget(mainPage);
+    fadeIn(mainPage);
+    api.fetchConversations();
+    api.fetchServers();
+    if (!refreshTimer->isActive())
+        refreshTimer->start();
+    currentPeer.clear();
+    mainPage->showEmptyState();
+}
+
+void MainWindow::logOut()
+{
+    refreshTimer->stop();
+    outbox.endSignIn();
+    reader.signOut();
+    user.signOut();
+    api.forgetReplies();
+    mainPage->chat()->endHistory();
+    authPage->clear();
+    rootStack->setCurrentWidget(authPage);
+    authPage->focusFirst();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    outbox.cancelSealing();
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (isRestartKey(*event))
+        restartProgram();
+    else
+        QMainWindow::keyPressEvent(event);
 }
 
 } // namespace tideloft::ui

@@ -1,7 +1,7 @@
 // Fuzzing of the side: conversations, found users and servers from a reply to what is shown of them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/sidebar/conversation_rows.h"
+#include "ui/messages/conversation_rows.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
 #include "ui/rail/server_models.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "ui/messages/history_rows.h"
-#include "ui/sidebar/conversation_rows.h"
+#include "ui/messages/conversation_rows.h"
 
 #include <QRandomGenerator>
 

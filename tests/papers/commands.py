@@ -78,7 +78,9 @@ def presets(project, kind):
 
 def check_cmake(project):
     """CMake is given settings that the project has, and presets that exist for what is done with them."""
-    settings = set(re.findall(r"^\s*(?:set|option)\((\w+)", project.read("CMakeLists.txt"), re.M))
+    files = ["CMakeLists.txt", "tests/CMakeLists.txt", *project.files("cmake/*.cmake")]
+    settings = {name for path in files
+                for name in re.findall(r"^\s*(?:set|option)\((\w+)", project.read(path), re.M)}
     problems = []
     for paper in project.papers():
         for command in single_commands(paper):

@@ -10,8 +10,8 @@ LEFT_OUT = "../README.md#what-version-10-leaves-out"
 
 LITERAL = r'u"((?:[^"\\]|\\.)*)"_s'
 # Where the client warns: every text that appears there has its row in the guides.
-WARNING = re.compile(r"(?:showWarning\(this, text\(|showAuthError\(\s*text\(|return Words\{"
-                     r"|confirmInFooter\(text\(|Severity::\w+,\s*\{)" + LITERAL + r",\s*" + LITERAL)
+WARNING = re.compile(r"(?:showError\(\s*text\(|Words(?: \w+)?\{|confirm\(text\(|Severity::\w+,\s*\{)"
+                     + LITERAL + r",\s*" + LITERAL)
 # The message tables of a guide, in this order.
 CLIENT, SERVICE, NETWORK, ENCRYPTION = range(4)
 # What the service says only to requests that this client does not send, or in answers that it does not show: the

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/widgets/picture_dialog.h"
 
+#include "ui/widgets/message_box.h"
 #include "ui/widgets/picture_file.h"
 
 #include <QAbstractItemView>
@@ -60,6 +61,16 @@ QString choosePicture(QWidget *parent, const QString &title, Language language)
     if (auto *field = dialog.findChild<QLineEdit *>(); field && field->completer())
         new OfferedNames(field, field->completer()->popup());
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+QString chooseProfilePicture(QWidget *parent, Language language)
+{
+    const QString path = choosePicture(
+        parent, chooseText(language, u"Välj profilbild"_s, u"Choose profile picture"_s), language);
+    const auto problem = path.isEmpty() ? std::nullopt : problemWithPicture(path);
+    if (problem)
+        showWarning(parent, problem->in(language));
+    return problem ? QString() : path;
 }
 
 } // namespace tideloft::ui

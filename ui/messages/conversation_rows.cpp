@@ -1,7 +1,7 @@
 // From the service's conversation and search items to rows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/sidebar/conversation_rows.h"
+#include "ui/messages/conversation_rows.h"
 
 #include "ui/lists/bounded_rows.h"
 #include "ui/texts/message_time.h"

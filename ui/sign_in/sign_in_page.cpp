@@ -1,10 +1,9 @@
-// Building the sign-in page.
+// The sign-in page: how it is put together. What it does is in sign_in_page_flow.cpp.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/main_window.h"
+#include "ui/sign_in/sign_in_page.h"
 
 #include "ui/keyboard/composition_keys.h"
-#include "ui/style/grid_widget.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widgets/accessible_role.h"
 #include "ui/widgets/emoji_line_edit.h"
@@ -19,7 +18,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStackedWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -71,20 +69,17 @@ QHBoxLayout *makeDivider(const QString &word, QWidget *card)
 
 } // namespace
 
-QWidget *MainWindow::buildAuthPage()
+void SignInPage::build()
 {
-    auto *page = new GridWidget(rootStack);
-    rootStack->addWidget(page); // while it is empty: the first page of a stack is measured as it is added
-    auto *column = makeColumn(page);
-    column->addWidget(buildAuthTopbar(page));
-    column->addWidget(buildAuthCenter(page), 1);
-    connectAuthPage();
-    return page;
+    auto *column = makeColumn(this);
+    column->addWidget(makeTopbar());
+    column->addWidget(makeCenter(), 1);
+    connectParts();
 }
 
-QWidget *MainWindow::buildAuthTopbar(QWidget *page)
+QWidget *SignInPage::makeTopbar()
 {
-    auto *topbar = makeBox(page, u"authTopbar"_s);
+    auto *topbar = makeBox(this, u"authTopbar"_s);
     topbar->setFixedHeight(40);
     auto *line = makeLine(topbar, 8);
     line->setContentsMargins(16, 0, 16, 0);
@@ -104,30 +99,30 @@ QWidget *MainWindow::buildAuthTopbar(QWidget *page)
     return topbar;
 }
 
-QWidget *MainWindow::buildAuthCenter(QWidget *page)
+QWidget *SignInPage::makeCenter()
 {
-    auto *center = makeBox(page, u"authCenter"_s);
+    auto *center = makeBox(this, u"authCenter"_s);
     auto *column = makeColumn(center);
     column->addStretch();
-    column->addLayout(centred(buildAuthCard(center)));
+    column->addLayout(centred(makeCard(center)));
     column->addStretch();
     return center;
 }
 
-QWidget *MainWindow::buildAuthCard(QWidget *center)
+QWidget *SignInPage::makeCard(QWidget *center)
 {
     auto *card = makeBox(center, u"authCard"_s);
     card->setFixedWidth(340);
     auto *column = makeColumn(card);
     column->setContentsMargins(28, 28, 28, 28);
-    addAuthHeading(card, column);
-    addAuthFields(card, column);
-    addAuthButtons(card, column);
+    addHeading(card, column);
+    addFields(card, column);
+    addButtons(card, column);
     makeLabel({}, card)->hide(); // kept out of the layout: a place for a message that no flow shows yet
     return card;
 }
 
-void MainWindow::addAuthHeading(QWidget *card, QVBoxLayout *column)
+void SignInPage::addHeading(QWidget *card, QVBoxLayout *column)
 {
     auto *brand = makeLabel(u"TL"_s, card, u"cardBrandIco"_s);
     brand->setFixedSize(40, 40);
@@ -146,7 +141,7 @@ void MainWindow::addAuthHeading(QWidget *card, QVBoxLayout *column)
     column->addLayout(badge);
 }
 
-void MainWindow::addAuthFields(QWidget *card, QVBoxLayout *column)
+void SignInPage::addFields(QWidget *card, QVBoxLayout *column)
 {
     usernameField = makeAuthField(new EmojiLineEdit(card));
     passwordField = makeAuthField(new QLineEdit(card));
@@ -171,7 +166,7 @@ void MainWindow::addAuthFields(QWidget *card, QVBoxLayout *column)
     column->addSpacing(4);
 }
 
-void MainWindow::addAuthButtons(QWidget *card, QVBoxLayout *column)
+void SignInPage::addButtons(QWidget *card, QVBoxLayout *column)
 {
     primaryButton = makeButton({}, card, u"primaryButton"_s);
     primaryButton->setMinimumHeight(40);
@@ -185,16 +180,16 @@ void MainWindow::addAuthButtons(QWidget *card, QVBoxLayout *column)
     column->addWidget(ghostButton);
 }
 
-void MainWindow::connectAuthPage()
+void SignInPage::connectParts()
 {
-    connect(primaryButton, &QPushButton::clicked, this, &MainWindow::onLoginClicked);
-    connect(ghostButton, &QPushButton::clicked, this, &MainWindow::onRegisterClicked);
-    connect(langCombo, &QComboBox::currentIndexChanged, this, &MainWindow::retranslate);
-    connect(usernameField, &QLineEdit::textChanged, this, &MainWindow::keepRememberCheckFor);
+    connect(primaryButton, &QPushButton::clicked, this, &SignInPage::signInClicked);
+    connect(ghostButton, &QPushButton::clicked, this, &SignInPage::registerClicked);
+    connect(langCombo, &QComboBox::currentIndexChanged, this, &SignInPage::languageChanged);
+    connect(usernameField, &QLineEdit::textChanged, this, &SignInPage::keepRememberCheckFor);
     connect(rememberCheck, &QCheckBox::toggled, this, [this] { rememberedUser.clear(); });
     for (QLineEdit *field : {usernameField, passwordField}) {
-        connect(field, &QLineEdit::textChanged, this, &MainWindow::hideAuthError);
-        connect(field, &QLineEdit::returnPressed, this, &MainWindow::onLoginClicked);
+        connect(field, &QLineEdit::textChanged, this, &SignInPage::hideError);
+        connect(field, &QLineEdit::returnPressed, this, &SignInPage::signInClicked);
         keepCompositionKeys(field);
     }
 }

@@ -1,7 +1,7 @@
 // Building the privacy dialog.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/settings/privacy_dialog.h"
+#include "ui/sidebar/privacy_dialog.h"
 
 #include "ui/style/dialog_styles.h"
 #include "ui/widgets/focus_ring.h"

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/local_zone.h"
 #include "tests/support/test_main.h"
-#include "ui/sidebar/conversation_rows.h"
+#include "ui/messages/conversation_rows.h"
 
 #include <QJsonDocument>
 #include <QLocale>

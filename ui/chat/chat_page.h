@@ -1,0 +1,83 @@
+// The open conversation: header, history, the line to write in.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ui/keyboard/held_focus.h"
+#include "ui/messages/history_rows.h"
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+
+namespace tideloft::ui
+{
+
+/// Shows a conversation or, in its place, the notice of a server.
+class ChatPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ChatPage(Language language, QWidget *parent);
+    void retranslate(Language language);
+
+    /// The header of PEER. If a server's notice stood here it goes, and the history comes with showHistory().
+    void showPeer(const QString &peer);
+    /// Header and notice of a server, which is called TITLE and marked with AVATAR.
+    void showServer(const QString &title, const QString &avatar);
+    [[nodiscard]] bool showsServer() const { return serverIsShown; }
+    /// Makes the list show PEER's history. Nothing of another conversation is left, not even a selection.
+    void showHistory(const QString &peer, const QList<HistoryRow> &rows);
+    /// The rows stay for who looks on, but the next history begins anew.
+    void endHistory() { shownHistory.clear(); }
+    /// Empties header, history and line.
+    void clear();
+
+    /// What is written, trimmed; empty while the line is disabled.
+    [[nodiscard]] QString writtenText() const;
+    /// Takes SENT, a text that has arrived, out of the line; what was typed behind it stays.
+    void takeSent(const QString &sent);
+    /// Disables the line while a message is being sealed; the keyboard waits for it.
+    void setSealing(bool busy);
+    void focusLine();
+    /// Whether the line is on screen and can be written in.
+    [[nodiscard]] bool lineIsReady() const;
+    /// Whether the keyboard is at the line or its button.
+    [[nodiscard]] bool lineHasFocus() const;
+    /// Has the layout look at the line again once the page is shown.
+    void settleLine();
+
+signals:
+    void sendClicked();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QWidget *makeHeader();
+    QListWidget *makeMessageList();
+    QWidget *makeInputArea();
+    void connectParts();
+    void showHeader(const QString &title, const QString &subtitle, const QString &avatar);
+    void showNotice();
+    void leaveServer();
+    void updateLine();
+
+    Language language;
+    QLabel *peerAvatar = nullptr;
+    QLabel *centerTitle = nullptr;
+    QLabel *centerSubtitle = nullptr;
+    QListWidget *messageList = nullptr;
+    QLineEdit *msgInput = nullptr;
+    QPushButton *sendButton = nullptr;
+    QString shownHistory;       ///< whose history the list shows; empty while it shows a server's notice
+    bool serverIsShown = false; ///< whether the page shows a server instead of the conversation
+    bool isSealing = false;
+    HeldFocus heldFocus; ///< of the line or its button, meanwhile
+};
+
+} // namespace tideloft::ui

@@ -1,0 +1,35 @@
+// Quitting, closing and restarting by the keyboard.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/keyboard/program_keys.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QProcess>
+#include <QShortcut>
+#include <QWidget>
+
+namespace tideloft::ui
+{
+
+void addProgramKeys(QWidget *window)
+{
+    const auto *quit = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), window);
+    QObject::connect(quit, &QShortcut::activated, QCoreApplication::instance(), &QCoreApplication::quit);
+    const auto *close = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), window);
+    QObject::connect(close, &QShortcut::activated, window, &QWidget::close);
+}
+
+bool isRestartKey(const QKeyEvent &press)
+{
+    return press.key() == Qt::Key_R && press.modifiers() == Qt::ControlModifier && !press.isAutoRepeat();
+}
+
+// The arguments begin with the program's own path, which the new process is told once more.
+void restartProgram()
+{
+    QCoreApplication::quit();
+    QProcess::startDetached(QCoreApplication::applicationFilePath(), QCoreApplication::arguments(), {});
+}
+
+} // namespace tideloft::ui

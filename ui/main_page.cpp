@@ -1,0 +1,117 @@
+// The main page: how it is put together, and the ways between its pages.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/main_page.h"
+
+#include "ui/chat/chat_page.h"
+#include "ui/chat/empty_state.h"
+#include "ui/rail/rail.h"
+#include "ui/sidebar/side_footer.h"
+#include "ui/sidebar/sidebar.h"
+#include "ui/style/fade_in.h"
+#include "ui/texts/initials.h"
+#include "ui/widgets/widget_parts.h"
+
+#include <QBoxLayout>
+#include <QShortcut>
+#include <QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+MainPage::MainPage(Language shownLanguage, QWidget *parent) : LatePage(parent), language(shownLanguage)
+{
+    railColumn = new Rail(language, this);
+    leftSidebar = new Sidebar(language, this);
+    sideFooter = new SideFooter(language, leftSidebar);
+    leftSidebar->addFooter(sideFooter);
+    auto *line = makeLine(this);
+    line->addWidget(railColumn);
+    line->addWidget(leftSidebar);
+    line->addWidget(makeCenter(), 1);
+    connectParts();
+}
+
+// The first page of a stack is measured as it is added, so it is filled afterwards.
+QWidget *MainPage::makeCenter()
+{
+    auto *panel = makeBox(this, u"centerPanel"_s);
+    panel->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    centerStack = new QStackedWidget(panel);
+    emptyState = new EmptyState(centerStack);
+    centerStack->addWidget(emptyState);
+    emptyState->build(language);
+    chatPage = new ChatPage(language, centerStack);
+    centerStack->addWidget(chatPage);
+    makeColumn(panel)->addWidget(centerStack, 1);
+    return panel;
+}
+
+void MainPage::connectParts()
+{
+    connect(railColumn, &Rail::messagesClicked, this, &MainPage::showMessages);
+    connect(railColumn, &Rail::settingsClicked, this, &MainPage::openSettings);
+    connect(railColumn, &Rail::serverChosen, this, &MainPage::showServer);
+    connect(leftSidebar, &Sidebar::searchLeft, this, &MainPage::leaveSearch);
+    connect(sideFooter, &SideFooter::pictureClicked, this, &MainPage::pictureClicked);
+    connect(sideFooter, &SideFooter::profileChosen, this, &MainPage::showAccount);
+    connect(sideFooter, &SideFooter::settingsChosen, this, &MainPage::showSettings);
+    connect(emptyState, &EmptyState::startClicked, leftSidebar, &Sidebar::focusSearch);
+    auto *find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this);
+    connect(find, &QShortcut::activated, leftSidebar, &Sidebar::selectSearch);
+}
+
+void MainPage::retranslate(Language newLanguage)
+{
+    language = newLanguage;
+    railColumn->retranslate(language);
+    leftSidebar->retranslate(language);
+    sideFooter->retranslate(language);
+    emptyState->retranslate(language);
+    chatPage->retranslate(language);
+    if (settingsPage)
+        settingsPage->retranslate(language);
+}
+
+void MainPage::showMessages()
+{
+    showEmptyState();
+    emit backToChatChosen();
+}
+
+void MainPage::showEmptyState()
+{
+    centerStack->setCurrentWidget(emptyState);
+}
+
+void MainPage::showChat()
+{
+    centerStack->setCurrentWidget(chatPage);
+    fadeIn(chatPage);
+    chatPage->focusLine();
+    chatPage->settleLine();
+}
+
+// Where the disabled line had the keyboard, what comes next on the Tab key's way gets it.
+void MainPage::showServer(const QString &groupId)
+{
+    railColumn->selectServer(groupId);
+    const bool lineHadFocus = chatPage->lineHasFocus();
+    const QString name = railColumn->serverName(groupId);
+    centerStack->setCurrentWidget(chatPage);
+    chatPage->showServer(name.isEmpty() ? groupId : name, initials(name, 1));
+    if (lineHadFocus && !railColumn->focusSelectedServer())
+        chatPage->setFocus();
+}
+
+void MainPage::leaveSearch()
+{
+    if (chatPage->lineIsReady())
+        chatPage->focusLine();
+    else
+        leftSidebar->focusConversations();
+}
+
+} // namespace tideloft::ui

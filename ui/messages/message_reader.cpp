@@ -1,0 +1,65 @@
+// Opening messages, with and without a user to remember them for.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/messages/message_reader.h"
+
+#include "crypto/messages/open_message.h"
+#include "ui/lists/bounded_rows.h"
+
+namespace tideloft::ui
+{
+
+void MessageReader::signOut()
+{
+    myUsername.clear();
+    readingMemory.forget();
+    forgetHistory();
+}
+
+void MessageReader::keepHistory(const QString &peer, const QJsonArray &items)
+{
+    historyItems = items;
+    peerOfHistory = peer;
+}
+
+void MessageReader::forgetHistory()
+{
+    historyItems = {};
+    peerOfHistory.clear();
+    openedHistory.forget();
+}
+
+OpenedText MessageReader::open(const QJsonObject &item)
+{
+    QString reason;
+    const QString text = myUsername.isEmpty()
+                             ? crypto::decryptMessageText(item, myUsername, deviceId, &reason)
+                             : crypto::decryptMessageText(item, myUsername, deviceId, readingMemory, &reason);
+    return {text, reason};
+}
+
+QList<DisplayRecord> MessageReader::records(const QJsonArray &items, const Reading &reading)
+{
+    if (myUsername.isEmpty())
+        return displayRecords(items, reading);
+    crypto::rereadPrivateKey(myUsername, deviceId, readingMemory);
+    return openedHistory.records(items, reading, readingMemory.generation());
+}
+
+QList<HistoryRow> MessageReader::historyRows(Language language)
+{
+    if (historyItems.isEmpty())
+        return {};
+    const QDateTime now = QDateTime::currentDateTime();
+    const Reading reading{myUsername, [this](const QJsonObject &item) { return open(item); }, now, language};
+    return ui::historyRows(records(newestItems(historyItems), reading), now.date(), language);
+}
+
+QList<ConversationRowModel> MessageReader::conversationRows(const QJsonArray &items, Language language)
+{
+    return ui::conversationRows(
+        items, [this](const QJsonObject &item) { return open(item); }, QDateTime::currentDateTime(),
+        language);
+}
+
+} // namespace tideloft::ui

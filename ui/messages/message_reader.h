@@ -1,0 +1,48 @@
+// Reading of messages for whoever is signed in: from the service's replies to rows.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "crypto/messages/reading_memory.h"
+#include "ui/messages/conversation_rows.h"
+#include "ui/messages/history_rows.h"
+#include "ui/messages/opened_history.h"
+
+namespace tideloft::ui
+{
+
+/// Opens messages, and remembers what opening them has cost: the keys, and the records of the last history.
+/// With nobody signed in, a late reply is still read, but nothing of it is remembered.
+class MessageReader
+{
+public:
+    explicit MessageReader(const QString &ownDeviceId) : deviceId(ownDeviceId) {}
+
+    /// Messages are read as USERNAME from now on.
+    void signIn(const QString &username) { myUsername = username; }
+    /// Forgets the keys and the history.
+    void signOut();
+
+    /// Keeps the reply that is the history of PEER, until the next one comes.
+    void keepHistory(const QString &peer, const QJsonArray &items);
+    void forgetHistory();
+    /// Whose history is kept; empty if there is none.
+    [[nodiscard]] const QString &historyPeer() const { return peerOfHistory; }
+    /// The rows of the kept history, as they read now in LANGUAGE.
+    QList<HistoryRow> historyRows(Language language);
+    /// The rows of a conversation list, as they read now in LANGUAGE.
+    QList<ConversationRowModel> conversationRows(const QJsonArray &items, Language language);
+
+private:
+    OpenedText open(const QJsonObject &item);
+    QList<DisplayRecord> records(const QJsonArray &items, const Reading &reading);
+
+    QString deviceId;
+    QString myUsername; ///< empty while nobody is signed in
+    crypto::ReadingMemory readingMemory;
+    OpenedHistory openedHistory;
+    QJsonArray historyItems;
+    QString peerOfHistory;
+};
+
+} // namespace tideloft::ui

@@ -1,0 +1,116 @@
+// The rail: the user's servers, their menu, and the dialog that makes a new one.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/rail/rail.h"
+
+#include "ui/lists/bounded_rows.h"
+#include "ui/rail/create_server_dialog.h"
+#include "ui/rail/server_button.h"
+#include "ui/rail/server_scroll.h"
+#include "ui/widgets/menu_choice.h"
+#include "ui/widgets/picture_dialog.h"
+
+#include <QBoxLayout>
+#include <QMenu>
+#include <QPushButton>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tideloft::ui
+{
+
+void Rail::showServers(const QJsonArray &newServers)
+{
+    servers = newServers;
+    rebuildServerRail();
+}
+
+void Rail::forgetServers()
+{
+    selectedServerId.clear();
+    showServers({});
+}
+
+QString Rail::serverName(const QString &groupId) const
+{
+    return ui::serverName(servers, groupId);
+}
+
+// Runs inside the click and the menu of a button that it deletes: the connections hold their own copy of the
+// identifier, and nothing of the button is touched after the call.
+void Rail::rebuildServerRail()
+{
+    const QString focused = serverWithFocus(serverColumn);
+    while (QLayoutItem *item = serverColumn->layout()->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    QWidget *last = railMessagesBtn;
+    for (const ServerModel &server : serverModels(servers).mid(0, serversLimit)) {
+        QPushButton *button = makeServerButton(server, server.groupId == selectedServerId, serverColumn);
+        serverColumn->layout()->addWidget(button);
+        setTabOrder(std::exchange(last, button), button); // new widgets come last on the Tab key's way
+        connectServerButton(button, server.groupId);
+        if (!focused.isEmpty() && server.groupId == focused) {
+            button->show(); // what is hidden has no keyboard to give back when a menu closes
+            button->setFocus();
+        }
+    }
+}
+
+void Rail::connectServerButton(QPushButton *button, const QString &groupId)
+{
+    // A copy for the signal: what answers it may delete this connection, and GROUPID with it.
+    connect(button, &QPushButton::clicked, this, [this, groupId] { emit serverChosen(QString(groupId)); });
+    connect(button, &QWidget::customContextMenuRequested, this,
+            [this, groupId, button](QPoint position) { showServerMenu(groupId, button, position); });
+}
+
+// The rebuild deletes the connection that may hold GROUPID: from there on only the rail's own copy is read.
+void Rail::selectServer(const QString &groupId)
+{
+    selectedServerId = groupId;
+    rebuildServerRail();
+    if (QPushButton *button = serverButton(serverColumn, selectedServerId))
+        scrollServerIntoView(button);
+}
+
+bool Rail::focusSelectedServer()
+{
+    QPushButton *button = serverButton(serverColumn, selectedServerId);
+    if (button)
+        button->setFocus();
+    return button;
+}
+
+// A list that arrives while the menu is open deletes the button, and with it the connection that holds
+// SERVERID.
+void Rail::showServerMenu(const QString &serverId, QWidget *button, QPoint position)
+{
+    const QString groupId = serverId; // NOLINT(performance-unnecessary-copy-initialization)
+    QMenu menu(window());
+    menu.setAccessibleName(text(u"Servermeny"_s, u"Server menu"_s));
+    const QAction *upload = menu.addAction(text(u"Ladda upp server-ikon"_s, u"Upload server icon"_s));
+    const QAction *open = menu.addAction(text(u"Öppna server"_s, u"Open server"_s));
+    const QAction *chosen = choiceFrom(menu, button->mapToGlobal(position));
+    if (chosen && chosen == open)
+        emit serverChosen(groupId);
+    if (!chosen || chosen != upload)
+        return;
+    const QString path =
+        choosePicture(window(), text(u"Välj server-ikon"_s, u"Choose server icon"_s), language);
+    if (!path.isEmpty())
+        emit serverIconChosen(groupId, path);
+}
+
+void Rail::showCreateServerDialog()
+{
+    auto *dialog = new CreateServerDialog(language, window());
+    connect(dialog, &QDialog::accepted, this,
+            [this, dialog] { emit serverNamed(dialog->name(), dialog->description()); });
+    dialog->exec();
+}
+
+} // namespace tideloft::ui
