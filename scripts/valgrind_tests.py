@@ -6,6 +6,7 @@ driver make noise of their own, which a suppression file cannot name completely.
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 
+import json
 import os
 import pathlib
 import re
@@ -28,8 +29,8 @@ def describe(error):
     return "\n".join([f"  {error.findtext('kind')}: {what}", *frames])
 
 
-def execute(program, suppressions, directory):
-    """Runs one test program. Its process, its exit code, and what it printed."""
+def execute(command, suppressions, directory):
+    """Runs one class of tests. Its process, its exit code, and what it printed."""
     # A program that starts another is two processes for a moment, and both would write into one file.
     report = pathlib.Path(directory, "%p.xml")
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TZ="UTC", LC_ALL="C.UTF-8",
@@ -37,7 +38,7 @@ def execute(program, suppressions, directory):
     with subprocess.Popen(
             ["valgrind", "--xml=yes", f"--xml-file={report}", "--leak-check=full",
              "--show-leak-kinds=definite", "--num-callers=40",
-             f"--suppressions={suppressions}", str(program), "-maxwarnings", "0"],
+             f"--suppressions={suppressions}", *command, "-maxwarnings", "0"],
             env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
             text=True, errors="replace") as process:
         output, messages = process.communicate()
@@ -54,10 +55,10 @@ def read_report(report):
     return errors, bool(elements) and elements[-1].tag == "valgrindoutput"
 
 
-def run(program, suppressions):
-    """What went wrong in one test program, as texts."""
+def run(command, suppressions):
+    """What went wrong in one class of tests, as texts."""
     with tempfile.TemporaryDirectory() as directory:
-        process, code, output, messages = execute(program, suppressions, directory)
+        process, code, output, messages = execute(command, suppressions, directory)
         try:
             reports = {report.stem: read_report(report) for report in pathlib.Path(directory).iterdir()}
         except (OSError, ElementTree.ParseError) as reason:
@@ -71,16 +72,23 @@ def run(program, suppressions):
     return faults
 
 
+def tests_in(directory, pattern):
+    """(name, command) of the classes of tests; their runs in other surroundings are left out."""
+    listed = subprocess.run(["ctest", "--test-dir", directory, "--show-only=json-v1"],
+                            check=True, stdout=subprocess.PIPE, text=True).stdout
+    tests = [(test["name"], test["command"]) for test in json.loads(listed)["tests"]]
+    return [(name, command) for name, command in sorted(tests) if command[1:] == [name] and re.search(pattern, name)]
+
+
 def main():
-    directory, suppressions, pattern = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3]
-    programs = [path for path in sorted(directory.glob("tst_*"))
-                if path.is_file() and os.access(path, os.X_OK) and re.search(pattern, path.name)]
-    failed = 0 if programs else 1  # nothing ran: nothing was shown
-    for program in programs:
-        faults = run(program, suppressions)
+    directory, suppressions, pattern = sys.argv[1:4]
+    tests = tests_in(directory, pattern)
+    failed = 0 if tests else 1  # nothing ran: nothing was shown
+    for name, command in tests:
+        faults = run(command, suppressions)
         failed += bool(faults)
-        print("\n".join([f"{'FAILED' if faults else 'passed'}: {program.name}", *faults]), flush=True)
-    print(f"{max(len(programs) - failed, 0)} passed, {failed} failed")
+        print("\n".join([f"{'FAILED' if faults else 'passed'}: {name}", *faults]), flush=True)
+    print(f"{max(len(tests) - failed, 0)} passed, {failed} failed")
     sys.exit(1 if failed else 0)
 
 

@@ -10,6 +10,6 @@ add_library(tideloft_hostile_probe STATIC tst_hostile_probe.cpp tst_hostile_prob
 tideloft_when_linked(tideloft_precompile_test tideloft_hostile_probe)
 target_link_libraries(tideloft_hostile_probe PUBLIC tideloft_picture_probe tideloft_open_watch)
 
-foreach(unit texts boxes effort errors words)
-    tideloft_test(tst_hostile_${unit} LIBRARIES tideloft_hostile_probe LABELS gui)
-endforeach()
+tideloft_tests(gui_hostile_tests
+    TESTS tst_hostile_boxes tst_hostile_effort tst_hostile_errors tst_hostile_texts tst_hostile_words
+    LIBRARIES tideloft_hostile_probe LABELS gui)

@@ -7,7 +7,7 @@ tideloft_when_linked(tideloft_precompile_test tideloft_picture_probe)
 target_link_libraries(tideloft_picture_probe
     PUBLIC tideloft_rail_probe tideloft_net_test_wire Qt6::Test)
 
-foreach(unit another_user picture_choice picture_checks avatar_upload avatar_picture
-        profile_save profile_confirmation server_icon toolkit_language)
-    tideloft_test(tst_${unit} LIBRARIES tideloft_picture_probe LABELS gui)
-endforeach()
+tideloft_tests(gui_picture_tests
+    TESTS tst_another_user tst_avatar_picture tst_avatar_upload tst_picture_checks tst_picture_choice
+        tst_profile_confirmation tst_profile_save tst_server_icon tst_toolkit_language
+    LIBRARIES tideloft_picture_probe LABELS gui)

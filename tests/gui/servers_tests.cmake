@@ -6,7 +6,7 @@ add_library(tideloft_rail_probe STATIC
 tideloft_when_linked(tideloft_precompile_test tideloft_rail_probe)
 target_link_libraries(tideloft_rail_probe PUBLIC tideloft_settings_probe)
 
-foreach(unit server_buttons server_opening server_menu server_names server_scroll
-             create_dialog create_dialog_answers created_server late_replies)
-    tideloft_test(tst_${unit} LIBRARIES tideloft_rail_probe LABELS gui)
-endforeach()
+tideloft_tests(gui_servers_tests
+    TESTS tst_create_dialog tst_create_dialog_answers tst_created_server tst_late_replies tst_server_buttons
+        tst_server_menu tst_server_names tst_server_opening tst_server_scroll
+    LIBRARIES tideloft_rail_probe LABELS gui)

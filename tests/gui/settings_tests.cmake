@@ -7,20 +7,9 @@ add_library(tideloft_settings_probe STATIC
 tideloft_when_linked(tideloft_precompile_test tideloft_settings_probe)
 target_link_libraries(tideloft_settings_probe PUBLIC tideloft_gui_probe Qt6::Test)
 
-function(tideloft_settings_test name)
-    tideloft_test(${name} LIBRARIES tideloft_settings_probe LABELS gui)
-endfunction()
-
-tideloft_settings_test(tst_settings_switches)
-target_sources(tst_settings_switches PRIVATE
-    tst_settings_switches_table.cpp tst_settings_switches_table.h)
-tideloft_settings_test(tst_settings_navigation)
-tideloft_settings_test(tst_settings_opening)
-tideloft_settings_test(tst_settings_actions)
-tideloft_settings_test(tst_settings_sections)
-tideloft_settings_test(tst_settings_texts)
-tideloft_settings_test(tst_settings_profile_card)
-tideloft_settings_test(tst_appearance)
-tideloft_settings_test(tst_settings_tab_order)
-tideloft_settings_test(tst_privacy_dialog)
-tideloft_settings_test(tst_appearance_sheet)
+tideloft_tests(gui_settings_tests
+    TESTS tst_appearance tst_appearance_sheet tst_privacy_dialog tst_settings_actions tst_settings_navigation
+        tst_settings_opening tst_settings_profile_card tst_settings_sections tst_settings_switches
+        tst_settings_tab_order tst_settings_texts
+    SOURCES tst_settings_switches_table.cpp tst_settings_switches_table.h
+    LIBRARIES tideloft_settings_probe LABELS gui)

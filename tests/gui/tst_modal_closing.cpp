@@ -248,11 +248,12 @@ void TestModalClosing::aHeldRestartKeyStartsOneCopy()
     QCOMPARE(copies(), 1);
 }
 
-int main(int argc, char **argv)
+static int runOrLeaveTrace(int argc, char **argv)
 {
     if (qEnvironmentVariableIsSet(copiesVariable))
         return leaveTrace();
     return runTests<QApplication, TestModalClosing>(argc, argv);
 }
 
+TIDELOFT_TEST_RUN(runOrLeaveTrace)
 #include "tst_modal_closing.moc"

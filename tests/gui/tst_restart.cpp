@@ -173,7 +173,7 @@ void TestRestart::otherKeysDoNotRestart()
     QVERIFY(!QFile::exists(reportFile));
 }
 
-int main(int argc, char **argv)
+static int runOrReport(int argc, char **argv)
 {
     if (qEnvironmentVariableIsSet(reportVariable))
         return report(argc, argv);
@@ -185,4 +185,5 @@ int main(int argc, char **argv)
     return tideloft::tests::runTests<QApplication, TestRestart>(argc + 2, arguments.data());
 }
 
+TIDELOFT_TEST_RUN(runOrReport)
 #include "tst_restart.moc"

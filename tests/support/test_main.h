@@ -1,8 +1,9 @@
-// The main() of a test program: a home of its own, the client's identity, then the tests.
+// How a source of tests enters its program: with a home of its own and the client's identity.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/support/test_class.h"
 #include "tests/support/test_home.h"
 
 #include <QCoreApplication>
@@ -23,16 +24,11 @@ template <typename Application, typename Test> int runTests(int argc, char **arg
 
 } // namespace tideloft::tests
 
+/// For tests that do something else before: RUN is their main().
+#define TIDELOFT_TEST_RUN(run) static const bool entered = tideloft::tests::addTestClass(__FILE__, run);
+
 /// For tests without a window.
-#define TIDELOFT_TEST_MAIN(Test)                                                                             \
-    int main(int argc, char **argv)                                                                          \
-    {                                                                                                        \
-        return tideloft::tests::runTests<QCoreApplication, Test>(argc, argv);                                \
-    }
+#define TIDELOFT_TEST_MAIN(Test) TIDELOFT_TEST_RUN((tideloft::tests::runTests<QCoreApplication, Test>))
 
 /// For tests with widgets: include <QApplication> first.
-#define TIDELOFT_GUI_TEST_MAIN(Test)                                                                         \
-    int main(int argc, char **argv)                                                                          \
-    {                                                                                                        \
-        return tideloft::tests::runTests<QApplication, Test>(argc, argv);                                    \
-    }
+#define TIDELOFT_GUI_TEST_MAIN(Test) TIDELOFT_TEST_RUN((tideloft::tests::runTests<QApplication, Test>))

@@ -1,6 +1,7 @@
 // Who is signed in, and whose picture may be shown.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
 #include "ui/signed_in_user.h"
 
 #include <QTest>
@@ -72,5 +73,5 @@ void TestSignedInUser::pictureOfAnotherUserIsNotShown()
     QVERIFY(account.ownsPicture());
 }
 
-QTEST_APPLESS_MAIN(TestSignedInUser)
+TIDELOFT_TEST_MAIN(TestSignedInUser)
 #include "tst_signed_in_user.moc"

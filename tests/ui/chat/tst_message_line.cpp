@@ -1,6 +1,7 @@
 // What of the message line stays when a message has arrived.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
 #include "ui/chat/message_line.h"
 
 #include <QTest>
@@ -43,5 +44,5 @@ void TestMessageLine::rest()
     QTEST(ui::restOfLine(line, sent), "rest");
 }
 
-QTEST_APPLESS_MAIN(TestMessageLine)
+TIDELOFT_TEST_MAIN(TestMessageLine)
 #include "tst_message_line.moc"

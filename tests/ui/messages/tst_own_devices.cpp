@@ -1,6 +1,7 @@
 // When the list of the user's devices is asked for once more.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
 #include "ui/messages/own_devices.h"
 
 #include <QJsonObject>
@@ -90,5 +91,5 @@ void TestOwnDevices::theListOutlivesTheSignIn()
     QCOMPARE(devices.keys(), listWith(u"this"_s));
 }
 
-QTEST_APPLESS_MAIN(TestOwnDevices)
+TIDELOFT_TEST_MAIN(TestOwnDevices)
 #include "tst_own_devices.moc"

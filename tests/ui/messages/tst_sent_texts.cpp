@@ -1,6 +1,7 @@
 // Which text has arrived, when several are on their way.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
 #include "ui/chat/message_line.h"
 #include "ui/messages/sent_texts.h"
 
@@ -65,5 +66,5 @@ void TestSentTexts::aFailedTextChangesNoOther()
     QCOMPARE(ui::restOfLine(u"one two three"_s, sent.takeArrived()), u" three"_s);
 }
 
-QTEST_APPLESS_MAIN(TestSentTexts)
+TIDELOFT_TEST_MAIN(TestSentTexts)
 #include "tst_sent_texts.moc"

@@ -1,6 +1,7 @@
 // The style sheet of every theme and accent.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
 #include "ui/style/style_sheets.h"
 #include "ui/style/theme.h"
 
@@ -44,5 +45,5 @@ void TestTheme::theSheetIsThatOfTheThemeInItsAccent()
     QCOMPARE(sheet.contains(defaultAccent), accent == defaultAccent);
 }
 
-QTEST_APPLESS_MAIN(TestTheme)
+TIDELOFT_TEST_MAIN(TestTheme)
 #include "tst_theme.moc"

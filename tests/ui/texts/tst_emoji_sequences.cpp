@@ -1,6 +1,7 @@
 // Which parts of a text are pictures because U+FE0F asks for them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
 #include "ui/texts/emoji_sequences.h"
 
 #include <QTest>
@@ -106,5 +107,5 @@ void TestEmojiSequences::inText()
     QTEST(ui::emojiSequences(text), "sequences");
 }
 
-QTEST_APPLESS_MAIN(TestEmojiSequences)
+TIDELOFT_TEST_MAIN(TestEmojiSequences)
 #include "tst_emoji_sequences.moc"

@@ -1,11 +1,10 @@
 // A picture as a circle: stretched, not cropped, and clear outside.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include <QGuiApplication>
-
 #include "tests/support/test_main.h"
 #include "ui/widgets/round_picture.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 
@@ -66,8 +65,5 @@ void TestRoundPicture::outsideTheCircleIsClear()
     QCOMPARE(image.pixelColor(12, 12).alpha(), 255);
 }
 
-int main(int argc, char **argv)
-{
-    return runTests<QGuiApplication, TestRoundPicture>(argc, argv);
-}
+TIDELOFT_GUI_TEST_MAIN(TestRoundPicture)
 #include "tst_round_picture.moc"
