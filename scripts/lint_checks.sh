@@ -53,7 +53,7 @@ check_clang_tidy()
     files '*.cpp' | on_each clang-tidy-14 --quiet -p "$database"
 }
 
-# A constant of a test is made once, in a program of one unit: there is no order of construction to get wrong.
+# A constant of a test is made once, and none is made of another source's: there is no order to get wrong.
 check_clazy()
 {
     local status=0 look=(clazy-standalone -p "$database" --extra-arg=-Werror
@@ -89,9 +89,9 @@ check_reuse()
     reuse lint
 }
 
-check_measures()
+check_lengths()
 {
-    /usr/bin/python3 -B "$root/scripts/measures.py" scripts/lint.d/long_headers.txt
+    /usr/bin/python3 -B "$root/scripts/lengths.py" scripts/lint.d/long_headers.txt
 }
 
 check_python()

@@ -8,7 +8,7 @@
 # a line for each fault.
 declare -rA faultWords=(
     [clang-format]='sum.cpp.*clang-format-violations'
-    [measures]=$'sum.cpp: 3[0-9][0-9] lines\nscripts/tell: many has 46 lines'
+    [lengths]=$'sum.cpp: 3[0-9][0-9] lines\nscripts/tell: many has 46 lines'
     [python]=$'count.py:.*undefined name\nscripts/tell:.*undefined name'
     [shellcheck]='SC2086'
     [codespell]='t[e]h ==> the'
@@ -32,7 +32,7 @@ plant_codespell() { append README.md <<<"And t""eh end."; }
 plant_reuse() { append net/bare.cpp <<<'int bare();'; }
 plant_cppcheck() { append net/sum.cpp <<<$'int beyond()\n{\n    int three[3] = {1, 2, 3};\n    return three[3];\n}'; }
 
-plant_measures()
+plant_lengths()
 {
     yes '// And on it goes.' | head -n 299 | append net/sum.cpp
     { echo 'def many():'; yes '    print(2)' | head -n 46; } | append scripts/tell
