@@ -29,7 +29,7 @@ BREAKS = [
     ("a file that is not there", links.check_files, "CONTRIBUTING.md", "crypto/cipher/secret_bytes.h",
      "crypto/secret.h",
      "there is no crypto/secret.h"),
-    ("a unit that is not there", links.check_files, "docs/architecture.md", "`ui/row_plan`", "`ui/row_idea`",
+    ("a unit that is not there", links.check_files, "docs/architecture.md", "`ui/lists/row_plan`", "`ui/row_idea`",
      "there is no ui/row_idea"),
     ("a test that is not there", links.check_tests, "SECURITY.md", "`tst_tls_policy`", "`tst_tls_police`",
      "there is no test tst_tls_police"),
