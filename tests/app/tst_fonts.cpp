@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/fonts.h"
 #include "tests/support/test_main.h"
+#include "ui/style/emoji_font.h"
 #include "ui/style/symbol_font.h"
 
 #include <QApplication>
@@ -18,6 +19,7 @@ class TestFonts : public QObject
 private slots:
     void lettersThenEmojiThenSymbols();
     void symbolsAreNoEmoji();
+    void picturesComeFromOneFont();
     void lettersHaveNoEmoji();
 };
 
@@ -35,6 +37,13 @@ void TestFonts::symbolsAreNoEmoji()
     tideloft::app::substituteFonts();
     QCOMPARE(QFont::substitutes(tideloft::ui::style::symbolFamily()).mid(0, 2),
              (QStringList{u"open sans"_s, u"dejavu sans"_s}));
+}
+
+// No font of letters stands behind it: that would draw half of a picture.
+void TestFonts::picturesComeFromOneFont()
+{
+    tideloft::app::substituteFonts();
+    QCOMPARE(QFont::substitutes(tideloft::ui::style::emojiFamily()), QStringList{u"noto color emoji"_s});
 }
 
 // What the font of letters has no other font draws.
