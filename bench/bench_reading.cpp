@@ -7,9 +7,9 @@
 #include "crypto/cipher/openssl_ptr.h"
 #include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
+#include "crypto/messages/decryption_cache.h"
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/open_message.h"
-#include "crypto/messages/reading_memory.h"
 #include "tests/support/test_main.h"
 
 #include <openssl/rsa.h>
@@ -78,10 +78,10 @@ QJsonObject sealedFor(const QJsonArray &devices, const QString &text)
             {u"recipientKeys"_s, envelope.recipientKeys}};
 }
 
-void openAll(const QList<QJsonObject> &messages, crypto::ReadingMemory &memory)
+void openAll(const QList<QJsonObject> &messages, crypto::DecryptionCache &cache)
 {
     for (const QJsonObject &message : messages) {
-        if (!crypto::decryptMessage(message, u"alice"_s, own, memory).ok)
+        if (!crypto::decryptMessage(message, u"alice"_s, own, cache).ok)
             qFatal("A message did not open.");
     }
 }
@@ -95,8 +95,8 @@ class BenchReading : public QObject
 private slots:
     void initTestCase();
     void openingAfresh();
-    void openingRemembered_data();
-    void openingRemembered();
+    void openingCached_data();
+    void openingCached();
     void sealing();
 
 private:
@@ -136,31 +136,31 @@ void BenchReading::openingAfresh()
         for (const QByteArray &wrappedKey : wrappedKeys.mid(part * partSize, partSize))
             runRaw(context.get(), EVP_PKEY_decrypt, wrappedKey);
     };
-    std::optional<crypto::ReadingMemory> memory;
+    std::optional<crypto::DecryptionCache> cache;
     const auto openFresh = [&](int part) {
         if (part == 0)
-            memory.emplace();
-        openAll(messages.mid(part * partSize, partSize), *memory);
+            cache.emplace();
+        openAll(messages.mid(part * partSize, partSize), *cache);
     };
     printRatio("opening 1,000 messages / 1,000 raw unwraps",
                pairedTimes(messageCount / partSize, unwrapRaw, openFresh), 1.10);
 }
 
-void BenchReading::openingRemembered_data()
+void BenchReading::openingCached_data()
 {
     QTest::addColumn<int>("devices");
     QTest::newRow("sealed for 1 device") << 1;
     QTest::newRow("sealed for 10 devices") << 10;
 }
 
-void BenchReading::openingRemembered()
+void BenchReading::openingCached()
 {
     QFETCH(const int, devices);
     const QList<QJsonObject> messages = messagesFor(devices);
-    crypto::ReadingMemory memory;
-    openAll(messages, memory);
-    const double time = medianTime([&] { openAll(messages, memory); });
-    std::printf("opening 1,000 remembered messages, %s: %.2f us a message\n", QTest::currentDataTag(),
+    crypto::DecryptionCache cache;
+    openAll(messages, cache);
+    const double time = medianTime([&] { openAll(messages, cache); });
+    std::printf("opening 1,000 cached messages, %s: %.2f us a message\n", QTest::currentDataTag(),
                 time * 1000 / messageCount);
 }
 

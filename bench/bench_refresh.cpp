@@ -8,9 +8,9 @@
 #include "bench/naive_rows.h"
 #include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
+#include "crypto/messages/decryption_cache.h"
 #include "crypto/messages/envelope.h"
 #include "crypto/messages/open_message.h"
-#include "crypto/messages/reading_memory.h"
 #include "net/reply_cache.h"
 #include "tests/support/test_home.h"
 #include "ui/chat/history_list.h"
@@ -60,7 +60,7 @@ QByteArray historyBody(const QJsonArray &items)
 struct Client {
     net::ReplyCache reply;
     ui::OpenedHistory opened;
-    crypto::ReadingMemory memory;
+    crypto::DecryptionCache cache;
 };
 
 ui::Reading readingWith(const ui::OpenMessage &open)
@@ -71,12 +71,12 @@ ui::Reading readingWith(const ui::OpenMessage &open)
 void refresh(Client &client, const QByteArray &body, QListWidget *list)
 {
     const QJsonArray items = client.reply.read(body).array();
-    crypto::rereadPrivateKey(user, device, client.memory);
+    crypto::rereadPrivateKey(user, device, client.cache);
     const auto open = [&](const QJsonObject &item) {
-        return crypto::decryptMessageText(item, user, device, client.memory);
+        return crypto::decryptMessageText(item, user, device, client.cache);
     };
     const auto reading = readingWith(open);
-    const auto records = client.opened.records(items, reading, client.memory.generation());
+    const auto records = client.opened.records(items, reading, client.cache.generation());
     ui::showHistory(list, ui::historyRows(records, reading.now.date(), reading.language));
 }
 

@@ -1,4 +1,4 @@
-// Opening of messages, one function for each step; a step that fails says why and ends the walk.
+// Opening of messages, one function for each step. A step that fails says why, and no other step follows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/messages/open_message.h"
@@ -6,11 +6,10 @@
 #include "crypto/cipher/aes_gcm.h"
 #include "crypto/cipher/base64.h"
 #include "crypto/cipher/failure.h"
-#include "crypto/cipher/rsa_oaep.h"
 #include "crypto/cipher/secret_bytes.h"
 #include "crypto/keys/key_store.h"
-#include "crypto/messages/failure_table.h"
-#include "crypto/messages/reading_memory.h"
+#include "crypto/messages/decryption_cache.h"
+#include "crypto/messages/sealed_texts.h"
 #include "crypto/messages/trimmed_member.h"
 
 #include <optional>
@@ -21,12 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-// A memory, and under what it keeps the content key of one message.
-struct Remembering {
-    ReadingMemory &memory;
-    WrappedKeyDigest wrappedKey;
-};
 
 // What AES-GCM opens.
 struct SealedBytes {
@@ -58,7 +51,7 @@ std::optional<SealedTexts> findSealedTexts(const QJsonObject &message, const QSt
     return sealed;
 }
 
-// A step gives its own message where it has one; `fallback` stands for a step that fails without a word.
+// The decoder explains its failure, or FALLBACK does.
 QByteArray decode(const QString &base64, const QString &fallback, QString *error)
 {
     QByteArray bytes = fromBase64Text(base64, error);
@@ -97,16 +90,6 @@ SecretBytes decodePrivateKey(const QByteArray &keyText, QString *error)
     return SecretBytes(decode(base64.view(), u"Private key decode failed."_s, error));
 }
 
-SecretBytes unwrapContentKey(const QByteArray &privateKey, const QByteArray &wrappedKey, Remembering *kept,
-                             QString *error)
-{
-    SecretBytes contentKey(kept ? kept->memory.unwrap(privateKey, wrappedKey, error)
-                                : rsaOaepDecrypt(privateKey, wrappedKey, error));
-    if (contentKey.isEmpty())
-        failUnlessExplained(error, u"RSA decrypt failed."_s);
-    return contentKey;
-}
-
 // A text without characters is a text too: only a reported error makes an empty one a failure.
 DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
 {
@@ -117,14 +100,15 @@ DecryptResult openText(const QByteArray &contentKey, const SealedBytes &sealed)
     return {true, {}, QString::fromUtf8(plaintext.view())};
 }
 
-// All parts are decoded before RSA begins. Only the content key of a message that opens is remembered: one
-// that fails cannot drive out others.
-DecryptResult openUnwrapping(const QByteArray &keyText, const SealedTexts &texts, Remembering *kept)
+// All parts are decoded before RSA begins. Only the content key of a message that opens is cached: one that
+// fails cannot evict others.
+DecryptResult openUncached(const QByteArray &keyText, const SealedTexts &texts, const QByteArray &keyDigest,
+                           DecryptionCache &cache)
 {
     DecryptResult failed;
-    const bool parsed = kept && kept->memory.hasPrivateKey();
-    const SecretBytes key = parsed ? SecretBytes(QByteArray()) : decodePrivateKey(keyText, &failed.error);
-    if (key.isEmpty() && !parsed)
+    const bool isParsed = cache.hasPrivateKey();
+    const SecretBytes key = isParsed ? SecretBytes(QByteArray()) : decodePrivateKey(keyText, &failed.error);
+    if (key.isEmpty() && !isParsed)
         return failed;
     const QByteArray wrappedKey = decode(texts.wrappedKey, u"Encrypted key decode failed."_s, &failed.error);
     if (wrappedKey.isEmpty())
@@ -132,69 +116,59 @@ DecryptResult openUnwrapping(const QByteArray &keyText, const SealedTexts &texts
     const auto sealed = decodeText(texts, &failed.error);
     if (!sealed)
         return failed;
-    const SecretBytes contentKey = unwrapContentKey(key.view(), wrappedKey, kept, &failed.error);
-    if (contentKey.isEmpty())
+    const SecretBytes contentKey(cache.unwrap(key.view(), wrappedKey, &failed.error));
+    if (contentKey.isEmpty()) {
+        failUnlessExplained(&failed.error, u"RSA decrypt failed."_s);
         return failed;
+    }
     DecryptResult result = openText(contentKey.view(), *sealed);
-    if (result.ok && kept)
-        kept->memory.remember(kept->wrappedKey, contentKey.view());
+    if (result.ok)
+        cache.insertContentKey(keyDigest, contentKey.view());
     return result;
 }
 
-// Both keys were decoded when the content key was remembered, so only the rest can still fail.
-DecryptResult openRemembered(const QByteArray &contentKey, const SealedTexts &texts)
+// Both keys were decoded before the content key was cached, so only the rest can still fail.
+DecryptResult openCached(const QByteArray &contentKey, const SealedTexts &texts)
 {
     DecryptResult failed;
     const auto sealed = decodeText(texts, &failed.error);
     return sealed ? openText(contentKey, *sealed) : failed;
 }
 
-// There was no memory for it, which says nothing about the message.
+// OpenSSL had no memory for an object, which says nothing about the message.
 bool mayPass(const QString &error)
 {
     return error.startsWith(u"Could not create "_s);
 }
 
-// What failed fails again for the same reason as long as the memory is for the same key, user and device.
-DecryptResult openWithMemory(const QByteArray &keyText, const SealedTexts &texts, ReadingMemory &memory)
+// What failed fails again for the same reason as long as the cache is for the same key, user and device.
+DecryptResult openTexts(const QByteArray &keyText, const SealedTexts &texts, DecryptionCache &cache)
 {
-    Remembering kept{memory, texts.wrappedKey};
-    const QByteArray known = memory.contentKey(kept.wrappedKey);
-    if (!known.isEmpty())
-        return openRemembered(known, texts);
+    const QByteArray keyDigest = digestOf(texts.wrappedKey);
+    const QByteArray contentKey = cache.contentKey(keyDigest);
+    if (!contentKey.isEmpty())
+        return openCached(contentKey, texts);
     const QByteArray digest = digestOf(texts);
-    if (const auto error = memory.failure(digest))
+    if (const auto error = cache.failure(digest))
         return {false, *error, {}};
-    DecryptResult result = openUnwrapping(keyText, texts, &kept);
+    DecryptResult result = openUncached(keyText, texts, keyDigest, cache);
     if (!result.ok && mayPass(result.error))
-        memory.expectAnotherAnswer();
+        cache.noteTransientFailure();
     else if (!result.ok)
-        memory.rememberFailure(digest, result.error);
+        cache.insertFailure(digest, result.error);
     return result;
 }
 
 DecryptResult openEnvelope(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
-                           ReadingMemory *memory)
+                           DecryptionCache &cache)
 {
     DecryptResult failed;
     const auto texts = findSealedTexts(message, ownName, ownDeviceId, &failed.error);
     if (!texts)
         return failed;
     const SecretBytes keyText = readPrivateKey(&failed.error);
-    if (memory)
-        memory->readFor(keyText.view(), ownName, ownDeviceId);
-    if (keyText.isEmpty())
-        return failed;
-    return memory ? openWithMemory(keyText.view(), *texts, *memory)
-                  : openUnwrapping(keyText.view(), *texts, nullptr);
-}
-
-DecryptResult open(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
-                   ReadingMemory *memory)
-{
-    if (!isEncrypted(message))
-        return {true, {}, message.value(u"text"_s).toString()};
-    return openEnvelope(message, ownName, ownDeviceId, memory);
+    cache.setReader(keyText.view(), ownName, ownDeviceId);
+    return keyText.isEmpty() ? failed : openTexts(keyText.view(), *texts, cache);
 }
 
 // Unlike elsewhere, success empties an error text left from before.
@@ -217,19 +191,22 @@ bool isEncrypted(const QJsonObject &item)
 
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId)
 {
-    return open(message, ownName, ownDeviceId, nullptr);
+    DecryptionCache forThisMessage(1);
+    return decryptMessage(message, ownName, ownDeviceId, forThisMessage);
 }
 
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
-                             ReadingMemory &memory)
+                             DecryptionCache &cache)
 {
-    return open(message, ownName, ownDeviceId, &memory);
+    if (!isEncrypted(message))
+        return {true, {}, message.value(u"text"_s).toString()};
+    return openEnvelope(message, ownName, ownDeviceId, cache);
 }
 
-void rereadPrivateKey(const QString &ownName, const QString &ownDeviceId, ReadingMemory &memory)
+void rereadPrivateKey(const QString &ownName, const QString &ownDeviceId, DecryptionCache &cache)
 {
     const SecretBytes keyText(readPrivateKeyBytes());
-    memory.readFor(keyText.view(), ownName, ownDeviceId);
+    cache.setReader(keyText.view(), ownName, ownDeviceId);
 }
 
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
@@ -239,9 +216,9 @@ QString decryptMessageText(const QJsonObject &message, const QString &ownName, c
 }
 
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
-                           ReadingMemory &memory, QString *error)
+                           DecryptionCache &cache, QString *error)
 {
-    return textOf(decryptMessage(message, ownName, ownDeviceId, memory), error);
+    return textOf(decryptMessage(message, ownName, ownDeviceId, cache), error);
 }
 
 } // namespace tideloft::crypto

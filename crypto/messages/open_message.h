@@ -11,7 +11,7 @@
 namespace tideloft::crypto
 {
 
-class ReadingMemory;
+class DecryptionCache;
 
 /// Whether an item of a conversation list or a history is an envelope: `encrypted` is JSON true, or a JSON
 /// number other than 0, the form in which this client sends it. All readers ask here.
@@ -24,23 +24,23 @@ struct DecryptResult {
     QString text;  ///< the plain text, empty on failure
 };
 
-/// Opens a message sent by or to `ownName` on the device `ownDeviceId`; a message that is no envelope is
-/// passed through. Reads the private key file afresh at every call, so that a replaced key holds at once.
+/// Opens a message sent by or to OWNNAME on the device OWNDEVICEID; a message that is no envelope is passed
+/// through. Reads the private key file afresh at every call, so that a replaced key holds at once.
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId);
 
-/// The same results without RSA for a message that opened or failed before with `memory`. The key file is
-/// read afresh all the same; when it changes, the memory forgets.
+/// The same results, without RSA for a message that is in CACHE. The key file is read afresh all the same,
+/// and CACHE is cleared when the file has changed.
 DecryptResult decryptMessage(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
-                             ReadingMemory &memory);
+                             DecryptionCache &cache);
 
-/// Reads the key file as decryptMessage() would, and has `memory` forget if it is not as before. See
-/// ReadingMemory::generation().
-void rereadPrivateKey(const QString &ownName, const QString &ownDeviceId, ReadingMemory &memory);
+/// Reads the key file as decryptMessage() would, and clears CACHE if the file is not as before. See
+/// DecryptionCache::generation().
+void rereadPrivateKey(const QString &ownName, const QString &ownDeviceId, DecryptionCache &cache);
 
 /// decryptMessage() reduced to its text. Unlike elsewhere, success empties an error text left from before.
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
                            QString *error = nullptr);
 QString decryptMessageText(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId,
-                           ReadingMemory &memory, QString *error = nullptr);
+                           DecryptionCache &cache, QString *error = nullptr);
 
 } // namespace tideloft::crypto

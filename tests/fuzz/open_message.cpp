@@ -1,11 +1,11 @@
-// Fuzzing of opening a message, with a reading memory that knows the key of some.
+// Fuzzing of opening a message, with a cache that has the key of some.
 //
 // In the texts of an item "$key" stands for a wrapped key that opens, "$iv" for its nonce, and "$sealed:"
 // before a text for that text sealed. So mutations of what was sealed reach what opens it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/messages/open_message.h"
-#include "crypto/messages/reading_memory.h"
+#include "crypto/messages/decryption_cache.h"
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/key_home.h"
 
@@ -75,8 +75,8 @@ void checkText(const QJsonObject &templateItem, const QJsonObject &item, const D
                 "what opens is what was sealed");
 }
 
-// The memory knows "$key" from the first message on, and nothing makes it forget.
-void openFirst(ReadingMemory &memory)
+// The cache has "$key" from the first message on, and nothing clears it.
+void openFirst(DecryptionCache &cache)
 {
     const QJsonArray keys{QJsonObject{{u"deviceId"_s, own}, {u"encryptedKey"_s, u"$key"_s}}};
     const QJsonObject first{{u"encrypted"_s, true},
@@ -84,16 +84,16 @@ void openFirst(ReadingMemory &memory)
                             {u"text"_s, u"$sealed:first"_s},
                             {u"iv"_s, u"$iv"_s},
                             {u"recipientKeys"_s, keys}};
-    const auto result = decryptMessage(filled(first, filledText).toObject(), u"alice"_s, own, memory);
-    require(result.text == u"first"_s && memory.size() == 1, "a message opens and is remembered");
+    const auto result = decryptMessage(filled(first, filledText).toObject(), u"alice"_s, own, cache);
+    require(result.text == u"first"_s && cache.size() == 1, "a message opens and is cached");
 }
 
 DecryptResult openHere(const QJsonObject &item)
 {
-    static ReadingMemory memory;
-    if (memory.size() == 0)
-        openFirst(memory);
-    return decryptMessage(item, u"alice"_s, own, memory);
+    static DecryptionCache cache;
+    if (cache.size() == 0)
+        openFirst(cache);
+    return decryptMessage(item, u"alice"_s, own, cache);
 }
 
 DecryptResult checkOpening(const QJsonObject &original, const QJsonObject &item)
@@ -113,7 +113,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     checkOpening(original, withoutRsa(item));
     if (mayPay(rawInput(data, size), 64)) {
         const DecryptResult result = checkOpening(original, item);
-        require(same(result, decryptMessage(item, u"alice"_s, own)), "a memory changes no result");
+        require(same(result, decryptMessage(item, u"alice"_s, own)), "a cache changes no result");
     }
     return 0;
 }

@@ -12,7 +12,7 @@ namespace tideloft::ui
 void MessageReader::signOut()
 {
     myUsername.clear();
-    readingMemory.forget();
+    cache.clear();
     forgetHistory();
 }
 
@@ -34,7 +34,7 @@ OpenedText MessageReader::open(const QJsonObject &item)
     QString reason;
     const QString text = myUsername.isEmpty()
                              ? crypto::decryptMessageText(item, myUsername, deviceId, &reason)
-                             : crypto::decryptMessageText(item, myUsername, deviceId, readingMemory, &reason);
+                             : crypto::decryptMessageText(item, myUsername, deviceId, cache, &reason);
     return {text, reason};
 }
 
@@ -42,8 +42,8 @@ QList<DisplayRecord> MessageReader::records(const QJsonArray &items, const Readi
 {
     if (myUsername.isEmpty())
         return displayRecords(items, reading);
-    crypto::rereadPrivateKey(myUsername, deviceId, readingMemory);
-    return openedHistory.records(items, reading, readingMemory.generation());
+    crypto::rereadPrivateKey(myUsername, deviceId, cache);
+    return openedHistory.records(items, reading, cache.generation());
 }
 
 QList<HistoryRow> MessageReader::historyRows(Language language)

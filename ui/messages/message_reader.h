@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "crypto/messages/reading_memory.h"
+#include "crypto/messages/decryption_cache.h"
 #include "ui/messages/conversation_rows.h"
 #include "ui/messages/history_rows.h"
 #include "ui/messages/opened_history.h"
@@ -39,7 +39,7 @@ private:
 
     QString deviceId;
     QString myUsername; ///< empty while nobody is signed in
-    crypto::ReadingMemory readingMemory;
+    crypto::DecryptionCache cache;
     OpenedHistory openedHistory;
     QJsonArray historyItems;
     QString peerOfHistory;

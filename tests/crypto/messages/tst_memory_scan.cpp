@@ -24,7 +24,7 @@ namespace
 {
 
 constexpr int messages = 100;
-constexpr quint32 remembered = 10;
+constexpr int cached = 10;
 constexpr int parts = 3; // of a private key that are looked for
 
 // The content key of a message, unwrapped by the test itself, which leaves nothing of it.
@@ -76,7 +76,7 @@ private slots:
     void init() { removeDataDir(); }
     void cleanupTestCase() { removeDataDir(); }
     void plantedSecretIsFound();
-    void contentKeysStayWhileTheyAreRemembered();
+    void contentKeysStayWhileTheyAreCached();
     void contentKeyOfARefusedTextIsWiped();
     void contentKeyOfAnUnfinishedMessageIsWiped();
     void refusedTextIsWiped();
@@ -84,7 +84,7 @@ private slots:
     void whatOpensslCutsToNothingIsWiped();
     void privateKeyIsWipedOnceItIsWritten();
     void privateKeyIsWipedOnceAMessageIsRead();
-    void privateKeyIsWipedWhenTheMemoryForgets();
+    void privateKeyIsWipedWhenTheCacheIsCleared();
 };
 
 void TestMemoryScan::plantedSecretIsFound()
@@ -101,23 +101,23 @@ void TestMemoryScan::plantedSecretIsFound()
     QCOMPARE(sought.places().constFirst(), copies);
 }
 
-void TestMemoryScan::contentKeysStayWhileTheyAreRemembered()
+void TestMemoryScan::contentKeysStayWhileTheyAreCached()
 {
     QVERIFY(writePrivateKeyFile(keyText()));
     const QByteArray privateKey = publishedPrivateKey();
-    ReadingMemory memory(remembered);
+    DecryptionCache cache(cached);
     SoughtSecrets sought;
     for (int i = 0; i < messages; ++i) {
         const QJsonObject message = sealed(u"message %1"_s.arg(i));
-        QCOMPARE(textWith(memory, message), u"message %1"_s.arg(i));
-        QCOMPARE(textWith(memory, message), u"message %1"_s.arg(i));
+        QCOMPARE(textWith(cache, message), u"message %1"_s.arg(i));
+        QCOMPARE(textWith(cache, message), u"message %1"_s.arg(i));
         QCOMPARE(decryptMessage(message, u"alice"_s, own).text, u"message %1"_s.arg(i));
         note(sought, message, privateKey);
     }
     const QList<int> places = sought.places();
-    QCOMPARE(places.first(messages - remembered), QList<int>(messages - remembered, 0));
-    QCOMPARE(places.last(remembered), QList<int>(remembered, 1)); // once each: in the table
-    memory.forget();
+    QCOMPARE(places.first(messages - cached), QList<int>(messages - cached, 0));
+    QCOMPARE(places.last(cached), QList<int>(cached, 1)); // once each: in the cache
+    cache.clear();
     QCOMPARE(sought.found(), 0);
 }
 
@@ -125,12 +125,12 @@ void TestMemoryScan::contentKeyOfARefusedTextIsWiped()
 {
     QVERIFY(writePrivateKeyFile(keyText()));
     const QByteArray privateKey = publishedPrivateKey();
-    ReadingMemory memory;
+    DecryptionCache cache;
     SoughtSecrets sought;
     for (int i = 0; i < messages; ++i) {
         const QJsonObject message =
             flippedMember(sealed(u"long enough to be looked for: %1"_s.arg(i)), u"text"_s, -1);
-        QCOMPARE(errorWith(memory, message), u"AES-GCM authentication failed."_s);
+        QCOMPARE(errorWith(cache, message), u"AES-GCM authentication failed."_s);
         note(sought, message, privateKey);
     }
     QCOMPARE(sought.found(), 0);
@@ -219,15 +219,15 @@ void TestMemoryScan::privateKeyIsWipedOnceAMessageIsRead()
     QCOMPARE(sought.found(), 0);
 }
 
-void TestMemoryScan::privateKeyIsWipedWhenTheMemoryForgets()
+void TestMemoryScan::privateKeyIsWipedWhenTheCacheIsCleared()
 {
     QVERIFY(generateKeyPair());
     const SoughtSecrets sought = formsOfThePrivateKey();
-    ReadingMemory memory;
+    DecryptionCache cache;
     const QJsonObject foreign = sealed(u"for another key"_s);
-    QVERIFY(!errorWith(memory, foreign).isEmpty());
+    QVERIFY(!errorWith(cache, foreign).isEmpty());
     QVERIFY(present(sought) >= parts); // the text of the file
-    memory.forget();
+    cache.clear();
     QCOMPARE(sought.found(), 0);
 }
 

@@ -1,4 +1,4 @@
-// The key file rules over the memory: whatever happens to it between two readings holds at once.
+// The key file rules over the cache: whatever happens to the file between two readings holds at once.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "crypto/keys/key_store.h"
@@ -53,15 +53,15 @@ void TestReadingKeyFile::init()
 
 void TestReadingKeyFile::brokenPrivateKeyIsNotRemembered()
 {
-    ReadingMemory memory;
+    DecryptionCache cache;
     const QJsonObject message = sealed(u"hi"_s);
     QVERIFY(writeKeyFile("QUJD"));
     for (int i = 0; i < 2; ++i) {
-        const QString error = errorWith(memory, message);
+        const QString error = errorWith(cache, message);
         QVERIFY2(error.startsWith(u"Could not parse private key: error:"_s), qPrintable(error));
     }
     QVERIFY(writeKeyFile(keyText().toLatin1()));
-    QCOMPARE(textWith(memory, message), u"hi"_s);
+    QCOMPARE(textWith(cache, message), u"hi"_s);
 }
 
 void TestReadingKeyFile::keyFileThatChangedIsObeyed_data()
@@ -90,41 +90,41 @@ void TestReadingKeyFile::keyFileThatChangedIsObeyed()
 {
     QFETCH(const std::function<bool()>, change);
     QFETCH(const QString, beginning);
-    ReadingMemory memory;
+    DecryptionCache cache;
     const QJsonObject message = sealed(u"hi"_s);
-    QCOMPARE(textWith(memory, message), u"hi"_s);
+    QCOMPARE(textWith(cache, message), u"hi"_s);
     QVERIFY(change());
     for (int i = 0; i < 2; ++i) {
-        const QString error = errorWith(memory, message);
+        const QString error = errorWith(cache, message);
         QVERIFY2(error.startsWith(beginning), qPrintable(error));
         QCOMPARE(error, decryptMessage(message, u"alice"_s, own).error);
-        QCOMPARE(memory.size(), 0);
+        QCOMPARE(cache.size(), 0);
     }
     removeDataDir();
     QVERIFY(writePrivateKeyFile(keyText()));
-    QCOMPARE(textWith(memory, message), u"hi"_s);
-    QCOMPARE(memory.size(), 1);
+    QCOMPARE(textWith(cache, message), u"hi"_s);
+    QCOMPARE(cache.size(), 1);
 }
 
 void TestReadingKeyFile::replacedKeyOpensItsOwnMessages()
 {
-    ReadingMemory memory;
-    QCOMPARE(textWith(memory, sealed(u"old"_s)), u"old"_s);
+    DecryptionCache cache;
+    QCOMPARE(textWith(cache, sealed(u"old"_s)), u"old"_s);
     const QByteArray other = anotherPrivateKey();
     QVERIFY(writeKeyFile(other.toBase64()));
     const QString wrapped = toBase64Text(rsaOaepEncrypt(publicKeyOf(other), contentKey));
     const QJsonObject message = withRecipientKey(sealedWith(contentKey, "new"), u"encryptedKey"_s, wrapped);
-    QCOMPARE(textWith(memory, message), u"new"_s);
-    QCOMPARE(memory.size(), 1);
+    QCOMPARE(textWith(cache, message), u"new"_s);
+    QCOMPARE(cache.size(), 1);
 }
 
 void TestReadingKeyFile::equalKeyTextKeepsTheMemory()
 {
-    ReadingMemory memory;
-    QCOMPARE(textWith(memory, sealed(u"one"_s)), u"one"_s);
+    DecryptionCache cache;
+    QCOMPARE(textWith(cache, sealed(u"one"_s)), u"one"_s);
     QVERIFY(writeKeyFile(" " + keyText().toLatin1() + "\r\n"));
-    QCOMPARE(textWith(memory, sealed(u"two"_s)), u"two"_s);
-    QCOMPARE(memory.size(), 2);
+    QCOMPARE(textWith(cache, sealed(u"two"_s)), u"two"_s);
+    QCOMPARE(cache.size(), 2);
 }
 
 void TestReadingKeyFile::rereadingSaysWhetherTheKeyIsAsBefore_data()
@@ -145,13 +145,13 @@ void TestReadingKeyFile::rereadingSaysWhetherTheKeyIsAsBefore_data()
 void TestReadingKeyFile::rereadingSaysWhetherTheKeyIsAsBefore()
 {
     QFETCH(const std::function<bool()>, change);
-    ReadingMemory memory;
-    QCOMPARE(textWith(memory, sealed(u"hi"_s)), u"hi"_s);
-    const quint64 before = memory.generation();
+    DecryptionCache cache;
+    QCOMPARE(textWith(cache, sealed(u"hi"_s)), u"hi"_s);
+    const quint64 before = cache.generation();
     QVERIFY(change());
-    rereadPrivateKey(u"alice"_s, own, memory);
-    QCOMPARE(memory.size(), memory.generation() == before ? 1 : 0);
-    QTEST(memory.generation() == before, "isAsBefore");
+    rereadPrivateKey(u"alice"_s, own, cache);
+    QCOMPARE(cache.size(), cache.generation() == before ? 1 : 0);
+    QTEST(cache.generation() == before, "isAsBefore");
 }
 
 TIDELOFT_TEST_MAIN(TestReadingKeyFile)

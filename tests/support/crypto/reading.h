@@ -1,11 +1,13 @@
-// Reading as alice on her device, with a memory.
+// Reading as alice on her device, with a cache.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
 #include "crypto/cipher/aes_gcm.h"
+#include "crypto/messages/decryption_cache.h"
 #include "crypto/messages/open_message.h"
-#include "crypto/messages/reading_memory.h"
+#include "crypto/messages/sealed_texts.h"
+#include "crypto/messages/wrapped_keys.h"
 #include "tests/support/crypto/sealed_items.h"
 
 namespace tideloft::tests
@@ -29,14 +31,14 @@ inline QString keyText()
     return crypto::toBase64Text(publishedPrivateKey());
 }
 
-inline QString textWith(crypto::ReadingMemory &memory, const QJsonObject &message)
+inline QString textWith(crypto::DecryptionCache &cache, const QJsonObject &message)
 {
-    return crypto::decryptMessage(message, u"alice"_s, own, memory).text;
+    return crypto::decryptMessage(message, u"alice"_s, own, cache).text;
 }
 
-inline QString errorWith(crypto::ReadingMemory &memory, const QJsonObject &message)
+inline QString errorWith(crypto::DecryptionCache &cache, const QJsonObject &message)
 {
-    return crypto::decryptMessage(message, u"alice"_s, own, memory).error;
+    return crypto::decryptMessage(message, u"alice"_s, own, cache).error;
 }
 
 } // namespace tideloft::tests

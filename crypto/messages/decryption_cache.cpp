@@ -1,0 +1,81 @@
+// Filling and clearing of the cache.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "crypto/messages/decryption_cache.h"
+
+#include "crypto/cipher/rsa_oaep_context.h"
+
+namespace tideloft::crypto
+{
+
+namespace
+{
+
+// With bytes of its own: those that are copied here are wiped by their owner.
+QByteArray deepCopy(const QByteArray &bytes)
+{
+    return {bytes.constData(), bytes.size()};
+}
+
+} // namespace
+
+void DecryptionCache::Free::operator()(evp_pkey_ctx_st *context) const noexcept
+{
+    EVP_PKEY_CTX_free(context); // and with it the key, whose private numbers OpenSSL wipes
+}
+
+void DecryptionCache::clear()
+{
+    privateKeyText.wipe();
+    userName.clear();
+    deviceId.clear();
+    decryption.reset();
+    contentKeys.clear();
+    failures.clear();
+    ++changes;
+}
+
+void DecryptionCache::setReader(const QByteArray &keyText, const QString &ownName, const QString &ownDeviceId)
+{
+    if (privateKeyText.view() == keyText && userName == ownName && deviceId == ownDeviceId)
+        return;
+    clear();
+    if (keyText.isEmpty())
+        return;
+    privateKeyText.buffer() = deepCopy(keyText);
+    userName = ownName;
+    deviceId = ownDeviceId;
+}
+
+QByteArray DecryptionCache::contentKey(const QByteArray &digest) const
+{
+    const SecretBytes *key = contentKeys.object(digest);
+    return key ? key->view() : QByteArray();
+}
+
+void DecryptionCache::insertContentKey(const QByteArray &digest, const QByteArray &contentKey)
+{
+    if (!digest.isEmpty())
+        contentKeys.insert(digest, new SecretBytes(deepCopy(contentKey)));
+}
+
+std::optional<QString> DecryptionCache::failure(const QByteArray &digest) const
+{
+    const QString *error = failures.object(digest);
+    return error ? std::optional(*error) : std::nullopt;
+}
+
+void DecryptionCache::insertFailure(const QByteArray &digest, const QString &error)
+{
+    if (!digest.isEmpty())
+        failures.insert(digest, new QString(error));
+}
+
+QByteArray DecryptionCache::unwrap(const QByteArray &privateKey, const QByteArray &wrappedKey, QString *error)
+{
+    if (!decryption)
+        decryption.reset(makeOaepDecryption(privateKey, error).release());
+    return decryption ? runOaepDecryption(decryption.get(), wrappedKey, error) : QByteArray();
+}
+
+} // namespace tideloft::crypto
