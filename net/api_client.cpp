@@ -79,7 +79,7 @@ void ApiClient::handleJsonReply(QNetworkReply *reply, const SuccessContinuation 
     });
 }
 
-void ApiClient::forgetReplies()
+void ApiClient::clearReplyCaches()
 {
     caches.clear();
 }

@@ -34,7 +34,7 @@ public:
     void logout();
     /// Empties the caches of replies. Until the next sign-in no reply is cached, and later none to a request
     /// that was sent before it.
-    void forgetReplies();
+    void clearReplyCaches();
     void fetchMe();
     void searchUsers(const QString &query);
     /// DISPLAYNAME is not sent: the service stores the bio only. CALLBACK may be empty.

@@ -52,7 +52,7 @@ void ApiClient::registerAccount(const QString &name, const QString &password)
 
 void ApiClient::logout()
 {
-    forgetReplies();
+    clearReplyCaches();
     // Whether the service agreed changes nothing here: the user is signed out.
     const auto leave = [this] { username.clear(); };
     handleJsonReply(

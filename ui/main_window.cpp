@@ -117,11 +117,12 @@ void MainWindow::connectOutbox()
     connect(&outbox, &Outbox::ownKeysOutdated, &api, &net::ApiClient::fetchMyDeviceKeys);
     connect(&outbox, &Outbox::failed, this,
             [this](const Words &problem) { showWarning(this, problem.in(language())); });
-    connect(&outbox, &Outbox::sealed, this,
-            [this](const QString &peer, const crypto::EncryptedEnvelope &sealed) {
-                api.sendMessage(peer, sealed.ciphertextBase64, sealed.ivBase64, {}, {}, sealed.recipientKeys,
-                                sealed.senderKeys);
-            });
+    connect(
+        &outbox, &Outbox::sealed, this, [this](const QString &peer, const crypto::EncryptedEnvelope &sealed) {
+            api.sendMessage(
+                peer,
+                {sealed.ciphertextBase64, sealed.ivBase64, {}, {}, sealed.recipientKeys, sealed.senderKeys});
+        });
 }
 
 Language MainWindow::language() const
@@ -173,7 +174,7 @@ void MainWindow::logOut()
     outbox.endSignIn();
     reader.signOut();
     user.signOut();
-    api.forgetReplies();
+    api.clearReplyCaches();
     mainPage->chat()->endHistory();
     authPage->clear();
     rootStack->setCurrentWidget(authPage);

@@ -246,7 +246,7 @@ void TestETagCache::redirectedRepliesAreNotKept()
 
 void TestETagCache::nothingIsNamedBeforeSigningIn()
 {
-    client->forgetReplies();
+    client->clearReplyCaches();
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
     shown(withBob);
     QCOMPARE(shown(withBob), QJsonArray{1});
@@ -259,7 +259,7 @@ void TestETagCache::signingOutForgets()
 {
     service->answer(withBob, 200, "[1]", tagged("\"v1\""));
     shown(withBob);
-    client->forgetReplies();
+    client->clearReplyCaches();
     signIn();
     QCOMPARE(shown(withBob), QJsonArray{1});
     QVERIFY(!service->lastRequest(withBob).hasHeader("If-None-Match"));
@@ -284,7 +284,7 @@ void TestETagCache::unchangedAfterSigningOutShowsNothing()
         ask(key);
         QVERIFY(service->waitForRequests(key, 2));
         SignalLog log(*client);
-        client->forgetReplies();
+        client->clearReplyCaches();
         service->release(key);
         service->answer("GET /api/me", 200, "[]"); // which tells nothing
         client->fetchMe();

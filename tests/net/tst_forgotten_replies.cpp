@@ -134,11 +134,11 @@ void TestForgottenReplies::nothingIsKeptForTheNextPerson()
     client.login(u"alice"_s, u"pw"_s, false);
     QVERIFY(signedIn.wait());
     if (afterLogOut)
-        client.forgetReplies();
+        client.clearReplyCaches();
     client.fetchHistory(u"bob"_s);
     QVERIFY(service.waitForRequests(request, 1));
     if (!afterLogOut)
-        client.forgetReplies();
+        client.clearReplyCaches();
     client.login(u"carl"_s, u"pw"_s, false);
     QVERIFY(signedIn.wait());
     QSignalSpy loaded(&client, &ApiClient::historyLoaded);
