@@ -14,7 +14,7 @@
 #include "net/reply_cache.h"
 #include "tests/support/test_home.h"
 #include "ui/chat/history_list.h"
-#include "ui/messages/opened_history.h"
+#include "ui/messages/history_cache.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -59,7 +59,7 @@ QByteArray historyBody(const QJsonArray &items)
 /// What the client keeps from one refresh to the next.
 struct Client {
     net::ReplyCache reply;
-    ui::OpenedHistory opened;
+    ui::HistoryCache opened;
     crypto::DecryptionCache cache;
 };
 

@@ -31,7 +31,7 @@ MainWindow::MainWindow(QWidget *parent)
       refreshTimer(new QTimer(this))
 {
     installAccessibleInterfaces();
-    QCoreApplication::installTranslator(&toolkitWords);
+    QCoreApplication::installTranslator(&toolkitTranslator);
     buildShell();
     setStyleSheet(Theme().styleSheet());
     retranslate();
@@ -116,7 +116,7 @@ void MainWindow::connectOutbox()
     connect(&outbox, &Outbox::sealingChanged, mainPage->chat(), &ChatPage::setSealing);
     connect(&outbox, &Outbox::ownKeysOutdated, &api, &net::ApiClient::fetchMyDeviceKeys);
     connect(&outbox, &Outbox::failed, this,
-            [this](const Words &problem) { showWarning(this, problem.in(language())); });
+            [this](const LocalizedText &problem) { showWarning(this, problem.in(language())); });
     connect(
         &outbox, &Outbox::sealed, this, [this](const QString &peer, const crypto::EncryptedEnvelope &sealed) {
             api.sendMessage(
@@ -137,7 +137,7 @@ void MainWindow::setLanguageIndex(int index)
 
 void MainWindow::retranslate()
 {
-    toolkitWords.speak(language());
+    toolkitTranslator.speak(language());
     authPage->retranslate();
     mainPage->retranslate(language());
 }
@@ -163,7 +163,7 @@ void MainWindow::openMainPage()
     api.fetchConversations();
     api.fetchServers();
     if (!refreshTimer->isActive())
-        refreshTimer->start();
+        refreshTimer->start(); // one that runs keeps its beat
     currentPeer.clear();
     mainPage->showEmptyState();
 }

@@ -6,7 +6,7 @@
 #include "ui/messages/message_reader.h"
 #include "ui/messages/outbox.h"
 #include "ui/signed_in_user.h"
-#include "ui/texts/toolkit_words.h"
+#include "ui/texts/toolkit_translator.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -93,7 +93,7 @@ private:
     void chooseAvatar();
 
     net::ApiClient api;
-    ToolkitWords toolkitWords;
+    ToolkitTranslator toolkitTranslator;
     QString currentPeer; ///< whose conversation is open; empty when none is
     SignedInUser user;
     Outbox outbox;

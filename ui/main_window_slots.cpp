@@ -201,8 +201,6 @@ void MainWindow::showSettingsSection(const QString &)
 void MainWindow::onSearchFailed(const QString &) {}
 void MainWindow::onConversationsFailed(const QString &) {}
 void MainWindow::onHistoryFailed(const QString &) {}
-
-// Nothing is shown of these; they belong to what the window offers by name.
 void MainWindow::onConversationSelected() {}
 void MainWindow::onSearchUserDoubleClicked() {}
 void MainWindow::onServerLoaded(const QJsonObject &) {}
@@ -219,7 +217,7 @@ void MainWindow::backToChat()
 void MainWindow::openConversation(const QString &peer)
 {
     showConversation(peer);
-    api.fetchHistory(currentPeer);
+    api.fetchHistory(peer);
 }
 
 // Behind a server's notice the conversation stayed open: its history is there already.

@@ -6,7 +6,7 @@
 #include "crypto/messages/open_message.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
-#include "ui/messages/opened_history.h"
+#include "ui/messages/history_cache.h"
 
 using namespace tideloft::tests;
 using namespace tideloft::ui;
@@ -31,7 +31,7 @@ void checkText(const QJsonObject &item, const QString &text)
 }
 
 // KNOWN saw what came before: what it makes of ITEMS is what somebody would make who sees them first.
-QList<DisplayRecord> checkedRecords(const QJsonArray &items, Language language, OpenedHistory &known)
+QList<DisplayRecord> checkedRecords(const QJsonArray &items, Language language, HistoryCache &known)
 {
     const Reading reading{u"Alice"_s, openedText, shownAt(), language};
     const auto records = displayRecords(items, reading);
@@ -79,7 +79,7 @@ void checkRows(const QList<HistoryRow> &rows, const QList<DisplayRecord> &record
     require(!afterSeparator && record == records.end(), "every message is shown");
 }
 
-QList<HistoryRow> checkedRows(const QJsonArray &items, Language language, OpenedHistory &known)
+QList<HistoryRow> checkedRows(const QJsonArray &items, Language language, HistoryCache &known)
 {
     const QList<DisplayRecord> records = checkedRecords(items, language, known);
     const QList<HistoryRow> rows = historyRows(records, shownAt().date(), language);
@@ -92,7 +92,7 @@ QList<HistoryRow> checkedRows(const QJsonArray &items, Language language, Opened
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const TwoReplies replies = twoReplies(data, size);
-    OpenedHistory known;
+    HistoryCache known;
     const QList<HistoryRow> shown = checkedRows(replies.before, replies.language, known);
     checkPlans(shown, checkedRows(replies.after, replies.language, known));
     return 0;

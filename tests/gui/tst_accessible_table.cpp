@@ -12,17 +12,17 @@ namespace
 {
 
 using enum QAccessible::Role;
-using ui::Words;
+using ui::LocalizedText;
 
-Words same(const QString &text)
+LocalizedText same(const QString &text)
 {
     return {text, text};
 }
 
 QList<Control> startControls()
 {
-    const Words userName{u"Användarnamn"_s, u"Username"_s};
-    const Words password{u"Lösenord"_s, u"Password"_s};
+    const LocalizedText userName{u"Användarnamn"_s, u"Username"_s};
+    const LocalizedText password{u"Lösenord"_s, u"Password"_s};
     return {
         {"language", Button, same(u"🇸🇪   Svenska"_s)},
         {"language", Button, same(u"🇬🇧   English"_s)},
@@ -37,8 +37,8 @@ QList<Control> startControls()
 
 QList<Control> mainControls()
 {
-    const Words messages{u"Meddelanden"_s, u"Messages"_s};
-    const Words settings{u"Inställningar"_s, u"Settings"_s};
+    const LocalizedText messages{u"Meddelanden"_s, u"Messages"_s};
+    const LocalizedText settings{u"Inställningar"_s, u"Settings"_s};
     return {
         {"rail", CheckBox, messages, messages},
         {"rail", CheckBox, same(u"Harbour"_s), same(u"Server"_s)},
@@ -69,7 +69,8 @@ QList<Control> mainControls()
 
 QList<Control> accountControls()
 {
-    const Words aboutYourself{u"Skriv något om dig själv..."_s, u"Write something about yourself..."_s};
+    const LocalizedText aboutYourself{u"Skriv något om dig själv..."_s,
+                                      u"Write something about yourself..."_s};
     return {
         {"settings", List, {u"Inställningar"_s, u"Settings"_s}},
         {"settings", Button, {u"←  Tillbaka till chatten"_s, u"←  Back to chat"_s}},
@@ -115,7 +116,7 @@ QList<Control> sectionControls()
 
 QList<Control> appearanceControls()
 {
-    const Words accent{u"Accentfärg"_s, u"Accent color"_s};
+    const LocalizedText accent{u"Accentfärg"_s, u"Accent color"_s};
     return {
         {"Appearance", Grouping, {u"Utseende"_s, u"Appearance"_s}},
         {"Appearance", CheckBox, {u"Mörkt"_s, u"Dark"_s}},

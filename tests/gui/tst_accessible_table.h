@@ -15,8 +15,8 @@ namespace tideloft::tests
 struct Control {
     QByteArray page;
     QAccessible::Role role = QAccessible::NoRole;
-    ui::Words name;
-    ui::Words description = {};
+    ui::LocalizedText name;
+    ui::LocalizedText description = {};
 };
 
 /// Every control of every page, dialog and menu, but the settings' switches, which have a table of their own.

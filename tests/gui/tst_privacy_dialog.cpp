@@ -17,7 +17,7 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::Language;
-using tideloft::ui::Words;
+using tideloft::ui::LocalizedText;
 
 class TestPrivacyDialog : public QObject
 {
@@ -44,8 +44,8 @@ namespace
 {
 
 struct Card {
-    Words label;
-    Words hint;
+    LocalizedText label;
+    LocalizedText hint;
 };
 
 const QList<Card> &expectedCards()

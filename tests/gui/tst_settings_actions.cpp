@@ -15,7 +15,7 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::Language;
-using tideloft::ui::Words;
+using tideloft::ui::LocalizedText;
 
 class TestSettingsActions : public QObject
 {
@@ -42,12 +42,12 @@ enum class Look { Usual, Danger };
 
 struct ActionRow {
     Section section = Account;
-    Words header;
-    Words label;
-    Words button;
+    LocalizedText header;
+    LocalizedText label;
+    LocalizedText button;
     Look look = Look::Usual;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
-    Words message;
+    LocalizedText message;
 };
 
 const QList<ActionRow> actions{

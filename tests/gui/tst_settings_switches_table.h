@@ -11,9 +11,9 @@ namespace tideloft::tests
 /// A switch in its section: the header of its card, what it is called, its hint, and whether it starts on.
 struct SwitchRow {
     Section section = Account;
-    ui::Words header;
-    ui::Words label;
-    ui::Words hint;
+    ui::LocalizedText header;
+    ui::LocalizedText label;
+    ui::LocalizedText hint;
     bool on = false;
 };
 

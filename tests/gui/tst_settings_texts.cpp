@@ -14,7 +14,7 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::Language;
-using tideloft::ui::Words;
+using tideloft::ui::LocalizedText;
 
 class TestSettingsTexts : public QObject
 {
@@ -45,7 +45,7 @@ namespace
 const QString factLabel = u"color: #5a7a9a; font-size: 12px; background: transparent;"_s;
 const QString factValue = u"color: #e8f0f8; font-size: 12px; background: transparent;"_s;
 
-void addLanguages(const Words &words)
+void addLanguages(const LocalizedText &words)
 {
     QTest::addColumn<Language>("language");
     QTest::addColumn<QString>("text");

@@ -24,7 +24,7 @@ PURE = {
     "local_files": "*",
     "net": "device_identity device_key_records image_upload json_reply reply_cache reply_outcome search_query",
     "ui": "bounded_text conversation_rows device_lists display_records history_groups history_rows initials "
-    "message_time opened_history picture_file row_plan server_models text",
+    "message_time history_cache picture_file row_plan server_models text",
 }
 
 

@@ -10,7 +10,7 @@ LEFT_OUT = "../README.md#what-version-10-leaves-out"
 
 LITERAL = r'u"((?:[^"\\]|\\.)*)"_s'
 # Where the client warns: every text that appears there has its row in the guides.
-WARNING = re.compile(r"(?:showError\(\s*text\(|Words(?: \w+)?\{|confirm\(text\(|Severity::\w+,\s*\{)"
+WARNING = re.compile(r"(?:showError\(\s*text\(|LocalizedText(?: \w+)?\{|confirm\(text\(|Severity::\w+,\s*\{)"
                      + LITERAL + r",\s*" + LITERAL)
 # The message tables of a guide, in this order.
 CLIENT, SERVICE, NETWORK, ENCRYPTION = range(4)

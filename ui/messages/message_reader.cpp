@@ -12,7 +12,7 @@ namespace tideloft::ui
 void MessageReader::signOut()
 {
     myUsername.clear();
-    cache.clear();
+    decryptionCache.clear();
     forgetHistory();
 }
 
@@ -26,15 +26,16 @@ void MessageReader::forgetHistory()
 {
     historyItems = {};
     peerOfHistory.clear();
-    openedHistory.forget();
+    historyCache.forget();
 }
 
 OpenedText MessageReader::open(const QJsonObject &item)
 {
     QString reason;
-    const QString text = myUsername.isEmpty()
-                             ? crypto::decryptMessageText(item, myUsername, deviceId, &reason)
-                             : crypto::decryptMessageText(item, myUsername, deviceId, cache, &reason);
+    const QString text =
+        myUsername.isEmpty()
+            ? crypto::decryptMessageText(item, myUsername, deviceId, &reason)
+            : crypto::decryptMessageText(item, myUsername, deviceId, decryptionCache, &reason);
     return {text, reason};
 }
 
@@ -42,8 +43,8 @@ QList<DisplayRecord> MessageReader::records(const QJsonArray &items, const Readi
 {
     if (myUsername.isEmpty())
         return displayRecords(items, reading);
-    crypto::rereadPrivateKey(myUsername, deviceId, cache);
-    return openedHistory.records(items, reading, cache.generation());
+    crypto::rereadPrivateKey(myUsername, deviceId, decryptionCache);
+    return historyCache.records(items, reading, decryptionCache.generation());
 }
 
 QList<HistoryRow> MessageReader::historyRows(Language language)

@@ -5,8 +5,8 @@
 
 #include "crypto/messages/decryption_cache.h"
 #include "ui/messages/conversation_rows.h"
+#include "ui/messages/history_cache.h"
 #include "ui/messages/history_rows.h"
-#include "ui/messages/opened_history.h"
 
 namespace tideloft::ui
 {
@@ -39,8 +39,8 @@ private:
 
     QString deviceId;
     QString myUsername; ///< empty while nobody is signed in
-    crypto::DecryptionCache cache;
-    OpenedHistory openedHistory;
+    crypto::DecryptionCache decryptionCache;
+    HistoryCache historyCache;
     QJsonArray historyItems;
     QString peerOfHistory;
 };

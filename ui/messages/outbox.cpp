@@ -43,7 +43,7 @@ void Outbox::setOwnKeys(const QJsonArray &keys)
 
 void Outbox::askForOwnKeysAgain()
 {
-    if (myDevices.takeAskAgain(deviceId))
+    if (myDevices.takeReloadRequest(deviceId))
         emit ownKeysOutdated();
 }
 
@@ -54,8 +54,8 @@ void Outbox::seal(const QString &peer, const QJsonArray &keys, const QString &le
         return;
     const QJsonArray recipients = recipientDevices(keys, legacyPublicKey);
     if (recipients.isEmpty()) {
-        emit failed(
-            Words{u"Mottagaren har inga registrerade nycklar."_s, u"Recipient has no registered keys."_s});
+        emit failed(LocalizedText{u"Mottagaren har inga registrerade nycklar."_s,
+                                  u"Recipient has no registered keys."_s});
         return;
     }
     sealing.begin(plainText, recipients, senderDevices(myDevices.keys(), deviceId),
@@ -67,7 +67,7 @@ void Outbox::seal(const QString &peer, const QJsonArray &keys, const QString &le
 void Outbox::finish(const QString &peer, const QString &plainText, const crypto::EncryptedEnvelope &envelope)
 {
     if (!envelope.ok) {
-        const Words beginning{u"Kryptering misslyckades: "_s, u"Encryption failed: "_s};
+        const LocalizedText beginning{u"Kryptering misslyckades: "_s, u"Encryption failed: "_s};
         emit failed({beginning.swedish + envelope.error, beginning.english + envelope.error});
         return;
     }

@@ -29,7 +29,7 @@ void OwnDevices::setRegistered()
     registered = true;
 }
 
-bool OwnDevices::takeAskAgain(const QString &ownDeviceId)
+bool OwnDevices::takeReloadRequest(const QString &ownDeviceId)
 {
     if (asked || !listed || !registered || !senderDevices(deviceKeys, ownDeviceId).isEmpty())
         return false;

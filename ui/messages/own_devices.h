@@ -24,7 +24,7 @@ public:
 
     /// True, once in a sign-in, when both the list and the registration have succeeded in it and the list
     /// lacks OWNDEVICEID.
-    bool takeAskAgain(const QString &ownDeviceId);
+    bool takeReloadRequest(const QString &ownDeviceId);
 
 private:
     QJsonArray deviceKeys;

@@ -27,9 +27,9 @@ constexpr char accentProperty[] = "accentColor";
 
 QString swatchName(qsizetype index, Language language)
 {
-    static const QList<Words> names{{u"Blå"_s, u"Blue"_s},   {u"Violett"_s, u"Violet"_s},
-                                    {u"Grön"_s, u"Green"_s}, {u"Röd"_s, u"Red"_s},
-                                    {u"Gul"_s, u"Amber"_s},  {u"Rosa"_s, u"Pink"_s}};
+    static const QList<LocalizedText> names{{u"Blå"_s, u"Blue"_s},   {u"Violett"_s, u"Violet"_s},
+                                            {u"Grön"_s, u"Green"_s}, {u"Röd"_s, u"Red"_s},
+                                            {u"Gul"_s, u"Amber"_s},  {u"Rosa"_s, u"Pink"_s}};
     return names.at(index).in(language);
 }
 

@@ -26,16 +26,16 @@ namespace tideloft::ui
 namespace
 {
 
-const QList<Words> &sectionNames()
+const QList<LocalizedText> &sectionNames()
 {
-    static const QList<Words> names{{u"👤  Konto"_s, u"👤  Account"_s},
-                                    {u"🔒  Privacy"_s, u"🔒  Privacy"_s},
-                                    {u"🛡  Säkerhet"_s, u"🛡  Security"_s},
-                                    {u"🔔  Notiser"_s, u"🔔  Notifications"_s},
-                                    {u"💬  Chatt"_s, u"💬  Chat"_s},
-                                    {u"🎨  Utseende"_s, u"🎨  Appearance"_s},
-                                    {u"⚙  Avancerat"_s, u"⚙  Advanced"_s},
-                                    {u"ℹ️  Om TideLoft"_s, u"ℹ️  About TideLoft"_s}};
+    static const QList<LocalizedText> names{{u"👤  Konto"_s, u"👤  Account"_s},
+                                            {u"🔒  Privacy"_s, u"🔒  Privacy"_s},
+                                            {u"🛡  Säkerhet"_s, u"🛡  Security"_s},
+                                            {u"🔔  Notiser"_s, u"🔔  Notifications"_s},
+                                            {u"💬  Chatt"_s, u"💬  Chat"_s},
+                                            {u"🎨  Utseende"_s, u"🎨  Appearance"_s},
+                                            {u"⚙  Avancerat"_s, u"⚙  Advanced"_s},
+                                            {u"ℹ️  Om TideLoft"_s, u"ℹ️  About TideLoft"_s}};
     return names;
 }
 
@@ -99,7 +99,7 @@ QWidget *SettingsPage::makeNavigation()
     settingsNavList->setStyleSheet(style::settingsNavList);
     settingsNavList->setAccessibleName(caption->text());
     ringFocus(settingsNavList);
-    for (const Words &name : sectionNames())
+    for (const LocalizedText &name : sectionNames())
         settingsNavList->addItem(name.in(language));
     for (QListWidgetItem *entry : settingsNavList->findItems(u"⚙"_s, Qt::MatchStartsWith))
         entry->setFont(style::symbolFont());

@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-SettingsSection::SettingsSection(const Words &title, Language words, QWidget *parent)
-    : language(words),
+SettingsSection::SettingsSection(const LocalizedText &title, Language shownLanguage, QWidget *parent)
+    : language(shownLanguage),
       area(new QScrollArea(parent)),
       page(new QWidget(area)),
       column(makeColumn(page, 12))
@@ -36,7 +36,7 @@ void SettingsSection::add(QWidget *block)
     column->addWidget(block);
 }
 
-void SettingsSection::addHeader(const Words &caption)
+void SettingsSection::addHeader(const LocalizedText &caption)
 {
     add(makeSectionHeader(caption.in(language), page));
 }

@@ -17,12 +17,12 @@ class SettingsSection
 {
 public:
     /// Starts with TITLE, unless it is empty.
-    SettingsSection(const Words &title, Language words, QWidget *parent);
+    SettingsSection(const LocalizedText &title, Language shownLanguage, QWidget *parent);
 
     /// The parent of everything in the section.
     QWidget *content() const { return page; }
     void add(QWidget *block);
-    void addHeader(const Words &caption);
+    void addHeader(const LocalizedText &caption);
     QWidget *addCard();
     /// A header and a card of switches for each group. Returns the last card, for rows that follow its
     /// switches.
@@ -38,6 +38,6 @@ private:
 };
 
 /// The Security section's first card: texts that say the account is in order.
-QWidget *makeShieldCard(Language language, QWidget *parent);
+QWidget *makeShieldCard(Language shownLanguage, QWidget *parent);
 
 } // namespace tideloft::ui

@@ -24,8 +24,8 @@ namespace
 
 // The button shows its message and does nothing else. What would end or undo something looks dangerous. The
 // page keeps the language that it was made in, the message is in that of the moment.
-void addAction(const SectionContext &context, QWidget *card, const Words &label, const Words &button,
-               Severity severity, const Words &message)
+void addAction(const SectionContext &context, QWidget *card, const LocalizedText &label,
+               const LocalizedText &button, Severity severity, const LocalizedText &message)
 {
     const QString look = severity == Severity::Warning ? style::dangerButton : QString();
     columnOf(card)->addWidget(makeActionRow(label.in(context.language), button.in(context.language), look,

@@ -12,14 +12,14 @@ namespace tideloft::ui
 
 /// One switch: what it is called, what it would do, and how it starts.
 struct SwitchModel {
-    Words label;
-    Words hint;
+    LocalizedText label;
+    LocalizedText hint;
     bool on = false;
 };
 
 /// Switches under one header.
 struct SwitchGroup {
-    Words header;
+    LocalizedText header;
     QList<SwitchModel> switches;
 };
 

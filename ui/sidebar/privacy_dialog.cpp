@@ -21,8 +21,8 @@ namespace
 {
 
 struct PrivacyChoice {
-    Words label;
-    Words hint;
+    LocalizedText label;
+    LocalizedText hint;
 };
 
 QList<PrivacyChoice> privacyChoices()

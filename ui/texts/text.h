@@ -15,7 +15,7 @@ enum class Language { Swedish = 0, English = 1 };
 Language languageFromIndex(int index);
 
 /// A text in both languages.
-struct Words {
+struct LocalizedText {
     QString swedish;
     QString english;
 

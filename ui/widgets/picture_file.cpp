@@ -32,16 +32,16 @@ QString pictureFilter(Language language)
                       u"Images (*.png *.jpg *.jpeg *.gif *.webp)"_s);
 }
 
-std::optional<Words> problemWithPicture(const QString &path)
+std::optional<LocalizedText> problemWithPicture(const QString &path)
 {
     static const QStringList suffixes{u"png"_s, u"jpg"_s, u"jpeg"_s, u"gif"_s, u"webp"_s};
     if (!opens(path))
-        return Words{u"Kunde inte öppna filen."_s, u"Could not open file."_s};
+        return LocalizedText{u"Kunde inte öppna filen."_s, u"Could not open file."_s};
     const QFileInfo file(path);
     if (file.size() > largestPicture)
-        return Words{u"Filen är för stor (max 5 MB)."_s, u"File too large (max 5 MB)."_s};
+        return LocalizedText{u"Filen är för stor (max 5 MB)."_s, u"File too large (max 5 MB)."_s};
     if (!suffixes.contains(file.suffix().toLower()))
-        return Words{u"Ogiltigt format."_s, u"Invalid format."_s};
+        return LocalizedText{u"Ogiltigt format."_s, u"Invalid format."_s};
     return std::nullopt;
 }
 

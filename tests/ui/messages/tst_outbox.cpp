@@ -112,7 +112,7 @@ void TestOutbox::recipientWithoutKeysIsRefused()
     outbox->seal(u"bob"_s, {}, {});
     QVERIFY(sealed->isEmpty());
     QCOMPARE(failed->size(), 1);
-    const auto problem = failed->first().first().value<ui::Words>();
+    const auto problem = failed->first().first().value<ui::LocalizedText>();
     QCOMPARE(problem.swedish, u"Mottagaren har inga registrerade nycklar."_s);
     QCOMPARE(problem.english, u"Recipient has no registered keys."_s);
     QVERIFY(sealForBob().isEmpty()); // the text does not wait any longer
@@ -126,7 +126,7 @@ void TestOutbox::badKeyIsRefused()
     outbox->seal(u"bob"_s, {device}, {});
     QVERIFY(sealed->isEmpty());
     QCOMPARE(failed->size(), 1);
-    const auto problem = failed->first().first().value<ui::Words>();
+    const auto problem = failed->first().first().value<ui::LocalizedText>();
     QVERIFY2(problem.swedish.startsWith(u"Kryptering misslyckades: "_s), qPrintable(problem.swedish));
     QVERIFY2(problem.english.startsWith(u"Encryption failed: "_s), qPrintable(problem.english));
     QVERIFY(outbox->takeArrived().isEmpty());

@@ -43,7 +43,7 @@ bool asksAfter(ui::OwnDevices &devices, const QStringList &events)
             devices.setRegistered();
         else
             devices.setKeys(listWith(event == u"listed" ? u"this"_s : u"another"_s));
-        asks = devices.takeAskAgain(u"this"_s);
+        asks = devices.takeReloadRequest(u"this"_s);
     }
     return asks;
 }

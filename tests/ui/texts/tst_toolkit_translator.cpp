@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/texts/toolkit_words.h"
+#include "ui/texts/toolkit_translator.h"
 
 using namespace Qt::StringLiterals;
 using tideloft::ui::Language;
-using tideloft::ui::ToolkitWords;
+using tideloft::ui::ToolkitTranslator;
 
-class TestToolkitWords : public QObject
+class TestToolkitTranslator : public QObject
 {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ private slots:
     void nothingIsTranslatedTwice();
 };
 
-void TestToolkitWords::swedish_data()
+void TestToolkitTranslator::swedish_data()
 {
     QTest::addColumn<QByteArray>("context");
     QTest::addColumn<QByteArray>("english");
@@ -39,17 +39,17 @@ void TestToolkitWords::swedish_data()
     row("QFileDialog", "no such text", {});
 }
 
-void TestToolkitWords::swedish()
+void TestToolkitTranslator::swedish()
 {
     QFETCH(const QByteArray, context);
     QFETCH(const QByteArray, english);
-    const ToolkitWords words;
+    const ToolkitTranslator words;
     QTEST(words.translate(context, english), "swedish");
 }
 
-void TestToolkitWords::englishIsTheToolkitsOwn()
+void TestToolkitTranslator::englishIsTheToolkitsOwn()
 {
-    ToolkitWords words;
+    ToolkitTranslator words;
     words.speak(Language::English);
     QVERIFY(words.translate("QLineEdit", "&Paste").isNull());
     QVERIFY(words.translate("QScrollBar", "Scroll here").isNull());
@@ -57,23 +57,23 @@ void TestToolkitWords::englishIsTheToolkitsOwn()
     QCOMPARE(words.translate("QLineEdit", "&Paste"), u"Klistra &in"_s);
 }
 
-void TestToolkitWords::missingTranslationsAreNoError()
+void TestToolkitTranslator::missingTranslationsAreNoError()
 {
     const QTemporaryDir empty;
-    const ToolkitWords words(empty.path());
+    const ToolkitTranslator words(empty.path());
     QCOMPARE(words.translate("QLineEdit", "&Paste"), u"Klistra &in"_s);
     QVERIFY(words.translate("QScrollBar", "Scroll here").isNull());
 }
 
 // Where it is installed, other translators keep their turn: a text that is not known comes back as null.
-void TestToolkitWords::nothingIsTranslatedTwice()
+void TestToolkitTranslator::nothingIsTranslatedTwice()
 {
-    ToolkitWords words;
+    ToolkitTranslator words;
     QCoreApplication::installTranslator(&words);
     QCOMPARE(QCoreApplication::translate("QLineEdit", "&Paste"), u"Klistra &in"_s);
     QCOMPARE(QCoreApplication::translate("QLineEdit", "Klistra &in"), u"Klistra &in"_s);
     QCOMPARE(QCoreApplication::translate("QAbstractSocket", "Connection refused"), u"Connection refused"_s);
 }
 
-TIDELOFT_TEST_MAIN(TestToolkitWords)
-#include "tst_toolkit_words.moc"
+TIDELOFT_TEST_MAIN(TestToolkitTranslator)
+#include "tst_toolkit_translator.moc"

@@ -1,7 +1,7 @@
 // Which items of a reply are known.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/messages/opened_history.h"
+#include "ui/messages/history_cache.h"
 
 #include <QTimeZone>
 
@@ -30,13 +30,13 @@ std::pair<qsizetype, qsizetype> sameItems(const QJsonArray &before, const QJsonA
 
 } // namespace
 
-void OpenedHistory::forget()
+void HistoryCache::forget()
 {
     itemsBefore = {};
     knownBefore.clear();
 }
 
-OpenedHistory::Known OpenedHistory::read(const QJsonValue &value, const Reading &reading)
+HistoryCache::Known HistoryCache::read(const QJsonValue &value, const Reading &reading)
 {
     if (!value.isObject())
         return {};
@@ -44,7 +44,7 @@ OpenedHistory::Known OpenedHistory::read(const QJsonValue &value, const Reading 
     return {displayRecord(item, reading), true, item.contains(u"createdAt"_s)};
 }
 
-QList<OpenedHistory::Known> OpenedHistory::follow(const QJsonArray &items, const Reading &reading) const
+QList<HistoryCache::Known> HistoryCache::follow(const QJsonArray &items, const Reading &reading) const
 {
     const auto [front, back] = sameItems(itemsBefore, items);
     const qsizetype shift = items.size() - itemsBefore.size();
@@ -59,14 +59,14 @@ QList<OpenedHistory::Known> OpenedHistory::follow(const QJsonArray &items, const
     return known;
 }
 
-QList<DisplayRecord> OpenedHistory::records(const QJsonArray &items, const Reading &reading,
-                                            quint64 generation)
+QList<DisplayRecord> HistoryCache::records(const QJsonArray &items, const Reading &reading,
+                                           quint64 generation)
 {
-    const Terms now{reading.ownName, reading.language, QTimeZone::systemTimeZoneId(),
-                    reading.now.offsetFromUtc(), generation};
-    if (now != terms)
+    const CacheKey now{reading.ownName, reading.language, QTimeZone::systemTimeZoneId(),
+                       reading.now.offsetFromUtc(), generation};
+    if (now != key)
         forget();
-    terms = now;
+    key = now;
     knownBefore = follow(items, reading);
     itemsBefore = items;
     QList<DisplayRecord> records;

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/local_zone.h"
 #include "tests/support/test_main.h"
-#include "ui/messages/opened_history.h"
+#include "ui/messages/history_cache.h"
 
 #include <QJsonDocument>
 
@@ -41,7 +41,7 @@ QDateTime noon()
 
 } // namespace
 
-class TestOpenedHistory : public QObject
+class TestHistoryCache : public QObject
 {
     Q_OBJECT
 
@@ -62,14 +62,14 @@ private slots:
 private:
     QList<DisplayRecord> read(const QJsonArray &array);
 
-    OpenedHistory history;
+    HistoryCache history;
     QStringList opened;
     QString unopenable;
     Reading reading;
     quint64 readGeneration = 1;
 };
 
-void TestOpenedHistory::init()
+void TestHistoryCache::init()
 {
     tideloft::tests::setLocalZone(tideloft::tests::stockholm);
     history = {};
@@ -85,7 +85,7 @@ void TestOpenedHistory::init()
 }
 
 // Whatever is remembered, the records are those that are read afresh.
-QList<DisplayRecord> TestOpenedHistory::read(const QJsonArray &array)
+QList<DisplayRecord> TestHistoryCache::read(const QJsonArray &array)
 {
     const QList<DisplayRecord> records = history.records(array, reading, readGeneration);
     const QStringList openedNow = opened;
@@ -95,7 +95,7 @@ QList<DisplayRecord> TestOpenedHistory::read(const QJsonArray &array)
     return records;
 }
 
-void TestOpenedHistory::unchangedItemsAreOpenedOnce()
+void TestHistoryCache::unchangedItemsAreOpenedOnce()
 {
     const QJsonArray array = items({u"a"_s, u"b"_s});
     QCOMPARE(read(array).size(), 2);
@@ -103,7 +103,7 @@ void TestOpenedHistory::unchangedItemsAreOpenedOnce()
     QCOMPARE(opened, QStringList({u"a"_s, u"b"_s}));
 }
 
-void TestOpenedHistory::onlyWhatIsNewIsOpened_data()
+void TestHistoryCache::onlyWhatIsNewIsOpened_data()
 {
     QTest::addColumn<QStringList>("now");
     QTest::addColumn<QString>("opened");
@@ -120,7 +120,7 @@ void TestOpenedHistory::onlyWhatIsNewIsOpened_data()
     row("the same once more", u"a b c c"_s, u"c"_s);
 }
 
-void TestOpenedHistory::onlyWhatIsNewIsOpened()
+void TestHistoryCache::onlyWhatIsNewIsOpened()
 {
     QFETCH(const QStringList, now);
     read(items({u"a"_s, u"b"_s, u"c"_s}));
@@ -129,7 +129,7 @@ void TestOpenedHistory::onlyWhatIsNewIsOpened()
     QTEST(opened.join(u' '), "opened");
 }
 
-void TestOpenedHistory::equalItemsOfAnotherReplyAreKnown()
+void TestHistoryCache::equalItemsOfAnotherReplyAreKnown()
 {
     const QByteArray json = QJsonDocument(items({u"a"_s, u"b"_s})).toJson();
     read(parsed(json));
@@ -137,7 +137,7 @@ void TestOpenedHistory::equalItemsOfAnotherReplyAreKnown()
     QCOMPARE(opened.size(), 2);
 }
 
-void TestOpenedHistory::failureIsRemembered()
+void TestHistoryCache::failureIsRemembered()
 {
     unopenable = u"b"_s;
     for (int reply = 0; reply < 2; ++reply)
@@ -148,7 +148,7 @@ void TestOpenedHistory::failureIsRemembered()
 }
 
 // A key file that appeared, for instance.
-void TestOpenedHistory::failureIsTriedAgainUnderOtherTerms()
+void TestHistoryCache::failureIsTriedAgainUnderOtherTerms()
 {
     unopenable = u"b"_s;
     read(items({u"b"_s}));
@@ -157,7 +157,7 @@ void TestOpenedHistory::failureIsTriedAgainUnderOtherTerms()
     QCOMPARE(read(items({u"b"_s})).value(0).text, u"opened b"_s);
 }
 
-void TestOpenedHistory::messageWithoutTimeGetsTheNewMinute()
+void TestHistoryCache::messageWithoutTimeGetsTheNewMinute()
 {
     const QJsonArray array = parsed(R"([{"from":"bob","text":"x"}])");
     QCOMPARE(read(array).value(0).time, noon());
@@ -165,14 +165,14 @@ void TestOpenedHistory::messageWithoutTimeGetsTheNewMinute()
     QCOMPARE(read(array).value(0).time, noon().addSecs(60));
 }
 
-void TestOpenedHistory::onlyObjectsCount()
+void TestHistoryCache::onlyObjectsCount()
 {
     const QJsonArray array = parsed(R"([1,{"text":"a"},null,[],{"text":"b"},"c"])");
     for (int reply = 0; reply < 2; ++reply)
         QCOMPARE(read(array).size(), 2);
 }
 
-void TestOpenedHistory::otherTermsReadAfresh_data()
+void TestHistoryCache::otherTermsReadAfresh_data()
 {
     QTest::addColumn<QString>("ownName");
     QTest::addColumn<Language>("language");
@@ -187,7 +187,7 @@ void TestOpenedHistory::otherTermsReadAfresh_data()
         << u"alice"_s << Language::English << quint64(1) << QByteArray("EET-2");
 }
 
-void TestOpenedHistory::otherTermsReadAfresh()
+void TestHistoryCache::otherTermsReadAfresh()
 {
     QFETCH(const QString, ownName);
     QFETCH(const Language, language);
@@ -204,7 +204,7 @@ void TestOpenedHistory::otherTermsReadAfresh()
     QCOMPARE(opened.size(), 2);
 }
 
-void TestOpenedHistory::forgetsWhenTold()
+void TestHistoryCache::forgetsWhenTold()
 {
     read(items({u"a"_s}));
     history.forget();
@@ -212,5 +212,5 @@ void TestOpenedHistory::forgetsWhenTold()
     QCOMPARE(opened.size(), 2);
 }
 
-TIDELOFT_TEST_MAIN(TestOpenedHistory)
-#include "tst_opened_history.moc"
+TIDELOFT_TEST_MAIN(TestHistoryCache)
+#include "tst_history_cache.moc"

@@ -9,7 +9,7 @@ namespace tideloft::ui
 {
 
 /// Remembers the records of one reply for the next, also those of messages that could not be opened.
-class OpenedHistory
+class HistoryCache
 {
 public:
     /// displayRecords() of ITEMS. GENERATION is another number once a message might open to another text, or
@@ -24,20 +24,20 @@ private:
         bool isMessage = false; ///< only an object is one
         bool isTimed = false;
     };
-    struct Terms {
+    struct CacheKey {
         QString ownName;
         Language language = Language::English;
         QByteArray zone;       ///< the times shown are local
         int offsetFromUtc = 0; ///< s; a zone's rules can be replaced under its name
         quint64 generation = 0;
 
-        bool operator==(const Terms &) const = default;
+        bool operator==(const CacheKey &) const = default;
     };
 
     static Known read(const QJsonValue &value, const Reading &reading);
     QList<Known> follow(const QJsonArray &items, const Reading &reading) const;
 
-    Terms terms;
+    CacheKey key;
     QJsonArray itemsBefore;
     QList<Known> knownBefore; ///< one for each of itemsBefore
 };

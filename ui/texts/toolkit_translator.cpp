@@ -1,7 +1,7 @@
 // The Swedish words for the widgets that this client shows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/texts/toolkit_words.h"
+#include "ui/texts/toolkit_translator.h"
 
 #include <algorithm>
 #include <array>
@@ -105,15 +105,15 @@ constexpr std::array<std::string_view, 8> ownContexts{"QFileDialog", "QFileSyste
 } // namespace
 
 // Nobody has to install those translations, so their absence is no error.
-ToolkitWords::ToolkitWords(const QString &folder)
+ToolkitTranslator::ToolkitTranslator(const QString &folder)
 {
     if (!others.load(u"qtbase_sv"_s, folder))
         (void)others.load(u"qt_sv"_s, folder);
 }
 
 // A null text leaves the toolkit's word as it is.
-QString ToolkitWords::translate(const char *context, const char *sourceText, const char *disambiguation,
-                                int n) const
+QString ToolkitTranslator::translate(const char *context, const char *sourceText, const char *disambiguation,
+                                     int n) const
 {
     if (spoken != Language::Swedish || !context || !sourceText)
         return {};

@@ -15,13 +15,13 @@ namespace tideloft::ui
 
 /// Translates what the toolkit's widgets say, once it is installed. The texts of its network and of
 /// everything else stay as they are: an error is shown in the toolkit's own wording.
-class ToolkitWords : public QTranslator
+class ToolkitTranslator : public QTranslator
 {
     Q_OBJECT
 
 public:
     /// FOLDER may hold the toolkit's own translations, for words that are not known here.
-    explicit ToolkitWords(const QString &folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    explicit ToolkitTranslator(const QString &folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath));
 
     /// Swedish until another language is asked for. What is on the screen already stays as it is.
     void speak(Language language) { spoken = language; }
