@@ -9,8 +9,11 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdio>
+#include <thread>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace tideloft::service;
@@ -39,9 +42,35 @@ ServerSettings serverSettings(const Options &options)
     settings.port = options.port;
     settings.certificateFile = options.certificateFile;
     settings.keyFile = options.keyFile;
+    settings.trustedProxy = options.trustedProxy;
+    settings.limits.connections = static_cast<std::size_t>(options.connections);
+    settings.limits.connectionsOfOnePeer = static_cast<std::size_t>(options.connectionsPerAddress);
     if (!options.quiet)
         settings.log = [](const QByteArray &line) { std::fprintf(stderr, "%s\n", line.constData()); };
     return settings;
+}
+
+ApiSettings apiSettings(const Options &options)
+{
+    ApiSettings settings;
+    settings.secureCookies = !options.certificateFile.isEmpty();
+    settings.historyLimit = options.historyLimit;
+    settings.signInsPerMinute = options.signInsPerMinute;
+    settings.registrationsPerMinute = options.registrationsPerMinute;
+    settings.quota = {options.quotaMessages, qint64{options.quotaMegabytes} * 1024 * 1024,
+                      options.quotaConversations};
+    settings.hashingThreads = std::max(1U, std::thread::hardware_concurrency() / 2);
+    return settings;
+}
+
+// A connection takes a descriptor, and the usual limit is lower than that of connections.
+void allowManyFiles()
+{
+    rlimit files{};
+    if (getrlimit(RLIMIT_NOFILE, &files) != 0)
+        return;
+    files.rlim_cur = files.rlim_max;
+    static_cast<void>(setrlimit(RLIMIT_NOFILE, &files));
 }
 
 QString origin(const Options &options, std::uint16_t port)
@@ -52,11 +81,11 @@ QString origin(const Options &options, std::uint16_t port)
 
 void serve(const Options &options)
 {
-    ApiSettings apiSettings;
-    apiSettings.secureCookies = !options.certificateFile.isEmpty();
+    allowManyFiles();
     ServerSettings settings = serverSettings(options);
-    settings.transfers = apiSettings.transfers = transferBudget(settings.limits);
-    Api api({databaseFile(options)}, apiSettings);
+    ApiSettings forApi = apiSettings(options);
+    settings.transfers = forApi.transfers = transferBudget(settings.limits);
+    Api api({databaseFile(options)}, forApi);
     settings.refuse = &errorResponse;
     settings.admit = [&api](const Request &head) { return api.admit(head); };
     HttpServer server(settings, [&api](const Request &request) { return api.handle(request); });

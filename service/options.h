@@ -19,6 +19,15 @@ struct Options {
     QString keyFile;
     QString database; ///< empty = the default file
     bool quiet = false;
+    int historyLimit = 5000;
+    int connections = 10'000;
+    int connectionsPerAddress = 200;
+    int signInsPerMinute = 10; ///< 0 = any number, as of registrations
+    int registrationsPerMinute = 10;
+    int quotaMessages = 1'000'000;
+    int quotaMegabytes = 2048;
+    int quotaConversations = 2000;
+    QString trustedProxy; ///< empty = none
 };
 
 /// What the program is to do: serve with these options, or print a text and end with this code.

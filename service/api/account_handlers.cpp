@@ -6,6 +6,7 @@
 #include "service/api/json_body.h"
 #include "service/api/json_reply.h"
 #include "service/api/sign_in_sessions.h"
+#include "service/api/tasks.h"
 #include "service/store/user_name.h"
 
 namespace tideloft::service
@@ -42,11 +43,34 @@ QString newPassword(const JsonBody &body)
     throw Refusal(409, u"This user name is already taken."_s);
 }
 
-Outcome registerAccount(const ApiContext &context, Database &lookUp, const Request &request)
+[[noreturn]] void refuseTooOften(int seconds)
+{
+    throw Refusal(429, u"Too many attempts. Please try again in a minute."_s, seconds);
+}
+
+void countRegistration(ApiContext &context, const Request &request)
+{
+    if (const int wait = context.registrations.attempt(request.peer, context.settings.steadyNow()))
+        refuseTooOften(wait);
+}
+
+// An account that does not exist is counted too: a limit must not tell whether there is one.
+void countSignIn(ApiContext &context, const Request &request, const QString &typedName)
+{
+    const qint64 now = context.settings.steadyNow();
+    const QByteArray account = normalizedUserName(typedName).value_or(typedName).toUtf8();
+    if (const int wait = context.signInsOfAddress.attempt(request.peer, now))
+        refuseTooOften(wait);
+    if (const int wait = context.signInsOfAccount.attempt(account, now))
+        refuseTooOften(wait);
+}
+
+Outcome registerAccount(ApiContext &context, Database &lookUp, const Request &request)
 {
     const JsonBody body(request);
     const QString name = newUserName(body);
     const QString password = newPassword(body);
+    countRegistration(context, request);
     if (findUser(lookUp, name))
         refuseTakenName();
     return SlowWork{[&context, name, password]() -> Change {
@@ -68,12 +92,14 @@ Response signIn(const ApiContext &context, Database &database, const User &user,
 }
 
 // Takes the same time and gives the same answer whether the user exists or not.
-Outcome login(const ApiContext &context, Database &lookUp, const Request &request)
+Outcome login(ApiContext &context, Database &lookUp, const Request &request)
 {
     const JsonBody body(request);
-    const std::optional<User> user = findUser(lookUp, body.text(u"username"_s, longestTypedName));
+    const QString name = body.text(u"username"_s, longestTypedName);
     const QString password = body.text(u"password"_s, longestPassword);
     const bool remember = body.boolean(u"rememberMe"_s, false);
+    countSignIn(context, request, name);
+    const std::optional<User> user = findUser(lookUp, name);
     const QByteArray hash = user ? passwordHash(lookUp, *user) : unmatchableHash(context.settings.scryptCost);
     return SlowWork{[&context, user, password, hash, remember]() -> Change {
         const bool matches = passwordMatches(password, hash);

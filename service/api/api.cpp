@@ -30,9 +30,13 @@ ApiSettings withBudget(ApiSettings settings)
 
 } // namespace
 
-Api::Api(const StoreSettings &store, const ApiSettings &settings)
-    : context{withBudget(settings), Workers(settings.hashingThreads, settings.waitingHashes),
-              StoreThreads(store)}
+qint64 steadyMilliseconds()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+Api::Api(const StoreSettings &store, const ApiSettings &settings) : context(withBudget(settings), store)
 {
     router.add("GET", "/healthz", [](const Request &) {
         return jsonResponse(QJsonObject{{u"status"_s, u"ok"_s}});

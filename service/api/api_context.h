@@ -3,9 +3,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/api/attempt_limit.h"
 #include "service/api/password.h"
-#include "service/api/tasks.h"
 #include "service/http/byte_budget.h"
+#include "service/store/messages.h"
 #include "service/store/store_threads.h"
 #include "service/threads/workers.h"
 
@@ -16,25 +17,42 @@
 namespace tideloft::service
 {
 
+/// What one user may have sent, and with how many others.
+constexpr MessageQuota usualQuota{1'000'000, qint64{2} * 1024 * 1024 * 1024, 2'000};
+
+/// Milliseconds of a clock that never jumps.
+qint64 steadyMilliseconds();
+
 struct ApiSettings {
     ScryptCost scryptCost;
     bool secureCookies = true; ///< false only where the service speaks plain HTTP on loopback
-    std::size_t hashingThreads = 2;
-    std::size_t waitingHashes = 16;        ///< more sign-ins and registrations at a time are refused
+    std::size_t hashingThreads = 1;
+    std::size_t waitingHashes = 16;  ///< more sign-ins and registrations at a time are refused
+    int signInsPerMinute = 10;       ///< for each account, and for each address; 0 = any number
+    int registrationsPerMinute = 10; ///< for each address; 0 = any number
+    MessageQuota quota = usualQuota;
+    std::function<qint64()> steadyNow = &steadyMilliseconds;
     int historyLimit = 5000;               ///< messages that a history gives at most
     std::shared_ptr<ByteBudget> transfers; ///< what large replies may hold together; never null in a context
     std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
 };
 
 struct ApiContext {
+    ApiContext(const ApiSettings &wanted, const StoreSettings &storage)
+        : settings(wanted),
+          hashing(wanted.hashingThreads, wanted.waitingHashes, Workers::Priority::Low),
+          store(storage)
+    {
+    }
+
     const ApiSettings settings;
+    AttemptLimit signInsOfAccount{settings.signInsPerMinute};
+    AttemptLimit signInsOfAddress{settings.signInsPerMinute};
+    AttemptLimit registrations{settings.registrationsPerMinute};
     Workers hashing;
     StoreThreads store; // last: its threads use what stands above
 
     qint64 nowInMilliseconds() const { return settings.now().toMSecsSinceEpoch(); }
 };
-
-/// A handler for signed-in users only. Runs on a reader.
-using UserHandler = std::function<Outcome(Database &, const Request &, const User &)>;
 
 } // namespace tideloft::service

@@ -23,6 +23,16 @@ namespace
 constexpr qsizetype longestTypedName = 256; // before trimming
 constexpr int mostConversations = 2000;     // as many as the client lists
 
+void refuseTooMuch(Stored stored)
+{
+    if (stored == Stored::TooManyMessages)
+        throw Refusal(409, u"You have sent as many messages as the service keeps for one user."_s);
+    if (stored == Stored::TooManyBytes)
+        throw Refusal(409, u"Your messages take as much room as the service has for one user."_s);
+    if (stored == Stored::TooManyConversations)
+        throw Refusal(409, u"You have as many conversations as the service keeps for one user."_s);
+}
+
 Outcome send(const ApiContext &context, Database &lookUp, const Request &request, const User &sender)
 {
     const JsonBody body(request);
@@ -31,8 +41,8 @@ Outcome send(const ApiContext &context, Database &lookUp, const Request &request
     const std::optional<User> recipient = findUser(lookUp, to);
     if (!recipient)
         throw Refusal(404, u"There is no user with this name."_s);
-    return Change([sender, recipient, message](Database &database) {
-        storeMessage(database, sender, *recipient, message);
+    return Change([sender, recipient, message, quota = context.settings.quota](Database &database) {
+        refuseTooMuch(storeMessage(database, sender, *recipient, message, quota));
         return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
     });
 }

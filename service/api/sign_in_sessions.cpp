@@ -4,6 +4,7 @@
 #include "service/api/sign_in_sessions.h"
 
 #include "service/api/random.h"
+#include "service/api/tasks.h"
 #include "service/store/sessions.h"
 
 #include <QCryptographicHash>

@@ -4,6 +4,8 @@
 #pragma once
 
 #include "service/api/api_context.h"
+#include "service/api/outcome.h"
+#include "service/store/users.h"
 
 #include <optional>
 

@@ -3,7 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/tasks.h"
 
-#include "service/api/api_context.h"
 #include "service/api/json_reply.h"
 
 #include <memory>

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "service/api/api_context.h"
+#include "service/api/outcome.h"
 #include "service/api/router.h"
 
 namespace tideloft::service

@@ -4,7 +4,6 @@
 #include "service/http/connection.h"
 
 #include "service/http/access_log.h"
-#include "service/http/translation.h"
 
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
@@ -34,8 +33,10 @@ auto into(error_code &error)
 
 } // namespace
 
-Connection::Connection(tcp::socket socket, ConnectionContext &server, asio::ssl::context *tls)
+Connection::Connection(tcp::socket socket, ConnectionContext &server, asio::ssl::context *tls,
+                       const Way &from)
     : context(server),
+      way{tls != nullptr, from.peer, from.forwarded},
       transport(std::move(socket))
 {
     if (tls) {
@@ -123,7 +124,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     if (refusal) {
         response = context.refuse(*refusal);
     } else {
-        Request request = headOf(parser, isSecure());
+        Request request = headOf(parser, way);
         request.body = std::move(body);
         response = co_await context.answer(std::move(request));
     }
@@ -148,7 +149,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
 template <typename Parser> asio::awaitable<void> Connection::askForAdmission(const Parser &parser)
 {
     if (!admission)
-        admission = co_await context.admit(headOf(parser, isSecure()));
+        admission = co_await context.admit(headOf(parser, way));
 }
 
 // False when there is no memory left for this much.
@@ -157,6 +158,8 @@ asio::awaitable<bool> Connection::setAside(const Parser &parser, std::uint64_t s
 {
     if (size <= context.limits.untrackedBytes)
         co_return true;
+    if (transfer)
+        co_return transfer.grow(size);
     co_await askForAdmission(parser);
     transfer = context.transfers->take(admission->account, size);
     co_return bool(transfer);
@@ -174,10 +177,28 @@ template <typename Parser> asio::awaitable<std::optional<Refusal>> Connection::a
     parser.body_limit(limit);
     if (!parser.chunked() && size > limit)
         co_return admission->whenTooLarge.value_or(tooLarge());
-    const bool hasMemory = co_await setAside(parser, std::min(size, limit));
-    if (!hasMemory)
-        co_return tooBusy();
     co_return std::nullopt;
+}
+
+// Memory is taken for what has come, not for what was declared, and time is given for what comes.
+template <typename Stream, typename Buffer, typename Parser>
+asio::awaitable<error_code> Connection::readBody(Stream &stream, Buffer &buffer, Parser &parser)
+{
+    error_code error;
+    std::uint64_t progress = 0;
+    watchdog->allow(context.limits.bodyTime);
+    while (!error && !parser.is_done()) {
+        co_await http::async_read_some(stream, buffer, parser, into(error));
+        const std::uint64_t size = parser.get().body().size();
+        if (size >= progress + context.limits.progressBytes) {
+            progress = size;
+            watchdog->allow(context.limits.bodyTime);
+        }
+        const bool hasMemory = co_await setAside(parser, size);
+        if (!hasMemory)
+            error = asio::error::no_memory;
+    }
+    co_return error;
 }
 
 template <typename Stream, typename Buffer, typename Parser>
@@ -196,12 +217,13 @@ asio::awaitable<std::optional<Refusal>> Connection::readRequest(Stream &stream, 
             co_return refused;
     }
     if (!error) {
-        watchdog->allow(context.limits.bodyTime);
         co_await invite(stream, parser);
-        co_await http::async_read(stream, buffer, parser, into(error));
+        error = co_await readBody(stream, buffer, parser);
     }
     if (!error)
         co_return std::nullopt;
+    if (error == asio::error::no_memory)
+        co_return tooBusy();
     const bool tookTooLong = watchdog->hasExpired();
     lost = context.stopping || (isLost(error) && !tookTooLong);
     co_return parseFailure(error, tookTooLong);
@@ -224,9 +246,17 @@ asio::awaitable<bool> Connection::write(Stream &stream, const Parser &parser, co
     auto message = toMessage(response, parser.get().version() == 10 ? 10 : 11, keepAlive);
     if (parser.get().method() == http::verb::head)
         message.body() = {}; // the length stays, the body must not follow
+    ReplySerializer serializer(message);
     error_code error;
+    std::uint64_t progress = 0;
     watchdog->allow(context.limits.bodyTime);
-    co_await http::async_write(stream, message, into(error));
+    while (!error && !serializer.is_done()) {
+        progress += co_await http::async_write_some(stream, serializer, into(error));
+        if (progress >= context.limits.progressBytes) {
+            progress = 0;
+            watchdog->allow(context.limits.bodyTime);
+        }
+    }
     lost = lost || bool(error);
     co_return !error;
 }

@@ -5,6 +5,7 @@
 
 #include "service/http/byte_budget.h"
 #include "service/http/server_settings.h"
+#include "service/http/translation.h"
 #include "service/http/watchdog.h"
 
 #include <boost/asio/awaitable.hpp>
@@ -39,9 +40,9 @@ struct ConnectionContext {
 class Connection
 {
 public:
-    /// With `tls` the client has to speak TLS, without it plain HTTP.
-    Connection(boost::asio::ip::tcp::socket socket, ConnectionContext &server,
-               boost::asio::ssl::context *tls);
+    /// With `tls` the client has to speak TLS, without it plain HTTP. `from` tells all but that of its way.
+    Connection(boost::asio::ip::tcp::socket socket, ConnectionContext &server, boost::asio::ssl::context *tls,
+               const Way &from);
     Q_DISABLE_COPY_MOVE(Connection)
     ~Connection();
 
@@ -63,6 +64,9 @@ private:
     template <typename Stream, typename Buffer, typename Parser>
     boost::asio::awaitable<std::optional<Refusal>> readRequest(Stream &stream, Buffer &buffer,
                                                                Parser &parser);
+    template <typename Stream, typename Buffer, typename Parser>
+    boost::asio::awaitable<boost::system::error_code> readBody(Stream &stream, Buffer &buffer,
+                                                               Parser &parser);
     template <typename Parser> boost::asio::awaitable<std::optional<Refusal>> admitBody(Parser &parser);
     template <typename Parser> boost::asio::awaitable<void> askForAdmission(const Parser &parser);
     template <typename Parser>
@@ -74,9 +78,9 @@ private:
                                        bool keepAlive);
     template <typename Stream> boost::asio::awaitable<void> close(Stream &stream);
     boost::asio::ip::tcp::socket &socket();
-    bool isSecure() const { return std::holds_alternative<TlsStream>(transport); }
 
     ConnectionContext &context;
+    const Way way;
     std::variant<PlainStream, TlsStream> transport;
     std::shared_ptr<Watchdog> watchdog;
     std::optional<Admission> admission; ///< of the current request, once it was needed

@@ -27,6 +27,7 @@ struct Request {
     QByteArray contentType; ///< empty when the client sent none
     QByteArray cookie;      ///< the Cookie header's value
     QByteArray body;
+    QByteArray peer = {};         ///< the client's address, as far as one person has it: see peerOf()
     QByteArray ifNoneMatch = {};  ///< the If-None-Match header's value
     QStringList parameters = {};  ///< what stood in the pattern's placeholders, decoded; filled by the router
     bool fromForeignPage = false; ///< a browser sent it for a page that this service did not give out
@@ -36,10 +37,11 @@ struct Request {
 class Refusal : public std::exception
 {
 public:
-    Refusal(int httpStatus, QString text)
+    Refusal(int httpStatus, QString text) : Refusal(httpStatus, std::move(text), httpStatus == 503 ? 1 : 0) {}
+    Refusal(int httpStatus, QString text, int secondsToWait)
         : status(httpStatus),
           message(std::move(text)),
-          retryAfter(httpStatus == 503 ? 1 : 0)
+          retryAfter(secondsToWait)
     {
     }
     const char *what() const noexcept override { return "request refused"; }

@@ -5,6 +5,7 @@
 
 #include "service/http/connection.h"
 #include "service/http/loop_mailbox.h"
+#include "service/http/peer.h"
 #include "service/http/translation.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -14,6 +15,8 @@
 #include <boost/asio/signal_set.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
+
+#include <QHash>
 
 #include <optional>
 #include <set>
@@ -57,7 +60,7 @@ public:
 
 private:
     asio::awaitable<void> acceptAll();
-    asio::awaitable<void> serve(std::shared_ptr<Connection> connection);
+    asio::awaitable<void> serve(std::shared_ptr<Connection> connection, QByteArray peer);
     asio::awaitable<Response> answer(Request request);
     void stopNow();
 
@@ -68,8 +71,10 @@ private:
     tcp::acceptor acceptor;
     asio::signal_set stopSignals;
     asio::steady_timer pause;
+    std::optional<asio::ip::address> trustedProxy;
     std::set<std::shared_ptr<Connection>> connections;
-    std::shared_ptr<LoopMailbox> mailbox; ///< for what other threads bring
+    QHash<QByteArray, std::size_t> ofPeer; ///< how many of the connections
+    std::shared_ptr<LoopMailbox> mailbox;  ///< for what other threads bring
 };
 
 HttpServer::Implementation::Implementation(const ServerSettings &settings, Handler answering)
@@ -86,6 +91,8 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
         return waitFor<Admission>(mailbox, admit(head));
     };
     context.answer = [this](Request request) { return answer(std::move(request)); };
+    if (!settings.trustedProxy.isEmpty())
+        trustedProxy = asio::ip::make_address(settings.trustedProxy.toStdString());
     if (!settings.certificateFile.isEmpty())
         tls.emplace(tlsContext(settings));
     const tcp::endpoint endpoint(asio::ip::make_address(settings.address.toStdString()), settings.port);
@@ -109,20 +116,29 @@ asio::awaitable<void> HttpServer::Implementation::acceptAll()
         }
         if (error || connections.size() >= context.limits.connections)
             continue;
-        auto connection = std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr);
+        const tcp::endpoint remote = socket.remote_endpoint(error);
+        const Way way{false, peerOf(remote.address()), remote.address() == trustedProxy};
+        if (error || (!way.forwarded && ofPeer.value(way.peer) >= context.limits.connectionsOfOnePeer))
+            continue;
+        auto connection =
+            std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr, way);
         connections.insert(connection);
-        co_spawn(io, serve(std::move(connection)), asio::detached);
+        co_spawn(io, serve(std::move(connection), way.peer), asio::detached);
     }
 }
 
-asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connection> connection)
+asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connection> connection,
+                                                        QByteArray peer)
 {
+    ++ofPeer[peer];
     try {
         co_await connection->serve();
     } catch (const std::exception &error) {
         context.log(QByteArray("connection lost: ") + error.what());
     }
     connections.erase(connection);
+    if (--ofPeer[peer] == 0)
+        ofPeer.remove(peer);
     if (context.stopping && connections.empty())
         pause.cancel();
 }

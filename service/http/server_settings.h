@@ -23,9 +23,11 @@ struct ServerLimits {
     std::uint64_t untrackedBytes = 64ULL * 1024;            ///< bodies and replies up to this always go on
     std::uint64_t transferBytes = 64ULL * 1024 * 1024;      ///< of all larger ones at a time; others get 503
     std::uint64_t accountTransferBytes = transferBytes / 2; ///< of those of one account
-    std::size_t connections = 1000;
+    std::size_t connections = 10'000;
+    std::size_t connectionsOfOnePeer = 200;     ///< two for each client behind one address
+    std::uint64_t progressBytes = 64ULL * 1024; ///< for so much of a body or reply bodyTime is given anew
     std::chrono::milliseconds headerTime{10'000};
-    std::chrono::milliseconds bodyTime{30'000}; ///< for reading a body, and for writing a reply
+    std::chrono::milliseconds bodyTime{15'000}; ///< for reading a body, and for writing a reply
     std::chrono::milliseconds idleTime{65'000}; ///< between two requests
     std::chrono::milliseconds stopTime{3'000};  ///< for replies under way when the server is stopped
 };
@@ -41,6 +43,7 @@ struct ServerSettings {
     std::uint16_t port = 8443;                     ///< 0 = any free port
     QString certificateFile;                       ///< PEM, the chain; empty = plain HTTP
     QString keyFile;                               ///< PEM
+    QString trustedProxy;                          ///< whose X-Forwarded-For is believed; empty = nobody's
     ServerLimits limits;
     /// What large bodies and replies may hold together; made from the limits when there is none.
     std::shared_ptr<ByteBudget> transfers;

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/translation.h"
 
+#include "service/http/peer.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -39,7 +41,7 @@ QByteArray toBytes(boost::beast::string_view text)
     return {text.data(), static_cast<qsizetype>(text.size())};
 }
 
-Request headOf(const RequestParser &parser, bool secure)
+Request headOf(const RequestParser &parser, const Way &way)
 {
     const auto &message = parser.get();
     Request request;
@@ -48,7 +50,8 @@ Request headOf(const RequestParser &parser, bool secure)
     request.contentType = toBytes(message[http::field::content_type]);
     request.cookie = toBytes(message[http::field::cookie]);
     request.ifNoneMatch = toBytes(message[http::field::if_none_match]);
-    request.fromForeignPage = isForeignPage(parser, secure);
+    request.fromForeignPage = isForeignPage(parser, way.secure);
+    request.peer = way.forwarded ? forwardedPeer(toBytes(message["X-Forwarded-For"]), way.peer) : way.peer;
     return request;
 }
 

@@ -17,10 +17,19 @@ namespace tideloft::service
 using RequestParser = boost::beast::http::request_parser<boost::beast::http::string_body>;
 using ReplyMessage = boost::beast::http::response<boost::beast::http::span_body<const char>>;
 
+using ReplySerializer = boost::beast::http::response_serializer<boost::beast::http::span_body<const char>>;
+
 QByteArray toBytes(boost::beast::string_view text);
 
-/// Everything but the body. `secure` tells whether it came over TLS.
-Request headOf(const RequestParser &parser, bool secure);
+/// How a request came.
+struct Way {
+    bool secure = false;    ///< over TLS
+    QByteArray peer;        ///< whose connection it is
+    bool forwarded = false; ///< by a proxy that may say for whom
+};
+
+/// Everything but the body.
+Request headOf(const RequestParser &parser, const Way &way);
 
 /// Leaves the parser with nothing, so that there is one copy.
 QByteArray takeBody(RequestParser &parser);

@@ -5,6 +5,8 @@
 
 #include "service/store/versions.h"
 
+#include <optional>
+
 namespace tideloft::service
 {
 
@@ -38,13 +40,41 @@ qint64 sizeOf(const StoredMessage &message)
     return message.text.size() + message.iv.size() + message.recipientKeys.size() + message.senderKeys.size();
 }
 
+bool haveTalked(Database &database, const User &user, const User &peer)
+{
+    return database
+        .run(u"SELECT 1 FROM conversations WHERE user_id = ? AND peer_id = ?"_s, {user.id, peer.id})
+        .next();
+}
+
+// What would be too much; nothing when the message may be kept.
+std::optional<Stored> exceeded(Database &database, const User &sender, const User &recipient,
+                               const StoredMessage &message, const MessageQuota &quota)
+{
+    Rows sent = database.run(u"SELECT message_count, message_bytes FROM users WHERE id = ?"_s, {sender.id});
+    if (!sent.next())
+        throw StorageError("The sender is gone");
+    if (sent.value(0).toLongLong() >= quota.messages)
+        return Stored::TooManyMessages;
+    if (sent.value(1).toLongLong() + sizeOf(message) > quota.bytes)
+        return Stored::TooManyBytes;
+    if (!haveTalked(database, sender, recipient)
+        && database.number(u"SELECT count(*) FROM conversations WHERE user_id = ?"_s, {sender.id})
+               >= quota.conversations)
+        return Stored::TooManyConversations;
+    return std::nullopt;
+}
+
 } // namespace
 
-bool storeMessage(Database &database, const User &sender, const User &recipient, const StoredMessage &message)
+Stored storeMessage(Database &database, const User &sender, const User &recipient,
+                    const StoredMessage &message, const MessageQuota &quota)
 {
     Transaction transaction(database);
     if (isStored(database, sender, recipient, message))
-        return false;
+        return Stored::Before;
+    if (const std::optional<Stored> tooMuch = exceeded(database, sender, recipient, message, quota))
+        return *tooMuch;
     const Rows inserted = database.run(
         u"INSERT INTO messages (sender_id, recipient_id, text, iv, recipient_keys, sender_keys, encrypted,"
         " created_at) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s,
@@ -58,7 +88,7 @@ bool storeMessage(Database &database, const User &sender, const User &recipient,
     if (sender.id != recipient.id)
         rememberLast(database, recipient, sender, messageId);
     transaction.commit();
-    return true;
+    return Stored::Now;
 }
 
 } // namespace tideloft::service

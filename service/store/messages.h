@@ -18,9 +18,18 @@ struct StoredMessage {
     qint64 createdAt = 0; ///< ms since 1970
 };
 
-/// Keeps the message, unless it is there already: a client that got no answer sends the same again, and a
-/// nonce is used once. False when it was there.
-bool storeMessage(Database &database, const User &sender, const User &recipient,
-                  const StoredMessage &message);
+/// What a user may have at most.
+struct MessageQuota {
+    qint64 messages = 0;
+    qint64 bytes = 0;
+    qint64 conversations = 0;
+};
+
+/// What became of a message. A client that got no answer sends the same again, and a nonce is used once: such
+/// a message is kept once.
+enum class Stored { Now, Before, TooManyMessages, TooManyBytes, TooManyConversations };
+
+Stored storeMessage(Database &database, const User &sender, const User &recipient,
+                    const StoredMessage &message, const MessageQuota &quota);
 
 } // namespace tideloft::service

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "service/store/database.h"
+#include "service/store/user.h"
 
 #include <QStringList>
 
@@ -11,11 +12,6 @@
 
 namespace tideloft::service
 {
-
-struct User {
-    qint64 id = 0;
-    QString name;
-};
 
 /// Finds a user by any spelling of the name.
 std::optional<User> findUser(Database &database, const QString &name);

@@ -3,7 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/store/users.h"
+#include "service/store/database.h"
+#include "service/store/user.h"
 
 namespace tideloft::service
 {

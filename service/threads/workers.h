@@ -17,7 +17,10 @@ class Workers
 public:
     using Job = std::function<void()>;
 
-    Workers(std::size_t threadCount, std::size_t mostWaiting);
+    /// With low priority the threads leave the processor to every other thread that wants it.
+    enum class Priority { Usual, Low };
+
+    Workers(std::size_t threadCount, std::size_t mostWaiting, Priority priority = Priority::Usual);
     Workers(const Workers &) = delete;
     Workers &operator=(const Workers &) = delete;
 

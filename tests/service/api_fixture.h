@@ -115,6 +115,8 @@ private:
     {
         service::ApiSettings wanted;
         wanted.scryptCost = {16, 8, 1};
+        wanted.signInsPerMinute = 0;
+        wanted.registrationsPerMinute = 0;
         wanted.now = [this] { return now; };
         return wanted;
     }

@@ -67,6 +67,8 @@ private:
         service::ApiSettings apiSettings;
         apiSettings.scryptCost = {16, 8, 1};
         apiSettings.secureCookies = false;
+        apiSettings.signInsPerMinute = 0;
+        apiSettings.registrationsPerMinute = 0;
         service::Api api({folder.filePath(QStringLiteral("test.sqlite"))}, apiSettings);
         service::ServerSettings settings;
         settings.port = 0;

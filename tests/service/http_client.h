@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QHostAddress>
 #include <QTcpSocket>
 
 #include <utility>
@@ -13,8 +14,10 @@ namespace tideloft::tests
 class HttpClient
 {
 public:
-    explicit HttpClient(quint16 port)
+    explicit HttpClient(quint16 port, const QHostAddress &from = {})
     {
+        if (!from.isNull())
+            socket.bind(from);
         socket.connectToHost(QStringLiteral("127.0.0.1"), port);
         socket.waitForConnected();
     }

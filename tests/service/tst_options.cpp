@@ -14,6 +14,7 @@ class TestOptions : public QObject
 private slots:
     void nothingGivenListensOnThisMachineOnly();
     void everythingGiven();
+    void limitsAreGiven();
     void helpExplainsEveryOption();
     void helpSaysWhatIsKept();
     void versionIsPrinted();
@@ -50,6 +51,24 @@ void TestOptions::everythingGiven()
     QVERIFY(command.serve->quiet);
 }
 
+void TestOptions::limitsAreGiven()
+{
+    const Command usual = parse({});
+    QCOMPARE(usual.serve->historyLimit, 5000);
+    QCOMPARE(usual.serve->signInsPerMinute, 10);
+    const Command command =
+        parse(u"--history-limit 1 --connections 2 --connections-per-address 3 --sign-ins-per-minute 0 "
+              "--registrations-per-minute 5 --quota-messages 6 --quota-megabytes 7 --quota-conversations 8 "
+              "--trusted-proxy ::1"_s);
+    QVERIFY(command.serve);
+    const Options &options = *command.serve;
+    QCOMPARE(QList<int>({options.historyLimit, options.connections, options.connectionsPerAddress,
+                         options.signInsPerMinute, options.registrationsPerMinute, options.quotaMessages,
+                         options.quotaMegabytes, options.quotaConversations}),
+             (QList<int>{1, 2, 3, 0, 5, 6, 7, 8}));
+    QCOMPARE(options.trustedProxy, u"::1"_s);
+}
+
 void TestOptions::helpExplainsEveryOption()
 {
     const Command command = parse(u"--help"_s);
@@ -57,7 +76,10 @@ void TestOptions::helpExplainsEveryOption()
     QCOMPARE(command.exitCode, 0);
     for (const QString &option :
          {u"--listen <ADDRESS>"_s, u"--port <N>"_s, u"--tls-cert <FILE>"_s, u"--tls-key <FILE>"_s,
-          u"--database <FILE>"_s, u"--quiet"_s, u"--help"_s, u"--version"_s})
+          u"--database <FILE>"_s, u"--quiet"_s, u"--history-limit <N>"_s, u"--connections <N>"_s,
+          u"--connections-per-address <N>"_s, u"--sign-ins-per-minute <N>"_s,
+          u"--registrations-per-minute <N>"_s, u"--quota-messages <N>"_s, u"--quota-megabytes <N>"_s,
+          u"--quota-conversations <N>"_s, u"--trusted-proxy <ADDRESS>"_s, u"--help"_s, u"--version"_s})
         QVERIFY2(command.text.contains(option), qPrintable(option));
 }
 
@@ -87,6 +109,10 @@ void TestOptions::mistakes_data()
     QTest::newRow("port too large") << u"--port 65536"_s << u"--port must be a number"_s;
     QTest::newRow("port negative") << u"--port=-1"_s << u"--port must be a number"_s;
     QTest::newRow("port is no number") << u"--port x"_s << u"--port must be a number"_s;
+    QTest::newRow("number too small")
+        << u"--history-limit 0"_s << u"--history-limit must be a number from 1 to"_s;
+    QTest::newRow("number is none") << u"--quota-messages many"_s << u"--quota-messages must be a number"_s;
+    QTest::newRow("proxy by name") << u"--trusted-proxy proxy"_s << u"--trusted-proxy must be a numeric"_s;
     QTest::newRow("host name") << u"--listen example.org"_s << u"--listen must be a numeric address"_s;
     QTest::newRow("certificate alone") << u"--tls-cert c.pem"_s << u"belong together"_s;
     QTest::newRow("key alone") << u"--tls-key k.pem"_s << u"belong together"_s;

@@ -38,7 +38,7 @@ Response ask(const ApiFixture &fixture, const Api &api, const QByteArray &target
              const QByteArray &tag)
 {
     Q_UNUSED(fixture)
-    return ApiFixture::finish(api.handle({"GET", target, {}, cookie, {}, tag}));
+    return ApiFixture::finish(api.handle({"GET", target, {}, cookie, {}, {}, tag}));
 }
 
 Response ask(const ApiFixture &fixture, const QByteArray &target, const QByteArray &cookie,
@@ -135,7 +135,7 @@ void TestVersionedList::unchangedIsAnsweredFromMemory()
     ApiFixture fixture;
     const QByteArray alice = fixture.signUp(u"alice"_s);
     const QByteArray tag = tagOf(ask(fixture, "/api/groups", alice));
-    const Request request{"GET", "/api/groups", {}, alice, {}, tag};
+    const Request request{"GET", "/api/groups", {}, alice, {}, {}, tag};
     QVERIFY(std::holds_alternative<Response>(fixture.api.handle(request)));
     QCOMPARE(std::get<Response>(fixture.api.handle(request)).status, 304);
 }

@@ -35,6 +35,7 @@ private slots:
     void everyMessageChangesBothSides();
     void repeatedMessageChangesNothing();
     void plainMessageMayComeTwice();
+    void quotasHold();
     void groupsChangeForTheirMembers();
     void rolledBackIsNotTold();
     void endedSessionIsNobodys();
@@ -48,6 +49,11 @@ private:
     static StoredMessage sealed(const QString &iv = u"nonce"_s, const QString &text = u"text"_s)
     {
         return {text, iv, u"[]"_s, u"[]"_s, true, 5};
+    }
+
+    bool store(const User &from, const User &to, const StoredMessage &message)
+    {
+        return storeMessage(*database, from, to, message, {99, 999, 9}) == Stored::Now;
     }
 
     const User alice{1, u"alice"_s};
@@ -81,7 +87,7 @@ void TestKnown::forgottenIsNotLearntAgain()
 
 void TestKnown::everyMessageChangesBothSides()
 {
-    QVERIFY(storeMessage(*database, alice, bob, sealed()));
+    QVERIFY(store(alice, bob, sealed()));
     const QList<qint64> before{
         knownVersion(alice, conversationsSubject()), knownVersion(bob, conversationsSubject()),
         knownVersion(alice, historySubject(u"bob"_s)), knownVersion(bob, historySubject(u"alice"_s))};
@@ -89,7 +95,7 @@ void TestKnown::everyMessageChangesBothSides()
              (QList<qint64>{conversationsVersion(*database, alice), conversationsVersion(*database, bob),
                             historyVersion(*database, alice, bob), historyVersion(*database, bob, alice)}));
     QCOMPARE(QSet<qint64>(before.begin(), before.end()).size(), 4); // nobody learns from one about another
-    QVERIFY(storeMessage(*database, bob, alice, sealed()));
+    QVERIFY(store(bob, alice, sealed()));
     QVERIFY(knownVersion(alice, conversationsSubject()) != before[0]);
     QVERIFY(knownVersion(bob, conversationsSubject()) != before[1]);
     QVERIFY(knownVersion(alice, historySubject(u"bob"_s)) != before[2]);
@@ -98,24 +104,42 @@ void TestKnown::everyMessageChangesBothSides()
 
 void TestKnown::repeatedMessageChangesNothing()
 {
-    QVERIFY(storeMessage(*database, alice, bob, sealed()));
+    QVERIFY(store(alice, bob, sealed()));
     const qint64 version = knownVersion(alice, historySubject(u"bob"_s));
-    QVERIFY(!storeMessage(*database, alice, bob, sealed()));
+    QVERIFY(!store(alice, bob, sealed()));
     QCOMPARE(knownVersion(alice, historySubject(u"bob"_s)), version);
     QCOMPARE(database->number(u"SELECT message_count FROM users WHERE id = 1"_s), 1);
     // Anything else that differs is another message.
-    QVERIFY(storeMessage(*database, bob, alice, sealed()));
-    QVERIFY(storeMessage(*database, alice, alice, sealed()));
-    QVERIFY(storeMessage(*database, alice, bob, sealed(u"other nonce"_s)));
-    QVERIFY(storeMessage(*database, alice, bob, sealed(u"nonce"_s, u"other text"_s)));
+    QVERIFY(store(bob, alice, sealed()));
+    QVERIFY(store(alice, alice, sealed()));
+    QVERIFY(store(alice, bob, sealed(u"other nonce"_s)));
+    QVERIFY(store(alice, bob, sealed(u"nonce"_s, u"other text"_s)));
     QCOMPARE(database->number(u"SELECT count(*) FROM messages"_s), 5);
 }
 
 void TestKnown::plainMessageMayComeTwice()
 {
-    QVERIFY(storeMessage(*database, alice, bob, sealed({}, u"hej"_s)));
-    QVERIFY(storeMessage(*database, alice, bob, sealed({}, u"hej"_s)));
+    QVERIFY(store(alice, bob, sealed({}, u"hej"_s)));
+    QVERIFY(store(alice, bob, sealed({}, u"hej"_s)));
     QCOMPARE(database->number(u"SELECT count(*) FROM messages"_s), 2);
+}
+
+void TestKnown::quotasHold()
+{
+    const auto send = [this](const User &to, const QString &iv, const MessageQuota &quota) {
+        return storeMessage(*database, alice, to, sealed(iv), quota);
+    };
+    const qint64 size = 10; // "n1", "text", "[]" and "[]"
+    QCOMPARE(send(bob, u"n1"_s, {1, size, 0}), Stored::TooManyConversations);
+    QCOMPARE(send(bob, u"n1"_s, {0, size, 1}), Stored::TooManyMessages);
+    QCOMPARE(send(bob, u"n1"_s, {1, size - 1, 1}), Stored::TooManyBytes);
+    QCOMPARE(database->number(u"SELECT count(*) FROM messages"_s), 0);
+    QCOMPARE(send(bob, u"n1"_s, {1, size, 1}), Stored::Now);
+    QCOMPARE(send(bob, u"n1"_s, {1, size, 1}), Stored::Before); // is no further message
+    QCOMPARE(send(bob, u"n2"_s, {1, 999, 1}), Stored::TooManyMessages);
+    QCOMPARE(send(bob, u"n2"_s, {2, 2 * size - 1, 1}), Stored::TooManyBytes);
+    QCOMPARE(send(alice, u"n2"_s, {2, 999, 1}), Stored::TooManyConversations);
+    QCOMPARE(send(bob, u"n2"_s, {2, 999, 1}), Stored::Now);
 }
 
 void TestKnown::groupsChangeForTheirMembers()
@@ -134,9 +158,9 @@ void TestKnown::rolledBackIsNotTold()
     Transaction whole(*database);
     {
         const Transaction part(*database);
-        storeMessage(*database, alice, bob, sealed());
+        store(alice, bob, sealed());
     }
-    QVERIFY(storeMessage(*database, alice, alice, sealed()));
+    QVERIFY(store(alice, alice, sealed()));
     QCOMPARE(knownVersion(alice, historySubject(u"alice"_s)), 0); // not before it is committed
     whole.commit();
     QVERIFY(knownVersion(alice, historySubject(u"alice"_s)) != 0);

@@ -1,0 +1,35 @@
+// What a handler's work comes to, by the thread that does it: looking up, changing, and what takes long.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/http/exchange.h"
+#include "service/store/user.h"
+
+#include <functional>
+#include <variant>
+
+namespace tideloft::service
+{
+
+class Database;
+
+/// Stores something and gives the reply, which goes out once everything is on the disk. Runs on the writer,
+/// and may run twice. May throw, which undoes what it has stored.
+using Change = std::function<Response(Database &)>;
+
+/// What takes long and needs no database, such as hashing a password. May throw.
+struct SlowWork {
+    std::function<std::variant<Response, Change>()> work;
+};
+
+/// What a look into the database comes to.
+using Outcome = std::variant<Response, Change, SlowWork>;
+
+/// Runs on a reader and may throw.
+using LookUp = std::function<Outcome(Database &)>;
+
+/// A handler for signed-in users only. Runs on a reader and may throw.
+using UserHandler = std::function<Outcome(Database &, const Request &, const User &)>;
+
+} // namespace tideloft::service

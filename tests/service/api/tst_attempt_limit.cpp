@@ -1,0 +1,140 @@
+// How often one may try, and that nobody else is kept waiting for it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/api/attempt_limit.h"
+#include "tests/service/api_fixture.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+using tideloft::tests::ApiFixture;
+
+class TestAttemptLimit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void attemptsOfAMinuteAreCounted();
+    void everyKeyIsCountedAlone();
+    void noLimit();
+    void floodOfKeysIsForgotten();
+    void guessesAtOneAccountAreRefused();
+    void guessesOfOneAddressAreRefused();
+    void registrationsOfOneAddressAreRefused();
+
+private:
+    static Response ask(const Api &api, const QByteArray &path, const QString &name, const QByteArray &peer)
+    {
+        const QJsonObject body{{u"username"_s, name}, {u"password"_s, u"a good password"_s}};
+        return ApiFixture::finish(
+            api.handle({"POST", path, "application/json", {}, QJsonDocument(body).toJson(), peer}));
+    }
+    static QByteArray retryAfter(const Response &response)
+    {
+        for (const auto &[name, value] : response.headers) {
+            if (name == "Retry-After")
+                return value;
+        }
+        return {};
+    }
+    ApiSettings settings()
+    {
+        ApiSettings wanted;
+        wanted.scryptCost = {16, 8, 1};
+        wanted.signInsPerMinute = 2;
+        wanted.registrationsPerMinute = 2;
+        wanted.steadyNow = [this] { return now; };
+        return wanted;
+    }
+
+    qint64 now = 5;
+};
+
+void TestAttemptLimit::attemptsOfAMinuteAreCounted()
+{
+    AttemptLimit limit(2);
+    QCOMPARE(limit.attempt("a", 0), 0);
+    QCOMPARE(limit.attempt("a", 10'000), 0);
+    QCOMPARE(limit.attempt("a", 10'001), 50);
+    QCOMPARE(limit.attempt("a", 59'999), 1);
+    QCOMPARE(limit.attempt("a", 60'000), 0);
+    QCOMPARE(limit.attempt("a", 60'000), 10);
+}
+
+void TestAttemptLimit::everyKeyIsCountedAlone()
+{
+    AttemptLimit limit(1);
+    QCOMPARE(limit.attempt("a", 0), 0);
+    QCOMPARE(limit.attempt("b", 0), 0);
+    QVERIFY(limit.attempt("a", 0) > 0);
+}
+
+void TestAttemptLimit::noLimit()
+{
+    AttemptLimit limit(0);
+    for (int i = 0; i < 100; ++i)
+        QCOMPARE(limit.attempt("a", 0), 0);
+}
+
+void TestAttemptLimit::floodOfKeysIsForgotten()
+{
+    AttemptLimit limit(1);
+    QCOMPARE(limit.attempt("honest", 0), 0);
+    for (int i = 0; i < 5000; ++i)
+        QCOMPARE(limit.attempt(QByteArray::number(i), 0), 0);
+    QVERIFY(limit.attempt("honest", 0) > 0); // as long as it counts
+    for (int i = 0; i < 20'000; ++i)
+        QCOMPARE(limit.attempt(QByteArray::number(i), 60'000), 0);
+    QCOMPARE(limit.attempt("honest", 60'000), 0);
+}
+
+void TestAttemptLimit::guessesAtOneAccountAreRefused()
+{
+    ApiFixture fixture;
+    fixture.signUp(u"alice"_s);
+    fixture.signUp(u"bob"_s);
+    const Api api({fixture.file()}, settings());
+    const auto guess = [&](const QString &name, const QByteArray &peer) {
+        return ask(api, "/api/auth/login", name, peer);
+    };
+    QCOMPARE(guess(u"alice"_s, "1").status, 200);
+    QCOMPARE(guess(u" ALICE"_s, "2").status, 200);
+    const Response refused = guess(u"alice"_s, "3");
+    QCOMPARE(refused.status, 429);
+    QCOMPARE(retryAfter(refused), QByteArray("60"));
+    QCOMPARE(ApiFixture::message(refused), u"Too many attempts. Please try again in a minute."_s);
+    QCOMPARE(guess(u"nobody"_s, "4").status, 401);
+    QCOMPARE(guess(u"nobody"_s, "5").status, 401);
+    QCOMPARE(guess(u"nobody"_s, "6").status, 429); // as for who exists
+    QCOMPARE(guess(u"bob"_s, "7").status, 200);
+    now += 60'000;
+    QCOMPARE(guess(u"alice"_s, "8").status, 200);
+}
+
+void TestAttemptLimit::guessesOfOneAddressAreRefused()
+{
+    ApiFixture fixture;
+    for (const QString &name : {u"alice"_s, u"bob"_s, u"carol"_s})
+        fixture.signUp(name);
+    const Api api({fixture.file()}, settings());
+    QCOMPARE(ask(api, "/api/auth/login", u"alice"_s, "1").status, 200);
+    QCOMPARE(ask(api, "/api/auth/login", u"bob"_s, "1").status, 200);
+    QCOMPARE(ask(api, "/api/auth/login", u"carol"_s, "1").status, 429);
+    QCOMPARE(ask(api, "/api/auth/login", u"carol"_s, "2").status, 200); // that attempt did not count
+    QCOMPARE(ask(api, "/api/auth/login", u"carol"_s, "2").status, 200);
+}
+
+void TestAttemptLimit::registrationsOfOneAddressAreRefused()
+{
+    ApiFixture fixture;
+    const Api api({fixture.file()}, settings());
+    QCOMPARE(ask(api, "/api/auth/register", u"alice"_s, "1").status, 201);
+    QCOMPARE(ask(api, "/api/auth/register", u"alice"_s, "1").status, 409);
+    const Response refused = ask(api, "/api/auth/register", u"bob"_s, "1");
+    QCOMPARE(refused.status, 429);
+    QCOMPARE(retryAfter(refused), QByteArray("60"));
+    QCOMPARE(ask(api, "/api/auth/register", u"bob"_s, "2").status, 201);
+}
+
+TIDELOFT_TEST_MAIN(TestAttemptLimit)
+#include "tst_attempt_limit.moc"

@@ -1,0 +1,131 @@
+// Who counts as one client: addresses, networks, and what a proxy says.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/http/peer.h"
+#include "tests/service/http_reply.h"
+#include "tests/service/server_fixture.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+using namespace tideloft::tests;
+
+class TestPeer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void addresses_data();
+    void addresses();
+    void proxies_data();
+    void proxies();
+    void connectionsOfOnePeerAreLimited();
+    void placesComeBack();
+    void proxyIsBelievedWhereItIsTrusted_data();
+    void proxyIsBelievedWhereItIsTrusted();
+
+private:
+    static Reply tellPeer(const Request &request)
+    {
+        return replyWith({{u"peer"_s, QString::fromLatin1(request.peer)}});
+    }
+};
+
+void TestPeer::addresses_data()
+{
+    QTest::addColumn<QByteArray>("address");
+    QTest::addColumn<QByteArray>("peer");
+    QTest::newRow("IPv4") << QByteArray("192.0.2.7") << QByteArray("192.0.2.7");
+    QTest::newRow("IPv4 in IPv6") << QByteArray("::ffff:192.0.2.7") << QByteArray("192.0.2.7");
+    QTest::newRow("IPv6") << QByteArray("2001:db8:1:2:3:4:5:6") << QByteArray("2001:db8:1:2::/64");
+    QTest::newRow("the same network")
+        << QByteArray("2001:db8:1:2:f:f:f:f") << QByteArray("2001:db8:1:2::/64");
+    QTest::newRow("another network") << QByteArray("2001:db8:1:3::1") << QByteArray("2001:db8:1:3::/64");
+}
+
+void TestPeer::addresses()
+{
+    QFETCH(QByteArray, address);
+    QTEST(peerOf(boost::asio::ip::make_address(address.toStdString())), "peer");
+}
+
+void TestPeer::proxies_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<QByteArray>("peer");
+    QTest::newRow("none") << QByteArray() << QByteArray("proxy");
+    QTest::newRow("one") << QByteArray("192.0.2.7") << QByteArray("192.0.2.7");
+    QTest::newRow("what the client made up stands before")
+        << QByteArray("1.1.1.1, 192.0.2.7") << QByteArray("192.0.2.7");
+    QTest::newRow("IPv6") << QByteArray("x,2001:db8:1:2::9") << QByteArray("2001:db8:1:2::/64");
+    QTest::newRow("no address") << QByteArray("192.0.2.7, unknown") << QByteArray("proxy");
+}
+
+void TestPeer::proxies()
+{
+    QFETCH(QByteArray, header);
+    QTEST(forwardedPeer(header, "proxy"), "peer");
+}
+
+void TestPeer::connectionsOfOnePeerAreLimited()
+{
+    ServerLimits limits;
+    limits.connectionsOfOnePeer = 2;
+    ServerFixture server(&tellPeer, limits);
+    HttpClient first(server.port());
+    HttpClient second(server.port());
+    QCOMPARE(statusOf(first.exchange(get)), 200);
+    QCOMPARE(statusOf(second.exchange(get)), 200);
+    HttpClient third(server.port());
+    QCOMPARE(third.readAll(), QByteArray());
+    HttpClient other(server.port(), QHostAddress(u"127.0.0.2"_s));
+    QCOMPARE(parsedReply(other.exchange(get)).text(u"peer"_s), u"127.0.0.2"_s);
+    QCOMPARE(statusOf(first.exchange(get)), 200);
+}
+
+void TestPeer::placesComeBack()
+{
+    ServerLimits limits;
+    limits.connectionsOfOnePeer = 1;
+    ServerFixture server(&tellPeer, limits);
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(QTest::qWaitFor([&] {
+            HttpClient client(server.port());
+            return statusOf(client.exchange(get)) == 200;
+        }));
+    }
+}
+
+void TestPeer::proxyIsBelievedWhereItIsTrusted_data()
+{
+    QTest::addColumn<QString>("trusted");
+    QTest::addColumn<QString>("peer");
+    QTest::newRow("nobody") << QString() << u"127.0.0.1"_s;
+    QTest::newRow("another") << u"127.0.0.9"_s << u"127.0.0.1"_s;
+    QTest::newRow("this one") << u"127.0.0.1"_s << u"192.0.2.7"_s;
+}
+
+void TestPeer::proxyIsBelievedWhereItIsTrusted()
+{
+    QFETCH(QString, trusted);
+    ServerSettings settings;
+    settings.port = 0;
+    settings.trustedProxy = trusted;
+    settings.limits.connectionsOfOnePeer = 1;
+    HttpServer server(settings, &tellPeer);
+    std::thread thread([&] { server.run(); });
+    HttpClient client(server.port());
+    const HttpReply reply = parsedReply(
+        client.exchange("GET / HTTP/1.1\r\nHost: h\r\nX-Forwarded-For: 1.1.1.1, 192.0.2.7\r\n\r\n"));
+    HttpClient second(server.port()); // a proxy brings many, and needs a connection for each
+    const bool served = statusOf(second.exchange(get)) == 200;
+    client.socket.abort();
+    second.socket.abort();
+    server.stop();
+    thread.join();
+    QTEST(reply.text(u"peer"_s), "peer");
+    QCOMPARE(served, trusted == u"127.0.0.1"_s);
+}
+
+TIDELOFT_TEST_MAIN(TestPeer)
+#include "tst_peer.moc"
