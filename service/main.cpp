@@ -4,17 +4,20 @@
 #include "service/api/api.h"
 #include "service/api/json_reply.h"
 #include "service/http/server.h"
+#include "service/log.h"
 #include "service/options.h"
 
 #include <QCoreApplication>
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <thread>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tideloft::service;
 using namespace Qt::StringLiterals;
@@ -45,8 +48,10 @@ ServerSettings serverSettings(const Options &options)
     settings.trustedProxy = options.trustedProxy;
     settings.limits.connections = static_cast<std::size_t>(options.connections);
     settings.limits.connectionsOfOnePeer = static_cast<std::size_t>(options.connectionsPerAddress);
-    if (!options.quiet)
-        settings.log = [](const QByteArray &line) { std::fprintf(stderr, "%s\n", line.constData()); };
+    settings.log = [output = std::make_shared<LogOutput>(STDERR_FILENO, options.quiet)](
+                       LogLevel level, std::uint64_t request, const QByteArray &line) {
+        output->write(level, request, line);
+    };
     return settings;
 }
 
@@ -82,6 +87,9 @@ QString origin(const Options &options, std::uint16_t port)
 void serve(const Options &options)
 {
     allowManyFiles();
+    // A log whose reader is gone, and a file that may not grow, are errors of a write and no reason to end.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     ServerSettings settings = serverSettings(options);
     ApiSettings forApi = apiSettings(options);
     settings.transfers = forApi.transfers = transferBudget(settings.limits);

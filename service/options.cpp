@@ -70,7 +70,7 @@ QList<QCommandLineOption> knownOptions()
          u"readable for its owner only. "
          "Default: tideloftd.sqlite in the user's data folder."_s,
          u"FILE"_s},
-        {u"quiet"_s, u"Do not write a line to the standard error output for each request."_s},
+        {u"quiet"_s, u"Write warnings and problems only to the standard error output."_s},
         {u"trusted-proxy"_s,
          u"Address of a proxy in front of the service, in numbers. What it says in X-Forwarded-For counts as "
          u"the "

@@ -6,7 +6,7 @@
 #include "service/api/account_handlers.h"
 #include "service/api/chat_handlers.h"
 #include "service/api/group_handlers.h"
-#include "service/api/json_reply.h"
+#include "service/api/health.h"
 #include "service/api/key_handlers.h"
 #include "service/api/picture_handlers.h"
 #include "service/api/profile_handlers.h"
@@ -14,8 +14,6 @@
 
 namespace tideloft::service
 {
-
-using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -38,9 +36,7 @@ qint64 steadyMilliseconds()
 
 Api::Api(const StoreSettings &store, const ApiSettings &settings) : context(withBudget(settings), store)
 {
-    router.add("GET", "/healthz", [](const Request &) {
-        return jsonResponse(QJsonObject{{u"status"_s, u"ok"_s}});
-    });
+    addHealthRoute(router, context);
     addAccountRoutes(router, context);
     addProfileRoutes(router, context);
     addChatRoutes(router, context);

@@ -21,6 +21,9 @@ public:
 
     Reply handle(const Request &request) const { return router.handle(request); }
 
+    /// "METHOD pattern" of each.
+    QByteArrayList endpoints() const { return router.endpoints(); }
+
     /// How large a body the request may bring that begins like this: a picture only where one belongs, and
     /// from somebody who is not signed in no more than signing in takes. Never throws.
     Admitted admit(const Request &head);

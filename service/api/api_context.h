@@ -40,12 +40,16 @@ struct ApiSettings {
 struct ApiContext {
     ApiContext(const ApiSettings &wanted, const StoreSettings &storage)
         : settings(wanted),
+          startedAt(nowInMilliseconds()),
+          startedAtSteady(wanted.steadyNow()),
           hashing(wanted.hashingThreads, wanted.waitingHashes, Workers::Priority::Low),
           store(storage)
     {
     }
 
     const ApiSettings settings;
+    const qint64 startedAt;
+    const qint64 startedAtSteady;
     AttemptLimit signInsOfAccount{settings.signInsPerMinute};
     AttemptLimit signInsOfAddress{settings.signInsPerMinute};
     AttemptLimit registrations{settings.registrationsPerMinute};
@@ -53,6 +57,10 @@ struct ApiContext {
     StoreThreads store; // last: its threads use what stands above
 
     qint64 nowInMilliseconds() const { return settings.now().toMSecsSinceEpoch(); }
+
+    /// The time by which sessions run out: that of the start and what has passed since then, so that a clock
+    /// that is set meanwhile signs nobody out.
+    qint64 sessionTime() const { return startedAt + settings.steadyNow() - startedAtSteady; }
 };
 
 } // namespace tideloft::service

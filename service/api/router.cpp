@@ -46,13 +46,15 @@ Reply onRoute(const QByteArray &route, Reply reply)
         response->route = route;
         return reply;
     }
-    return Later<Response>{
-        [route, start = std::get<Later<Response>>(std::move(reply)).start](const Finish<Response> &finish) {
-            start([route, finish](Response response) {
-                response.route = route;
-                finish(std::move(response));
-            });
-        }};
+    auto &later = std::get<Later<Response>>(reply);
+    later.whenLate.route = route;
+    later.start = [route, start = std::move(later.start)](const Finish<Response> &finish) {
+        start([route, finish](Response response) {
+            response.route = route;
+            finish(std::move(response));
+        });
+    };
+    return reply;
 }
 
 Response notAllowed(const QList<QByteArray> &methods)
@@ -67,6 +69,14 @@ Response notAllowed(const QList<QByteArray> &methods)
 void Router::add(const QByteArray &method, const QByteArray &pattern, Handler handler, BodySize bodySize)
 {
     routes.append({method, pattern, segmentsOf(pattern), std::move(handler), bodySize});
+}
+
+QByteArrayList Router::endpoints() const
+{
+    QByteArrayList all;
+    for (const Route &route : routes)
+        all << route.method + ' ' + route.pattern;
+    return all;
 }
 
 BodySize Router::bodySize(const Request &head) const

@@ -5,6 +5,7 @@
 
 #include "service/http/exchange.h"
 
+#include <QByteArrayList>
 #include <QList>
 
 namespace tideloft::service
@@ -16,6 +17,9 @@ public:
     /// `pattern` is a path whose segments may be placeholders: "/api/chat/history/{peer}".
     void add(const QByteArray &method, const QByteArray &pattern, Handler handler,
              BodySize bodySize = BodySize::Usual);
+
+    /// "METHOD pattern" of each.
+    QByteArrayList endpoints() const;
 
     /// What the handler of this request expects to be sent. Looks at method and target only.
     BodySize bodySize(const Request &head) const;

@@ -40,7 +40,7 @@ QByteArray cookie(const ApiContext &context, const QByteArray &value)
 
 std::optional<User> userOf(const ApiContext &context, const std::optional<KnownSession> &session)
 {
-    if (!session || session->user == 0 || session->expiresAt <= context.nowInMilliseconds())
+    if (!session || session->user == 0 || session->expiresAt <= context.sessionTime())
         return std::nullopt;
     return User{session->user, session->name};
 }
@@ -57,7 +57,7 @@ QByteArray beginSession(const ApiContext &context, Database &database, const Use
     const QByteArray token =
         randomBytes(tokenSize).toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
     const qint64 seconds = remember ? 30 * dayInSeconds : dayInSeconds;
-    const qint64 now = context.nowInMilliseconds();
+    const qint64 now = context.sessionTime();
     addSession(database, tokenHash(token), user, now, now + seconds * 1000);
     return cookie(context, token) + (remember ? maximumAge(seconds) : QByteArray());
 }

@@ -24,6 +24,11 @@ QByteArray escaped(const QByteArray &text)
 
 } // namespace
 
+LogLevel logLevel(const Response &response)
+{
+    return response.problem.isEmpty() ? LogLevel::Info : LogLevel::Problem;
+}
+
 QByteArray logLine(const QByteArray &method, const Response &response)
 {
     QByteArray line = method.isEmpty() ? QByteArray("-") : method;

@@ -8,6 +8,11 @@
 namespace tideloft::service
 {
 
+enum class LogLevel { Info, Warning, Problem };
+
+/// What came of a request, by its status.
+LogLevel logLevel(const Response &response);
+
 /// "METHOD ROUTE STATUS", and what went wrong inside if anything did. Control characters are written as \xHH,
 /// so that no request can forge a line.
 QByteArray logLine(const QByteArray &method, const Response &response);

@@ -3,8 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/connection.h"
 
-#include "service/http/access_log.h"
-
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
@@ -138,7 +136,8 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
         response = context.refuse(tooBusy());
         response.route = route;
     }
-    context.log(logLine(toBytes(parser.get().method_string()), response));
+    context.log(logLevel(response), ++context.requests,
+                logLine(toBytes(parser.get().method_string()), response));
     const bool keepAlive = !refusal && parser.keep_alive() && !context.stopping;
     const bool written = co_await write(stream, parser, response, keepAlive);
     transfer = {};

@@ -30,7 +30,8 @@ struct ConnectionContext {
 
     const ServerLimits limits;
     const std::shared_ptr<ByteBudget> transfers;
-    std::function<void(const QByteArray &line)> log;
+    std::function<void(LogLevel level, std::uint64_t request, const QByteArray &line)> log;
+    std::uint64_t requests = 0; ///< since the start
     std::function<Response(const Refusal &refusal)> refuse;
     std::function<boost::asio::awaitable<Admission>(Request head)> admit;
     std::function<boost::asio::awaitable<Response>(Request)> answer;

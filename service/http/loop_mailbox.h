@@ -45,9 +45,11 @@ private:
 
 /// What another thread brings, and a timer that stands for it: it keeps the loop running and wakes who waits.
 template <typename Result> struct Waiting {
-    explicit Waiting(const boost::asio::any_io_executor &loop)
+    Waiting(const boost::asio::any_io_executor &loop, std::chrono::milliseconds patience)
         : timer(loop, boost::asio::steady_timer::time_point::max())
     {
+        if (patience != std::chrono::milliseconds::max())
+            timer.expires_after(patience);
     }
 
     boost::asio::steady_timer timer;
@@ -61,9 +63,11 @@ boost::asio::awaitable<Result> waitFor(std::shared_ptr<LoopMailbox> mailbox,
 {
     if (auto *now = std::get_if<Result>(&outcome))
         co_return std::move(*now);
-    const auto waiting = std::make_shared<Waiting<Result>>(co_await boost::asio::this_coro::executor);
+    auto &later = std::get<Later<Result>>(outcome);
+    const auto loop = co_await boost::asio::this_coro::executor;
+    const auto waiting = std::make_shared<Waiting<Result>>(loop, later.patience);
     // Other threads must not keep the timer: it has to go before its loop does.
-    std::get<Later<Result>>(outcome).start([mailbox, waits = std::weak_ptr(waiting)](Result result) {
+    later.start([mailbox, waits = std::weak_ptr(waiting)](Result result) {
         mailbox->post([waits, result = std::move(result)]() mutable {
             const std::shared_ptr<Waiting<Result>> here = waits.lock();
             if (!here)

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/server.h"
 
+#include "service/http/certificate.h"
 #include "service/http/connection.h"
 #include "service/http/loop_mailbox.h"
 #include "service/http/peer.h"
@@ -29,20 +30,6 @@ using namespace Qt::StringLiterals;
 using asio::ip::tcp;
 using boost::system::error_code;
 
-namespace
-{
-
-asio::ssl::context tlsContext(const ServerSettings &settings)
-{
-    asio::ssl::context context(asio::ssl::context::tls_server);
-    SSL_CTX_set_min_proto_version(context.native_handle(), TLS1_3_VERSION); // RFC 8446
-    context.use_certificate_chain_file(settings.certificateFile.toStdString());
-    context.use_private_key_file(settings.keyFile.toStdString(), asio::ssl::context::pem);
-    return context;
-}
-
-} // namespace
-
 class HttpServer::Implementation
 {
 public:
@@ -63,13 +50,18 @@ private:
     asio::awaitable<void> serve(std::shared_ptr<Connection> connection, QByteArray peer);
     asio::awaitable<Response> answer(Request request);
     void stopNow();
+    void readCertificate();
+    void readCertificateOnSignal();
 
     const Handler handler;
+    QString certificateFile;
+    QString keyFile;
     ConnectionContext context; // before io: the connections that end with io give their bytes back to it
     asio::io_context io{1};
     std::optional<asio::ssl::context> tls;
     tcp::acceptor acceptor;
     asio::signal_set stopSignals;
+    asio::signal_set renewSignals;
     asio::steady_timer pause;
     std::optional<asio::ip::address> trustedProxy;
     std::set<std::shared_ptr<Connection>> connections;
@@ -82,6 +74,7 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
       context(settings.limits, settings.transfers ? settings.transfers : transferBudget(settings.limits)),
       acceptor(io),
       stopSignals(io),
+      renewSignals(io),
       pause(io),
       mailbox(std::make_shared<LoopMailbox>(io))
 {
@@ -93,8 +86,9 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
     context.answer = [this](Request request) { return answer(std::move(request)); };
     if (!settings.trustedProxy.isEmpty())
         trustedProxy = asio::ip::make_address(settings.trustedProxy.toStdString());
-    if (!settings.certificateFile.isEmpty())
-        tls.emplace(tlsContext(settings));
+    certificateFile = settings.certificateFile;
+    keyFile = settings.keyFile;
+    readCertificate();
     const tcp::endpoint endpoint(asio::ip::make_address(settings.address.toStdString()), settings.port);
     acceptor.open(endpoint.protocol());
     acceptor.set_option(tcp::acceptor::reuse_address(true));
@@ -134,7 +128,7 @@ asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connecti
     try {
         co_await connection->serve();
     } catch (const std::exception &error) {
-        context.log(QByteArray("connection lost: ") + error.what());
+        context.log(LogLevel::Problem, 0, QByteArray("connection lost: ") + error.what());
     }
     connections.erase(connection);
     if (--ofPeer[peer] == 0)
@@ -152,9 +146,37 @@ void HttpServer::Implementation::stopOnSignals()
 {
     stopSignals.add(SIGTERM);
     stopSignals.add(SIGINT);
+    renewSignals.add(SIGHUP);
+    readCertificateOnSignal();
     stopSignals.async_wait([this](const error_code &error, int) {
         if (!error)
             stopNow();
+    });
+}
+
+// Connections keep the certificate that they began with.
+void HttpServer::Implementation::readCertificate()
+{
+    if (certificateFile.isEmpty())
+        return;
+    tls.emplace(tlsContext(certificateFile, keyFile));
+    const QString warning = expiryWarning(certificateEnd(*tls), QDateTime::currentDateTimeUtc());
+    if (!warning.isEmpty())
+        context.log(LogLevel::Warning, 0, warning.toUtf8());
+}
+
+void HttpServer::Implementation::readCertificateOnSignal()
+{
+    renewSignals.async_wait([this](const error_code &error, int) {
+        if (error)
+            return;
+        try {
+            readCertificate();
+            context.log(LogLevel::Info, 0, "read certificate and key again");
+        } catch (const std::exception &problem) {
+            context.log(LogLevel::Problem, 0, QByteArray("kept the certificate: ") + problem.what());
+        }
+        readCertificateOnSignal();
     });
 }
 
@@ -167,6 +189,7 @@ void HttpServer::Implementation::stopNow()
     error_code ignored;
     acceptor.close(ignored);
     stopSignals.cancel(ignored);
+    renewSignals.cancel(ignored);
     for (const std::shared_ptr<Connection> &connection : connections)
         connection->finish();
     if (connections.empty())

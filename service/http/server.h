@@ -29,7 +29,7 @@ public:
     /// From any thread.
     void stop();
 
-    /// Makes SIGTERM and SIGINT stop the server.
+    /// Makes SIGTERM and SIGINT stop the server, and SIGHUP read certificate and key again.
     void stopOnSignals();
 
 private:

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/http/access_log.h"
 #include "service/http/byte_budget.h"
 #include "service/http/exchange.h"
 
@@ -51,7 +52,9 @@ struct ServerSettings {
     std::function<Admitted(const Request &head)> admit = [](const Request &) { return Admission(); };
     /// How a refusal is written: it is the same for what the server refuses and what the handler does.
     std::function<Response(const Refusal &refusal)> refuse = &plainRefusal;
-    std::function<void(const QByteArray &line)> log = [](const QByteArray &) {};
+    /// REQUEST counts the requests since the start; 0 where a line belongs to none.
+    std::function<void(LogLevel level, std::uint64_t request, const QByteArray &line)> log =
+        [](LogLevel, std::uint64_t, const QByteArray &) {};
 };
 
 } // namespace tideloft::service

@@ -8,10 +8,13 @@ namespace tideloft::service
 
 using namespace Qt::StringLiterals;
 
+// A service that was started while the clock was wrong must not end for good what is only thought to be old.
+constexpr qint64 graceTime = qint64{60} * 24 * 60 * 60 * 1000;
+
 void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
                 qint64 expiresAt)
 {
-    database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now});
+    database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now - graceTime});
     database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"_s,
                  {tokenHash, user.id, expiresAt});
 }

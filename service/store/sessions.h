@@ -8,8 +8,8 @@
 namespace tideloft::service
 {
 
-/// Keeps a session of `user` until `expiresAt`, and drops those that have run out by `now`. Times are in ms
-/// since 1970.
+/// Keeps a session of `user` until `expiresAt`, and drops those that have run out 60 days before `now`. Times
+/// are in ms since 1970.
 void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
                 qint64 expiresAt);
 

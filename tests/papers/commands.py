@@ -21,7 +21,7 @@ def is_script(project, path):
 
 def service_options(project):
     text = project.read("service/options.cpp")
-    return {f"--{name}" for name in re.findall(r"u\"([a-z-]{2,})\"_s[,}]", text)}
+    return {f"--{name}" for name in re.findall(r"(?:u|\{)\"([a-z-]{2,})\"(?:_s[,}]|, &Options)", text)}
 
 
 def client_options(project):

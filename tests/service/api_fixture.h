@@ -107,6 +107,7 @@ public:
 
     QTemporaryDir directory;
     QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
+    qint64 jump = 0;         ///< days by which the computer's clock is wrong
     service::Store database; ///< a connection of the test's own
     service::Api api;
 
@@ -117,7 +118,8 @@ private:
         wanted.scryptCost = {16, 8, 1};
         wanted.signInsPerMinute = 0;
         wanted.registrationsPerMinute = 0;
-        wanted.now = [this] { return now; };
+        wanted.now = [this] { return now.addDays(jump); };
+        wanted.steadyNow = [this] { return now.toMSecsSinceEpoch(); };
         return wanted;
     }
 };

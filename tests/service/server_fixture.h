@@ -58,7 +58,7 @@ private:
         wanted.limits = limits;
         wanted.refuse = &refusalInJson;
         wanted.admit = admit;
-        wanted.log = [this](const QByteArray &line) {
+        wanted.log = [this](service::LogLevel, std::uint64_t, const QByteArray &line) {
             const QMutexLocker lock(&mutex);
             lines << line;
         };

@@ -20,6 +20,7 @@ class TestSchema : public QObject
 
 private slots:
     void firstVersionIsUpgradedWithItsContent();
+    void secondVersionIsUpgradedWithItsContent();
     void upgradedAndNewDatabasesAreAlike();
     void brokenUpgradeChangesNothing();
     void picturesHaveOneOwner();
@@ -110,6 +111,36 @@ void TestSchema::firstVersionIsUpgradedWithItsContent()
         replaceAvatar(database, *alice, name, {"image/png", "png"});
         QCOMPARE(avatarName(database, *alice), name);
     }
+}
+
+void TestSchema::secondVersionIsUpgradedWithItsContent()
+{
+    const QString file = folder.filePath(u"second.sqlite"_s);
+    writeFirstVersion(
+        file,
+        {u"CREATE TABLE chat_groups (id INTEGER PRIMARY KEY AUTOINCREMENT, public_id TEXT NOT NULL UNIQUE,"
+         " name TEXT NOT NULL, description TEXT NOT NULL, created_at INTEGER NOT NULL)"_s,
+         u"CREATE TABLE group_members (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE,"
+         " group_id INTEGER NOT NULL REFERENCES chat_groups ON DELETE CASCADE,"
+         " PRIMARY KEY (user_id, group_id)) WITHOUT ROWID"_s,
+         u"CREATE INDEX group_members_by_group ON group_members (group_id)"_s,
+         u"CREATE TABLE pictures (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE,"
+         " user_id INTEGER UNIQUE REFERENCES users ON DELETE CASCADE,"
+         " group_id INTEGER UNIQUE REFERENCES chat_groups ON DELETE CASCADE,"
+         " content_type TEXT NOT NULL, content BLOB NOT NULL, CHECK ((user_id IS NULL) <> (group_id IS NULL)))"_s,
+         u"INSERT INTO chat_groups VALUES (1, 'g', 'Chess', '', 8)"_s,
+         u"INSERT INTO group_members VALUES (1, 1)"_s,
+         u"INSERT INTO pictures VALUES (1, 'icon', NULL, 1, 'image/png', 'png')"_s,
+         // What a client had sent twice before that was noticed stays.
+         u"INSERT INTO messages VALUES (2, 1, 2, 'sealed', 'nonce', '[]', '[]', 1, 9)"_s,
+         u"INSERT INTO messages VALUES (3, 1, 2, 'sealed', 'nonce', '[]', '[]', 1, 9)"_s,
+         u"PRAGMA user_version = 2"_s});
+    Store database(file);
+    QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion());
+    QCOMPARE(groupsOf(database, {1, u"alice"_s}).at(0).iconName, u"icon"_s);
+    QVERIFY(groupsVersion(database, {1, u"alice"_s}) != 0);
+    QCOMPARE(database.number(u"SELECT message_count FROM users WHERE id = 1"_s), 3);
+    QCOMPARE(database.pragma(u"integrity_check"_s).toString(), u"ok"_s);
 }
 
 void TestSchema::upgradedAndNewDatabasesAreAlike()

@@ -1,0 +1,80 @@
+// Lines of the log, and what becomes of them when nobody reads.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/log.h"
+#include "tests/support/test_main.h"
+
+#include <QTimeZone>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+
+class TestLog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { QCOMPARE(pipe2(ends, O_NONBLOCK), 0); }
+    void cleanup()
+    {
+        ::close(ends[0]);
+        ::close(ends[1]);
+    }
+    void entryHasTimeLevelAndRequest();
+    void quietKeepsProblems();
+    void gapsAreTold();
+
+private:
+    QByteArray taken() const
+    {
+        QByteArray all;
+        char part[4096];
+        for (ssize_t size = 0; (size = read(ends[0], part, sizeof part)) > 0;)
+            all.append(part, size);
+        return all;
+    }
+
+    int ends[2] = {};
+};
+
+void TestLog::entryHasTimeLevelAndRequest()
+{
+    const QDateTime time(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
+    QCOMPARE(logEntry(time, LogLevel::Info, 7, "GET / 200"),
+             QByteArray("2026-05-04T10:00:00.007Z info 7 GET / 200\n"));
+    QCOMPARE(logEntry(time, LogLevel::Problem, 0, "x"), QByteArray("2026-05-04T10:00:00.007Z problem - x\n"));
+    QVERIFY(logEntry(time, LogLevel::Warning, 0, QByteArray(100'000, 'x')).size()
+            < 4096); // a pipe takes it whole
+}
+
+void TestLog::quietKeepsProblems()
+{
+    LogOutput output(ends[1], true);
+    output.write(LogLevel::Info, 1, "one");
+    output.write(LogLevel::Warning, 2, "two");
+    output.write(LogLevel::Problem, 3, "three");
+    const QByteArray lines = taken();
+    QCOMPARE(lines.count('\n'), 2);
+    QVERIFY(lines.contains(" warning 2 two\n") && lines.contains(" problem 3 three\n"));
+}
+
+void TestLog::gapsAreTold()
+{
+    LogOutput output(ends[1], false);
+    const QByteArray line(900, 'x');
+    for (int i = 0; i < 200; ++i) // more than the pipe takes
+        output.write(LogLevel::Info, 1, line);
+    const qsizetype taken1 = taken().count('\n');
+    QVERIFY(taken1 < 200);
+    output.write(LogLevel::Info, 2, "again");
+    const QByteArray rest = taken();
+    QVERIFY2(rest.contains(" warning - " + QByteArray::number(200 - taken1) + " lines were not taken\n"),
+             rest);
+    QVERIFY(rest.endsWith(" info 2 again\n"));
+}
+
+TIDELOFT_TEST_MAIN(TestLog)
+#include "tst_log.moc"
