@@ -30,7 +30,7 @@ QString helpText()
 
 QString versionText()
 {
-    return u"%1 %2\nService: %3\n"_s.arg(applicationName, applicationVersion, net::serviceHost());
+    return u"%1 %2\nService: %3\n"_s.arg(applicationName, applicationVersion(), net::serviceHost());
 }
 
 } // namespace

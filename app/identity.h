@@ -12,6 +12,7 @@ inline const QString applicationName = QStringLiteral("TideLoft");
 inline const QString organisationName = QStringLiteral("TideLoft");
 /// Under this name the desktop knows the program: its launcher, its icon, and which windows are its own.
 inline const QString desktopFileName = QStringLiteral("im.tideloft.TideLoft");
-inline const QString applicationVersion = QStringLiteral("1.0.0");
+/// As "1.0.0".
+QString applicationVersion();
 
 } // namespace tideloft::app

@@ -72,7 +72,7 @@ int run(int argc, char **argv)
     QApplication::setApplicationName(applicationName);
     QApplication::setApplicationDisplayName(applicationName);
     QApplication::setOrganizationName(organisationName);
-    QApplication::setApplicationVersion(applicationVersion);
+    QApplication::setApplicationVersion(applicationVersion());
     QGuiApplication::setDesktopFileName(desktopFileName);
     QGuiApplication::setWindowIcon(windowIcon());
     substituteFonts();

@@ -48,3 +48,8 @@ function(tideloft_room name)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     tideloft_when_linked(tideloft_precompile_room ${name})
 endfunction()
+
+# Tells the sources, which lie in this folder, the version of the project: as TIDELOFT_VERSION.
+function(tideloft_tell_version)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_DEFINITIONS "TIDELOFT_VERSION=\"${PROJECT_VERSION}\"")
+endfunction()

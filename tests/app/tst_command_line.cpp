@@ -11,7 +11,7 @@ using tideloft::app::answerTo;
 namespace
 {
 
-const QString version = u"TideLoft 1.0.0\n"_s;
+const QString version = QStringLiteral("TideLoft " TIDELOFT_VERSION "\n");
 const QString help = u"Usage: tideloft [OPTION]..."_s; // its first line
 const QString none = QString();
 
@@ -95,7 +95,7 @@ void TestCommandLine::versionNamesTheService()
     char program[] = "tideloft";
     char option[] = "--version";
     char *const argv[] = {program, option};
-    QCOMPARE(answerTo(argv).value_or(QString()), u"TideLoft 1.0.0\nService: "_s + told + u'\n');
+    QCOMPARE(answerTo(argv).value_or(QString()), version + u"Service: "_s + told + u'\n');
 }
 
 TIDELOFT_TEST_MAIN(TestCommandLine)

@@ -190,7 +190,7 @@ void TestFirstStart::identity()
 {
     Machine machine;
     const QStringList lines = machine.start({u"1"_s});
-    QCOMPARE(lines.value(3), u"TideLoft|TideLoft|TideLoft||1.0.0"_s);
+    QCOMPARE(lines.value(3), QStringLiteral("TideLoft|TideLoft|TideLoft||" TIDELOFT_VERSION));
     QCOMPARE(lines.value(4), machine.home.filePath(u"data/TideLoft/TideLoft"_s));
     QCOMPARE(lines.value(5), u"im.tideloft.TideLoft"_s);
     QCOMPARE(lines.value(6), u"icon of 256 pixels"_s);
@@ -199,7 +199,8 @@ void TestFirstStart::identity()
 void TestFirstStart::helpAnswersInsteadOfStarting()
 {
     Machine machine;
-    QCOMPARE(machine.start({u"--version"_s}), QStringList({u"TideLoft 1.0.0"_s, u"Service: 127.0.0.1:1"_s}));
+    QCOMPARE(machine.start({u"--version"_s}),
+             QStringList({QStringLiteral("TideLoft " TIDELOFT_VERSION), u"Service: 127.0.0.1:1"_s}));
     QCOMPARE(machine.exitCode, 0);
     QVERIFY(!QFile::exists(machine.settingsFile()));
 }

@@ -21,10 +21,10 @@ void TestProgramAnswers::withoutDisplay_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("firstLine");
-    QTest::newRow("version") << QStringList{u"--version"_s} << QByteArray("TideLoft 1.0.0");
+    QTest::newRow("version") << QStringList{u"--version"_s} << QByteArray("TideLoft " TIDELOFT_VERSION);
     QTest::newRow("help") << QStringList{u"--help"_s} << QByteArray("Usage: tideloft [OPTION]...");
     QTest::newRow("version after an unknown option")
-        << QStringList{u"--frobnicate"_s, u"--version"_s} << QByteArray("TideLoft 1.0.0");
+        << QStringList{u"--frobnicate"_s, u"--version"_s} << QByteArray("TideLoft " TIDELOFT_VERSION);
 }
 
 void TestProgramAnswers::withoutDisplay()

@@ -80,8 +80,10 @@ const QList<OutlineRow> outlines{
       u"card(Hårdvaruacceleration, Starta med Windows, Minimera till system tray)"_s, u"# UTVECKLARE"_s,
       u"card(Utvecklarläge, Rensa lokal cache, Återställ inställningar)"_s}},
     {About,
-     {u"box"_s, u"TideLoft"_s, u"Version 1.0.0"_s, u"Private. Secure. Fast."_s, u"card()"_s},
-     {u"box"_s, u"TideLoft"_s, u"Version 1.0.0"_s, u"Privat. Säker. Snabb."_s, u"card()"_s}},
+     {u"box"_s, u"TideLoft"_s, QStringLiteral("Version " TIDELOFT_VERSION), u"Private. Secure. Fast."_s,
+      u"card()"_s},
+     {u"box"_s, u"TideLoft"_s, QStringLiteral("Version " TIDELOFT_VERSION), u"Privat. Säker. Snabb."_s,
+      u"card()"_s}},
 };
 
 } // namespace

@@ -172,7 +172,7 @@ void TestSettingsTexts::aboutBadgeAndNames()
              "border-radius: 18px; color: #fff; font-size: 26px; font-weight: 800;"_s);
     QCOMPARE(labelWith(about, u"TideLoft"_s)->styleSheet(),
              u"color: #e8f0f8; font-size: 22px; font-weight: 800; background: transparent;"_s);
-    QCOMPARE(labelWith(about, u"Version 1.0.0"_s)->styleSheet(),
+    QCOMPARE(labelWith(about, QStringLiteral("Version " TIDELOFT_VERSION))->styleSheet(),
              u"color: #5a7a9a; font-size: 13px; background: transparent;"_s);
 }
 

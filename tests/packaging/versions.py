@@ -31,6 +31,12 @@ def printed(program):
     return subprocess.run([program, "--version"], check=True, capture_output=True, text=True).stdout
 
 
+def shown(program):
+    """What PROGRAM has in itself to show behind the word "Version"."""
+    found = re.findall("Version ".encode("utf-16-le") + rb"((?:[\d.]\0)+)", program.read_bytes())
+    return found[0].decode("utf-16-le") if len(found) == 1 else f"{len(found)} versions"
+
+
 def first_match(pattern, path):
     found = re.search(pattern, path.read_text(encoding="utf-8"), re.MULTILINE)
     return found.group(1) if found else f"nothing like {pattern}"
@@ -42,11 +48,11 @@ def written_versions(arguments):
     versions = {
         "tideloft --version": printed(arguments.client).removeprefix("TideLoft ").split("\n")[0],
         "tideloftd --version": printed(arguments.service).removeprefix("tideloftd ").removesuffix("\n"),
-        "the settings page About": first_match(r'u"Version ([^"]*)"_s', source / "ui/settings/settings_about.cpp"),
+        "the settings page About": shown(arguments.client),
         "the packages": first_match(r'^set\(CPACK_PACKAGE_VERSION \[*"?([^]")]*)', build / "CPackConfig.cmake"),
     }
     for page in sorted((source / "packaging/man").iterdir()):
-        versions[page.name] = first_match(r'^\.Os "TideLoft (.*)"$', page)
+        versions[page.name] = first_match(r'^\.Os "TideLoft (.*)"$', build / "packaging/man" / page.name)
     return versions
 
 

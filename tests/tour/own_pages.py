@@ -3,6 +3,7 @@
 # SPDX-License-Identifier: MIT
 
 import json
+import pathlib
 import re
 
 import display
@@ -11,6 +12,8 @@ SERVER = "Pier & Harbour"
 BIO = "Down by the water most days."
 USER_MENU = ("Profile", "Settings", "Log out")
 PROFILE = ("username", "bio", "avatarUrl")
+CMAKE = pathlib.Path(__file__).parents[2] / "CMakeLists.txt"
+VERSION = re.search(r"^project\(TideLoft VERSION ([\d.]+)", CMAKE.read_text(), re.MULTILINE)[1]
 SECTIONS = {
     "Account": "ACCOUNT INFO",
     "Privacy": "VISIBILITY",
@@ -18,7 +21,7 @@ SECTIONS = {
     "Notifications": "DESKTOP NOTIFICATIONS",
     "Chat": "DISPLAY",
     "Advanced": "PERFORMANCE",
-    "About TideLoft": "Version 1.0.0",
+    "About TideLoft": f"Version {VERSION}",
     "Appearance": "ACCENT COLOR",
 }
 

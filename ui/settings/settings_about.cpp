@@ -55,7 +55,8 @@ QWidget *buildSettingsAbout(const SectionContext &context, const QString &servic
     line->addStretch();
     section.add(place);
     section.add(makeCentred(u"TideLoft"_s, style::aboutName, section.content()));
-    section.add(makeCentred(u"Version 1.0.0"_s, style::aboutVersion, section.content()));
+    section.add(
+        makeCentred(QStringLiteral("Version " TIDELOFT_VERSION), style::aboutVersion, section.content()));
     section.add(
         makeCentred(chooseText(context.language, u"Privat. Säker. Snabb."_s, u"Private. Secure. Fast."_s),
                     style::aboutMotto, section.content()));
