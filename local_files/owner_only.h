@@ -1,4 +1,4 @@
-// Keeping other users of the computer away from what belongs to this one.
+// Keeps other users of the computer away from what belongs to this one.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -12,9 +12,9 @@ namespace tideloft::local_files
 /// True also when another copy of the program was faster.
 bool makeForOwner(const QString &directory);
 
-/// Takes from all others what they may do with the directory, or with the regular file, at `path`. Nothing
-/// happens to what belongs to another user, to a link in the place of a file, or to a file that has a second
-/// name: each may be something that this program never made.
+/// Takes all permissions of other users away from the directory, or the regular file, at PATH. Nothing is
+/// changed if another user owns it, if a link is in the place of the file, or if the file has a second name:
+/// each may be something that this program never made.
 void keepDirectoryForOwner(const QString &path);
 void keepFileForOwner(const QString &path);
 

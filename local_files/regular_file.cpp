@@ -62,7 +62,7 @@ struct Buffer {
     QByteArray content;
 };
 
-// Fills `bytes` from its place `size` on. False on an error; `size` is then what it was.
+// Fills BYTES from position SIZE on. False on an error; SIZE is then what it was.
 bool readUntilFullOrEnd(const Descriptor &file, QByteArray &bytes, qsizetype &size)
 {
     while (size < bytes.size()) {

@@ -1,5 +1,5 @@
-// Small regular files, read and written with as few questions to the system as possible: the private key's is
-// read for every message.
+// Small regular files, read and written with as few calls of the system as possible: the file of the private
+// key is read for every message.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -14,22 +14,22 @@ namespace tideloft::local_files
 
 inline constexpr qsizetype largestFile = qsizetype{64} * 1024; ///< bytes; a key file has some 1,600
 
-/// Whether the path, or the link there, leads to anything. Where the system cannot say because of an error of
-/// its own, something is taken to be there: what is taken to be missing is made anew.
+/// Whether anything is at PATH, or where a link there leads. True also if the system fails to say: what is
+/// taken to be missing is made anew, and would replace what is there.
 bool somethingIsAt(const QString &path);
 
-/// Whether a file is there that certainly holds something.
+/// Whether the system says that a file is at PATH which is not empty.
 bool isFilled(const QString &path);
 
-/// All bytes of the file at `path`; they may be the caller's secret. Nothing if it cannot be read, is larger
-/// than `largestFile`, or is no regular file: a pipe would be waited for, and a device never ends. A link
-/// leads to its file.
+/// All bytes of the file at PATH; they may be the caller's secret. Nothing if the file cannot be read, is
+/// larger than largestFile, or is not a regular file: a pipe may have no writer, and a device may never end.
+/// A link is followed.
 std::optional<QByteArray> readRegularFile(const QString &path);
 
-/// Replaces what the regular file at `path` holds, or makes it: for its owner alone, whatever it was before.
-/// False if it cannot be opened and emptied, or is something else, which is left as it is: so are a link and
-/// what it leads to, and a file that has a second name. A disk that then does not take the bytes leaves an
-/// empty file, and true: a part of a key would pass for one.
+/// Replaces the content of the regular file at PATH, or makes the file. Afterwards its owner alone may read
+/// and write it. False if it cannot be opened and emptied, and if it is not a regular file, is a link, or has
+/// a second name: nothing is changed then. If the disk does not take all bytes, the file is left empty, and
+/// the result is true: a part of a key would pass for a key.
 bool writeRegularFile(const QString &path, const QByteArray &bytes);
 
 } // namespace tideloft::local_files

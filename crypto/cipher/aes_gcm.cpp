@@ -43,7 +43,7 @@ bool encryptAll(EVP_CIPHER_CTX *context, const QByteArray &key, const QByteArray
                   > 0;
 }
 
-// `to` has the size of the ciphertext; the tag that follows it in `sealed` is not read here.
+// TO has the size of the ciphertext. The tag that follows the ciphertext in SEALED is not read here.
 bool decryptAll(EVP_CIPHER_CTX *context, const QByteArray &key, const QByteArray &iv,
                 const QByteArray &sealed, QByteArray &to)
 {

@@ -10,7 +10,7 @@ namespace tideloft::crypto
 {
 using namespace Qt::StringLiterals;
 
-// Private keys take this way too, in both directions: what stands between text and bytes is wiped.
+// Private keys are converted here too, in both directions: what is between text and bytes is wiped.
 QString toBase64Text(const QByteArray &bytes)
 {
     const SecretBytes encoded(bytes.toBase64());
@@ -21,7 +21,7 @@ QByteArray fromBase64Text(const QString &text, QString *error)
 {
     const SecretBytes encoded(QStringView(text).trimmed().toUtf8());
     QByteArray bytes = QByteArray::fromBase64(encoded.view());
-    // The lenient decoder reports nothing; that it found not one byte is the only sign of foreign text.
+    // The lenient decoder reports no error. Only a result without a byte shows that the text is no Base64.
     if (bytes.isEmpty() && !encoded.isEmpty())
         return fail(error, u"Invalid base64 data."_s);
     return bytes;

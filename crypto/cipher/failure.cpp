@@ -10,7 +10,7 @@ namespace tideloft::crypto
 
 Failure failOpenssl(QString *error, const QString &message)
 {
-    // Taken even when nobody reads it: an error that stays queued would explain the wrong failure later.
+    // Taken from the queue even if ERROR is null: a queued error would explain the wrong failure later.
     const QString reason = opensslErrorText();
     return fail(error, message.arg(reason));
 }

@@ -13,7 +13,7 @@ struct Failure {
     template <typename Result> operator Result() const { return Result(); }
 };
 
-/// Replaces the text behind `error`, which may be null.
+/// Replaces the text behind ERROR, which may be null.
 inline Failure fail(QString *error, const QString &message)
 {
     if (error)

@@ -9,7 +9,7 @@
 namespace tideloft::crypto
 {
 
-/// Encrypts up to 190 bytes for a 2048-bit key into 256 bytes. `publicKey` is DER SubjectPublicKeyInfo or PEM
+/// Encrypts up to 190 bytes for a 2048-bit key into 256 bytes. PUBLICKEY is DER SubjectPublicKeyInfo or PEM
 /// text of it. Empty on failure.
 QByteArray rsaOaepEncrypt(const QByteArray &publicKey, const QByteArray &plaintext, QString *error = nullptr);
 

@@ -12,7 +12,7 @@ namespace tideloft::crypto
 {
 
 /// Owns a secret and overwrites it with zeros when it leaves use. A secret is moved in, so that no
-/// unwiped original stays with the caller. `Text` is QByteArray or QString.
+/// unwiped original stays with the caller. TEXT is QByteArray or QString.
 template <typename Text> class Secret
 {
 public:
@@ -25,9 +25,9 @@ public:
     /// The secret itself. Copies of it share its buffer, and so are wiped with it.
     [[nodiscard]] const Text &view() const { return text; }
     [[nodiscard]] bool isEmpty() const { return text.isEmpty(); }
-    /// For whoever fills it in place. What grows it moves it, and leaves the old place unwiped.
+    /// For filling the buffer in place. Growing it would move it, and leave the old place unwiped.
     [[nodiscard]] Text &buffer() { return text; }
-    /// Gives the text out of its care, because it is none of its secrets or has another owner.
+    /// Hands the text over to the caller, who wipes it, or who knows that it is no secret.
     [[nodiscard]] Text release() { return std::exchange(text, {}); }
     /// Overwrites the buffer, to the end of what was ever in it, and empties the object.
     void wipe();

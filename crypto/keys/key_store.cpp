@@ -28,7 +28,7 @@ QString dataLocation()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
-// In the data directory, or empty without one: why there is none is not told here.
+// In the data directory; empty without one, and then nobody is told why there is none.
 QString pathOf(const QString &fileName)
 {
     const QString directory = appDataDir();
@@ -60,7 +60,7 @@ bool writeKeyFile(const QString &half, const QString &base64, const QString &fil
     return true;
 }
 
-// A file that opens is in a directory that exists. Only where none opens is that directory asked after.
+// A file that opens is in a directory that exists. The directory is looked for only if no file opens.
 QByteArray readKeyFile(const QString &half, const QString &fileName, QString *error)
 {
     const QString location = dataLocation();

@@ -9,8 +9,8 @@
 namespace tideloft::crypto
 {
 
-/// `location` as an absolute path, made with all its parents if it is missing. Afterwards
-/// only its owner may enter the directory, even if others could before. Empty on failure.
+/// LOCATION as an absolute path, made with all its parents if it is missing. Afterwards only its owner may
+/// enter the directory, even if others could before. Empty on failure.
 QString makeDataDir(const QString &location, QString *error = nullptr);
 
 /// Absolute path of the data directory, created if needed. Empty on failure.

@@ -8,7 +8,7 @@
 namespace tideloft::crypto
 {
 
-/// Seals `plainText` with a fresh key and nonce. The device lists hold objects with `deviceId` and
+/// Seals PLAINTEXT with a fresh key and nonce. The device lists hold objects with `deviceId` and
 /// `publicKeyBase64`; records without either are skipped. One bad key fails the whole envelope.
 EncryptedEnvelope encryptMessageEnvelope(const QString &plainText, const QJsonArray &recipientDevices,
                                          const QJsonArray &senderDevices);

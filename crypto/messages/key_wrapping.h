@@ -10,8 +10,8 @@
 namespace tideloft::crypto
 {
 
-/// Appends to `wrappedKeys` the content key wrapped for each device. On failure the message goes into
-/// `envelope.error`, and what was wrapped before it stays.
+/// Appends to WRAPPEDKEYS the content key wrapped for each device. On failure the message is in the error of
+/// ENVELOPE, and the keys that were wrapped before stay.
 bool wrapKeyForDevices(const QJsonArray &devices, const QByteArray &contentKey, QJsonArray &wrappedKeys,
                        EncryptedEnvelope &envelope);
 
@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] bool isAtEnd() const { return next == devices.size(); }
     /// Appends the content key wrapped for the next device, or skips its record. False with a message in
-    /// `error` if the device's key cannot be used. Not to be called at the end.
+    /// ERROR if the device's key cannot be used. Not to be called at the end.
     bool wrapNext(const QByteArray &contentKey, QJsonArray &wrappedKeys, QString *error);
 
 private:

@@ -23,7 +23,7 @@ QList<WrappedKey> collectWrappedKeys(const QJsonArray &records)
     return keys;
 }
 
-// The first match ends the walk: this is asked for every message, and a message may be for many devices.
+// The search ends at the first match: it runs for every message, and a message may be for many devices.
 QString findWrappedKeyForDevice(const QJsonArray &records, const QString &deviceId)
 {
     const QString wanted = deviceId.trimmed().toLower();
