@@ -7,7 +7,7 @@
 #include "tests/gui/tst_person.h"
 #include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
-#include "tests/net/upload_wire.h"
+#include "tests/support/net/upload_wire.h"
 
 #include <QTemporaryDir>
 

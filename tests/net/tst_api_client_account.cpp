@@ -1,8 +1,8 @@
 // The account's requests: what goes out, byte for byte, and what each reply is made into.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/net/wire.h"
 #include "tests/support/test_main.h"
-#include "wire.h"
 
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;

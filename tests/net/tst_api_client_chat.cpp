@@ -1,8 +1,8 @@
 // The requests of direct messaging, byte for byte, and the shapes that their replies may have.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/net/wire.h"
 #include "tests/support/test_main.h"
-#include "wire.h"
 
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;

@@ -1,8 +1,8 @@
 // Group requests: byte for byte, with failures in the toolkit's words.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/net/wire.h"
 #include "tests/support/test_main.h"
-#include "wire.h"
 
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;

@@ -1,8 +1,8 @@
 // What all JSON requests share: their head, the failure texts, and how replies of every kind end.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/net/wire.h"
 #include "tests/support/test_main.h"
-#include "wire.h"
 
 #include <QNetworkReply>
 

@@ -1,9 +1,9 @@
 // The session: cookies that the service sets, and where redirects take them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/net/wire.h"
 #include "tests/support/test_home.h"
 #include "tests/support/test_main.h"
-#include "wire.h"
 
 #include <QDirIterator>
 

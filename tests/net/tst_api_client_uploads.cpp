@@ -1,9 +1,9 @@
 // The two uploads: the multipart body byte for byte, and what is (and is not) reported of their outcome.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/net/upload_wire.h"
+#include "tests/support/net/wire.h"
 #include "tests/support/test_main.h"
-#include "upload_wire.h"
-#include "wire.h"
 
 #include <sys/stat.h>
 

@@ -1,9 +1,9 @@
 // Replies that are cut off in their body: whether the client notices, at whichever moment the end comes.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "cutting_service.h"
-#include "endpoints.h"
-#include "finished_replies.h"
+#include "tests/support/net/cutting_service.h"
+#include "tests/support/net/endpoints.h"
+#include "tests/support/net/finished_replies.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;

@@ -1,8 +1,8 @@
 // Lists that have not changed: asked for by their tag, and shown as before without being sent again.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/net/wire.h"
 #include "tests/support/test_main.h"
-#include "wire.h"
 
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;

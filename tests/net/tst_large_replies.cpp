@@ -1,12 +1,12 @@
 // Replies that are larger than any may be: each is given up, and says so, before it fills the memory.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "endpoints.h"
-#include "finished_replies.h"
-#include "flooding_service.h"
 #include "net/reply_limit.h"
 #include "tests/support/long_form.h"
 #include "tests/support/loopback_service.h"
+#include "tests/support/net/endpoints.h"
+#include "tests/support/net/finished_replies.h"
+#include "tests/support/net/flooding_service.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;

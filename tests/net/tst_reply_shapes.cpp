@@ -1,11 +1,11 @@
 // Every shape of a reply at every endpoint: what is reported of it, and that the next request works.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "endpoints.h"
-#include "finished_replies.h"
-#include "reply_shapes.h"
 #include "tests/support/long_form.h"
 #include "tests/support/loopback_service.h"
+#include "tests/support/net/endpoints.h"
+#include "tests/support/net/finished_replies.h"
+#include "tests/support/net/reply_shapes.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;

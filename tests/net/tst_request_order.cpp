@@ -1,9 +1,9 @@
 // What goes first once a service answers again that has left every connection hanging.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "endpoints.h"
 #include "net/urgency.h"
 #include "tests/support/loopback_service.h"
+#include "tests/support/net/endpoints.h"
 #include "tests/support/test_main.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
-// The text of OpenSSL's earliest queued error, and how it gets into a message.
+// The text of OpenSSL's earliest queued error.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/cipher/failure.h"
 #include "crypto/cipher/openssl_error.h"
 #include "tests/support/test_main.h"
 
@@ -20,11 +19,6 @@ private slots:
     void init() { ERR_clear_error(); }
     void anEmptyQueueIsAnUnknownError();
     void earliestErrorIsTakenAndLaterOnesStay();
-    void messageEndsInUnknownErrorWithAnEmptyQueue();
-    void messageTakesOneError();
-    void errorIsTakenEvenWhenNobodyAsks();
-    void failureIsEmptyInEveryShape();
-    void earlierExplanationSurvives();
 };
 
 void TestOpensslError::anEmptyQueueIsAnUnknownError()
@@ -39,53 +33,6 @@ void TestOpensslError::earliestErrorIsTakenAndLaterOnesStay()
     QCOMPARE(opensslErrorText(), u"error:020C0102:rsa routines::passed a null parameter"_s);
     QCOMPARE(opensslErrorText(), u"error:4000002A:lib(128)::reason(42)"_s);
     QCOMPARE(opensslErrorText(), u"Unknown OpenSSL error"_s);
-}
-
-void TestOpensslError::messageEndsInUnknownErrorWithAnEmptyQueue()
-{
-    QString error;
-    failOpenssl(&error, u"RSA keygen failed: %1"_s);
-    QCOMPARE(error, u"RSA keygen failed: Unknown OpenSSL error"_s);
-}
-
-void TestOpensslError::messageTakesOneError()
-{
-    ERR_raise(ERR_LIB_USER, 1);
-    ERR_raise(ERR_LIB_USER, 2);
-    QString error;
-    failOpenssl(&error, u"It failed: %1"_s);
-    QCOMPARE(error, u"It failed: error:40000001:lib(128)::reason(1)"_s);
-    QCOMPARE(opensslErrorText(), u"error:40000002:lib(128)::reason(2)"_s);
-}
-
-void TestOpensslError::errorIsTakenEvenWhenNobodyAsks()
-{
-    ERR_raise(ERR_LIB_USER, 1);
-    failOpenssl(nullptr, u"It failed: %1"_s);
-    QCOMPARE(ERR_peek_error(), 0UL);
-}
-
-void TestOpensslError::failureIsEmptyInEveryShape()
-{
-    QString error = u"before"_s;
-    const bool truth = fail(&error, u"now"_s);
-    const QByteArray bytes = fail(nullptr, u"now"_s);
-    const QString text = fail(nullptr, u"now"_s);
-    QVERIFY(!truth);
-    QVERIFY(bytes.isEmpty());
-    QVERIFY(text.isEmpty());
-    QCOMPARE(error, u"now"_s);
-}
-
-void TestOpensslError::earlierExplanationSurvives()
-{
-    QString error = u"specific"_s;
-    failUnlessExplained(&error, u"general"_s);
-    QCOMPARE(error, u"specific"_s);
-    error.clear();
-    failUnlessExplained(&error, u"general"_s);
-    QCOMPARE(error, u"general"_s);
-    failUnlessExplained(nullptr, u"general"_s);
 }
 
 TIDELOFT_TEST_MAIN(TestOpensslError)

@@ -1,7 +1,7 @@
 // The table of requests. What is expected is written down once more here, by another hand than the client's.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "endpoints.h"
+#include "tests/support/net/endpoints.h"
 
 #include <QFile>
 #include <QMetaMethod>

@@ -1,7 +1,7 @@
 // The table of replies. What a reader finds in a body is written down beside it, not taken from the parser.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "reply_shapes.h"
+#include "tests/support/net/reply_shapes.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
 // Comparison of uploads, and the files that are open.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "upload_wire.h"
+#include "tests/support/net/upload_wire.h"
 
+#include "tests/support/net/wire.h"
 #include "tests/support/patience.h"
-#include "wire.h"
 
 #include <QDir>
 #include <QTest>

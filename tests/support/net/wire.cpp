@@ -1,7 +1,7 @@
 // Comparison of heads, and the log of signals.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "wire.h"
+#include "tests/support/net/wire.h"
 
 #include <QMetaMethod>
 
