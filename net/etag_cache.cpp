@@ -58,11 +58,9 @@ bool ETagCache::isNotModified(const QNetworkReply &reply)
 
 std::optional<QJsonDocument> ETagCache::takeNotModified(const QNetworkReply &reply)
 {
-    const auto found = pending.constFind(&reply);
-    if (found == pending.constEnd())
+    if (!pending.contains(&reply))
         return std::nullopt;
-    const QJsonDocument document = *found;
-    pending.erase(found);
+    const QJsonDocument document = pending.take(&reply);
     return isNotModified(reply) ? std::optional(document) : std::nullopt;
 }
 
