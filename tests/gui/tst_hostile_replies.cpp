@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "net/tls_policy.h"
-#include "tests/support/net/reply_shapes.h"
 #include "tests/support/gui_probe.h"
+#include "tests/support/net/reply_shapes.h"
 #include "tests/support/test_main.h"
 #include "tests/support/test_service_endpoint.h"
 #include "tests/support/tls_service.h"
