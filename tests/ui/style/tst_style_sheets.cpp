@@ -1,4 +1,4 @@
-// Both style sheets, rule by rule, against the table of what they have to say.
+// Both style sheets: their whole texts against those in sheets/, and rule by rule against a table.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
@@ -6,6 +6,7 @@
 #include "ui/style/accent.h"
 #include "ui/style/style_sheets.h"
 
+#include <QFile>
 #include <QMap>
 #include <QRegularExpression>
 
@@ -79,6 +80,8 @@ class TestStyleSheets : public QObject
     Q_OBJECT
 
 private slots:
+    void textIsThatOfItsFile_data();
+    void textIsThatOfItsFile();
     void rule_data();
     void rule();
     void hasNoFurtherRule_data();
@@ -99,6 +102,24 @@ static void addBothSheets()
     QTest::addColumn<bool>("dark");
     QTest::newRow("dark") << true;
     QTest::newRow("light") << false;
+}
+
+void TestStyleSheets::textIsThatOfItsFile_data()
+{
+    addBothSheets();
+}
+
+// The two sheets are made from one template: not a byte of either may change unnoticed.
+void TestStyleSheets::textIsThatOfItsFile()
+{
+    QFETCH(bool, dark);
+    QFile file(dark ? QStringLiteral(SHEET_FILES "/dark.qss") : QStringLiteral(SHEET_FILES "/light.qss"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const auto expected = QString::fromUtf8(file.readAll()).split(u'\n');
+    const auto lines = sheetText(dark).split(u'\n');
+    for (qsizetype i = 0; i < qMin(lines.size(), expected.size()); ++i)
+        QCOMPARE(lines[i], expected[i]);
+    QCOMPARE(lines.size(), expected.size());
 }
 
 void TestStyleSheets::rule_data()
