@@ -8,6 +8,9 @@
 namespace tideloft::ui
 {
 
+/// The text that both sheets are made from: "$role" stands for what a palette says.
+QStringView styleSheetTemplate();
+
 /// The dark sheet, with the default accent; see withAccent() for another one.
 const QString &darkStyleSheet();
 
