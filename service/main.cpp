@@ -6,9 +6,9 @@
 #include "service/http/server.h"
 #include "service/log.h"
 #include "service/options.h"
+#include "service/start_check.h"
 
 #include <QCoreApplication>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <csignal>
@@ -29,13 +29,6 @@ void print(FILE *stream, const QString &text)
 {
     std::fputs(text.toUtf8().constData(), stream);
     std::fflush(stream);
-}
-
-QString databaseFile(const Options &options)
-{
-    if (!options.database.isEmpty())
-        return options.database;
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/tideloftd.sqlite"_s;
 }
 
 ServerSettings serverSettings(const Options &options)
@@ -102,6 +95,18 @@ void serve(const Options &options)
     server.run();
 }
 
+int tellOfCheck(const Options &options)
+{
+    const StartCheck check = checkStart(options, databaseFile(options));
+    for (const QString &warning : check.warnings)
+        print(stderr, u"tideloftd: warning: %1\n"_s.arg(warning));
+    for (const QString &problem : check.problems)
+        print(stderr, u"tideloftd: %1\n"_s.arg(problem));
+    if (check.problems.isEmpty())
+        print(stdout, u"The service could start like this.\n"_s);
+    return check.problems.isEmpty() ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -115,6 +120,8 @@ int main(int argc, char **argv)
         print(command.exitCode == 0 ? stdout : stderr, command.text);
         return command.exitCode;
     }
+    if (command.checkOnly)
+        return tellOfCheck(*command.serve);
     try {
         serve(*command.serve);
     } catch (const std::exception &error) {

@@ -3,7 +3,10 @@
 // SPDX-License-Identifier: MIT
 #include "service/options.h"
 
+#include "service/config_file.h"
+
 #include <QCommandLineParser>
+#include <QStandardPaths>
 
 #include <boost/asio/ip/address.hpp>
 
@@ -15,89 +18,19 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// An option whose value is a number.
-struct NumberOption {
-    const char *name;
-    int Options::*member;
-    int least;
-    int most;
-    const char *help;
-};
-
-constexpr int million = 1'000'000;
-constexpr NumberOption numberOptions[] = {
-    {"history-limit", &Options::historyLimit, 1, 100'000, "The newest messages that a history gives."},
-    {"connections", &Options::connections, 1, million, "Connections at a time."},
-    {"connections-per-address", &Options::connectionsPerAddress, 1, million,
-     "Of these, from one address; a client needs two."},
-    {"sign-ins-per-minute", &Options::signInsPerMinute, 0, million,
-     "Attempts to sign in, for each account and for each address. 0 sets no limit."},
-    {"registrations-per-minute", &Options::registrationsPerMinute, 0, million,
-     "Registrations from one address. 0 sets no limit."},
-    {"quota-messages", &Options::quotaMessages, 1, 1000 * million, "Messages that one user may have sent."},
-    {"quota-megabytes", &Options::quotaMegabytes, 1, million, "Room that these may take, in MiB."},
-    {"quota-conversations", &Options::quotaConversations, 1, million,
-     "Conversations that one user may have."},
-};
-
-QString helpOf(const NumberOption &option)
-{
-    return u"%1 Default: %2."_s.arg(QLatin1StringView(option.help)).arg(Options().*option.member);
-}
-
-QList<QCommandLineOption> withNumbers(QList<QCommandLineOption> options)
-{
-    for (const NumberOption &option : numberOptions)
-        options.append({QString::fromLatin1(option.name), helpOf(option), u"N"_s,
-                        QString::number(Options().*option.member)});
-    return options;
-}
-
 QList<QCommandLineOption> knownOptions()
 {
-    return withNumbers({
-        {u"listen"_s, u"Address to listen on, in numbers. Default: 127.0.0.1, this machine only."_s,
-         u"ADDRESS"_s, u"127.0.0.1"_s},
-        {u"port"_s, u"Port to listen on. 0 takes any free one. Default: 8443."_s, u"N"_s, u"8443"_s},
-        {u"tls-cert"_s,
-         u"PEM file with the certificate chain. Needs --tls-key. Without both the service speaks plain HTTP, "
-         u"which "
-         "is allowed on a loopback address only."_s,
+    QList<QCommandLineOption> options{
+        {u"config"_s,
+         u"Configuration file with lines of the form 'key = value', where a key is an option without --. The "
+         "command line goes before the file."_s,
          u"FILE"_s},
-        {u"tls-key"_s, u"PEM file with the certificate's private key. Needs --tls-cert."_s, u"FILE"_s},
-        {u"database"_s,
-         u"SQLite file that keeps accounts, keys, messages, servers and pictures; made when missing, "
-         u"readable for its owner only. "
-         "Default: tideloftd.sqlite in the user's data folder."_s,
-         u"FILE"_s},
-        {u"quiet"_s, u"Write warnings and problems only to the standard error output."_s},
-        {u"trusted-proxy"_s,
-         u"Address of a proxy in front of the service, in numbers. What it says in X-Forwarded-For counts as "
-         u"the "
-         "client's address."_s,
-         u"ADDRESS"_s},
-        {{u"h"_s, u"help"_s}, u"Print this text and end."_s},
-        {{u"v"_s, u"version"_s}, u"Print the version and end."_s},
-    });
-}
-
-QString problemWithNumbers(const QCommandLineParser &parser)
-{
-    for (const NumberOption &option : numberOptions) {
-        const QString name = QString::fromLatin1(option.name);
-        bool isNumber = false;
-        const int value = parser.value(name).toInt(&isNumber);
-        if (!isNumber || value < option.least || value > option.most)
-            return u"--%1 must be a number from %2 to %3."_s.arg(name).arg(option.least).arg(option.most);
-    }
-    return {};
-}
-
-bool isAddress(const QString &text)
-{
-    boost::system::error_code error;
-    boost::asio::ip::make_address(text.toStdString(), error);
-    return !error;
+        {u"check-config"_s, u"Look whether the service could start like this, say what is wrong, and end."_s},
+    };
+    for (const OptionEntry &entry : optionTable())
+        options.append({entry.name, entry.help, entry.valueName});
+    return options << QCommandLineOption{{u"h"_s, u"help"_s}, u"Print this text and end."_s}
+                   << QCommandLineOption{{u"v"_s, u"version"_s}, u"Print the version and end."_s};
 }
 
 Command mistake(const QString &what)
@@ -105,25 +38,34 @@ Command mistake(const QString &what)
     return {std::nullopt, u"tideloftd: %1\nTry 'tideloftd --help'.\n"_s.arg(what), 2};
 }
 
-QString problemWith(const QCommandLineParser &parser)
+Command mistakesInFile(const QStringList &problems)
 {
-    if (!parser.positionalArguments().isEmpty())
-        return u"Unexpected argument '%1'."_s.arg(parser.positionalArguments().constFirst());
-    bool isNumber = false;
-    parser.value(u"port"_s).toUShort(&isNumber);
-    if (!isNumber)
-        return u"--port must be a number from 0 to 65535."_s;
-    boost::system::error_code error;
-    const auto address = boost::asio::ip::make_address(parser.value(u"listen"_s).toStdString(), error);
-    if (error)
-        return u"--listen must be a numeric address, like 127.0.0.1 or ::1."_s;
-    if (parser.value(u"tls-cert"_s).isEmpty() != parser.value(u"tls-key"_s).isEmpty())
+    return {std::nullopt, u"tideloftd: %1\n"_s.arg(problems.join(u"\ntideloftd: "_s)), 2};
+}
+
+// What is wrong with the first option that is; empty when all are set.
+QString setFromCommandLine(const QCommandLineParser &parser, Options &options)
+{
+    for (const OptionEntry &entry : optionTable()) {
+        if (!parser.isSet(entry.name))
+            continue;
+        const QString problem =
+            entry.set(options, entry.valueName.isEmpty() ? u"yes"_s : parser.value(entry.name));
+        if (!problem.isEmpty())
+            return u"--%1 %2."_s.arg(entry.name, problem);
+    }
+    return {};
+}
+
+// What does not go together.
+QString problemWith(const Options &options)
+{
+    if (options.certificateFile.isEmpty() != options.keyFile.isEmpty())
         return u"--tls-cert and --tls-key belong together."_s;
-    if (parser.value(u"tls-cert"_s).isEmpty() && !address.is_loopback())
+    if (options.certificateFile.isEmpty()
+        && !boost::asio::ip::make_address(options.listen.toStdString()).is_loopback())
         return u"Without --tls-cert and --tls-key only a loopback address is allowed."_s;
-    if (parser.isSet(u"trusted-proxy"_s) && !isAddress(parser.value(u"trusted-proxy"_s)))
-        return u"--trusted-proxy must be a numeric address, like 127.0.0.1 or ::1."_s;
-    return problemWithNumbers(parser);
+    return {};
 }
 
 } // namespace
@@ -141,19 +83,26 @@ Command parseCommandLine(const QStringList &arguments)
         return {std::nullopt, parser.helpText(), 0};
     if (parser.isSet(u"version"_s))
         return {std::nullopt, u"tideloftd %1\n"_s.arg(QLatin1StringView(TIDELOFT_VERSION)), 0};
-    if (const QString problem = problemWith(parser); !problem.isEmpty())
-        return mistake(problem);
+    if (!parser.positionalArguments().isEmpty())
+        return mistake(u"Unexpected argument '%1'."_s.arg(parser.positionalArguments().constFirst()));
     Options options;
-    options.listen = parser.value(u"listen"_s);
-    options.port = parser.value(u"port"_s).toUShort();
-    options.certificateFile = parser.value(u"tls-cert"_s);
-    options.keyFile = parser.value(u"tls-key"_s);
-    options.database = parser.value(u"database"_s);
-    options.quiet = parser.isSet(u"quiet"_s);
-    options.trustedProxy = parser.value(u"trusted-proxy"_s);
-    for (const NumberOption &option : numberOptions)
-        options.*option.member = parser.value(QString::fromLatin1(option.name)).toInt();
-    return {options, {}, 0};
+    if (parser.isSet(u"config"_s)) {
+        const QStringList problems = readConfigFile(parser.value(u"config"_s), options);
+        if (!problems.isEmpty())
+            return mistakesInFile(problems);
+    }
+    if (const QString problem = setFromCommandLine(parser, options); !problem.isEmpty())
+        return mistake(problem);
+    if (const QString problem = problemWith(options); !problem.isEmpty())
+        return mistake(problem);
+    return {options, {}, 0, parser.isSet(u"check-config"_s)};
+}
+
+QString databaseFile(const Options &options)
+{
+    if (!options.database.isEmpty())
+        return options.database;
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/tideloftd.sqlite"_s;
 }
 
 } // namespace tideloft::service

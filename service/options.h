@@ -1,43 +1,30 @@
-// The command line of the service.
+// What the service is started with: the command line, and over it the configuration file.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include "service/option_table.h"
+
 #include <QStringList>
 
-#include <cstdint>
 #include <optional>
 
 namespace tideloft::service
 {
-
-struct Options {
-    QString listen = QStringLiteral("127.0.0.1");
-    std::uint16_t port = 8443;
-    QString certificateFile; ///< empty = plain HTTP
-    QString keyFile;
-    QString database; ///< empty = the default file
-    bool quiet = false;
-    int historyLimit = 5000;
-    int connections = 10'000;
-    int connectionsPerAddress = 200;
-    int signInsPerMinute = 10; ///< 0 = any number, as of registrations
-    int registrationsPerMinute = 10;
-    int quotaMessages = 1'000'000;
-    int quotaMegabytes = 2048;
-    int quotaConversations = 2000;
-    QString trustedProxy; ///< empty = none
-};
 
 /// What the program is to do: serve with these options, or print a text and end with this code.
 struct Command {
     std::optional<Options> serve;
     QString text;
     int exitCode = 0;
+    bool checkOnly = false; ///< look whether a start would work instead of serving
 };
 
-/// `arguments` begin with the program's name. A mistake gives exit code 2 and a text that names it.
+/// `arguments` begin with the program's name. What they say goes before what the configuration file says that
+/// they name. A mistake gives exit code 2 and a text that names it.
 Command parseCommandLine(const QStringList &arguments);
+
+/// The database that is meant.
+QString databaseFile(const Options &options);
 
 } // namespace tideloft::service

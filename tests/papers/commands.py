@@ -20,8 +20,9 @@ def is_script(project, path):
 
 
 def service_options(project):
-    text = project.read("service/options.cpp")
-    return {f"--{name}" for name in re.findall(r"(?:u|\{)\"([a-z-]{2,})\"(?:_s[,}]|, &Options)", text)}
+    table = re.findall(r"\w\(\"([a-z-]+)\", &Options", project.read("service/option_table.cpp"))
+    lone = re.findall(r"[{ ]u\"([a-z-]{2,})\"_s[,}]", project.read("service/options.cpp"))
+    return {f"--{name}" for name in table + lone}
 
 
 def client_options(project):
@@ -64,6 +65,14 @@ def check_lone_options(project):
             known |= options_of(project, command) or set()
     return [f"{paper.path}: nothing has the option {span}" for paper in papers
             for span in paper.spans() if OPTION.fullmatch(span) and span not in known]
+
+
+def check_manual(project):
+    """The manual page of the service has every option."""
+    page = project.read("packaging/man/tideloftd.8")
+    lines = re.findall(r"^\.It (Fl .*)$", page, re.M)
+    told = {f"-{name}" for line in lines for name in re.findall(r"(?:Fl|,) (-[a-z-]+)", line)}
+    return [f"packaging/man/tideloftd.8: does not tell of {name}" for name in sorted(service_options(project) - told)]
 
 
 def single_commands(paper):

@@ -64,9 +64,14 @@ def check_file_names(project):
 
 
 def check_installed(project):
-    """The README names no setting and no place of the installed service that its unit does not know."""
+    """The README names no setting that the service does not have, and no place that its unit does not know."""
     unit = project.read("packaging/systemd/tideloftd.service.in")
     unit = unit.replace("@CMAKE_INSTALL_FULL_SYSCONFDIR@", "/etc")
-    told = re.findall(r"TIDELOFTD_[A-Z]+|/etc/tideloft/[\w.-]+", project.read("README.md"))
-    problems = [f"README.md: the unit does not know {name}" for name in sorted(set(told)) if name not in unit]
-    return problems + ([] if told else ["README.md: tells nothing of the installed service"])
+    options = project.read("service/option_table.cpp")
+    readme = project.read("README.md")
+    settings = set(re.findall(r"`([a-z-]+) = [^`]+`", readme))
+    places = set(re.findall(r"/etc/tideloft/[\w.-]+", readme))
+    problems = [f"README.md: the service does not know {name}" for name in sorted(settings)
+                if f'("{name}", &Options' not in options]
+    problems += [f"README.md: the unit does not know {name}" for name in sorted(places) if name not in unit]
+    return problems + ([] if settings and places else ["README.md: tells nothing of the installed service"])

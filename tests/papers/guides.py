@@ -43,7 +43,8 @@ NOT_SHOWN = {
 # Whose words the window puts behind its own when a message cannot be sealed.
 SEALING = ("envelope_sealing.cpp", "key_wrapping.cpp", "aes_gcm.cpp")
 # What the service says to the person who runs it.
-TO_OPERATORS = ("service/options.cpp", "service/main.cpp", "service/api/health.cpp", "service/http/certificate.cpp",
+TO_OPERATORS = ("service/options.cpp", "service/option_table.cpp", "service/config_file.cpp", "service/start_check.cpp",
+                "service/main.cpp", "service/api/health.cpp", "service/http/certificate.cpp",
                 "service/store/database.cpp")
 TOOLKIT = "/usr/lib/*/libQt6Network.so.6"
 PADLOCK = "\N{LOCK} "

@@ -53,9 +53,12 @@ public:
     qint64 processId() const { return process.processId(); }
     QByteArray output() const { return out; }
     QByteArray errors() const { return err; }
-    QString databaseFile() const { return folder.filePath(QStringLiteral("test.sqlite")); }
-    QString certificateFile() const { return folder.filePath(QStringLiteral("cert.pem")); }
-    QString keyFile() const { return folder.filePath(QStringLiteral("key.pem")); }
+    QString certificateFile() const { return path(QStringLiteral("cert.pem")); }
+    QString keyFile() const { return path(QStringLiteral("key.pem")); }
+    QString databaseFile() const { return path(QStringLiteral("test.sqlite")); }
+
+    /// In the folder of the service.
+    QString path(const QString &name) const { return folder.filePath(name); }
 
 private:
     bool start(const QStringList &more)

@@ -4,6 +4,8 @@
 #include "service/options.h"
 #include "tests/support/test_main.h"
 
+#include <QTemporaryFile>
+
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 
@@ -20,11 +22,29 @@ private slots:
     void versionIsPrinted();
     void mistakes_data();
     void mistakes();
+    void everyOptionIsForCommandLineAndFile();
+    void commandLineGoesBeforeFile();
+    void mistakesOfTheFileAreTold();
+    void whatDoesNotGoTogetherIsToldOfBoth();
 
 private:
     static Command parse(const QString &line)
     {
         return parseCommandLine((u"tideloftd "_s + line).split(u' ', Qt::SkipEmptyParts));
+    }
+    static Command parseWithFile(const QByteArray &content, const QString &line = {})
+    {
+        QTemporaryFile file;
+        if (!file.open() || file.write(content) != content.size() || !file.flush())
+            qFatal("no file");
+        return parse(u"--config "_s + file.fileName() + u' ' + line);
+    }
+    // Something that an option of this kind may be, and that is the default of none.
+    static QString sample(const OptionEntry &option)
+    {
+        static const QHash<QString, QString> samples{
+            {u"N"_s, u"77"_s}, {u"FILE"_s, u"a.file"_s}, {u"ADDRESS"_s, u"::1"_s}, {QString(), u"yes"_s}};
+        return samples.value(option.valueName);
     }
 };
 
@@ -79,7 +99,8 @@ void TestOptions::helpExplainsEveryOption()
           u"--database <FILE>"_s, u"--quiet"_s, u"--history-limit <N>"_s, u"--connections <N>"_s,
           u"--connections-per-address <N>"_s, u"--sign-ins-per-minute <N>"_s,
           u"--registrations-per-minute <N>"_s, u"--quota-messages <N>"_s, u"--quota-megabytes <N>"_s,
-          u"--quota-conversations <N>"_s, u"--trusted-proxy <ADDRESS>"_s, u"--help"_s, u"--version"_s})
+          u"--quota-conversations <N>"_s, u"--trusted-proxy <ADDRESS>"_s, u"--config <FILE>"_s,
+          u"--check-config"_s, u"--help"_s, u"--version"_s})
         QVERIFY2(command.text.contains(option), qPrintable(option));
 }
 
@@ -129,6 +150,57 @@ void TestOptions::mistakes()
     QVERIFY(!command.serve);
     QCOMPARE(command.exitCode, 2);
     QVERIFY2(command.text.contains(reason), qPrintable(command.text));
+}
+
+void TestOptions::everyOptionIsForCommandLineAndFile()
+{
+    QString line;
+    QString content;
+    for (const OptionEntry &option : optionTable()) {
+        const QString value = sample(option);
+        Options changed;
+        QCOMPARE(option.set(changed, value), QString());
+        QVERIFY2(!(changed == Options()), qPrintable(option.name));
+        line +=
+            option.valueName.isEmpty() ? u" --%1"_s.arg(option.name) : u" --%1 %2"_s.arg(option.name, value);
+        content += u"%1 = %2\n"_s.arg(option.name, value);
+    }
+    const Command fromLine = parse(line);
+    const Command fromFile = parseWithFile(content.toUtf8());
+    QVERIFY2(fromLine.serve, qPrintable(fromLine.text));
+    QVERIFY2(fromFile.serve, qPrintable(fromFile.text));
+    QVERIFY(*fromLine.serve == *fromFile.serve);
+    QVERIFY(!fromFile.checkOnly);
+}
+
+void TestOptions::commandLineGoesBeforeFile()
+{
+    const Command command =
+        parseWithFile("port = 1\nhistory-limit = 2\nquiet = yes\n", u"--port 3 --check-config"_s);
+    QVERIFY(command.serve);
+    QCOMPARE(command.serve->port, std::uint16_t(3));
+    QCOMPARE(command.serve->historyLimit, 2);
+    QVERIFY(command.serve->quiet);
+    QVERIFY(command.checkOnly);
+    QCOMPARE(parseWithFile("", u"--history-limit 5000"_s).serve->historyLimit, 5000);
+    QCOMPARE(parseWithFile("history-limit = 7", u"--history-limit 5000"_s).serve->historyLimit, 5000);
+}
+
+void TestOptions::mistakesOfTheFileAreTold()
+{
+    const Command command = parseWithFile("port = 1\ncolour = red\nport = 2\n", u"--port 3"_s);
+    QVERIFY(!command.serve);
+    QCOMPARE(command.exitCode, 2);
+    QCOMPARE(command.text.count(u"tideloftd: "_s), 2);
+    QVERIFY2(command.text.contains(u":2: unknown key 'colour'\n"_s), qPrintable(command.text));
+    QCOMPARE(parse(u"--config /nowhere/tideloftd.conf"_s).exitCode, 2);
+}
+
+void TestOptions::whatDoesNotGoTogetherIsToldOfBoth()
+{
+    QCOMPARE(parseWithFile("listen = ::").exitCode, 2);
+    QCOMPARE(parseWithFile("tls-cert = c.pem").exitCode, 2);
+    QVERIFY(parseWithFile("listen = ::\ntls-cert = c.pem", u"--tls-key k.pem"_s).serve);
 }
 
 TIDELOFT_TEST_MAIN(TestOptions)

@@ -1,0 +1,88 @@
+// Looking at the certificate and the database as a start does.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/start_check.h"
+
+#include "service/http/certificate.h"
+#include "service/store/schema.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Asked of the system, which knows of file systems that may only be read.
+bool mayWrite(const QString &path)
+{
+    return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
+}
+
+QString nearestFolder(const QString &file)
+{
+    QString folder = QFileInfo(file).absolutePath();
+    while (!QFileInfo::exists(folder) && folder != QDir::rootPath())
+        folder = QFileInfo(folder).absolutePath();
+    return folder;
+}
+
+void checkCertificate(const Options &options, StartCheck &check)
+{
+    if (options.certificateFile.isEmpty())
+        return;
+    try {
+        auto context = tlsContext(options.certificateFile, options.keyFile);
+        const QString warning = expiryWarning(certificateEnd(context), QDateTime::currentDateTimeUtc());
+        if (!warning.isEmpty())
+            check.warnings << warning;
+    } catch (const std::exception &error) {
+        check.problems << QString::fromUtf8(error.what());
+    }
+}
+
+void checkVersion(const QString &file, StartCheck &check)
+{
+    try {
+        Database database(file, Database::Access::ReadOnly);
+        const int version = database.pragma(u"user_version"_s).toInt();
+        if (version < 0 || version > currentSchemaVersion())
+            check.problems << u"A newer version of the program wrote the database %1"_s.arg(file);
+    } catch (const StorageError &error) {
+        check.problems << u"%1: %2"_s.arg(file, QString::fromUtf8(error.what()));
+    }
+}
+
+void checkDatabase(const QString &file, StartCheck &check)
+{
+    const QString folder = nearestFolder(file);
+    if (!QFileInfo(folder).isDir())
+        check.problems << u"%1 is no folder, so the database cannot be made in it"_s.arg(folder);
+    else if (!mayWrite(folder)) // the journals lie beside the database
+        check.problems << u"The folder %1 of the database cannot be written"_s.arg(folder);
+    else if (!QFileInfo::exists(file))
+        return; // a start makes it
+    else if (!mayWrite(file) || !QFileInfo(file).isFile())
+        check.problems << u"The database %1 cannot be written"_s.arg(file);
+    else
+        checkVersion(file, check);
+}
+
+} // namespace
+
+StartCheck checkStart(const Options &options, const QString &database)
+{
+    StartCheck check;
+    checkCertificate(options, check);
+    checkDatabase(database, check);
+    return check;
+}
+
+} // namespace tideloft::service
