@@ -16,6 +16,12 @@ else()
     target_compile_options(tideloft_options INTERFACE -fstack-protector-strong)
     target_link_options(tideloft_options INTERFACE -Wl,-z,relro,-z,now)
 endif()
+# The other linker of binutils needs a third of the time for the many programs of tests.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -fuse-ld=gold TIDELOFT_HAS_GOLD)
+if(TIDELOFT_HAS_GOLD)
+    target_link_options(tideloft_options INTERFACE $<$<CONFIG:Debug>:-fuse-ld=gold>)
+endif()
 # What is shipped does not tell in which folder it was made, and is the same from every one.
 target_compile_options(tideloft_options INTERFACE
     "$<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.;-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>")
@@ -45,7 +51,6 @@ endfunction()
 function(tideloft_room name)
     add_library(${name} STATIC ${ARGN})
     target_link_libraries(${name} PUBLIC tideloft_options)
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
     tideloft_when_linked(tideloft_precompile_room ${name})
 endfunction()
 
