@@ -9,6 +9,7 @@
 #include <QTcpSocket>
 #include <QThread>
 
+#include <algorithm>
 #include <atomic>
 #include <memory>
 
@@ -41,6 +42,9 @@ public:
     /// How many bytes of its last reply the client's side has taken. Ask when the client is done with it.
     [[nodiscard]] qint64 taken() const { return sent; }
 
+    /// The same of the reply of which the client's side has taken the most.
+    [[nodiscard]] qint64 mostTaken() const { return mostSent; }
+
 private:
     void serve()
     {
@@ -66,6 +70,7 @@ private:
             const qint64 before = socket.bytesToWrite();
             socket.waitForBytesWritten(20);
             sent += before - socket.bytesToWrite();
+            mostSent = std::max(mostSent.load(), sent.load());
         }
         socket.disconnectFromHost();
         if (socket.state() != QAbstractSocket::UnconnectedState)
@@ -76,6 +81,7 @@ private:
     const QByteArray piece;
     const qint64 most;
     std::atomic<qint64> sent = 0;
+    std::atomic<qint64> mostSent = 0;
     std::atomic<int> port = 0;
     std::atomic<bool> stopping = false;
     std::unique_ptr<QThread> thread;
