@@ -5,6 +5,7 @@
 #include "service/api/json_reply.h"
 #include "service/http/server.h"
 #include "service/log.h"
+#include "service/metrics_server.h"
 #include "service/options.h"
 #include "service/start_check.h"
 
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <optional>
 #include <thread>
 
 #include <sys/resource.h>
@@ -31,7 +33,7 @@ void print(FILE *stream, const QString &text)
     std::fflush(stream);
 }
 
-ServerSettings serverSettings(const Options &options)
+ServerSettings serverSettings(const Options &options, Counters &counters)
 {
     ServerSettings settings;
     settings.address = options.listen;
@@ -41,6 +43,10 @@ ServerSettings serverSettings(const Options &options)
     settings.trustedProxy = options.trustedProxy;
     settings.limits.connections = static_cast<std::size_t>(options.connections);
     settings.limits.connectionsOfOnePeer = static_cast<std::size_t>(options.connectionsPerAddress);
+    settings.answered = [&counters](const QByteArray &method, const Response &response,
+                                    std::chrono::nanoseconds duration) {
+        counters.requestFinished(method, response.route, response.status, duration);
+    };
     settings.log = [output = std::make_shared<LogOutput>(STDERR_FILENO, options.quiet)](
                        LogLevel level, std::uint64_t request, const QByteArray &line) {
         output->write(level, request, line);
@@ -83,15 +89,23 @@ void serve(const Options &options)
     // A log whose reader is gone, and a file that may not grow, are errors of a write and no reason to end.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
-    ServerSettings settings = serverSettings(options);
+    Counters counters;
+    ServerSettings settings = serverSettings(options, counters);
     ApiSettings forApi = apiSettings(options);
     settings.transfers = forApi.transfers = transferBudget(settings.limits);
-    Api api({databaseFile(options)}, forApi);
+    StoreSettings store{databaseFile(options)};
+    store.committed = [&counters](std::chrono::nanoseconds duration) { counters.commitFinished(duration); };
+    Api api(store, forApi);
     settings.refuse = &errorResponse;
     settings.admit = [&api](const Request &head) { return api.admit(head); };
     HttpServer server(settings, [&api](const Request &request) { return api.handle(request); });
     server.stopOnSignals();
+    std::optional<MetricsServer> metrics;
+    if (options.metricsPort >= 0)
+        metrics.emplace(static_cast<std::uint16_t>(options.metricsPort), counters, api, server, store.file);
     print(stdout, u"listening on %1\n"_s.arg(origin(options, server.port())));
+    if (metrics)
+        print(stdout, u"metrics on http://127.0.0.1:%1/metrics\n"_s.arg(metrics->port()));
     server.run();
 }
 

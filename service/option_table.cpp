@@ -65,6 +65,13 @@ OptionEntry onOff(const char *name, bool Options::*member, const char *help)
     return {QString::fromLatin1(name), {}, QString::fromLatin1(help), set};
 }
 
+OptionEntry portOrNone(const char *name, int Options::*member, const char *help)
+{
+    OptionEntry entry = number(name, member, 0, 65535, help);
+    entry.help = QString::fromLatin1(help);
+    return entry;
+}
+
 } // namespace
 
 const QList<OptionEntry> &optionTable()
@@ -84,6 +91,9 @@ const QList<OptionEntry> &optionTable()
         address("trusted-proxy", &Options::trustedProxy,
                 "Address of a proxy in front of the service, in numbers. What it says in X-Forwarded-For "
                 "counts as the client's address."),
+        portOrNone("metrics-port", &Options::metricsPort,
+                   "Port on 127.0.0.1 that answers /metrics in the text format of Prometheus. 0 takes any "
+                   "free one. Default: none."),
         number("history-limit", &Options::historyLimit, 1, 100'000,
                "The newest messages that a history gives."),
         number("connections", &Options::connections, 1, million, "Connections at a time."),

@@ -28,6 +28,7 @@ struct Options {
     int quotaMegabytes = 2048;
     int quotaConversations = 2000;
     QString trustedProxy; ///< empty = none
+    int metricsPort = -1; ///< -1 = none
 
     bool operator==(const Options &other) const = default;
 };

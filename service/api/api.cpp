@@ -11,6 +11,7 @@
 #include "service/api/picture_handlers.h"
 #include "service/api/profile_handlers.h"
 #include "service/api/sign_in_sessions.h"
+#include "service/store/sessions.h"
 
 namespace tideloft::service
 {
@@ -70,6 +71,23 @@ Admitted Api::admit(const Request &head)
         if (!accepted)
             finish(nobody);
     }};
+}
+
+Api::Queues Api::queues() const
+{
+    return {context.store.waitingReads(), context.store.waitingWrites(), context.hashing.waiting()};
+}
+
+bool Api::countSessions(const std::function<void(std::optional<qint64>)> &done)
+{
+    return context.store.read([this, done](Database &database) {
+        std::optional<qint64> sessions;
+        try {
+            sessions = sessionCount(database, context.sessionTime());
+        } catch (const StorageError &) { // the page tells nothing of them then
+        }
+        done(sessions);
+    });
 }
 
 } // namespace tideloft::service

@@ -28,6 +28,18 @@ public:
     /// from somebody who is not signed in no more than signing in takes. Never throws.
     Admitted admit(const Request &head);
 
+    /// How many tasks wait. From any thread.
+    struct Queues {
+        std::size_t reads;
+        std::size_t writes;
+        std::size_t hashes;
+    };
+    Queues queues() const;
+
+    /// Counts the sessions that have not run out; DONE gets nothing when the database does not tell. False,
+    /// and DONE never called, when too much waits already. From any thread.
+    bool countSessions(const std::function<void(std::optional<qint64>)> &done);
+
 private:
     ApiContext context;
     Router router;

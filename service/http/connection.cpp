@@ -117,6 +117,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     if (lost)
         co_return false;
     answering = true;
+    const auto begin = std::chrono::steady_clock::now();
     QByteArray body = takeBody(parser);
     Response response;
     if (refusal) {
@@ -136,8 +137,9 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
         response = context.refuse(tooBusy());
         response.route = route;
     }
-    context.log(logLevel(response), ++context.requests,
-                logLine(toBytes(parser.get().method_string()), response));
+    const QByteArray method = toBytes(parser.get().method_string());
+    context.answered(method, response, std::chrono::steady_clock::now() - begin);
+    context.log(logLevel(response), ++context.requests, logLine(method, response));
     const bool keepAlive = !refusal && parser.keep_alive() && !context.stopping;
     const bool written = co_await write(stream, parser, response, keepAlive);
     transfer = {};

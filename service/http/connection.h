@@ -32,6 +32,8 @@ struct ConnectionContext {
     const std::shared_ptr<ByteBudget> transfers;
     std::function<void(LogLevel level, std::uint64_t request, const QByteArray &line)> log;
     std::uint64_t requests = 0; ///< since the start
+    std::function<void(const QByteArray &method, const Response &response, std::chrono::nanoseconds duration)>
+        answered;
     std::function<Response(const Refusal &refusal)> refuse;
     std::function<boost::asio::awaitable<Admission>(Request head)> admit;
     std::function<boost::asio::awaitable<Response>(Request)> answer;

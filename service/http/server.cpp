@@ -19,6 +19,7 @@
 
 #include <QHash>
 
+#include <atomic>
 #include <optional>
 #include <set>
 
@@ -38,6 +39,11 @@ public:
     ~Implementation() { mailbox->close(); }
 
     std::uint16_t port() const { return acceptor.local_endpoint().port(); }
+    std::size_t connectionCount() const { return open; }
+    QDateTime certificateEnd() const
+    {
+        return validUntil == 0 ? QDateTime() : QDateTime::fromSecsSinceEpoch(validUntil, Qt::UTC);
+    }
     void run() { io.run(); }
     void stop()
     {
@@ -65,6 +71,8 @@ private:
     asio::steady_timer pause;
     std::optional<asio::ip::address> trustedProxy;
     std::set<std::shared_ptr<Connection>> connections;
+    std::atomic<std::size_t> open = 0;     ///< how many there are, for other threads
+    std::atomic<qint64> validUntil = 0;    ///< the certificate, in seconds since 1970; 0 without one
     QHash<QByteArray, std::size_t> ofPeer; ///< how many of the connections
     std::shared_ptr<LoopMailbox> mailbox;  ///< for what other threads bring
 };
@@ -79,6 +87,7 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
       mailbox(std::make_shared<LoopMailbox>(io))
 {
     context.log = settings.log;
+    context.answered = settings.answered;
     context.refuse = settings.refuse;
     context.admit = [this, admit = settings.admit](Request head) {
         return waitFor<Admission>(mailbox, admit(head));
@@ -125,12 +134,14 @@ asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connecti
                                                         QByteArray peer)
 {
     ++ofPeer[peer];
+    ++open;
     try {
         co_await connection->serve();
     } catch (const std::exception &error) {
         context.log(LogLevel::Problem, 0, QByteArray("connection lost: ") + error.what());
     }
     connections.erase(connection);
+    --open;
     if (--ofPeer[peer] == 0)
         ofPeer.remove(peer);
     if (context.stopping && connections.empty())
@@ -160,7 +171,9 @@ void HttpServer::Implementation::readCertificate()
     if (certificateFile.isEmpty())
         return;
     tls.emplace(tlsContext(certificateFile, keyFile));
-    const QString warning = expiryWarning(certificateEnd(*tls), QDateTime::currentDateTimeUtc());
+    const QDateTime end = tideloft::service::certificateEnd(*tls);
+    validUntil = end.toSecsSinceEpoch();
+    const QString warning = expiryWarning(end, QDateTime::currentDateTimeUtc());
     if (!warning.isEmpty())
         context.log(LogLevel::Warning, 0, warning.toUtf8());
 }
@@ -222,6 +235,16 @@ HttpServer::~HttpServer() = default;
 std::uint16_t HttpServer::port() const
 {
     return implementation->port();
+}
+
+std::size_t HttpServer::connections() const
+{
+    return implementation->connectionCount();
+}
+
+QDateTime HttpServer::certificateEnd() const
+{
+    return implementation->certificateEnd();
 }
 
 void HttpServer::run()

@@ -5,6 +5,8 @@
 
 #include "service/http/server_settings.h"
 
+#include <QDateTime>
+
 #include <cstdint>
 #include <memory>
 
@@ -22,6 +24,12 @@ public:
     ~HttpServer();
 
     std::uint16_t port() const;
+
+    /// Connections that are open. From any thread, as the next one.
+    std::size_t connections() const;
+
+    /// Until when the present certificate is valid; not valid itself where there is none.
+    QDateTime certificateEnd() const;
 
     /// Serves until the server is stopped and the replies under way are finished or have had their time.
     void run();

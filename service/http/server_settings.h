@@ -52,6 +52,9 @@ struct ServerSettings {
     std::function<Admitted(const Request &head)> admit = [](const Request &) { return Admission(); };
     /// How a refusal is written: it is the same for what the server refuses and what the handler does.
     std::function<Response(const Refusal &refusal)> refuse = &plainRefusal;
+    /// Told of every request that was answered, from the whole request to the reply.
+    std::function<void(const QByteArray &method, const Response &response, std::chrono::nanoseconds duration)>
+        answered = [](const QByteArray &, const Response &, std::chrono::nanoseconds) {};
     /// REQUEST counts the requests since the start; 0 where a line belongs to none.
     std::function<void(LogLevel level, std::uint64_t request, const QByteArray &line)> log =
         [](LogLevel, std::uint64_t, const QByteArray &) {};

@@ -29,6 +29,11 @@ std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &t
     return KnownSession{query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toLongLong()};
 }
 
+qint64 sessionCount(Database &database, qint64 now)
+{
+    return database.number(u"SELECT count(*) FROM sessions WHERE expires_at > ?"_s, {now});
+}
+
 void removeSession(Database &database, const QByteArray &tokenHash)
 {
     database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash});

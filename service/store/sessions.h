@@ -16,6 +16,9 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
 /// Whose session it is, also when it has run out; nobody when there is none.
 std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &tokenHash);
 
+/// How many there are that have not run out at `now`.
+qint64 sessionCount(Database &database, qint64 now);
+
 void removeSession(Database &database, const QByteArray &tokenHash);
 
 } // namespace tideloft::service

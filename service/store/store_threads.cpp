@@ -52,25 +52,29 @@ std::exception_ptr changeAlone(Database &database, const WriteTask &task)
     return nullptr;
 }
 
-void storeTogether(Database &database, const Batch &batch)
+using Committed = std::function<void(std::chrono::nanoseconds)>;
+
+void storeTogether(Database &database, const Batch &batch, const Committed &committed)
 {
     std::vector<std::exception_ptr> failures;
     std::optional<Transaction> together;
     beginIn(database, together);
     for (const WriteTask &task : batch)
         failures.push_back(changeAlone(database, task));
+    const auto begin = std::chrono::steady_clock::now();
     together->commit();
+    committed(std::chrono::steady_clock::now() - begin);
     for (std::size_t i = 0; i < batch.size(); ++i)
         batch[i].done(failures[i]);
 }
 
 // One change that cannot be stored must not take the others with it, so each is then tried by itself.
-void storeOneByOne(Database &database, Batch &batch)
+void storeOneByOne(Database &database, Batch &batch, const Committed &committed)
 {
     while (!batch.empty()) {
         const Batch first{batch.front()};
         try {
-            storeTogether(database, first);
+            storeTogether(database, first, committed);
         } catch (const StorageError &) {
             first.front().done(std::current_exception());
         }
@@ -78,13 +82,13 @@ void storeOneByOne(Database &database, Batch &batch)
     }
 }
 
-void storeAll(Database &database, Batch &batch)
+void storeAll(Database &database, Batch &batch, const Committed &committed)
 {
     try {
-        storeTogether(database, batch);
+        storeTogether(database, batch, committed);
         batch.clear();
     } catch (const StorageError &) {
-        storeOneByOne(database, batch);
+        storeOneByOne(database, batch, committed);
     }
 }
 
@@ -95,7 +99,7 @@ StoreThreads::StoreThreads(const StoreSettings &settings)
       writes(settings.waitingWrites)
 {
     try {
-        startThread([this, settings](Opened &opened) { writeAll(settings.file, opened); });
+        startThread([this, settings](Opened &opened) { writeAll(settings, opened); });
         for (std::size_t i = 0; i < settings.readers; ++i)
             startThread([this, settings](Opened &opened) { readAll(settings.file, opened); });
     } catch (...) {
@@ -143,9 +147,9 @@ void StoreThreads::readAll(const QString &file, Opened &opened)
         (*task)(database);
 }
 
-void StoreThreads::writeAll(const QString &file, Opened &opened)
+void StoreThreads::writeAll(const StoreSettings &settings, Opened &opened)
 {
-    Store database(file);
+    Store database(settings.file);
     database.keep(knownState);
     QVariant version = database.pragma(u"data_version"_s);
     opened.set_value();
@@ -157,7 +161,7 @@ void StoreThreads::writeAll(const QString &file, Opened &opened)
         }
         try {
             if (!batch->empty())
-                storeAll(database, *batch);
+                storeAll(database, *batch, settings.committed);
         } catch (const CannotBegin &cannot) {
             refuse(std::move(*batch), cannot.failure);
         }

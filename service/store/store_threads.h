@@ -31,6 +31,8 @@ struct StoreSettings {
     std::size_t readers = 2;
     std::size_t waitingReads = 4096; ///< more are refused
     std::size_t waitingWrites = 1024;
+    /// Told of every commit that worked, with its sync to the disk. Called by the writer.
+    std::function<void(std::chrono::nanoseconds duration)> committed = [](std::chrono::nanoseconds) {};
 };
 
 class StoreThreads
@@ -58,7 +60,7 @@ public:
 private:
     using Opened = std::promise<void>;
     void readAll(const QString &file, Opened &opened);
-    void writeAll(const QString &file, Opened &opened);
+    void writeAll(const StoreSettings &settings, Opened &opened);
     template <typename Work> void startThread(Work work);
     void stop();
     void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);

@@ -23,6 +23,7 @@ NOT_FOR_CRYPTO = f"QNetwork|QSsl|QTcp|QWidget|QSql|boost/|{SYSTEM}"
 # the toolkits that it may not.
 FOLDERS = (
     ("service/http", "service/http/", "QSql|QJson"),
+    ("service/metrics", "service/metrics/", "QSql|QJson|openssl/|boost/"),
     ("service/threads", "service/threads/", "Q|openssl/|boost/"),
     ("service/store", "service/(store|threads)/", "openssl/|QJson|boost/"),
     ("service/api", "service/(api|store|threads)/|service/http/(byte_budget|exchange|multipart|header_value)",

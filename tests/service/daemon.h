@@ -32,11 +32,20 @@ public:
 
     bool startPlain(const QStringList &more = {}) { return start(more); }
 
-    bool startTls()
+    bool startTls(const QStringList &more = {})
     {
         return makeCertificate()
-               && start(
-                   {QStringLiteral("--tls-cert"), certificateFile(), QStringLiteral("--tls-key"), keyFile()});
+               && start(more
+                        + QStringList{QStringLiteral("--tls-cert"), certificateFile(),
+                                      QStringLiteral("--tls-key"), keyFile()});
+    }
+
+    /// Waits until the program has printed so many lines.
+    QByteArray outputOfLines(int count)
+    {
+        while (out.count('\n') < count && process.waitForReadyRead())
+            out += process.readAllStandardOutput();
+        return out;
     }
 
     /// Sends the signal and returns the exit code, or -1 when the program did not end by itself.
@@ -69,7 +78,7 @@ private:
         if (!process.waitForReadyRead())
             return false;
         out = process.readAllStandardOutput();
-        origin = QString::fromUtf8(out).trimmed().section(u' ', -1);
+        origin = QString::fromUtf8(out).section(u'\n', 0, 0).section(u' ', -1);
         return out.startsWith("listening on ");
     }
 
