@@ -67,16 +67,24 @@ QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &b
     return network.post(buildRequest(pathAndQuery), QJsonDocument(body).toJson());
 }
 
+// A request that signs somebody in has no user yet.
+const QObject *ApiClient::contextOf(const QNetworkReply &reply) const
+{
+    static const QStringList signIns{u"/api/auth/login"_s, u"/api/auth/register"_s, u"/api/me"_s};
+    return signIns.contains(reply.request().url().path()) ? this : userContext.get();
+}
+
 void ApiClient::handleJsonReply(QNetworkReply *reply, const SuccessContinuation &onSuccess,
                                 const FailureContinuation &onFailure, ReplyCache *cache)
 {
-    handleJson(reply, this, caches, cache, [=](const JsonReply &content, const ReplyOutcome &outcome) {
-        const auto &[document, status] = content;
-        if (outcome.ok)
-            onSuccess(document, status);
-        else
-            onFailure(document.isObject() ? extractErrorMessage(document) : outcome.errorText, status);
-    });
+    handleJson(
+        reply, contextOf(*reply), caches, cache, [=](const JsonReply &content, const ReplyOutcome &outcome) {
+            const auto &[document, status] = content;
+            if (outcome.ok)
+                onSuccess(document, status);
+            else
+                onFailure(document.isObject() ? extractErrorMessage(document) : outcome.errorText, status);
+        });
 }
 
 void ApiClient::clearReplyCaches()

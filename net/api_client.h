@@ -11,6 +11,8 @@
 #include <QJsonObject>
 #include <QNetworkAccessManager>
 
+#include <memory>
+
 namespace tideloft::net
 {
 
@@ -96,6 +98,8 @@ private:
     void loadOrCreateDeviceId();
     /// USER is signed in now. Replies that another user asked for are dropped, except those about sign-ins.
     void beginFor(const QString &user);
+    /// The context of what handles REPLY: it goes with the user, or with this client for a sign-in.
+    const QObject *contextOf(const QNetworkReply &reply) const;
     QNetworkRequest buildRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
     void postMessage(const QJsonObject &body);
@@ -113,6 +117,8 @@ private:
     QString lastUser; ///< whose profile came last, in small letters
     QString ownDeviceId;
     QString ownDeviceName;
+    /// The context of what handles the replies to this user: the next user gets another.
+    std::unique_ptr<QObject> userContext = std::make_unique<QObject>();
 };
 
 } // namespace tideloft::net

@@ -17,16 +17,6 @@ using namespace Qt::StringLiterals;
 namespace tideloft::net
 {
 
-namespace
-{
-
-bool isSignIn(const QString &path)
-{
-    return path == u"/api/auth/login"_s || path == u"/api/auth/register"_s || path == u"/api/me"_s;
-}
-
-} // namespace
-
 void ApiClient::login(const QString &name, const QString &password, bool rememberMe)
 {
     const QJsonObject body{{u"username"_s, name}, {u"password"_s, password}, {u"rememberMe"_s, rememberMe}};
@@ -76,17 +66,13 @@ void ApiClient::fetchMe()
 }
 
 // The service still carries out what an earlier user asked for, but its reply does not concern this user.
-// A request that signs somebody in has no user yet, so that it is not dropped.
 void ApiClient::beginFor(const QString &user)
 {
     const QString before = std::exchange(lastUser, user);
     if (before.isEmpty() || before == user)
         return;
     caches.tags.clear();
-    for (QNetworkReply *reply : network.findChildren<QNetworkReply *>()) {
-        if (!isSignIn(reply->request().url().path()))
-            reply->disconnect(this);
-    }
+    userContext = std::make_unique<QObject>();
 }
 
 void ApiClient::searchUsers(const QString &query)
@@ -100,7 +86,7 @@ void ApiClient::searchUsers(const QString &query)
 // A failed save shows the toolkit's error text: the reply's body is not read.
 void ApiClient::updateProfile(const QString &, const QString &bio, const ProfileCallback &callback)
 {
-    handleReply(post(u"/api/profile/update"_s, QJsonObject{{u"bio"_s, bio}}), this,
+    handleReply(post(u"/api/profile/update"_s, QJsonObject{{u"bio"_s, bio}}), userContext.get(),
                 [callback](QNetworkReply &, const ReplyOutcome &outcome) {
                     if (callback)
                         callback(outcome.ok, outcome.errorText);

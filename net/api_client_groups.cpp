@@ -33,14 +33,14 @@ JsonHandler groupHandler(ApiClient *client, const GroupContinuation &onSuccess)
 void ApiClient::fetchServers()
 {
     handleJson(
-        getList(u"/api/groups"_s), this, caches, &caches.servers,
+        getList(u"/api/groups"_s), userContext.get(), caches, &caches.servers,
         groupHandler(this, [this](const QJsonDocument &document) { emit serversLoaded(document.array()); }));
 }
 
 void ApiClient::fetchServer(const QString &groupId)
 {
     handleJson(
-        network.get(buildRequest(u"/api/groups/"_s + groupId)), this, caches, nullptr,
+        network.get(buildRequest(u"/api/groups/"_s + groupId)), userContext.get(), caches, nullptr,
         groupHandler(this, [this](const QJsonDocument &document) { emit serverLoaded(document.object()); }));
 }
 
@@ -48,7 +48,7 @@ void ApiClient::createServer(const QString &name, const QString &description)
 {
     const QJsonObject body{{u"name"_s, name}, {u"description"_s, description}};
     handleJson(
-        post(u"/api/groups"_s, body), this, caches, nullptr,
+        post(u"/api/groups"_s, body), userContext.get(), caches, nullptr,
         groupHandler(this, [this](const QJsonDocument &document) { emit serverCreated(document.object()); }));
 }
 

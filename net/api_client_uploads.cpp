@@ -37,7 +37,7 @@ void ApiClient::uploadAvatar(const QString &localPath)
         return;
     }
     QNetworkReply *reply = postImage(network, u"/api/profile/avatar/upload"_s, std::move(body));
-    handleReply(reply, this, [this, localPath](QNetworkReply &, const ReplyOutcome &outcome) {
+    handleReply(reply, userContext.get(), [this, localPath](QNetworkReply &, const ReplyOutcome &outcome) {
         emit avatarUploaded(outcome.ok, localPath);
     });
 }
@@ -49,12 +49,13 @@ void ApiClient::uploadServerIcon(const QString &groupId, const QString &localPat
     if (!body)
         return;
     QNetworkReply *reply = postImage(network, u"/api/groups/"_s + groupId + u"/icon"_s, std::move(body));
-    handleReply(reply, this, [this, groupId](QNetworkReply &finished, const ReplyOutcome &outcome) {
-        if (!outcome.ok)
-            return;
-        const QJsonObject answer = readJsonReply(finished).document.object();
-        emit serverIconUploaded(groupId, answer.value(u"iconUrl"_s).toString());
-    });
+    handleReply(reply, userContext.get(),
+                [this, groupId](QNetworkReply &finished, const ReplyOutcome &outcome) {
+                    if (!outcome.ok)
+                        return;
+                    const QJsonObject answer = readJsonReply(finished).document.object();
+                    emit serverIconUploaded(groupId, answer.value(u"iconUrl"_s).toString());
+                });
 }
 
 } // namespace tideloft::net
