@@ -18,6 +18,8 @@ namespace tideloft::app
 namespace
 {
 
+const QString question = u"Choose your language / Välj ditt språk"_s;
+
 const QString dialogStyle = uR"(
 QDialog { background: transparent; }
 #card { background: #111e2a; border: 1px solid #1a2d40; border-radius: 16px; }
@@ -60,7 +62,7 @@ LanguageSelectDialog::LanguageSelectDialog(QWidget *parent) : QDialog(parent)
     setAttribute(Qt::WA_TranslucentBackground);
     setStyleSheet(dialogStyle);
     ui::makeColumn(this)->addWidget(buildCard());
-    setAccessibleName(findChild<QLabel *>(u"subtitle"_s)->text()); // the window has no title to be called by
+    setAccessibleName(question); // the window has no title to be called by
 }
 
 QWidget *LanguageSelectDialog::buildCard()
@@ -72,7 +74,7 @@ QWidget *LanguageSelectDialog::buildCard()
     column->setContentsMargins(36, 32, 36, 32);
     column->addLayout(makeBrandLine(card));
     column->addSpacing(6);
-    column->addWidget(ui::makeLabel(u"Choose your language / Välj ditt språk"_s, card, u"subtitle"_s));
+    column->addWidget(ui::makeLabel(question, card, u"subtitle"_s));
     column->addSpacing(24);
     column->addWidget(swedish);
     column->addSpacing(8);

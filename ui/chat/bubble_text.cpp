@@ -6,6 +6,7 @@
 #include "ui/style/inline_styles.h"
 #include "ui/widgets/emoji_formats.h"
 #include "ui/widgets/text_height.h"
+#include "ui/widgets/toolkit_parts.h"
 
 #include <QEvent>
 #include <QTextDocument>
@@ -114,7 +115,7 @@ void BubbleText::selectAll()
 {
     setFocus();
     setSelection(0, 0); // the document is filled when it is first needed
-    if (const auto *document = findChild<QTextDocument *>())
+    if (const auto *document = documentOf(this))
         setSelection(0, document->characterCount() - 1); // without the end of the last paragraph
 }
 
@@ -146,7 +147,7 @@ void BubbleText::paintEvent(QPaintEvent *event)
 void BubbleText::breakLongWords()
 {
     QLabel::heightForWidth(width()); // the layout that is due
-    auto *document = findChild<QTextDocument *>();
+    auto *document = documentOf(this);
     if (!document)
         return;
     QTextOption option = document->defaultTextOption();
@@ -159,7 +160,7 @@ void BubbleText::breakLongWords()
 void BubbleText::drawEmoji()
 {
     QLabel::heightForWidth(width()); // fills the document
-    if (auto *document = findChild<QTextDocument *>())
+    if (auto *document = documentOf(this))
         formatEmoji(document);
     areEmojiDrawn = true;
 }

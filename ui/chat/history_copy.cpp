@@ -4,6 +4,7 @@
 #include "ui/chat/history_copy.h"
 
 #include "ui/chat/bubble_text.h"
+#include "ui/chat/message_row.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -22,8 +23,8 @@ namespace
 BubbleText *messageAt(const QListWidget *list, QPoint position)
 {
     QListWidgetItem *entry = list->itemAt(position);
-    const QWidget *row = entry ? list->itemWidget(entry) : nullptr;
-    return row ? row->findChild<BubbleText *>() : nullptr;
+    const auto *row = qobject_cast<MessageRow *>(entry ? list->itemWidget(entry) : nullptr);
+    return row ? row->text() : nullptr;
 }
 
 // The menu runs no event loop of its own: a refresh may delete the message meanwhile, then there is still its

@@ -56,26 +56,6 @@ QLabel *makeTime(const MessageRowModel &model, QWidget *bubble)
     return time;
 }
 
-QWidget *makeBubble(const MessageRowModel &model, QWidget *row)
-{
-    auto *bubble = makeBox(row);
-    bubble->setStyleSheet(style::bubble(model.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
-    bubble->setMaximumWidth(520);
-    bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
-    auto *column = makeColumn(bubble, 3);
-    column->setContentsMargins(12, 8, 12, 8);
-    if (model.showsSender())
-        column->addWidget(makeSenderName(model.sender, bubble));
-    column->addWidget(new BubbleText(model.text, bubble));
-    if (!model.time.isEmpty())
-        column->addWidget(makeTime(model, bubble));
-    if (!model.trouble.isEmpty()) {
-        bubble->setToolTip(model.trouble);
-        showToolTipAsPlainText(bubble);
-    }
-    return bubble;
-}
-
 QMargins rowMargins(const MessageRowModel &model)
 {
     const int top = model.startsGroup() ? 8 : 2;
@@ -94,15 +74,36 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
     line->setContentsMargins(rowMargins(model));
     if (model.isMine) {
         line->addStretch();
-        line->addWidget(makeBubble(model, this));
+        line->addWidget(makeBubble(model));
         return;
     }
     if (model.showsSender())
         line->addWidget(makeAvatar(model.sender, this), 0, Qt::AlignTop);
     else
         line->addItem(new AvatarSpace); // the layout owns it
-    line->addWidget(makeBubble(model, this));
+    line->addWidget(makeBubble(model));
     line->addStretch();
+}
+
+QWidget *MessageRow::makeBubble(const MessageRowModel &model)
+{
+    auto *bubble = makeBox(this);
+    bubble->setStyleSheet(style::bubble(model.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
+    bubble->setMaximumWidth(520);
+    bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
+    auto *column = makeColumn(bubble, 3);
+    column->setContentsMargins(12, 8, 12, 8);
+    if (model.showsSender())
+        column->addWidget(makeSenderName(model.sender, bubble));
+    bubbleText = new BubbleText(model.text, bubble);
+    column->addWidget(bubbleText);
+    if (!model.time.isEmpty())
+        column->addWidget(makeTime(model, bubble));
+    if (!model.trouble.isEmpty()) {
+        bubble->setToolTip(model.trouble);
+        showToolTipAsPlainText(bubble);
+    }
+    return bubble;
 }
 
 QSize MessageRow::sizeHint() const

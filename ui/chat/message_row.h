@@ -10,6 +10,8 @@
 namespace tideloft::ui
 {
 
+class BubbleText;
+
 /// A message's row: it asks for no more width than the list below it has, and for the height that its wrapped
 /// text needs at that width.
 class MessageRow : public QWidget
@@ -20,6 +22,13 @@ public:
     MessageRow(const MessageRowModel &model, QWidget *parent);
 
     QSize sizeHint() const override;
+
+    [[nodiscard]] BubbleText *text() const { return bubbleText; }
+
+private:
+    QWidget *makeBubble(const MessageRowModel &model);
+
+    BubbleText *bubbleText = nullptr;
 };
 
 } // namespace tideloft::ui

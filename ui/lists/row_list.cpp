@@ -55,13 +55,17 @@ private:
 namespace
 {
 
-/// Lays out what stands in ROW, the innermost first: left until it is shown, each part would have all around
-/// it laid out once more.
-void layOut(QWidget *row)
+/// Lays out what stands in LAYOUT, the innermost first: left until it is shown, each part would have all
+/// around it laid out once more.
+void layOut(QLayout *layout)
 {
-    const QList<QLayout *> layouts = row->findChildren<QLayout *>();
-    for (auto layout = layouts.crbegin(); layout != layouts.crend(); ++layout)
-        (*layout)->activate();
+    if (!layout)
+        return;
+    for (int i = 0; i < layout->count(); ++i) {
+        QLayoutItem *item = layout->itemAt(i);
+        layOut(item->widget() ? item->widget()->layout() : item->layout());
+    }
+    layout->activate();
 }
 
 // An entry makes room even for a value that is none.
@@ -92,7 +96,7 @@ void setRow(QListWidget *list, int index, const ListRow &row)
     if (QWidget *before = list->itemWidget(entry))
         before->hide(); // the list deletes it later
     row.widget->resize(list->viewport()->width(), row.sizeHint.height());
-    layOut(row.widget);
+    layOut(row.widget->layout());
     list->setItemWidget(entry, row.widget);
 }
 

@@ -6,6 +6,7 @@
 #include "ui/texts/text.h"
 
 #include <QJsonArray>
+#include <QList>
 #include <QWidget>
 
 class QPushButton;
@@ -57,6 +58,7 @@ private:
     QString selectedServerId;
     QPushButton *railMessagesBtn = nullptr;
     QWidget *serverColumn = nullptr;
+    QList<QPushButton *> serverButtons;
     QPushButton *createServerBtn = nullptr;
     QPushButton *railSettingsBtn = nullptr;
 };

@@ -43,14 +43,12 @@ QString Rail::serverName(const QString &groupId) const
 void Rail::rebuildServerRail()
 {
     const QString focused = serverWithFocus(serverColumn);
-    while (QLayoutItem *item = serverColumn->layout()->takeAt(0)) {
-        delete item->widget();
-        delete item;
-    }
+    qDeleteAll(std::exchange(serverButtons, {})); // each leaves the column's layout, too
     QWidget *last = railMessagesBtn;
     for (const ServerModel &server : serverModels(servers).mid(0, serversLimit)) {
         QPushButton *button = makeServerButton(server, server.groupId == selectedServerId, serverColumn);
         serverColumn->layout()->addWidget(button);
+        serverButtons.append(button);
         setTabOrder(std::exchange(last, button), button); // new widgets come last on the Tab key's way
         connectServerButton(button, server.groupId);
         if (!focused.isEmpty() && server.groupId == focused) {
@@ -73,13 +71,13 @@ void Rail::selectServer(const QString &groupId)
 {
     selectedServerId = groupId;
     rebuildServerRail();
-    if (QPushButton *button = serverButton(serverColumn, selectedServerId))
+    if (QPushButton *button = serverButton(serverButtons, selectedServerId))
         scrollServerIntoView(button);
 }
 
 bool Rail::focusSelectedServer()
 {
-    QPushButton *button = serverButton(serverColumn, selectedServerId);
+    QPushButton *button = serverButton(serverButtons, selectedServerId);
     if (button)
         button->setFocus();
     return button;

@@ -51,9 +51,8 @@ QString serverWithFocus(const QWidget *column)
     return focused && column->isAncestorOf(focused) ? focused->property(groupProperty).toString() : QString();
 }
 
-QPushButton *serverButton(const QWidget *column, const QString &groupId)
+QPushButton *serverButton(const QList<QPushButton *> &buttons, const QString &groupId)
 {
-    const auto buttons = column->findChildren<QPushButton *>(Qt::FindDirectChildrenOnly);
     const auto found = std::find_if(buttons.cbegin(), buttons.cend(), [&](const QPushButton *button) {
         return button->property(groupProperty).toString() == groupId;
     });

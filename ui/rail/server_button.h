@@ -5,6 +5,8 @@
 
 #include "ui/rail/server_models.h"
 
+#include <QList>
+
 class QPushButton;
 class QWidget;
 
@@ -18,7 +20,7 @@ QPushButton *makeServerButton(const ServerModel &server, bool selected, QWidget 
 /// The `groupId` of the server whose button in COLUMN has the keyboard; empty if none has.
 QString serverWithFocus(const QWidget *column);
 
-/// The first button in COLUMN of the server GROUPID; null if there is none.
-QPushButton *serverButton(const QWidget *column, const QString &groupId);
+/// The first of BUTTONS that is the server GROUPID's; null if there is none.
+QPushButton *serverButton(const QList<QPushButton *> &buttons, const QString &groupId);
 
 } // namespace tideloft::ui

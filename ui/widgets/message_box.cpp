@@ -8,7 +8,9 @@
 #include "ui/widgets/emoji_highlighter.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/text_height.h"
+#include "ui/widgets/toolkit_parts.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
@@ -30,9 +32,11 @@ bool isShown(const QWidget *parent, QMessageBox::Icon icon, const QString &text)
 {
     if (!parent)
         return false;
-    const auto boxes = parent->findChildren<QMessageBox *>(QString(), Qt::FindDirectChildrenOnly);
-    return std::any_of(boxes.begin(), boxes.end(), [icon, &text](const QMessageBox *box) {
-        return box->isVisible() && box->icon() == icon && box->text() == text;
+    const auto windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.cbegin(), windows.cend(), [&](const QWidget *window) {
+        const auto *box = qobject_cast<const QMessageBox *>(window);
+        return box && box->parent() == parent && box->isVisible() && box->icon() == icon
+               && box->text() == text;
     });
 }
 
@@ -87,7 +91,7 @@ QPlainTextEdit *makeScrollingText(const QString &text, int height, QMessageBox *
 void keepOnScreen(QMessageBox *box)
 {
     auto *grid = qobject_cast<QGridLayout *>(box->layout());
-    auto *label = box->findChild<QLabel *>(u"qt_msgbox_label"_s);
+    auto *label = textLabelOf(box);
     if (!grid || !label)
         return;
     box->ensurePolished();

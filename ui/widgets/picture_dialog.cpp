@@ -5,6 +5,7 @@
 
 #include "ui/widgets/message_box.h"
 #include "ui/widgets/picture_file.h"
+#include "ui/widgets/toolkit_parts.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>
@@ -57,8 +58,7 @@ QString choosePicture(QWidget *parent, const QString &title, Language language)
     QFileDialog dialog(parent, title, {}, pictureFilter(language));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setSupportedSchemes({u"file"_s}); // a desktop's own dialog knows other places, too
-    // Nor has such a dialog this field.
-    if (auto *field = dialog.findChild<QLineEdit *>(); field && field->completer())
+    if (auto *field = nameFieldOf(&dialog); field && field->completer())
         new OfferedNames(field, field->completer()->popup());
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }

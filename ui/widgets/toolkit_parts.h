@@ -1,0 +1,25 @@
+// Parts of the toolkit's own widgets that the toolkit has no function for.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QFileDialog;
+class QLabel;
+class QLineEdit;
+class QMessageBox;
+class QTextDocument;
+
+namespace tideloft::ui
+{
+
+/// The label that shows the text of BOX. A box gives its text, but neither the place nor the font of it.
+QLabel *textLabelOf(const QMessageBox *box);
+
+/// The field of DIALOG in which a file's name is typed; null in the dialog of a desktop.
+QLineEdit *nameFieldOf(const QFileDialog *dialog);
+
+/// The document that LABEL draws a selectable text from; null before the label first needs it. A label can
+/// neither break long words nor give a part of its text another format: its document can.
+QTextDocument *documentOf(const QLabel *label);
+
+} // namespace tideloft::ui
