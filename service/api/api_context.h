@@ -4,7 +4,7 @@
 #pragma once
 
 #include "service/api/attempt_limit.h"
-#include "service/api/password.h"
+#include "service/secrets/password.h"
 #include "service/http/byte_budget.h"
 #include "service/store/messages.h"
 #include "service/store/store_threads.h"

@@ -7,7 +7,7 @@
 #include "service/api/json_reply.h"
 #include "service/api/picture_handlers.h"
 #include "service/api/picture_url.h"
-#include "service/api/random.h"
+#include "service/secrets/random.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/api/versioned_list.h"
 #include "service/store/groups.h"

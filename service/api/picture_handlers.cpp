@@ -6,7 +6,7 @@
 #include "service/api/json_reply.h"
 #include "service/api/picture_type.h"
 #include "service/api/picture_url.h"
-#include "service/api/random.h"
+#include "service/secrets/random.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/http/multipart.h"
 

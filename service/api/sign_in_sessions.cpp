@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/sign_in_sessions.h"
 
-#include "service/api/random.h"
+#include "service/secrets/random.h"
 #include "service/api/tasks.h"
 #include "service/store/sessions.h"
 

@@ -26,7 +26,8 @@ FOLDERS = (
     ("service/metrics", "service/metrics/", "QSql|QJson|openssl/|boost/"),
     ("service/threads", "service/threads/", "Q|openssl/|boost/"),
     ("service/store", "service/(store|threads)/", "openssl/|QJson|boost/"),
-    ("service/api", "service/(api|store|threads)/|service/http/(byte_budget|exchange|multipart|header_value)",
+    ("service/secrets", "service/secrets/", "QSql|QJson|boost/"),
+    ("service/api", "service/(api|secrets|store|threads)/|service/http/(byte_budget|exchange|multipart|header_value)",
      "QSql|boost/"),
     ("service", "service/", "openssl/|QSql|QJson"),
     *((f"ui/{room}", f"ui/({room}|{TOOLS})/", NOT_FOR_UI) for room in ("rail", "settings", "sign_in")),
@@ -99,7 +100,7 @@ def main():
     if offences:
         sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto -> local_files;\n"
                  "window -> pages -> messages -> tool rooms; crypto/messages -> crypto/keys -> crypto/cipher;\n"
-                 "service/api -> service/http, service/store), and no units include each other:\n  "
+                 "service/api -> service/http, service/store, service/secrets), and no units include each other:\n  "
                  + "\n  ".join(offences))
     print(f"{len(files)} files keep to their layer")
 

@@ -1,7 +1,7 @@
 // Password hashes: what they hold, what they match.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/api/password.h"
+#include "service/secrets/password.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;

@@ -1,7 +1,7 @@
 // Randomness from libcrypto.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/api/random.h"
+#include "service/secrets/random.h"
 
 #include <openssl/rand.h>
 

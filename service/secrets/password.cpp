@@ -1,9 +1,9 @@
 // Hashing with libcrypto.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/api/password.h"
+#include "service/secrets/password.h"
 
-#include "service/api/random.h"
+#include "service/secrets/random.h"
 
 #include <QList>
 
