@@ -3,9 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/database.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "service/store/database_file.h"
+
 #include <QSqlError>
 #include <QUuid>
 
@@ -19,30 +18,9 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-
 [[noreturn]] void fail(const QString &what, const QString &why)
 {
     throw StorageError((what + u": "_s + why).toStdString());
-}
-
-void makeFolder(const QString &folder)
-{
-    if (QDir(folder).exists())
-        return;
-    if (!QDir().mkpath(folder))
-        fail(u"Could not create the folder of the database"_s, folder);
-    QFile::setPermissions(folder, ownerOnly | QFileDevice::ExeOwner);
-}
-
-// SQLite would create the file with the rights of the umask. The journals beside it take over the rights of
-// the file, so making it first is enough for all of them.
-void makeFile(const QString &file)
-{
-    makeFolder(QFileInfo(file).absolutePath());
-    QFile database(file);
-    if (!database.open(QIODevice::ReadWrite, ownerOnly) || !database.setPermissions(ownerOnly))
-        fail(u"Could not open the database "_s + file, database.errorString());
 }
 
 } // namespace
@@ -62,8 +40,12 @@ Database::Database(const QString &file, Access wanted)
 
 void Database::open(const QString &file)
 {
-    if (access == Access::Full)
-        makeFile(file);
+    // SQLite would create the file with the rights of the umask. The journals beside it take over the rights
+    // of the file, so making it first is enough for all of them.
+    if (access == Access::Full) {
+        makeFolderOf(file);
+        makeOwnFile(file);
+    }
     connection.setDatabaseName(file);
     if (!connection.open())
         fail(u"Could not open the database "_s + file, connection.lastError().text());

@@ -48,6 +48,8 @@ public:
     /// The state that is told. It must outlive the database.
     void keep(KnownState &state) { known = &state; }
 
+    QString file() const { return connection.databaseName(); }
+
     /// The number that PRAGMA `name` reports, or its text.
     QVariant pragma(const QString &name);
 

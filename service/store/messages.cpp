@@ -5,6 +5,7 @@
 
 #include "service/store/versions.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tideloft::service
@@ -35,9 +36,16 @@ void rememberLast(Database &database, const User &user, const User &peer, const 
     conversationsChanged(database, user);
 }
 
+// As the database counts them when messages are removed: a pair of surrogates is one.
+qint64 charactersIn(const QString &text)
+{
+    return text.size() - std::count_if(text.begin(), text.end(), [](QChar c) { return c.isLowSurrogate(); });
+}
+
 qint64 sizeOf(const StoredMessage &message)
 {
-    return message.text.size() + message.iv.size() + message.recipientKeys.size() + message.senderKeys.size();
+    return charactersIn(message.text) + message.iv.size() + charactersIn(message.recipientKeys)
+           + charactersIn(message.senderKeys);
 }
 
 bool haveTalked(Database &database, const User &user, const User &peer)

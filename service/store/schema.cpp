@@ -87,9 +87,31 @@ QStringList versionsAndQuotas()
     };
 }
 
+// A message that is removed is looked for in the conversations whose last one it may be.
+QStringList removalOfMessages()
+{
+    return {u"CREATE INDEX conversations_by_last_message ON conversations (last_message_id)"_s};
+}
+
 QList<QStringList> steps()
 {
-    return {accountsAndMessages(), groupsAndPictures(), versionsAndQuotas()};
+    return {accountsAndMessages(), groupsAndPictures(), versionsAndQuotas(), removalOfMessages()};
+}
+
+int versionOf(Database &database)
+{
+    return database.pragma(u"user_version"_s).toInt();
+}
+
+void refuseNewer(const Database &database, int version)
+{
+    if (version >= 0 && version <= currentSchemaVersion())
+        return;
+    throw StorageError(u"The database %1 has version %2, and this program knows versions up to %3: a newer "
+                       "version of the program wrote it"_s.arg(database.file())
+                           .arg(version)
+                           .arg(currentSchemaVersion())
+                           .toStdString());
 }
 
 } // namespace
@@ -99,20 +121,34 @@ int currentSchemaVersion()
     return static_cast<int>(steps().size());
 }
 
+void requireKnownVersion(Database &database)
+{
+    const int version = versionOf(database);
+    refuseNewer(database, version);
+    if (version == 0)
+        throw StorageError((database.file() + u" is no database of the service"_s).toStdString());
+}
+
+void requireCurrentVersion(Database &database)
+{
+    requireKnownVersion(database);
+    if (versionOf(database) != currentSchemaVersion())
+        throw StorageError(
+            (u"The database %1 has an older form: the service brings it to the present one when "
+             "it starts"_s)
+                .arg(database.file())
+                .toStdString());
+}
+
 void migrate(Database &database)
 {
     const QList<QStringList> all = steps();
-    int version = database.pragma(u"user_version"_s).toInt();
+    int version = versionOf(database);
     while (version != all.size()) {
         Transaction transaction(database);
         // Another process may have taken the step meanwhile.
-        version = database.pragma(u"user_version"_s).toInt();
-        if (version > all.size() || version < 0)
-            throw StorageError(
-                u"The database has version %1 and this program knows versions up to %2: a newer "
-                "version of the program wrote it"_s.arg(version)
-                    .arg(all.size())
-                    .toStdString());
+        version = versionOf(database);
+        refuseNewer(database, version);
         if (version == all.size())
             return;
         for (const QString &statement : all[version])

@@ -11,6 +11,12 @@ namespace tideloft::service
 /// The version that this program writes; stored in the database as PRAGMA user_version.
 int currentSchemaVersion();
 
+/// Throws StorageError when the database is newer than this program, or is none of the service's.
+void requireKnownVersion(Database &database);
+
+/// Throws StorageError unless the database is in its current form.
+void requireCurrentVersion(Database &database);
+
 /// Brings the database to the current version, each step all or nothing. Throws StorageError when it is newer
 /// than that.
 void migrate(Database &database);

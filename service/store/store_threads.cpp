@@ -5,6 +5,8 @@
 
 #include "service/store/schema.h"
 
+#include <algorithm>
+#include <chrono>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -92,10 +94,43 @@ void storeAll(Database &database, Batch &batch, const Committed &committed)
     }
 }
 
+/// When the next piece of work is due that has time.
+class UpkeepTurns
+{
+public:
+    explicit UpkeepTurns(Upkeep wanted) : upkeep(std::move(wanted)) {}
+
+    std::chrono::milliseconds untilNext() const
+    {
+        using namespace std::chrono;
+        if (!upkeep.piece)
+            return idleTurn;
+        return std::max(0ms, ceil<milliseconds>(next - steady_clock::now()));
+    }
+
+    void take(Database &database)
+    {
+        if (!upkeep.piece || untilNext().count() > 0)
+            return;
+        bool more = false;
+        try {
+            more = upkeep.piece(database);
+        } catch (const std::exception &) {
+            // Whatever hinders the writer is told by those who wait for it; the piece is tried again.
+        }
+        next = std::chrono::steady_clock::now() + (more ? upkeep.betweenPieces : upkeep.whenDone);
+    }
+
+private:
+    const Upkeep upkeep;
+    std::chrono::steady_clock::time_point next = std::chrono::steady_clock::now() + upkeep.whenDone;
+};
+
 } // namespace
 
 StoreThreads::StoreThreads(const StoreSettings &settings)
-    : reads(settings.waitingReads),
+    : lock(settings.file, DatabaseLock::Kind::Shared),
+      reads(settings.waitingReads),
       writes(settings.waitingWrites)
 {
     try {
@@ -150,10 +185,12 @@ void StoreThreads::readAll(const QString &file, Opened &opened)
 void StoreThreads::writeAll(const StoreSettings &settings, Opened &opened)
 {
     Store database(settings.file);
+    UpkeepTurns upkeep(settings.upkeep);
     database.keep(knownState);
     QVariant version = database.pragma(u"data_version"_s);
     opened.set_value();
-    while (std::optional<Batch> batch = writes.takeAll(mostTogether, idleTurn)) {
+    while (std::optional<Batch> batch =
+               writes.takeAll(mostTogether, std::min(idleTurn, upkeep.untilNext()))) {
         // The number changes when another connection has written, which only that of another process does.
         if (const QVariant now = database.pragma(u"data_version"_s); now != version) {
             version = now;
@@ -165,6 +202,7 @@ void StoreThreads::writeAll(const StoreSettings &settings, Opened &opened)
         } catch (const CannotBegin &cannot) {
             refuse(std::move(*batch), cannot.failure);
         }
+        upkeep.take(database);
     }
 }
 

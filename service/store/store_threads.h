@@ -4,8 +4,10 @@
 #pragma once
 
 #include "service/store/database.h"
+#include "service/store/database_lock.h"
 #include "service/threads/bounded_queue.h"
 
+#include <chrono>
 #include <exception>
 #include <functional>
 #include <future>
@@ -26,6 +28,15 @@ struct WriteTask {
     std::function<void(std::exception_ptr failure)> done;
 };
 
+/// Work that has time, done in small pieces by the writer when it has nothing else to do or has just
+/// committed.
+struct Upkeep {
+    /// Does a piece. True when there is more to do at once. May throw.
+    std::function<bool(Database &)> piece;
+    std::chrono::milliseconds betweenPieces{200};
+    std::chrono::milliseconds whenDone{600'000}; ///< until it is looked for again; also after the start
+};
+
 struct StoreSettings {
     QString file;
     std::size_t readers = 2;
@@ -33,6 +44,7 @@ struct StoreSettings {
     std::size_t waitingWrites = 1024;
     /// Told of every commit that worked, with its sync to the disk. Called by the writer.
     std::function<void(std::chrono::nanoseconds duration)> committed = [](std::chrono::nanoseconds) {};
+    Upkeep upkeep = {}; ///< none unless there is a `piece`
 };
 
 class StoreThreads
@@ -65,6 +77,7 @@ private:
     void stop();
     void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);
 
+    const DatabaseLock lock;
     KnownState knownState;
     BoundedQueue<ReadTask> reads;
     BoundedQueue<WriteTask> writes;

@@ -13,4 +13,8 @@ struct User {
     QString name;
 };
 
+/// What an account may do. The numbers stand in the database. Of a deleted account the name is left, so that
+/// nobody else is ever taken for that person, and the messages that others have got.
+enum class UserState { Active = 0, Disabled = 1, Deleted = 2 };
+
 } // namespace tideloft::service

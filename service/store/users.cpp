@@ -11,15 +11,36 @@ namespace tideloft::service
 
 using namespace Qt::StringLiterals;
 
-std::optional<User> findUser(Database &database, const QString &name)
+namespace
+{
+
+std::optional<User> findWithState(Database &database, const QString &name, UserState highest)
 {
     const std::optional<QString> normalized = normalizedUserName(name);
     if (!normalized)
         return std::nullopt;
-    Rows query = database.run(u"SELECT id FROM users WHERE name = ?"_s, {*normalized});
+    Rows query = database.run(u"SELECT id FROM users WHERE name = ? AND state <= ?"_s,
+                              {*normalized, static_cast<int>(highest)});
     if (!query.next())
         return std::nullopt;
     return User{query.value(0).toLongLong(), *normalized};
+}
+
+} // namespace
+
+std::optional<User> findUser(Database &database, const QString &name)
+{
+    return findWithState(database, name, UserState::Disabled);
+}
+
+std::optional<User> findUserOrDeleted(Database &database, const QString &name)
+{
+    return findWithState(database, name, UserState::Deleted);
+}
+
+UserState stateOf(Database &database, const User &user)
+{
+    return static_cast<UserState>(database.number(u"SELECT state FROM users WHERE id = ?"_s, {user.id}));
 }
 
 QByteArray passwordHash(Database &database, const User &user)
@@ -51,9 +72,9 @@ void setBio(Database &database, const User &user, const QString &bio)
 // instr() takes the text as it is: "%" and "_" are no wildcards, and "_" may stand in a name.
 QStringList findNames(Database &database, const QString &text, const User &except, int limit)
 {
-    Rows query = database.run(u"SELECT name FROM users WHERE instr(name, ?) > 0 AND id <> ?"
+    Rows query = database.run(u"SELECT name FROM users WHERE instr(name, ?) > 0 AND id <> ? AND state <> ?"
                               " ORDER BY instr(name, ?) > 1, name LIMIT ?"_s,
-                              {text, except.id, text, limit});
+                              {text, except.id, static_cast<int>(UserState::Deleted), text, limit});
     QStringList names;
     while (query.next())
         names.append(query.value(0).toString());

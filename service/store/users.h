@@ -13,13 +13,19 @@
 namespace tideloft::service
 {
 
-/// Finds a user by any spelling of the name.
+/// Finds a user by any spelling of the name; one whose account was deleted is not found.
 std::optional<User> findUser(Database &database, const QString &name);
+
+/// Finds the user whose messages others may have, also when the account was deleted.
+std::optional<User> findUserOrDeleted(Database &database, const QString &name);
+
+UserState stateOf(Database &database, const User &user);
 
 /// The stored hash; empty when there is no such user.
 QByteArray passwordHash(Database &database, const User &user);
 
-/// False when the name is taken. `name` must be normalised; `now` is in ms since 1970.
+/// False when the name is taken, also by an account that was deleted. `name` must be normalised; `now` is in
+/// ms since 1970.
 bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now);
 
 /// What the user has written about themselves.

@@ -1,0 +1,24 @@
+// The file of a database: made for its owner alone, and brought to the disk.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+namespace tideloft::service
+{
+
+/// Makes the folder of the file, and missing ones above it, for the owner only. Throws StorageError.
+void makeFolderOf(const QString &file);
+
+/// Makes the file where there is none, and sees to it that only its owner may read it. Throws StorageError.
+void makeOwnFile(const QString &file);
+
+/// Gives the file to the owner of another one, if this process may: what root makes beside a database must
+/// be the service's too.
+void giveToOwnerOf(const QString &file, const QString &other);
+
+/// Waits until the file and its name in the folder are on the disk. Throws StorageError.
+void syncFile(const QString &file);
+
+} // namespace tideloft::service

@@ -1,0 +1,174 @@
+// Old messages go, a few at a time, and every list is right after each time.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/maintenance.h"
+#include "service/store/retention.h"
+#include "service/store/store_threads.h"
+#include "service/store/versions.h"
+#include "tests/service/store/store_fixture.h"
+#include "tests/support/test_main.h"
+
+#include <QSemaphore>
+
+#include <atomic>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+using namespace tideloft::tests;
+
+class TestRetention : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { store.reset(new StoreFixture); }
+    void onlyOldMessagesGo();
+    void oldestGoFirstAndNoMoreThanAsked();
+    void conversationEndsWithItsLastMessage();
+    void clockThatWasSetBackEndsNoConversation();
+    void listsHaveOtherVersionsAfterwards();
+    void conversationsThatLoseNothingKeepTheirVersion();
+    void quotasAreGivenBack();
+    void roomIsUsedAgain();
+    void writerDoesItBetweenOtherWork();
+    void failingPieceIsTriedAgain();
+
+private:
+    Database &database() const { return store->database; }
+
+    QScopedPointer<StoreFixture> store;
+};
+
+void TestRetention::onlyOldMessagesGo()
+{
+    store->send(store->alice, store->bob, u"one"_s, 10);
+    store->send(store->bob, store->alice, u"two"_s, 20);
+    store->send(store->alice, store->bob, u"three"_s, 30);
+    QCOMPARE(removeMessagesBefore(database(), 20, 100), 1);
+    QCOMPARE(store->history(store->bob, store->alice), "two three");
+    QCOMPARE(store->history(store->alice, store->bob), "two three");
+    QCOMPARE(store->conversations(store->alice), "bob:three");
+    QCOMPARE(removeMessagesBefore(database(), 20, 100), 0);
+    QCOMPARE(problemsOf(database()), QStringList());
+}
+
+void TestRetention::oldestGoFirstAndNoMoreThanAsked()
+{
+    for (int i = 0; i < 5; ++i)
+        store->send(store->alice, store->bob, QString::number(i), 10 + i);
+    QCOMPARE(removeMessagesBefore(database(), 14, 3), 3);
+    QCOMPARE(store->history(store->alice, store->bob), "3 4");
+    QCOMPARE(removeMessagesBefore(database(), 14, 3), 1);
+    QCOMPARE(store->conversations(store->bob), "alice:4");
+}
+
+void TestRetention::conversationEndsWithItsLastMessage()
+{
+    store->send(store->alice, store->bob, u"one"_s, 10);
+    store->send(store->alice, store->carol, u"two"_s, 30);
+    store->send(store->bob, store->bob, u"note"_s, 10);
+    QCOMPARE(removeMessagesBefore(database(), 20, 100), 2);
+    QCOMPARE(store->conversations(store->alice), "carol:two");
+    QCOMPARE(store->conversations(store->bob), QByteArray());
+    QCOMPARE(historyVersion(database(), store->bob, store->alice), 0);
+    store->send(store->bob, store->alice, u"again"_s, 40);
+    QCOMPARE(store->conversations(store->alice), "bob:again carol:two");
+}
+
+void TestRetention::clockThatWasSetBackEndsNoConversation()
+{
+    store->send(store->alice, store->bob, u"young"_s, 30);
+    store->send(store->bob, store->alice, u"old"_s, 10); // later, by a clock that goes wrong
+    QCOMPARE(removeMessagesBefore(database(), 20, 100), 1);
+    QCOMPARE(store->conversations(store->alice), "bob:young");
+    QCOMPARE(store->conversations(store->bob), "alice:young");
+    QCOMPARE(store->history(store->bob, store->alice), "young");
+}
+
+void TestRetention::listsHaveOtherVersionsAfterwards()
+{
+    store->send(store->alice, store->bob, u"one"_s, 10);
+    store->send(store->alice, store->bob, u"two"_s, 30);
+    KnownState known;
+    database().keep(known);
+    const qint64 history = historyVersion(database(), store->bob, store->alice);
+    const qint64 list = conversationsVersion(database(), store->bob);
+    removeMessagesBefore(database(), 20, 100);
+    QVERIFY(historyVersion(database(), store->bob, store->alice) != history);
+    QVERIFY(conversationsVersion(database(), store->bob) != list);
+    QCOMPARE(known.versions.find({store->bob.id, historySubject(u"alice"_s)}).value_or(0),
+             historyVersion(database(), store->bob, store->alice));
+    QCOMPARE(known.versions.find({store->bob.id, conversationsSubject()}).value_or(0),
+             conversationsVersion(database(), store->bob));
+}
+
+void TestRetention::conversationsThatLoseNothingKeepTheirVersion()
+{
+    store->send(store->alice, store->bob, u"one"_s, 10);
+    store->send(store->carol, store->bob, u"two"_s, 30);
+    const qint64 before = historyVersion(database(), store->carol, store->bob);
+    removeMessagesBefore(database(), 20, 100);
+    QCOMPARE(historyVersion(database(), store->carol, store->bob), before);
+}
+
+void TestRetention::quotasAreGivenBack()
+{
+    const auto counted = [this](const QString &column) {
+        return database().number(u"SELECT %1 FROM users WHERE name = 'alice'"_s.arg(column));
+    };
+    store->send(store->alice, store->bob, u"\U0001F44B one"_s, 10);
+    store->send(store->alice, store->bob, u"two"_s, 30);
+    removeMessagesBefore(database(), 20, 100);
+    QCOMPARE(counted(u"message_count"_s), 1);
+    QCOMPARE(counted(u"message_bytes"_s), 7); // "two" and two empty lists of keys
+    removeMessagesBefore(database(), 40, 100);
+    QCOMPARE(counted(u"message_count"_s), 0);
+    QCOMPARE(counted(u"message_bytes"_s), 0);
+}
+
+void TestRetention::roomIsUsedAgain()
+{
+    const QString text(20'000, u'x');
+    for (int i = 0; i < 50; ++i)
+        store->send(store->alice, store->bob, text, 10);
+    const qint64 full = database().pragma(u"page_count"_s).toLongLong();
+    QCOMPARE(removeMessagesBefore(database(), 20, 100), 50);
+    QVERIFY(database().pragma(u"freelist_count"_s).toLongLong() > full / 2);
+    for (int i = 0; i < 50; ++i)
+        store->send(store->alice, store->bob, text, 30);
+    QVERIFY(database().pragma(u"page_count"_s).toLongLong() <= full + 5);
+}
+
+void TestRetention::writerDoesItBetweenOtherWork()
+{
+    for (int i = 0; i < 30; ++i)
+        store->send(store->alice, store->bob, QString::number(i), 10);
+    StoreSettings settings{store->file()};
+    settings.upkeep.piece = [](Database &writer) { return removeMessagesBefore(writer, 20, 4) == 4; };
+    settings.upkeep.betweenPieces = settings.upkeep.whenDone = std::chrono::milliseconds(1);
+    StoreThreads threads(settings);
+    QSemaphore done;
+    for (int i = 0; i < 10; ++i) {
+        threads.write({[&](Database &writer) { setBio(writer, store->bob, u"busy"_s); },
+                       [&done](const std::exception_ptr &failure) { done.release(failure ? 0 : 1); }});
+    }
+    QVERIFY(done.tryAcquire(10, 20'000));
+    QTRY_COMPARE(store->history(store->alice, store->bob), QByteArray());
+    QCOMPARE(store->conversations(store->bob), QByteArray());
+}
+
+void TestRetention::failingPieceIsTriedAgain()
+{
+    StoreSettings settings{store->file()};
+    std::atomic<int> tried = 0;
+    settings.upkeep.piece = [&tried](Database &) -> bool {
+        ++tried;
+        throw StorageError("The disk is full.", true);
+    };
+    settings.upkeep.whenDone = std::chrono::milliseconds(1);
+    const StoreThreads threads(settings);
+    QTRY_VERIFY(tried > 2);
+}
+
+TIDELOFT_TEST_MAIN(TestRetention)
+#include "tst_retention.moc"
