@@ -61,6 +61,8 @@ ApiSettings apiSettings(const Options &options)
     settings.historyLimit = options.historyLimit;
     settings.signInsPerMinute = options.signInsPerMinute;
     settings.registrationsPerMinute = options.registrationsPerMinute;
+    settings.registration = options.registration;
+    settings.keepMessagesDays = options.keepMessages;
     settings.quota = {options.quotaMessages, qint64{options.quotaMegabytes} * 1024 * 1024,
                       options.quotaConversations};
     settings.hashingThreads = std::max(1U, std::thread::hardware_concurrency() / 2);

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/option_table.h"
 
+#include <QStringList>
+
 #include <boost/asio/ip/address.hpp>
 
 #include <algorithm>
@@ -72,6 +74,32 @@ OptionEntry portOrNone(const char *name, int Options::*member, const char *help)
     return entry;
 }
 
+OptionEntry registration(const char *name, Registration Options::*member, const char *help)
+{
+    const auto set = [member](Options &options, const QString &value) {
+        const qsizetype index = QStringList{u"open"_s, u"invite"_s, u"closed"_s}.indexOf(value);
+        if (index < 0)
+            return u"must be open, invite or closed"_s;
+        options.*member = static_cast<Registration>(index);
+        return QString();
+    };
+    return {QString::fromLatin1(name), u"WHO"_s, QString::fromLatin1(help), set};
+}
+
+OptionEntry days(const char *name, int Options::*member, const char *help)
+{
+    constexpr int most = 36'500;
+    const auto set = [member](Options &options, const QString &value) {
+        bool isNumber = false;
+        const int wanted = value.toInt(&isNumber);
+        if (value != u"forever" && (!isNumber || wanted < 1 || wanted > most))
+            return u"must be forever or a number of days from 1 to %1"_s.arg(most);
+        options.*member = wanted;
+        return QString();
+    };
+    return {QString::fromLatin1(name), u"DAYS"_s, QString::fromLatin1(help), set};
+}
+
 } // namespace
 
 const QList<OptionEntry> &optionTable()
@@ -94,6 +122,11 @@ const QList<OptionEntry> &optionTable()
         portOrNone("metrics-port", &Options::metricsPort,
                    "Port on 127.0.0.1 that answers /metrics in the text format of Prometheus. 0 takes any "
                    "free one. Default: none."),
+        registration("registration", &Options::registration,
+                     "Who may make an account: open (everybody), invite (those who were invited with "
+                     "tideloftctl) or closed (nobody). Default: open."),
+        days("keep-messages", &Options::keepMessages,
+             "Days after which a message is forgotten, or forever. Default: forever."),
         number("history-limit", &Options::historyLimit, 1, 100'000,
                "The newest messages that a history gives."),
         number("connections", &Options::connections, 1, million, "Connections at a time."),

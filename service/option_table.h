@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/api/registration.h"
+
 #include <QList>
 #include <QString>
 
@@ -29,6 +31,8 @@ struct Options {
     int quotaConversations = 2000;
     QString trustedProxy; ///< empty = none
     int metricsPort = -1; ///< -1 = none
+    Registration registration = Registration::Open;
+    int keepMessages = 0; ///< days; 0 = forever
 
     bool operator==(const Options &other) const = default;
 };

@@ -7,6 +7,7 @@
 #include "service/api/json_reply.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/api/tasks.h"
+#include "service/store/invitations.h"
 #include "service/store/user_name.h"
 
 namespace tideloft::service
@@ -17,8 +18,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qsizetype shortestPassword = 8;
-constexpr qsizetype longestPassword = 256;
 constexpr qsizetype longestTypedName = 256; // before trimming
 
 QString newUserName(const JsonBody &body)
@@ -65,27 +64,54 @@ void countSignIn(ApiContext &context, const Request &request, const QString &typ
         refuseTooOften(wait);
 }
 
+void requireInvitation(const ApiContext &context, Database &database, const QString &name)
+{
+    if (context.settings.registration == Registration::Closed)
+        throw Refusal(403,
+                      u"New accounts cannot be created here. Please ask the person who runs the service."_s);
+    if (context.settings.registration == Registration::Invite && !isInvited(database, name))
+        throw Refusal(403, u"This user name is not invited. Please ask the person who runs the service."_s);
+}
+
+Response addAccount(const ApiContext &context, Database &database, const QString &name,
+                    const QByteArray &hash)
+{
+    requireInvitation(context, database, name);                      // it may have been revoked meanwhile
+    if (!addUser(database, name, hash, context.nowInMilliseconds())) // and somebody may have taken the name
+        refuseTakenName();
+    removeInvitation(database, name);
+    return jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
+}
+
 Outcome registerAccount(ApiContext &context, Database &lookUp, const Request &request)
 {
     const JsonBody body(request);
     const QString name = newUserName(body);
     const QString password = newPassword(body);
     countRegistration(context, request);
-    if (findUser(lookUp, name))
+    requireInvitation(context, lookUp, name);
+    if (findUserOrDeleted(lookUp, name))
         refuseTakenName();
     return SlowWork{[&context, name, password]() -> Change {
         const QByteArray hash = hashPassword(password, context.settings.scryptCost);
-        return [&context, name, hash](Database &database) {
-            if (!addUser(database, name, hash,
-                         context.nowInMilliseconds())) // somebody may have taken the name meanwhile
-                refuseTakenName();
-            return jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
-        };
+        return
+            [&context, name, hash](Database &database) { return addAccount(context, database, name, hash); };
     }};
 }
 
-Response signIn(const ApiContext &context, Database &database, const User &user, bool remember)
+[[noreturn]] void refuseWrong()
 {
+    throw Refusal(401, u"Wrong user name or password."_s);
+}
+
+// The account may have been disabled or deleted, or its password changed, while this one was hashed.
+Response signIn(const ApiContext &context, Database &database, const User &user, const QByteArray &hash,
+                bool remember)
+{
+    if (passwordHash(database, user) != hash)
+        refuseWrong();
+    if (stateOf(database, user) != UserState::Active)
+        throw Refusal(403, u"This account is disabled. Please ask the person who runs the service."_s);
     Response response = jsonResponse(QJsonObject{{u"username"_s, user.name}});
     response.headers.append({"Set-Cookie", beginSession(context, database, user, remember)});
     return response;
@@ -104,9 +130,9 @@ Outcome login(ApiContext &context, Database &lookUp, const Request &request)
     return SlowWork{[&context, user, password, hash, remember]() -> Change {
         const bool matches = passwordMatches(password, hash);
         if (!user || !matches)
-            throw Refusal(401, u"Wrong user name or password."_s);
-        return [&context, user, remember](Database &database) {
-            return signIn(context, database, *user, remember);
+            refuseWrong();
+        return [&context, user, hash, remember](Database &database) {
+            return signIn(context, database, *user, hash, remember);
         };
     }};
 }

@@ -11,7 +11,10 @@
 #include "service/api/picture_handlers.h"
 #include "service/api/profile_handlers.h"
 #include "service/api/sign_in_sessions.h"
+#include "service/store/retention.h"
 #include "service/store/sessions.h"
+
+#include <algorithm>
 
 namespace tideloft::service
 {
@@ -33,6 +36,21 @@ qint64 steadyMilliseconds()
 {
     using namespace std::chrono;
     return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+// A clock that was set ahead meanwhile makes no message older, and one that is wrong when the system starts
+// is mostly put right before anything is looked for.
+StoreSettings ApiContext::withRetention(StoreSettings storage) const
+{
+    constexpr int pieceSize = 200;
+    constexpr qint64 day = qint64{24} * 60 * 60 * 1000;
+    if (settings.keepMessagesDays == 0)
+        return storage;
+    storage.upkeep.piece = [this](Database &database) {
+        const qint64 now = std::min(nowInMilliseconds(), sessionTime());
+        return removeMessagesBefore(database, now - settings.keepMessagesDays * day, pieceSize) == pieceSize;
+    };
+    return storage;
 }
 
 Api::Api(const StoreSettings &store, const ApiSettings &settings) : context(withBudget(settings), store)

@@ -4,8 +4,9 @@
 #pragma once
 
 #include "service/api/attempt_limit.h"
-#include "service/secrets/password.h"
+#include "service/api/registration.h"
 #include "service/http/byte_budget.h"
+#include "service/secrets/password.h"
 #include "service/store/messages.h"
 #include "service/store/store_threads.h"
 #include "service/threads/workers.h"
@@ -30,7 +31,9 @@ struct ApiSettings {
     std::size_t waitingHashes = 16;  ///< more sign-ins and registrations at a time are refused
     int signInsPerMinute = 10;       ///< for each account, and for each address; 0 = any number
     int registrationsPerMinute = 10; ///< for each address; 0 = any number
+    Registration registration = Registration::Open;
     MessageQuota quota = usualQuota;
+    int keepMessagesDays = 0; ///< older messages are forgotten; 0 = never
     std::function<qint64()> steadyNow = &steadyMilliseconds;
     int historyLimit = 5000;               ///< messages that a history gives at most
     std::shared_ptr<ByteBudget> transfers; ///< what large replies may hold together; never null in a context
@@ -38,12 +41,12 @@ struct ApiSettings {
 };
 
 struct ApiContext {
-    ApiContext(const ApiSettings &wanted, const StoreSettings &storage)
+    ApiContext(const ApiSettings &wanted, StoreSettings storage)
         : settings(wanted),
           startedAt(nowInMilliseconds()),
           startedAtSteady(wanted.steadyNow()),
           hashing(wanted.hashingThreads, wanted.waitingHashes, Workers::Priority::Low),
-          store(storage)
+          store(withRetention(std::move(storage)))
     {
     }
 
@@ -61,6 +64,9 @@ struct ApiContext {
     /// The time by which sessions run out: that of the start and what has passed since then, so that a clock
     /// that is set meanwhile signs nobody out.
     qint64 sessionTime() const { return startedAt + settings.steadyNow() - startedAtSteady; }
+
+private:
+    StoreSettings withRetention(StoreSettings storage) const;
 };
 
 } // namespace tideloft::service

@@ -60,7 +60,7 @@ VersionedList histories(ApiContext &context)
                     return historySubject(normalizedUserName(peerName(request)).value_or(QString()));
                 },
             .version = [](Database &database, const Request &request, const User &user) -> qint64 {
-                const std::optional<User> peer = findUser(database, peerName(request));
+                const std::optional<User> peer = findUserOrDeleted(database, peerName(request));
                 return peer ? historyVersion(database, user, *peer) : 0;
             },
             .content =
@@ -68,7 +68,7 @@ VersionedList histories(ApiContext &context)
                     ItemList items(*context.settings.transfers, user.id);
                     // A conversation that nobody has begun is empty, also when there is nobody to begin it
                     // with.
-                    if (const std::optional<User> peer = findUser(database, peerName(request)))
+                    if (const std::optional<User> peer = findUserOrDeleted(database, peerName(request)))
                         visitHistory(database, user, *peer, most, [&](const MessageRow &row) {
                             return items.add(messageItem(row, user.name, peer->name));
                         });

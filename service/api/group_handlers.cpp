@@ -7,9 +7,9 @@
 #include "service/api/json_reply.h"
 #include "service/api/picture_handlers.h"
 #include "service/api/picture_url.h"
-#include "service/secrets/random.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/api/versioned_list.h"
+#include "service/secrets/random.h"
 #include "service/store/groups.h"
 #include "service/store/versions.h"
 

@@ -6,9 +6,9 @@
 #include "service/api/json_reply.h"
 #include "service/api/picture_type.h"
 #include "service/api/picture_url.h"
-#include "service/secrets/random.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/http/multipart.h"
+#include "service/secrets/random.h"
 
 namespace tideloft::service
 {

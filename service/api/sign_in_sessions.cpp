@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/sign_in_sessions.h"
 
-#include "service/secrets/random.h"
 #include "service/api/tasks.h"
+#include "service/secrets/random.h"
 #include "service/store/sessions.h"
 
 #include <QCryptographicHash>
@@ -48,6 +48,20 @@ std::optional<User> userOf(const ApiContext &context, const std::optional<KnownS
 QByteArray maximumAge(qint64 seconds)
 {
     return "; Max-Age=" + QByteArray::number(seconds);
+}
+
+// What is known of sessions may be a second old. Nothing is stored for an account that was disabled
+// meanwhile.
+Outcome onlyWhileActive(const User &user, Outcome outcome)
+{
+    auto *change = std::get_if<Change>(&outcome);
+    if (!change)
+        return outcome;
+    return Change([user, change = std::move(*change)](Database &database) {
+        if (stateOf(database, user) != UserState::Active)
+            throw signInFirst();
+        return change(database);
+    });
 }
 
 } // namespace
@@ -106,7 +120,7 @@ Handler forSignedIn(ApiContext &context, UserHandler handler)
             const std::optional<User> user = sessionUser(context, database, request);
             if (!user)
                 throw signInFirst();
-            return handler(database, request, *user);
+            return onlyWhileActive(*user, handler(database, request, *user));
         });
     };
 }

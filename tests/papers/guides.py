@@ -45,7 +45,7 @@ SEALING = ("envelope_sealing.cpp", "key_wrapping.cpp", "aes_gcm.cpp")
 # What the service says to the person who runs it.
 TO_OPERATORS = ("service/options.cpp", "service/option_table.cpp", "service/config_file.cpp", "service/start_check.cpp",
                 "service/main.cpp", "service/api/health.cpp", "service/http/certificate.cpp",
-                "service/store/database.cpp")
+                "service/store/database.cpp", "service/store/database_file.cpp", "service/store/schema.cpp")
 TOOLKIT = "/usr/lib/*/libQt6Network.so.6"
 PADLOCK = "\N{LOCK} "
 

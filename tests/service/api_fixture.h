@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <QTimeZone>
 
+#include <atomic>
 #include <memory>
 
 namespace tideloft::tests
@@ -20,7 +21,12 @@ namespace tideloft::tests
 class ApiFixture
 {
 public:
-    ApiFixture() : database(file()), api({file()}, settings()) {}
+    /// CHANGE is made to the settings of the service.
+    explicit ApiFixture(const std::function<void(service::ApiSettings &)> &change = {})
+        : database(file()),
+          api(storage(), settings(change))
+    {
+    }
 
     QString file() const { return directory.filePath(QStringLiteral("test.sqlite")); }
 
@@ -107,12 +113,19 @@ public:
 
     QTemporaryDir directory;
     QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
-    qint64 jump = 0;         ///< days by which the computer's clock is wrong
-    service::Store database; ///< a connection of the test's own
+    std::atomic<qint64> jump = 0; ///< days by which the computer's clock is wrong
+    service::Store database;      ///< a connection of the test's own
     service::Api api;
 
 private:
-    service::ApiSettings settings()
+    service::StoreSettings storage() const
+    {
+        service::StoreSettings wanted{file()};
+        wanted.upkeep.whenDone = std::chrono::milliseconds(10);
+        return wanted;
+    }
+
+    service::ApiSettings settings(const std::function<void(service::ApiSettings &)> &change)
     {
         service::ApiSettings wanted;
         wanted.scryptCost = {16, 8, 1};
@@ -120,6 +133,8 @@ private:
         wanted.registrationsPerMinute = 0;
         wanted.now = [this] { return now.addDays(jump); };
         wanted.steadyNow = [this] { return now.toMSecsSinceEpoch(); };
+        if (change)
+            change(wanted);
         return wanted;
     }
 };

@@ -17,6 +17,7 @@ private slots:
     void nothingGivenListensOnThisMachineOnly();
     void everythingGiven();
     void limitsAreGiven();
+    void registrationAndRetentionAreGiven();
     void helpExplainsEveryOption();
     void helpSaysWhatIsKept();
     void versionIsPrinted();
@@ -42,8 +43,9 @@ private:
     // Something that an option of this kind may be, and that is the default of none.
     static QString sample(const OptionEntry &option)
     {
-        static const QHash<QString, QString> samples{
-            {u"N"_s, u"77"_s}, {u"FILE"_s, u"a.file"_s}, {u"ADDRESS"_s, u"::1"_s}, {QString(), u"yes"_s}};
+        static const QHash<QString, QString> samples{{u"N"_s, u"77"_s},        {u"FILE"_s, u"a.file"_s},
+                                                     {u"ADDRESS"_s, u"::1"_s}, {u"WHO"_s, u"invite"_s},
+                                                     {u"DAYS"_s, u"30"_s},     {QString(), u"yes"_s}};
         return samples.value(option.valueName);
     }
 };
@@ -89,18 +91,43 @@ void TestOptions::limitsAreGiven()
     QCOMPARE(options.trustedProxy, u"::1"_s);
 }
 
+void TestOptions::registrationAndRetentionAreGiven()
+{
+    QVERIFY(parse({}).serve->registration == Registration::Open);
+    QVERIFY(parse(u"--registration open"_s).serve->registration == Registration::Open);
+    QVERIFY(parse(u"--registration invite"_s).serve->registration == Registration::Invite);
+    QVERIFY(parse(u"--registration closed"_s).serve->registration == Registration::Closed);
+    QCOMPARE(parse({}).serve->keepMessages, 0);
+    QCOMPARE(parse(u"--keep-messages 30"_s).serve->keepMessages, 30);
+    QCOMPARE(parseWithFile("keep-messages = 30", u"--keep-messages forever"_s).serve->keepMessages, 0);
+}
+
 void TestOptions::helpExplainsEveryOption()
 {
     const Command command = parse(u"--help"_s);
     QVERIFY(!command.serve);
     QCOMPARE(command.exitCode, 0);
-    for (const QString &option :
-         {u"--listen <ADDRESS>"_s, u"--port <N>"_s, u"--tls-cert <FILE>"_s, u"--tls-key <FILE>"_s,
-          u"--database <FILE>"_s, u"--quiet"_s, u"--history-limit <N>"_s, u"--connections <N>"_s,
-          u"--connections-per-address <N>"_s, u"--sign-ins-per-minute <N>"_s,
-          u"--registrations-per-minute <N>"_s, u"--quota-messages <N>"_s, u"--quota-megabytes <N>"_s,
-          u"--quota-conversations <N>"_s, u"--trusted-proxy <ADDRESS>"_s, u"--config <FILE>"_s,
-          u"--check-config"_s, u"--help"_s, u"--version"_s})
+    for (const QString &option : {u"--listen <ADDRESS>"_s,
+                                  u"--port <N>"_s,
+                                  u"--tls-cert <FILE>"_s,
+                                  u"--tls-key <FILE>"_s,
+                                  u"--database <FILE>"_s,
+                                  u"--quiet"_s,
+                                  u"--history-limit <N>"_s,
+                                  u"--connections <N>"_s,
+                                  u"--connections-per-address <N>"_s,
+                                  u"--sign-ins-per-minute <N>"_s,
+                                  u"--registrations-per-minute <N>"_s,
+                                  u"--quota-messages <N>"_s,
+                                  u"--quota-megabytes <N>"_s,
+                                  u"--quota-conversations <N>"_s,
+                                  u"--registration <WHO>"_s,
+                                  u"--keep-messages <DAYS>"_s,
+                                  u"--trusted-proxy <ADDRESS>"_s,
+                                  u"--config <FILE>"_s,
+                                  u"--check-config"_s,
+                                  u"--help"_s,
+                                  u"--version"_s})
         QVERIFY2(command.text.contains(option), qPrintable(option));
 }
 
@@ -134,6 +161,8 @@ void TestOptions::mistakes_data()
         << u"--history-limit 0"_s << u"--history-limit must be a number from 1 to"_s;
     QTest::newRow("number is none") << u"--quota-messages many"_s << u"--quota-messages must be a number"_s;
     QTest::newRow("proxy by name") << u"--trusted-proxy proxy"_s << u"--trusted-proxy must be a numeric"_s;
+    QTest::newRow("nobody of that kind") << u"--registration some"_s << u"--registration must be open, inv"_s;
+    QTest::newRow("no days") << u"--keep-messages 0"_s << u"--keep-messages must be forever or a number"_s;
     QTest::newRow("host name") << u"--listen example.org"_s << u"--listen must be a numeric address"_s;
     QTest::newRow("certificate alone") << u"--tls-cert c.pem"_s << u"belong together"_s;
     QTest::newRow("key alone") << u"--tls-key k.pem"_s << u"belong together"_s;
