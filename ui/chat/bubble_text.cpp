@@ -3,9 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/bubble_text.h"
 
+#include "ui/chat/bubble_size.h"
 #include "ui/style/inline_styles.h"
 #include "ui/widgets/emoji_formats.h"
-#include "ui/widgets/text_height.h"
 #include "ui/widgets/toolkit_parts.h"
 
 #include <QEvent>
@@ -15,39 +15,10 @@
 namespace tideloft::ui
 {
 
-namespace
-{
-
-// A bubble is at most 520 px wide and keeps 12 px on either side of its text.
-constexpr int widestText = 520 - 2 * 12;
-
-// Below this length a word fits into a bubble in the narrowest window, whatever its letters.
-constexpr int longWord = 24;
-
-// Lines break at blanks, except at those made to hold words together.
-bool endsWord(QChar character)
-{
-    return character.isSpace() && character != QChar::Nbsp && character != u'\u2007'
-           && character != u'\u202f';
-}
-
-bool containsLongWord(const QString &text)
-{
-    int length = 0;
-    for (const QChar character : text) {
-        length = endsWord(character) ? 0 : length + 1;
-        if (length > longWord)
-            return true;
-    }
-    return false;
-}
-
-} // namespace
-
 // The text comes after the flags: the other way round it would be laid out for the flags.
 BubbleText::BubbleText(const QString &text, QWidget *parent)
     : QLabel(parent),
-      hasLongWord(containsLongWord(text)),
+      hasLongWord(ui::hasLongWord(text)),
       hasEmoji(hasEmojiFormats(text))
 {
     setTextFormat(Qt::PlainText);
@@ -62,19 +33,11 @@ QSize BubbleText::sizeHint() const
 {
     ensurePolished();
     if (naturalWidth < 0) {
-        // The layout measures in fractions of a pixel: one pixel more keeps the last word on its line.
-        naturalWidth = qMin(wrappedWidth() + 1, widestText);
-        naturalHeight = measuredHeight(naturalWidth);
+        const QSize natural = bubbleTextSize(text(), font());
+        naturalWidth = natural.width();
+        naturalHeight = natural.height();
     }
     return {naturalWidth, naturalHeight};
-}
-
-int BubbleText::wrappedWidth() const
-{
-    if (hasEmoji)
-        return textSize(text(), font(), widestText).width();
-    const QRect room(0, 0, widestText, QWIDGETSIZE_MAX);
-    return fontMetrics().boundingRect(room, Qt::TextWordWrap, text()).width();
 }
 
 // No text needs more room than the narrowest window leaves it: its long words are broken.
@@ -88,19 +51,13 @@ int BubbleText::heightForWidth(int width) const
 {
     ensurePolished();
     // Up to the width at which its lines were broken a text keeps these lines.
-    if (naturalWidth >= 0 && width >= naturalWidth && width <= widestText)
+    if (naturalWidth >= 0 && width >= naturalWidth && width <= widestBubbleText)
         return naturalHeight;
     if (width != lastWidth) {
-        lastHeight = measuredHeight(width);
+        lastHeight = bubbleTextHeight(text(), font(), width);
         lastWidth = width;
     }
     return lastHeight;
-}
-
-int BubbleText::measuredHeight(int width) const
-{
-    return textHeight(text(), font(), width,
-                      hasLongWord ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::WordWrap);
 }
 
 // A label tells of its line breaks in the way of a text document.

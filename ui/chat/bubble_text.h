@@ -35,8 +35,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    int measuredHeight(int width) const;
-    int wrappedWidth() const;
     void breakLongWords();
     void drawEmoji();
 

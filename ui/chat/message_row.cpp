@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/message_row.h"
 
+#include "ui/chat/bubble_size.h"
 #include "ui/chat/bubble_text.h"
 #include "ui/style/inline_styles.h"
 #include "ui/texts/bounded_text.h"
@@ -56,13 +57,6 @@ QLabel *makeTime(const MessageRowModel &model, QWidget *bubble)
     return time;
 }
 
-QMargins rowMargins(const MessageRowModel &model)
-{
-    const int top = model.startsGroup() ? 8 : 2;
-    const int bottom = model.time.isEmpty() ? 2 : 6;
-    return model.isMine ? QMargins(60, top, 14, bottom) : QMargins(14, top, 60, bottom);
-}
-
 } // namespace
 
 MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(parent)
@@ -71,7 +65,7 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
     setAttribute(Qt::WA_TranslucentBackground);
     setStyleSheet(style::rowBackground());
     auto *line = makeLine(this, 8);
-    line->setContentsMargins(rowMargins(model));
+    line->setContentsMargins(margins(model));
     if (model.isMine) {
         line->addStretch();
         line->addWidget(makeBubble(model));
@@ -89,10 +83,10 @@ QWidget *MessageRow::makeBubble(const MessageRowModel &model)
 {
     auto *bubble = makeBox(this);
     bubble->setStyleSheet(style::bubble(model.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
-    bubble->setMaximumWidth(520);
+    bubble->setMaximumWidth(widestBubble);
     bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
     auto *column = makeColumn(bubble, 3);
-    column->setContentsMargins(12, 8, 12, 8);
+    column->setContentsMargins(bubblePadding, 8, bubblePadding, 8);
     if (model.showsSender())
         column->addWidget(makeSenderName(model.sender, bubble));
     bubbleText = new BubbleText(model.text, bubble);
@@ -104,6 +98,13 @@ QWidget *MessageRow::makeBubble(const MessageRowModel &model)
         showToolTipAsPlainText(bubble);
     }
     return bubble;
+}
+
+QMargins MessageRow::margins(const MessageRowModel &model)
+{
+    const int top = model.startsGroup() ? 8 : 2;
+    const int bottom = model.time.isEmpty() ? 2 : 6;
+    return model.isMine ? QMargins(60, top, 14, bottom) : QMargins(14, top, 60, bottom);
 }
 
 QSize MessageRow::sizeHint() const

@@ -21,6 +21,9 @@ class MessageRow : public QWidget
 public:
     MessageRow(const MessageRowModel &model, QWidget *parent);
 
+    /// What stays free around the bubble.
+    static QMargins margins(const MessageRowModel &model);
+
     QSize sizeHint() const override;
 
     [[nodiscard]] BubbleText *text() const { return bubbleText; }
