@@ -5,6 +5,7 @@
 #include "tests/gui/traced_person.h"
 
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 #include "ui/main_window.h"
 
 #include <QApplication>
@@ -26,7 +27,7 @@ namespace
 
 void wait(const char *forWhat, const std::function<bool()> &isThere)
 {
-    if (!QTest::qWaitFor(isThere, 6 * patience()))
+    if (!waitFor(isThere, 6 * patience()))
         qFatal("There is no %s", forWhat);
 }
 

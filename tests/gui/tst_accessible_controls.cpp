@@ -62,7 +62,7 @@ bool fill(SettingsProbe &probe)
     auto *search = probe.the<QLineEdit>(u"sideSearch"_s);
     search->setText(u"bob"_s);
     const auto *results = probe.the<QWidget>(u"searchResults"_s);
-    return QTest::qWaitFor([results] { return results->isVisible(); });
+    return waitFor([results] { return results->isVisible(); });
 }
 
 bool lookAtBox(const SettingsProbe &probe, const QString &text, const Look &look)

@@ -48,7 +48,7 @@ bool showPicture(SettingsProbe &probe)
     const PictureFolder files;
     probe.service.answer(avatarKey, 200, "{}");
     return chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
-           && QTest::qWaitFor([&] { return hasPicture(probe); }, patience());
+           && waitFor([&] { return hasPicture(probe); }, patience());
 }
 
 /// Chooses the light theme, as a person does in the settings.

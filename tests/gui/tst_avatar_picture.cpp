@@ -53,7 +53,7 @@ bool showWidePicture(SettingsProbe &probe, const PictureFolder &files)
 {
     probe.service.answer(avatarKey, 200, "{}");
     return chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
-           && QTest::qWaitFor([&] { return !footerPicture(probe).isNull(); }, patience());
+           && waitFor([&] { return !footerPicture(probe).isNull(); }, patience());
 }
 
 } // namespace

@@ -40,7 +40,7 @@ bool openServer(ChatWindow &chat, const QString &way = u"click"_s)
         QTest::mouseClick(buttonWith(chat, u"O"_s), Qt::LeftButton);
     else
         QMetaObject::invokeMethod(&chat.window, "onServerCreated", Q_ARG(QJsonObject, ones[0].toObject()));
-    return QTest::qWaitFor([&chat] { return chat.child<QLabel>("centerTitle")->text() == u"One"; });
+    return waitFor([&chat] { return chat.child<QLabel>("centerTitle")->text() == u"One"; });
 }
 
 bool isNotice(const QListWidget *list)

@@ -4,6 +4,7 @@
 #include "tests/gui/tst_chat_fixture.h"
 
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -112,7 +113,7 @@ QStringList shownHistory(const QListWidget *list)
 QMessageBox *waitForBox()
 {
     const auto box = [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); };
-    return QTest::qWaitFor([&] { return box() != nullptr; }, patience()) ? box() : nullptr;
+    return waitFor([&] { return box() != nullptr; }, patience()) ? box() : nullptr;
 }
 
 ChatWindow::ChatWindow(int language)
@@ -134,7 +135,7 @@ bool ChatWindow::signIn(const QString &username)
     QTest::keyClicks(fields.value(1), u"secret"_s);
     QTest::mouseClick(child<QPushButton>("primaryButton"), Qt::LeftButton);
     // The first sign-in makes a key pair, which takes its time under valgrind.
-    if (!QTest::qWaitFor([this] { return service.count(conversations) > 0; }, 60'000) || !settle())
+    if (!waitFor([this] { return service.count(conversations) > 0; }, 60'000) || !settle())
         return false;
     ownDevice = QString::fromUtf8(service.lastRequest("GET /api/me").header("X-Device-Token"));
     for (QTimer *timer : window.findChildren<QTimer *>(Qt::FindDirectChildrenOnly)) {
@@ -182,7 +183,7 @@ bool ChatWindow::settle()
     service.answer("GET /api/users/search?q=" + marker.toUtf8(), 200,
                    json(QJsonArray{QJsonObject{{u"username"_s, marker}}}));
     sideSearch()->setText(marker);
-    const bool seen = QTest::qWaitFor(
+    const bool seen = waitFor(
         [this, &marker] {
             const QListWidgetItem *entry = searchResults()->item(0);
             return entry && entry->data(Qt::UserRole).toString() == marker;
@@ -199,7 +200,7 @@ void ChatWindow::click(QListWidget *list, int index)
     const auto canBeSeen = [&] {
         return list->item(index) && list->isVisible() && list->viewport()->rect().contains(centre());
     };
-    if (!QTest::qWaitFor(canBeSeen, patience()))
+    if (!waitFor(canBeSeen, patience()))
         qFatal("Entry %d cannot be seen", index);
     QWidget *target = list->viewport()->childAt(centre());
     if (!target)

@@ -79,7 +79,7 @@ bool walkToResult(SettingsProbe &probe)
     clickAt(probe.the<QWidget>(u"sideSearch"_s), {20, 10});
     typeText(u"bo"_s);
     const auto *results = listOf(probe, u"searchResults"_s);
-    if (!QTest::qWaitFor([results] { return results->isVisible() && results->count() == 2; }))
+    if (!waitFor([results] { return results->isVisible() && results->count() == 2; }))
         return false;
     pressKey(probe, Qt::Key_Tab);
     pressKey(probe, Qt::Key_Down);

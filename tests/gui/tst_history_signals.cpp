@@ -35,7 +35,7 @@ bool showMessageOfBob(GuiProbe &probe)
     probe.service.answer("GET /api/chat/history/bob", 200, R"([{"from":"bob","text":"Hi"}])");
     probe.clickPeer(u"bob"_s);
     const auto *list = probe.the<QListWidget>(u"messageList"_s);
-    return QTest::qWaitFor([list] { return list->count() == 2; }, patience());
+    return waitFor([list] { return list->count() == 2; }, patience());
 }
 
 } // namespace

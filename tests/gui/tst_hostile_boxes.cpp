@@ -45,7 +45,7 @@ QMessageBox *TestHostileBoxes::show(const QString &text)
         box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         return box && QApplication::activeWindow() == box;
     };
-    return QTest::qWaitFor(isShown, patience()) ? box : nullptr;
+    return waitFor(isShown, patience()) ? box : nullptr;
 }
 
 void TestHostileBoxes::staysOnScreen_data()

@@ -79,7 +79,7 @@ QString onSignInPage(const HostileProbe &probe, const QString &button)
     const auto answered = [&] {
         return probe.username()->isEnabled() && !probe.errorText().startsWith(u"(");
     };
-    return QTest::qWaitFor(answered, patience()) ? probe.errorText() : u"(no error)"_s;
+    return waitFor(answered, patience()) ? probe.errorText() : u"(no error)"_s;
 }
 
 QString logIn(HostileProbe &probe)

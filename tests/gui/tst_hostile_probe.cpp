@@ -5,6 +5,7 @@
 
 #include "tests/faults/open_watch.h"
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -200,7 +201,7 @@ QString HostileProbe::trouble()
 QString HostileProbe::boxText() const
 {
     const auto box = [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); };
-    if (!QTest::qWaitFor([&] { return box() != nullptr; }, patience()))
+    if (!waitFor([&] { return box() != nullptr; }, patience()))
         return {};
     const QString text = box()->textFormat() == Qt::PlainText ? box()->text() : u"(markup)"_s;
     box()->repaint();

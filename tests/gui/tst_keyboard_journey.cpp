@@ -89,7 +89,7 @@ bool signUp(GuiProbe &probe, const Hands &hands)
         return false;
     hands.press(Qt::Key_Space);
     return probe.service.waitForRequests("POST /api/auth/register", 1)
-           && QTest::qWaitFor([&probe] { return probe.onMainPage(); }, patience())
+           && waitFor([&probe] { return probe.onMainPage(); }, patience())
            && probe.service.waitForRequests("GET /api/groups", 1);
 }
 
@@ -99,7 +99,7 @@ bool findBob(const GuiProbe &probe, const Hands &hands)
         return false;
     hands.type(u"bo"_s);
     const auto *results = probe.the<QListWidget>(u"searchResults"_s);
-    if (!QTest::qWaitFor([results] { return results->count() == 2; }, patience())
+    if (!waitFor([results] { return results->count() == 2; }, patience())
         || !hands.walkTo(u"Search results"_s))
         return false;
     hands.press(Qt::Key_Down);
@@ -115,7 +115,7 @@ bool choosePicture(const GuiProbe &probe, const Hands &hands, const QString &pat
     hands.press(Qt::Key_Space);
     const auto *status = probe.the<QLabel>(u"myStatus"_s);
     return person.hasAnswered()
-           && QTest::qWaitFor([status] { return status->text() == u"✓ Picture updated"; }, patience());
+           && waitFor([status] { return status->text() == u"✓ Picture updated"; }, patience());
 }
 
 } // namespace

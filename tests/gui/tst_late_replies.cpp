@@ -31,8 +31,8 @@ bool signInAs(GuiProbe &probe, const QString &name)
     probe.service.answer("GET /api/me", 200, R"({"username":")" + name.toUtf8() + R"("})");
     probe.fillIn(name, u"secret"_s);
     probe.click(u"primaryButton"_s);
-    return QTest::qWaitFor(
-        [&] { return probe.onMainPage() && probe.the<QLabel>(u"myName"_s)->text() == name; }, patience());
+    return waitFor([&] { return probe.onMainPage() && probe.the<QLabel>(u"myName"_s)->text() == name; },
+                   patience());
 }
 
 /// Bob's devices: one, with the key that the test's window has itself.
@@ -52,7 +52,7 @@ bool sendAndHold(GuiProbe &probe)
         return false;
     QTest::keyClicks(probe.the<QLineEdit>(u"msgInput"_s), u"from alice"_s);
     QTest::keyClick(probe.the<QLineEdit>(u"msgInput"_s), Qt::Key_Return);
-    return QTest::qWaitFor([&] { return probe.service.heldCount(send) == 1; }, patience());
+    return waitFor([&] { return probe.service.heldCount(send) == 1; }, patience());
 }
 
 } // namespace

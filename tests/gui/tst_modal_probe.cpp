@@ -8,6 +8,7 @@
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/patience.h"
 #include "tests/support/sealed_messages.h"
+#include "tests/support/waiting.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -104,7 +105,7 @@ QStringList ModalProbe::during(const InFront &front, const std::function<void()>
         texts = closeAll();
     });
     front.open(*this);
-    if (!QTest::qWaitFor([&] { return person.hasSeen(); }, patience()))
+    if (!waitFor([&] { return person.hasSeen(); }, patience()))
         qFatal("%s did not open", front.name);
     return texts + closeAll();
 }

@@ -188,7 +188,7 @@ void TestPictureChoice::offeredNamesGoBeforeTheDialog()
         connect(&dialog, &QDialog::accepted, offered, [&, offered] { stayed = offered->isVisible(); });
         edit->setText(u"wide.pn"_s); // one key brings up one popup, and none has gone before it
         typeInto(dialog, u"g"_s);
-        wereOffered = QTest::qWaitFor([&] { return offered->isVisible(); }, patience());
+        wereOffered = waitFor([&] { return offered->isVisible(); }, patience());
         press(dialog, key);
     });
     take(probe, control);

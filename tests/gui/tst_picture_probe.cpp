@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -98,7 +99,7 @@ QMessageBox *waitForMessage()
         box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         return box && box->isVisible();
     };
-    return QTest::qWaitFor(shown, patience()) ? box : nullptr;
+    return waitFor(shown, patience()) ? box : nullptr;
 }
 
 qsizetype messageCount()

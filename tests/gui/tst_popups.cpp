@@ -5,6 +5,7 @@
 
 #include "tests/gui/tst_person.h"
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -30,8 +31,7 @@ bool withDialog(const std::function<void()> &open, const std::function<void(QDia
 {
     const Person<QDialog> person([&use](QDialog &dialog) {
         // The window is active a moment before one of its widgets has the keyboard.
-        if (!QTest::qWaitFor([&dialog] { return dialog.isAncestorOf(QApplication::focusWidget()); },
-                             patience()))
+        if (!waitFor([&dialog] { return dialog.isAncestorOf(QApplication::focusWidget()); }, patience()))
             qFatal("The dialog does not get the keyboard");
         use(dialog);
     });

@@ -6,6 +6,7 @@
 #include "app/language_select_dialog.h"
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/waiting.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -177,7 +178,7 @@ bool showMessageBox(SettingsProbe &probe, Names names, const Look &look)
 {
     callSlot(*probe.window, "onMessageSendFailed", Q_ARG(QString, nameFor(names, u"Not found"_s)));
     const auto box = [] { return qobject_cast<QMessageBox *>(QApplication::activeModalWidget()); };
-    if (!QTest::qWaitFor([&] { return box() != nullptr; }))
+    if (!waitFor([&] { return box() != nullptr; }))
         return false;
     look(*box());
     box()->accept();

@@ -66,7 +66,7 @@ void fillScreen(QWidget &window)
         return;
     }
     window.showFullScreen();
-    QVERIFY(QTest::qWaitFor([&] { return window.size() == window.screen()->size(); }));
+    QVERIFY(waitFor([&] { return window.size() == window.screen()->size(); }));
 }
 
 void checkAt(QWidget &widget, const QString &size)

@@ -88,7 +88,7 @@ bool TestSearch::showResults(const QStringList &names)
 {
     chat.service.answer(search, 200, users(names));
     QTest::keyClicks(chat.sideSearch(), u"bo"_s);
-    return QTest::qWaitFor([this] { return chat.searchResults()->isVisible(); }, patience());
+    return waitFor([this] { return chat.searchResults()->isVisible(); }, patience());
 }
 
 void TestSearch::everyKeystrokeFromTheSecondAsks()

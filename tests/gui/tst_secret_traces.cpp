@@ -201,11 +201,11 @@ void TestSecretTraces::nothingIsLeftBehind()
     const auto hasSignedIn = [this] {
         return service->count("POST /api/chat/device-key") > 0 && service->count(conversations) > 0;
     };
-    if (!QTest::qWaitFor(hasSignedIn, 12 * patience()))
+    if (!waitFor(hasSignedIn, 12 * patience()))
         QFAIL(machine.client.readAll().right(2'000).constData());
     answerWithMessages();
     const auto looksAround = [this] { return service->count(searched) > 0; };
-    if (!QTest::qWaitFor(looksAround, 12 * patience()))
+    if (!waitFor(looksAround, 12 * patience()))
         QFAIL(machine.client.readAll().right(2'000).constData());
     addSecrets(machine);
     const QStringList own{u"data/TideLoft/TideLoft/chat_private_key.b64: private key"_s};

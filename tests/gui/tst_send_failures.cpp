@@ -81,7 +81,7 @@ QString TestSendFailures::answeredWarning()
         return u"no box came"_s;
     const QString text = box->text();
     QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    if (!QTest::qWaitFor([] { return !QApplication::activeModalWidget(); }, patience()))
+    if (!waitFor([] { return !QApplication::activeModalWidget(); }, patience()))
         return u"the box stayed"_s;
     return text;
 }

@@ -143,7 +143,7 @@ void TestServerMenu::entriesActWithoutAClick()
     bool wasClosed = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
         probe.service.release(groups);
-        QVERIFY(!listArrives || QTest::qWaitFor([&] { return !old; }, patience()));
+        QVERIFY(!listArrives || waitFor([&] { return !old; }, patience()));
         if (byAssistant)
             pressAsAssistant(menu, 1);
         else
@@ -215,7 +215,7 @@ void TestServerMenu::listArrivesWhileItIsOpen()
     bool rebuilt = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
         probe.service.release(groups);
-        rebuilt = QTest::qWaitFor([&] { return !old; }, patience());
+        rebuilt = waitFor([&] { return !old; }, patience());
         menu->setActiveAction(menu->actions().at(1));
         QTest::keyClick(menu, Qt::Key_Return);
     }));
@@ -237,7 +237,7 @@ void TestServerMenu::listThatArrivesMeanwhileLeavesTheKeyboard()
                      [&](QMenu *menu) {
                          probe.service.release(groups);
                          // The menu may close before anything else has happened.
-                         rebuilt = QTest::qWaitFor([&] { return !old; }, patience());
+                         rebuilt = waitFor([&] { return !old; }, patience());
                          QTest::keyClick(menu, Qt::Key_Escape);
                      }));
     QVERIFY(rebuilt);
@@ -256,7 +256,7 @@ void TestServerMenu::theServerVanishesWhileItIsOpen()
     bool gone = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
         probe.service.release(groups);
-        gone = QTest::qWaitFor([&] { return !old; }, patience());
+        gone = waitFor([&] { return !old; }, patience());
         clickEntry(menu, 1);
     }));
     QVERIFY(gone);

@@ -29,7 +29,7 @@ QJsonArray servers(int count)
 bool list(GuiProbe &probe, int count)
 {
     return listServers(probe, servers(count))
-           && QTest::qWaitFor([&] { return serverPlace(probe)->widget()->height() >= count * 36; });
+           && waitFor([&] { return serverPlace(probe)->widget()->height() >= count * 36; });
 }
 
 QRect inWindow(const QWidget *widget, const QWidget *window)

@@ -5,6 +5,7 @@
 
 #include "tests/gui/tst_popups.h"
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 
 #include <QAbstractAnimation>
 #include <QApplication>
@@ -89,7 +90,7 @@ void SettingsProbe::openSettings() const
 
 bool SettingsProbe::fadedIn() const
 {
-    return QTest::qWaitFor(
+    return waitFor(
         [this] {
             const QGraphicsEffect *effect = settingsPage()->graphicsEffect();
             return effect && !effect->isEnabled();

@@ -57,7 +57,7 @@ public:
     [[nodiscard]] bool waitForRefusal(const QByteArray &path)
     {
         service.release(path);
-        return QTest::qWaitFor([this] { return errorText() == u"No"; });
+        return waitFor([this] { return errorText() == u"No"; });
     }
 };
 

@@ -138,7 +138,7 @@ bool TestWindowMemoryScan::sendAll(SoughtSecrets &keys, QJsonArray &sent)
     for (int i = 0; i < messages; ++i) {
         if (!write(u"from alice: %1"_s.arg(i)))
             return false;
-        if (!QTest::qWaitFor([this] { return chat.msgInput()->text().isEmpty(); }, patience()))
+        if (!waitFor([this] { return chat.msgInput()->text().isEmpty(); }, patience()))
             return false;
         QJsonObject item = QJsonDocument::fromJson(chat.service.lastRequest(send).body).object();
         item.insert(u"from"_s, u"alice"_s);

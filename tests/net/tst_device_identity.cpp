@@ -288,7 +288,7 @@ void TestDeviceIdentity::aCopyThatStartsAtTheSameTimeIsWaitedFor()
     QString second;
     std::thread start([&] { second = loadOrCreateDeviceId(directory->path()); });
     const QString place = QDir(directory->path()).canonicalPath();
-    const bool waits = QTest::qWaitFor([&] { return timesOpen(place) == 2; });
+    const bool waits = tideloft::tests::waitFor([&] { return timesOpen(place) == 2; });
     write(path, "from the first");
     close(first);
     start.join();

@@ -96,7 +96,7 @@ QJsonArray TestETagCache::shown(const QByteArray &key)
 {
     const qsizetype before = arrays.size();
     ask(key);
-    const bool came = QTest::qWaitFor([&] { return arrays.size() > before; });
+    const bool came = waitFor([&] { return arrays.size() > before; });
     return came ? arrays.last() : QJsonArray{u"nothing was shown"_s};
 }
 
@@ -289,7 +289,7 @@ void TestETagCache::unchangedAfterSigningOutShowsNothing()
         service->answer("GET /api/me", 200, "[]"); // which tells nothing
         client->fetchMe();
         QVERIFY(service->waitForRequests("GET /api/me", 1));
-        QVERIFY(QTest::qWaitFor([&] { return client->findChildren<QNetworkReply *>().isEmpty(); }));
+        QVERIFY(waitFor([&] { return client->findChildren<QNetworkReply *>().isEmpty(); }));
         QCOMPARE(log.emitted(), QList<QByteArray>());
         signIn();
         service->clear();

@@ -32,7 +32,7 @@ bool fetch(ApiClient &client, const QByteArray &request)
         client.fetchServers();
     else
         request.endsWith("bob") ? client.fetchHistory(u"bob"_s) : client.fetchConversations();
-    return QTest::qWaitFor([&] { return servers.size() + conversations.size() + history.size() == 1; });
+    return waitFor([&] { return servers.size() + conversations.size() + history.size() == 1; });
 }
 
 } // namespace

@@ -18,7 +18,7 @@ QByteArray talk(const LoopbackService &service, const QByteArray &bytes, const Q
     socket.connectToHost(QHostAddress::LocalHost, service.serverPort());
     socket.write(bytes);
     QByteArray received;
-    [[maybe_unused]] const bool complete = QTest::qWaitFor([&] {
+    [[maybe_unused]] const bool complete = tideloft::tests::waitFor([&] {
         received += socket.readAll();
         return received.endsWith(end);
     });

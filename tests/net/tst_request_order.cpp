@@ -63,7 +63,7 @@ bool TestRequestOrder::hang()
     service->hold(listKey);
     service->hold("GET /api/chat/history/carol");
     refresh(refreshes);
-    return QTest::qWaitFor([this] { return service->requests().size() == connections; });
+    return waitFor([this] { return service->requests().size() == connections; });
 }
 
 void TestRequestOrder::theUsersRequestPassesAllRefreshes_data()

@@ -63,7 +63,7 @@ QString TestTlsPolicy::fetchMe(const TlsService &service, const QString &host) c
     QSignalSpy loaded(&client, &ApiClient::meLoaded);
     QSignalSpy failed(&client, &ApiClient::meFailed);
     client.fetchMe();
-    if (!QTest::qWaitFor([&] { return loaded.size() + failed.size() > 0; }))
+    if (!waitFor([&] { return loaded.size() + failed.size() > 0; }))
         return u"no answer"_s;
     return failed.isEmpty() ? client.currentUsername() : u"refused: "_s + failed.first().first().toString();
 }

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
+#include "tests/support/waiting.h"
 
 #include "crypto/keys/device_key_pair.h"
 #include "crypto/keys/key_store.h"
@@ -193,7 +194,7 @@ bool GuiProbe::signIn(const QString &name)
         before.append(service.count(request));
     fillIn(name, u"correct horse"_s);
     click(u"primaryButton"_s);
-    bool ok = QTest::qWaitFor([this] { return onMainPage(); }, patience());
+    bool ok = waitFor([this] { return onMainPage(); }, patience());
     for (qsizetype i = 0; i < asked.size(); ++i)
         ok = ok && service.waitForRequests(asked.at(i), before.at(i) + 1);
     return ok;
@@ -208,7 +209,7 @@ bool GuiProbe::waitForPeers(const QStringList &peers) const
             listed.append(list->item(i)->data(Qt::UserRole).toString());
         return listed == peers;
     };
-    return QTest::qWaitFor(arrived, patience());
+    return waitFor(arrived, patience());
 }
 
 bool GuiProbe::listPeers(const QStringList &peers)

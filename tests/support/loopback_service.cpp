@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/loopback_service.h"
+#include "tests/support/waiting.h"
 
 #include "tests/support/patience.h"
 #include "tests/support/test_service_endpoint.h"
@@ -226,7 +227,7 @@ RecordedRequest LoopbackService::lastRequest(const QByteArray &key) const
 
 bool LoopbackService::waitForRequests(const QByteArray &key, qsizetype wanted) const
 {
-    return QTest::qWaitFor([&] { return count(key) >= wanted; }, patience());
+    return waitFor([&] { return count(key) >= wanted; }, patience());
 }
 
 void LoopbackService::incomingConnection(qintptr descriptor)

@@ -5,6 +5,7 @@
 
 #include "tests/support/test_class.h"
 #include "tests/support/test_home.h"
+#include "tests/support/waiting.h"
 
 #include <QCoreApplication>
 #include <QtTest>

@@ -146,7 +146,7 @@ void TestTransferLimits::everyEndOfABodyGivesItBack()
     if (status > 0)
         QCOMPARE(next(), 200);
     else // the service notices that the connection has ended, but tells nobody
-        QVERIFY(QTest::qWaitFor([&] { return next() == 200; }));
+        QVERIFY(waitFor([&] { return next() == 200; }));
 }
 
 void TestTransferLimits::unreadRepliesShareTheBudget()
@@ -178,7 +178,7 @@ void TestTransferLimits::readerWhoGoesGivesItBack()
         HttpClient other(server.port());
         return statusOf(other.exchange(get("/large", 2)));
     };
-    QVERIFY(QTest::qWaitFor([&] { return next() == 200; }));
+    QVERIFY(waitFor([&] { return next() == 200; }));
 }
 
 // A long conversation must not become unreadable because of its length.

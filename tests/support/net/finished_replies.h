@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -27,7 +28,7 @@ public:
     /// In finer steps than the macros', for there are thousands of rows. False also when there are more.
     bool reach(int wanted, int timeout = patience())
     {
-        return QTest::qWaitFor([this, wanted] { return count >= wanted; }, timeout) && count == wanted;
+        return waitFor([this, wanted] { return count >= wanted; }, timeout) && count == wanted;
     }
 
 private:

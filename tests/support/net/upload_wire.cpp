@@ -5,6 +5,7 @@
 
 #include "tests/support/net/wire.h"
 #include "tests/support/patience.h"
+#include "tests/support/waiting.h"
 
 #include <QDir>
 #include <QTest>
@@ -60,7 +61,7 @@ bool isOpen(const QString &path)
 
 bool uploadIsOver(const QString &path)
 {
-    return QTest::qWaitFor([&] { return !isOpen(path); }, patience());
+    return waitFor([&] { return !isOpen(path); }, patience());
 }
 
 } // namespace tideloft::tests
