@@ -32,7 +32,7 @@ QString newUserName(const JsonBody &body)
 QString newPassword(const JsonBody &body)
 {
     const QString password = body.text(u"password"_s, longestPassword);
-    if (password.toUcs4().size() < shortestPassword)
+    if (!isPasswordLength(password)) // one that is too long is refused above
         throw Refusal(400, u"A password must have at least 8 characters."_s);
     return password;
 }

@@ -45,6 +45,12 @@ QByteArray encode(const ScryptCost &cost, const QByteArray &salt, const QByteArr
 
 } // namespace
 
+bool isPasswordLength(const QString &password)
+{
+    const qsizetype length = password.toUcs4().size();
+    return length >= shortestPassword && length <= longestPassword;
+}
+
 QByteArray hashPassword(const QString &password, const ScryptCost &cost)
 {
     const QByteArray salt = randomBytes(saltSize);

@@ -27,6 +27,7 @@ FOLDERS = (
     ("service/threads", "service/threads/", "Q|openssl/|boost/"),
     ("service/store", "service/(store|threads)/", "openssl/|QJson|boost/"),
     ("service/secrets", "service/secrets/", "QSql|QJson|boost/"),
+    ("service/control", "service/(control|secrets|store)/", "openssl/|QSql|QJson|boost/"),
     ("service/api", "service/(api|secrets|store|threads)/|service/http/(byte_budget|exchange|multipart|header_value)",
      "QSql|boost/"),
     ("service", "service/", "openssl/|QSql|QJson"),

@@ -23,6 +23,7 @@ PLANTED = (
     ("a handler that listens", "service/api/api.cpp", '#include "service/http/server.h"'),
     ("SQL in a handler", "service/api/api.cpp", "#include <QSqlQuery>"),
     ("JSON in the store", "service/store/users.cpp", "#include <QJsonObject>"),
+    ("administration that knows an endpoint", "service/control/main.cpp", '#include "service/api/random.h"'),
     ("a store that knows HTTP", "service/store/users.h", '#include "service/http/exchange.h"'),
     ("HTTP that knows the store", "service/http/server.cpp", '#include "service/store/users.h"'),
     ("a file of the system opened by the network", "net/image_upload.cpp", "#include <fcntl.h>"),

@@ -1,6 +1,6 @@
 """Everything that names the version names the same one, and every list of releases the same releases.
 
-versions.py --version V --source DIR --build DIR --client PROGRAM --service PROGRAM
+versions.py --version V --source DIR --build DIR --client PROGRAM --service PROGRAM --control PROGRAM
 """
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
@@ -21,7 +21,7 @@ APP_ID = "im.tideloft.TideLoft"
 def parse_arguments():
     parser = argparse.ArgumentParser(description="Compares versions.")
     parser.add_argument("--version", required=True)
-    for name in ("source", "build", "client", "service"):
+    for name in ("source", "build", "client", "service", "control"):
         parser.add_argument(f"--{name}", required=True, type=pathlib.Path)
     return parser.parse_args()
 
@@ -48,6 +48,7 @@ def written_versions(arguments):
     versions = {
         "tideloft --version": printed(arguments.client).removeprefix("TideLoft ").split("\n")[0],
         "tideloftd --version": printed(arguments.service).removeprefix("tideloftd ").removesuffix("\n"),
+        "tideloftctl --version": printed(arguments.control).removeprefix("tideloftctl ").removesuffix("\n"),
         "the settings page About": shown(arguments.client),
         "the packages": first_match(r'^set\(CPACK_PACKAGE_VERSION \[*"?([^]")]*)', build / "CPackConfig.cmake"),
     }

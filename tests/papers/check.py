@@ -11,7 +11,7 @@ import outline
 from project import Project
 
 CHECKS = [links.check_links, links.check_files, links.check_tests,
-          commands.check_commands, commands.check_lone_options, commands.check_cmake,
+          commands.check_commands, commands.check_lone_options, commands.check_control_commands, commands.check_cmake,
           commands.check_preset_table, commands.check_manual,
           guides.check_structure, guides.check_messages, guides.check_english_messages,
           guides.check_network_messages, guides.check_warnings, guides.check_screen_words, guides.check_left_out,

@@ -29,11 +29,47 @@ def client_options(project):
     return set(OPTION.findall(project.read("app/command_line.cpp")))
 
 
+def control_options(project):
+    text = project.read("service/control/call_parser.cpp")
+    return {f"--{name}" for name in re.findall(r"[{ ]u\"([a-z-]{2,})\"_s[,}]", text)}
+
+
+def control_commands(project):
+    """What tideloftctl can be asked to do: names, with what each takes."""
+    table = project.read("service/control/command_table.cpp")
+    return dict(re.findall(r"\{u\"([a-z ]+)\"_s, (?:\{\}|u\"([A-Z]+)\"_s),", table))
+
+
+def check_control_commands(project):
+    """tideloftctl is asked for what it can do, and its manual page explains each command and no other."""
+    known = control_commands(project)
+    problems = []
+    for paper in project.papers():
+        for command in single_commands(paper):
+            words = [word for word in command.split()[1:] if not word.startswith("-")]
+            if command.split(" ")[0] == "tideloftctl" and words and not asks_for_one(known, words):
+                problems.append(f"{paper.path}: tideloftctl cannot do {command!r}")
+    page = re.findall(r"^\.It Cm ([a-z ]+?)(?: Ar [a-z]+)?$", project.read("packaging/man/tideloftctl.8"), re.M)
+    if sorted(page) != sorted(known):
+        problems.append(f"the manual page of tideloftctl has {sorted(page)}, and the program {sorted(known)}")
+    return problems
+
+
+def asks_for_one(known, words):
+    for name, parameter in known.items():
+        given = words[len(name.split()):]
+        if words[:len(name.split())] == name.split():
+            return bool(given) == bool(parameter)
+    return False
+
+
 def options_of(project, command):
     """The options of the command's program, or nothing if it is none of ours."""
     program = command.split(" ")[0]
     if program.split("/")[-1] == "tideloftd":
         return service_options(project)
+    if program.split("/")[-1] == "tideloftctl":
+        return control_options(project)
     if program.split("/")[-1] == "tideloft":
         return client_options(project)
     script = SCRIPT.match(command)
@@ -59,7 +95,7 @@ def check_commands(project):
 def check_lone_options(project):
     """An option that is named on its own belongs to a program that the papers call."""
     papers = project.papers()
-    known = service_options(project) | client_options(project)
+    known = service_options(project) | client_options(project) | control_options(project)
     for paper in papers:
         for command in single_commands(paper):
             known |= options_of(project, command) or set()

@@ -46,6 +46,7 @@ SEALING = ("envelope_sealing.cpp", "key_wrapping.cpp", "aes_gcm.cpp")
 TO_OPERATORS = ("service/options.cpp", "service/option_table.cpp", "service/config_file.cpp", "service/start_check.cpp",
                 "service/main.cpp", "service/api/health.cpp", "service/http/certificate.cpp",
                 "service/store/database.cpp", "service/store/database_file.cpp", "service/store/schema.cpp")
+ADMINISTRATION = "service/control/"
 TOOLKIT = "/usr/lib/*/libQt6Network.so.6"
 PADLOCK = "\N{LOCK} "
 
@@ -61,7 +62,8 @@ class Texts:
         self.warnings |= {pair for pair in self.pairs if re.match(PADLOCK + r"\S", pair[0])}
         in_pairs = {text for pair in self.pairs for text in pair}
         self.neutral = {text for source in sources for text in re.findall(LITERAL, source)} - in_pairs
-        self.service = {text for path in project.files("service/**/*.cpp") if path not in TO_OPERATORS
+        self.service = {text for path in project.files("service/**/*.cpp")
+                        if path not in TO_OPERATORS and not path.startswith(ADMINISTRATION)
                         for text in sentences(project, path)}
         self.service |= set(re.findall(r'return u"([A-Z][^"]+)"_s', project.read("net/api_client.cpp")))
         self.encryption = {text for path in SEALING

@@ -40,6 +40,13 @@ public:
                                       QStringLiteral("--tls-key"), keyFile()});
     }
 
+    /// Starts the program and waits for nothing.
+    bool startAndForget()
+    {
+        process.start(QStringLiteral(TIDELOFTD), usualArguments());
+        return process.waitForStarted();
+    }
+
     /// Waits until the program has printed so many lines.
     QByteArray outputOfLines(int count)
     {
@@ -72,14 +79,17 @@ public:
 private:
     bool start(const QStringList &more)
     {
-        process.start(QStringLiteral(TIDELOFTD), QStringList{QStringLiteral("--port"), QStringLiteral("0"),
-                                                             QStringLiteral("--database"), databaseFile()}
-                                                     + more);
+        process.start(QStringLiteral(TIDELOFTD), usualArguments() + more);
         if (!process.waitForReadyRead())
             return false;
         out = process.readAllStandardOutput();
         origin = QString::fromUtf8(out).section(u'\n', 0, 0).section(u' ', -1);
         return out.startsWith("listening on ");
+    }
+
+    QStringList usualArguments() const
+    {
+        return {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--database"), databaseFile()};
     }
 
     void collect()

@@ -1,0 +1,84 @@
+// Copies, damage, and how much there is.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/control/database_commands.h"
+
+#include "service/control/call.h"
+#include "service/control/opened_database.h"
+#include "service/control/output.h"
+#include "service/control/problem.h"
+#include "service/store/maintenance.h"
+#include "service/store/statistics.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// Megabytes of 1,048,576 bytes, rounded up.
+QString sizeText(qint64 bytes)
+{
+    return u"%1 MiB"_s.arg((bytes + 1'048'575) / 1'048'576);
+}
+
+} // namespace
+
+void backUpDatabase(const Call &call)
+{
+    const QString &file = call.arguments.constFirst();
+    OpenedDatabase database(call.database, OpenedDatabase::Form::AnyKnown);
+    backUp(*database, file);
+    say(u"%1 is a copy of the database, %2."_s.arg(file, sizeText(QFileInfo(file).size())));
+}
+
+void restoreDatabase(const Call &call)
+{
+    const QString time = QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'hhmmsszzz'Z'"_s);
+    const QString kept = call.database + u".before-"_s + time;
+    restore(call.database, call.arguments.constFirst(), kept);
+    say(u"The database %1 is restored."_s.arg(call.database));
+    if (QFileInfo::exists(kept))
+        say(u"What was there before is %1."_s.arg(kept));
+}
+
+void checkDatabase(const Call &call)
+{
+    OpenedDatabase database(call.database, OpenedDatabase::Form::AnyKnown);
+    const QStringList problems = problemsOf(*database);
+    for (const QString &problem : problems)
+        say(problem, stderr);
+    if (!problems.isEmpty())
+        throw Problem(u"The database %1 is damaged"_s.arg(call.database));
+    say(u"The database %1 is sound."_s.arg(call.database));
+}
+
+void tellStatistics(const Call &call)
+{
+    OpenedDatabase database(call.database);
+    const Statistics found = statistics(*database, QDateTime::currentMSecsSinceEpoch());
+    const QList<QStringList> rows{
+        {u"Users"_s, QString::number(found.activeUsers)},
+        {u"Disabled users"_s, QString::number(found.disabledUsers)},
+        {u"Deleted users"_s, QString::number(found.deletedUsers)},
+        {u"Invitations"_s, QString::number(found.invitations)},
+        {u"Sessions"_s, QString::number(found.sessions)},
+        {u"Devices"_s, QString::number(found.devices)},
+        {u"Messages"_s, QString::number(found.messages)},
+        {u"Oldest message"_s, found.oldestMessage == 0 ? u"-"_s : timeText(found.oldestMessage)},
+        {u"Conversations"_s, QString::number(found.conversations)},
+        {u"Servers"_s, QString::number(found.groups)},
+        {u"Pictures"_s, QString::number(found.pictures)},
+        {u"Database"_s, sizeText(found.databaseBytes)},
+        {u"Free in it"_s, sizeText(found.freeBytes)},
+    };
+    for (const QString &line : tableLines(rows))
+        say(line);
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,92 @@
+// Reading of lines, and what a terminal shows meanwhile.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/control/password_input.h"
+
+#include "service/control/problem.h"
+#include "service/secrets/password.h"
+
+#include <QStringDecoder>
+
+#include <cstdio>
+
+#include <termios.h>
+#include <unistd.h>
+
+namespace tideloft::service
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr char interrupt = '\x03';
+
+/// While it lives the terminal shows nothing of what is typed. Ctrl+C is a character then, so that nobody is
+/// left with such a terminal.
+class SilentTerminal
+{
+public:
+    SilentTerminal()
+    {
+        tcgetattr(STDIN_FILENO, &before);
+        termios silent = before;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ISIG);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+    }
+    Q_DISABLE_COPY_MOVE(SilentTerminal)
+    ~SilentTerminal() { tcsetattr(STDIN_FILENO, TCSAFLUSH, &before); }
+
+private:
+    termios before{};
+};
+
+QString readLine()
+{
+    constexpr qsizetype longest = 4096;
+    QByteArray line;
+    for (int c = std::getchar(); c != EOF && c != '\n'; c = std::getchar()) {
+        if (c == interrupt)
+            throw Problem(u"Interrupted"_s);
+        if (line.size() == longest)
+            throw Problem(u"The password is too long"_s);
+        line.append(static_cast<char>(c));
+    }
+    if (line.endsWith('\r'))
+        line.chop(1);
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    QString text = decoder(line);
+    if (decoder.hasError())
+        throw Problem(u"The password is not UTF-8"_s);
+    return text;
+}
+
+QString askFor(const char *what)
+{
+    std::fputs(what, stderr);
+    const QString line = readLine();
+    std::fputs("\n", stderr);
+    return line;
+}
+
+QString typedTwice()
+{
+    const SilentTerminal silent;
+    const QString password = askFor("New password: ");
+    if (askFor("The same again: ") != password)
+        throw Problem(u"These were two different passwords"_s);
+    return password;
+}
+
+} // namespace
+
+QString readNewPassword()
+{
+    QString password = isatty(STDIN_FILENO) == 1 ? typedTwice() : readLine();
+    if (!isPasswordLength(password))
+        throw Problem(u"A password has %1 to %2 characters"_s.arg(shortestPassword).arg(longestPassword));
+    return password;
+}
+
+} // namespace tideloft::service
