@@ -28,8 +28,10 @@ bool isTemporary(const QSqlError &error)
 // A change of tables is done once; everything else comes again.
 bool comesAgain(const QString &statement)
 {
-    return statement.startsWith(u"SELECT"_s) || statement.startsWith(u"INSERT"_s)
-           || statement.startsWith(u"UPDATE"_s) || statement.startsWith(u"DELETE"_s);
+    static const QStringList beginnings{u"SELECT"_s, u"INSERT"_s, u"UPDATE"_s,    u"DELETE"_s,
+                                        u"BEGIN"_s,  u"COMMIT"_s, u"SAVEPOINT"_s, u"RELEASE"_s};
+    return std::any_of(beginnings.begin(), beginnings.end(),
+                       [&](const QString &beginning) { return statement.startsWith(beginning); });
 }
 
 // Qt stores a null text as NULL, and an empty JSON text may be either. Here the two mean the same.
