@@ -12,7 +12,8 @@ namespace
 {
 
 // Goes up whenever the same content is written in another way.
-constexpr char replyForm = '1';
+constexpr quint64 replyForm = 1;
+constexpr quint64 spread = 0x9e3779b97f4a7c15; // odd, so no two small numbers become the same
 
 } // namespace
 
@@ -20,7 +21,9 @@ QByteArray entityTag(qint64 version, qsizetype most)
 {
     if (version == 0)
         return {};
-    return '"' + QByteArray::number(version, 36) + '-' + replyForm + '-' + QByteArray::number(most, 36) + '"';
+    const quint64 all = quint64(version) ^ (quint64(most) * 16 + replyForm) * spread;
+    const QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(&all), sizeof all);
+    return '"' + bytes.toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals) + '"';
 }
 
 // The comparison is weak (RFC 9110, section 13.1.2), so what a proxy has marked as weak counts too.

@@ -63,18 +63,21 @@ void TestVersionedList::tags_data()
     QTest::addColumn<QByteArray>("ifNoneMatch");
     QTest::addColumn<bool>("named");
     QTest::newRow("none") << QByteArray() << false;
-    QTest::newRow("the same") << QByteArray("\"a-1-2\"") << true;
-    QTest::newRow("another") << QByteArray("\"a-1-3\"") << false;
-    QTest::newRow("without quotes") << QByteArray("a-1-2") << false;
-    QTest::newRow("weak") << QByteArray("W/\"a-1-2\"") << true;
-    QTest::newRow("one of two") << QByteArray("\"x\", \"a-1-2\"") << true;
+    const QByteArray tag = entityTag(10, 2);
+    QTest::newRow("the same") << tag << true;
+    QTest::newRow("of a longer list") << entityTag(10, 3) << false;
+    QTest::newRow("of another version") << entityTag(11, 2) << false;
+    QTest::newRow("without quotes") << tag.sliced(1).chopped(1) << false;
+    QTest::newRow("weak") << "W/" + tag << true;
+    QTest::newRow("one of two") << "\"x\", " + tag << true;
     QTest::newRow("any") << QByteArray("*") << true;
 }
 
 void TestVersionedList::tags()
 {
     QFETCH(QByteArray, ifNoneMatch);
-    QCOMPARE(entityTag(10, 2), QByteArray("\"a-1-2\""));
+    const QRegularExpression form(u"^\"[A-Za-z0-9_-]{11}\"$"_s);
+    QVERIFY(form.match(QString::fromLatin1(entityTag(10, 2))).hasMatch());
     QTEST(namesTag(ifNoneMatch, entityTag(10, 2)), "named");
 }
 

@@ -32,7 +32,7 @@ private slots:
     void expectedBodyIsInvited();
     void tooLargeExpectedBodyIsNotInvited();
     void headHasNoBody();
-    void whatHasNotChangedHasNeitherBodyNorLength();
+    void whatHasNotChangedIsToldByTheTagAlone();
 };
 
 void TestHttpServer::requestReachesTheHandlerWhole()
@@ -247,7 +247,7 @@ void TestHttpServer::headHasNoBody()
     QVERIFY(reply.endsWith("\r\n\r\n"));
 }
 
-void TestHttpServer::whatHasNotChangedHasNeitherBodyNorLength()
+void TestHttpServer::whatHasNotChangedIsToldByTheTagAlone()
 {
     ServerFixture server([](const Request &request) {
         Response response;
@@ -260,10 +260,7 @@ void TestHttpServer::whatHasNotChangedHasNeitherBodyNorLength()
     for (int time = 0; time < 2; ++time) { // the connection goes on
         client.send(request);
         const QByteArray reply = client.readUntil("\r\n\r\n");
-        QVERIFY(reply.startsWith("HTTP/1.1 304 "));
-        QVERIFY(reply.contains("\r\nETag: \"a\"\r\n"));
-        QVERIFY(!reply.contains("\r\nContent-"));
-        QVERIFY(reply.endsWith("\r\n\r\n"));
+        QCOMPARE(reply, QByteArray("HTTP/1.1 304 Not Modified\r\nETag: \"a\"\r\n\r\n"));
         client.readReply();
     }
 }
