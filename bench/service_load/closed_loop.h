@@ -1,0 +1,23 @@
+// Connections that ask for the next thing as soon as they have the last.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "bench/service_load/client.h"
+#include "bench/service_load/latencies.h"
+
+namespace tideloft::bench
+{
+
+/// What NEXT gives is asked; CHECK tells whether the reply is as it must be.
+struct ClosedLoop {
+    Where where;
+    int connections = 16;
+    std::function<std::string(int connection)> next;
+    std::function<bool(const Reply &reply)> check;
+};
+
+/// Replies a second as they must be. Ends the program at the first that is not.
+double repliesASecond(const ClosedLoop &wanted, double seconds);
+
+} // namespace tideloft::bench
