@@ -65,6 +65,7 @@ ApiSettings apiSettings(const Options &options)
     settings.keepMessagesDays = options.keepMessages;
     settings.quota = {options.quotaMessages, qint64{options.quotaMegabytes} * 1024 * 1024,
                       options.quotaConversations};
+    settings.pictureBytes = qint64{options.quotaPictureMegabytes} * 1024 * 1024;
     settings.hashingThreads = std::max(1U, std::thread::hardware_concurrency() / 2);
     return settings;
 }

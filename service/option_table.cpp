@@ -141,6 +141,8 @@ const QList<OptionEntry> &optionTable()
         number("quota-megabytes", &Options::quotaMegabytes, 1, million, "Room that these may take, in MiB."),
         number("quota-conversations", &Options::quotaConversations, 1, million,
                "Conversations that one user may have."),
+        number("quota-picture-megabytes", &Options::quotaPictureMegabytes, 1, million,
+               "Room that one user's picture and the icons of the user's servers may take, in MiB."),
     };
     return table;
 }

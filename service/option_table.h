@@ -29,6 +29,7 @@ struct Options {
     int quotaMessages = 1'000'000;
     int quotaMegabytes = 2048;
     int quotaConversations = 2000;
+    int quotaPictureMegabytes = 100;
     QString trustedProxy; ///< empty = none
     int metricsPort = -1; ///< -1 = none
     Registration registration = Registration::Open;

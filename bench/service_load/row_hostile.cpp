@@ -84,12 +84,12 @@ void reportDamage(const Attack &attack, const PollResults &honest, const Damage 
                && damage.slowGone <= 20 && damage.moreMiB < 95);
 }
 
-void runUntilDone(Loop &loop, const Attack &attack, double atLeast)
+void runUntilDone(Loop &loop, const Attack &attack, double leastSeconds)
 {
     const Time begin = Clock::now();
     std::function<void()> endWhenDone = [&] {
         const bool isDone =
-            attack.nonsense.isDone() && lastGone(attack) >= 0 && secondsSince(begin) > atLeast;
+            attack.nonsense.isDone() && lastGone(attack) >= 0 && secondsSince(begin) > leastSeconds;
         isDone ? loop.stop() : loop.at(later(0.2), endWhenDone);
     };
     endWhenDone();

@@ -21,6 +21,9 @@ namespace tideloft::service
 /// What one user may have sent, and with how many others.
 constexpr MessageQuota usualQuota{1'000'000, qint64{2} * 1024 * 1024 * 1024, 2'000};
 
+/// What one user's pictures may take.
+constexpr qint64 usualPictureBytes = qint64{100} * 1024 * 1024;
+
 /// Milliseconds of a clock that never jumps.
 qint64 steadyMilliseconds();
 
@@ -33,7 +36,8 @@ struct ApiSettings {
     int registrationsPerMinute = 10; ///< for each address; 0 = any number
     Registration registration = Registration::Open;
     MessageQuota quota = usualQuota;
-    int keepMessagesDays = 0; ///< older messages are forgotten; 0 = never
+    qint64 pictureBytes = usualPictureBytes; ///< of one user's pictures
+    int keepMessagesDays = 0;                ///< older messages are forgotten; 0 = never
     std::function<qint64()> steadyNow = &steadyMilliseconds;
     int historyLimit = 5000;               ///< messages that a history gives at most
     std::shared_ptr<ByteBudget> transfers; ///< what large replies may hold together; never null in a context

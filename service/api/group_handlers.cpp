@@ -113,14 +113,15 @@ Response giveGroup(Database &database, const Request &request, const User &user)
     return jsonResponse(groupItem(*group));
 }
 
-Outcome uploadIcon(Database &lookUp, const Request &request, const User &user)
+Outcome uploadIcon(const ApiContext &context, Database &lookUp, const Request &request, const User &user)
 {
     const std::optional<qint64> row = findGroupRow(lookUp, user, request.parameters.value(0));
     if (!row)
         refuseUnknown();
     const Picture picture = uploadedPicture(request, "icon");
-    return Change([row, picture, name = newPictureName()](Database &database) {
+    return Change([&context, user, row, picture, name = newPictureName()](Database &database) {
         replaceIcon(database, *row, name, picture);
+        requireRoomForPictures(context, database, user);
         return jsonResponse(QJsonObject{{u"iconUrl"_s, pictureUrl(name)}});
     });
 }
@@ -141,7 +142,12 @@ void addGroupRoutes(Router &router, ApiContext &context)
                    return createGroup(context, request, user);
                }));
     router.add("GET", "/api/groups/{id}", forSignedIn(context, &giveGroup));
-    router.add("POST", "/api/groups/{id}/icon", forSignedIn(context, &uploadIcon), BodySize::Upload);
+    router.add("POST", "/api/groups/{id}/icon",
+               forSignedIn(context,
+                           [&context](Database &lookUp, const Request &request, const User &user) {
+                               return uploadIcon(context, lookUp, request, user);
+                           }),
+               BodySize::Upload);
 }
 
 } // namespace tideloft::service

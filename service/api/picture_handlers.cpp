@@ -20,11 +20,12 @@ namespace
 
 constexpr int nameSize = 20; // bytes; enough that no name is ever guessed or made twice
 
-Outcome uploadAvatar(Database &, const Request &request, const User &user)
+Outcome uploadAvatar(const ApiContext &context, const Request &request, const User &user)
 {
     const Picture picture = uploadedPicture(request, "avatar");
-    return Change([user, picture, name = newPictureName()](Database &database) {
+    return Change([&context, user, picture, name = newPictureName()](Database &database) {
         replaceAvatar(database, user, name, picture);
+        requireRoomForPictures(context, database, user);
         return jsonResponse(QJsonObject{{u"avatarUrl"_s, pictureUrl(name)}});
     });
 }
@@ -62,6 +63,12 @@ Picture uploadedPicture(const Request &request, QByteArrayView name)
     return {type, content};
 }
 
+void requireRoomForPictures(const ApiContext &context, Database &database, const User &user)
+{
+    if (pictureBytes(database, user) > context.settings.pictureBytes)
+        throw Refusal(409, u"Your pictures take as much room as the service has for one user."_s);
+}
+
 QString newPictureName()
 {
     return QString::fromLatin1(randomBytes(nameSize).toHex());
@@ -69,7 +76,11 @@ QString newPictureName()
 
 void addPictureRoutes(Router &router, ApiContext &context)
 {
-    router.add("POST", "/api/profile/avatar/upload", forSignedIn(context, &uploadAvatar), BodySize::Upload);
+    router.add(
+        "POST", "/api/profile/avatar/upload",
+        forSignedIn(context, [&context](Database &, const Request &request,
+                                        const User &user) { return uploadAvatar(context, request, user); }),
+        BodySize::Upload);
     router.add("GET", "/pictures/{name}", forSignedIn(context, &givePicture));
 }
 

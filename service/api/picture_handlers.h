@@ -18,6 +18,10 @@ constexpr qsizetype maximumPictureBytes = qsizetype{5} * 1024 * 1024;
 /// is too large, 415 when it is none.
 Picture uploadedPicture(const Request &request, QByteArrayView name);
 
+/// To be called in the change that has stored a picture: throws a Refusal with 409, which undoes the change,
+/// when the user's pictures take too much room now.
+void requireRoomForPictures(const ApiContext &context, Database &database, const User &user);
+
 /// A random name that no picture has had.
 QString newPictureName();
 

@@ -48,6 +48,14 @@ QString avatarName(Database &database, const User &user)
     return query.next() ? query.value(0).toString() : QString();
 }
 
+// The database knows the length of a picture without reading it.
+qint64 pictureBytes(Database &database, const User &user)
+{
+    return database.number(u"SELECT sum(length(content)) FROM pictures WHERE user_id = ? OR group_id IN"
+                           " (SELECT group_id FROM group_members WHERE user_id = ?)"_s,
+                           {user.id, user.id});
+}
+
 std::optional<Picture> findPicture(Database &database, const QString &name)
 {
     Rows query = database.run(u"SELECT content_type, content FROM pictures WHERE name = ?"_s, {name});

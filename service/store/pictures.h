@@ -21,6 +21,9 @@ void replaceIcon(Database &database, qint64 groupRow, const QString &name, const
 /// The name of the user's picture; empty when there is none.
 QString avatarName(Database &database, const User &user);
 
+/// What the user's picture and the icons of the user's groups take together.
+qint64 pictureBytes(Database &database, const User &user);
+
 std::optional<Picture> findPicture(Database &database, const QString &name);
 
 } // namespace tideloft::service

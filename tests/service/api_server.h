@@ -21,7 +21,22 @@ namespace tideloft::tests
 class ApiServer
 {
 public:
-    ApiServer() : thread([this] { run(); }) { ready.acquire(); }
+    /// Without limits on attempts, and with passwords that are hashed in no time.
+    static service::ApiSettings usualSettings()
+    {
+        service::ApiSettings settings;
+        settings.scryptCost = {16, 8, 1};
+        settings.secureCookies = false;
+        settings.signInsPerMinute = 0;
+        settings.registrationsPerMinute = 0;
+        return settings;
+    }
+    explicit ApiServer(const service::ApiSettings &settings = usualSettings())
+        : apiSettings(settings),
+          thread([this] { run(); })
+    {
+        ready.acquire();
+    }
     Q_DISABLE_COPY_MOVE(ApiServer)
     ~ApiServer()
     {
@@ -64,11 +79,6 @@ public:
 private:
     void run()
     {
-        service::ApiSettings apiSettings;
-        apiSettings.scryptCost = {16, 8, 1};
-        apiSettings.secureCookies = false;
-        apiSettings.signInsPerMinute = 0;
-        apiSettings.registrationsPerMinute = 0;
         service::Api api({folder.filePath(QStringLiteral("test.sqlite"))}, apiSettings);
         service::ServerSettings settings;
         settings.port = 0;
@@ -80,6 +90,7 @@ private:
         server->run();
     }
 
+    const service::ApiSettings apiSettings;
     QTemporaryDir folder;
     QSemaphore ready;
     std::unique_ptr<service::HttpServer> server;

@@ -15,12 +15,29 @@ using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 using namespace tideloft::tests;
 
+/// A variable that programs which are started meanwhile find in their environment.
+class Variable
+{
+public:
+    Variable(const char *called, const QByteArray &value) : name(called), before(qgetenv(called))
+    {
+        qputenv(name, value);
+    }
+    Q_DISABLE_COPY_MOVE(Variable)
+    ~Variable() { before.isNull() ? qunsetenv(name) : qputenv(name, before); }
+
+private:
+    const char *name;
+    const QByteArray before;
+};
+
 class TestHealth : public QObject
 {
     Q_OBJECT
 
 private slots:
     void fullDiskIsToldAndLosesNothing();
+    void readOnlyFilesAreToldAndLoseNothing();
     void lockedDatabaseIsTold();
     void unusableCertificates_data();
     void unusableCertificates();
@@ -96,6 +113,35 @@ void TestHealth::fullDiskIsToldAndLosesNothing()
     QCOMPARE(call("GET", "/api/chat/history/alice").array().size(), 2);
     QCOMPARE(daemon->stop(SIGTERM), 0);
     QVERIFY(daemon->errors().contains(" problem "));
+    Store database(daemon->databaseFile());
+    QCOMPARE(database.pragma(u"integrity_check"_s).toString(), u"ok"_s);
+}
+
+void TestHealth::readOnlyFilesAreToldAndLoseNothing()
+{
+    const QTemporaryDir folder;
+    QFile mark(folder.filePath(u"read-only"_s));
+    {
+        const Variable place("TIDELOFT_READ_ONLY", mark.fileName().toUtf8());
+        const Variable library("LD_PRELOAD",
+                               READ_ONLY_FILES_NAME); // by its name: blanks in a path would end it
+        const Variable libraries("LD_LIBRARY_PATH", READ_ONLY_FILES_FOLDER);
+        const Variable sanitizer("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0");
+        startWithAlice();
+    }
+    const auto send = [&] { return post("/api/chat/send", plainMessage(u"alice"_s, u"x"_s)); };
+    QCOMPARE(send().status, 201);
+    QVERIFY(mark.open(QIODevice::WriteOnly));
+    QTRY_COMPARE(call("GET", "/healthz").status, 503);
+    const HttpReply refused = send();
+    QCOMPARE(refused.status, 503);
+    QVERIFY(!refused.message().isEmpty());
+    QCOMPARE(call("GET", "/api/chat/history/alice").array().size(), 1);
+    QVERIFY(mark.remove());
+    QCOMPARE(send().status, 201);
+    QCOMPARE(call("GET", "/healthz").status, 200);
+    QCOMPARE(call("GET", "/api/chat/history/alice").array().size(), 2);
+    QCOMPARE(daemon->stop(SIGTERM), 0);
     Store database(daemon->databaseFile());
     QCOMPARE(database.pragma(u"integrity_check"_s).toString(), u"ok"_s);
 }

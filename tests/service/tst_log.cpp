@@ -17,7 +17,11 @@ class TestLog : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { QCOMPARE(pipe2(ends, O_NONBLOCK), 0); }
+    void init() // a full pipe keeps whoever writes to it, as that of a terminal or another program does
+    {
+        QCOMPARE(pipe2(ends, 0), 0);
+        QCOMPARE(fcntl(ends[0], F_SETFL, O_NONBLOCK), 0);
+    }
     void cleanup()
     {
         ::close(ends[0]);
@@ -42,7 +46,7 @@ private:
 
 void TestLog::entryHasTimeLevelAndRequest()
 {
-    const QDateTime time(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
+    const QDateTime time(QDate(2026, 5, 4), QTime(12, 0, 0, 7), Qt::OffsetFromUTC, 2 * 60 * 60);
     QCOMPARE(logEntry(time, LogLevel::Info, 7, "GET / 200"),
              QByteArray("2026-05-04T10:00:00.007Z info 7 GET / 200\n"));
     QCOMPARE(logEntry(time, LogLevel::Problem, 0, "x"), QByteArray("2026-05-04T10:00:00.007Z problem - x\n"));

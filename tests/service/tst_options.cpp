@@ -81,13 +81,14 @@ void TestOptions::limitsAreGiven()
     const Command command =
         parse(u"--history-limit 1 --connections 2 --connections-per-address 3 --sign-ins-per-minute 0 "
               "--registrations-per-minute 5 --quota-messages 6 --quota-megabytes 7 --quota-conversations 8 "
+              "--quota-picture-megabytes 9 "
               "--trusted-proxy ::1"_s);
     QVERIFY(command.serve);
     const Options &options = *command.serve;
     QCOMPARE(QList<int>({options.historyLimit, options.connections, options.connectionsPerAddress,
                          options.signInsPerMinute, options.registrationsPerMinute, options.quotaMessages,
-                         options.quotaMegabytes, options.quotaConversations}),
-             (QList<int>{1, 2, 3, 0, 5, 6, 7, 8}));
+                         options.quotaMegabytes, options.quotaConversations, options.quotaPictureMegabytes}),
+             (QList<int>{1, 2, 3, 0, 5, 6, 7, 8, 9}));
     QCOMPARE(options.trustedProxy, u"::1"_s);
 }
 
@@ -121,6 +122,8 @@ void TestOptions::helpExplainsEveryOption()
                                   u"--quota-messages <N>"_s,
                                   u"--quota-megabytes <N>"_s,
                                   u"--quota-conversations <N>"_s,
+                                  u"--quota-picture-megabytes <N>"_s,
+                                  u"--metrics-port <N>"_s,
                                   u"--registration <WHO>"_s,
                                   u"--keep-messages <DAYS>"_s,
                                   u"--trusted-proxy <ADDRESS>"_s,

@@ -10,6 +10,7 @@
 #include <QNetworkReply>
 
 using namespace Qt::StringLiterals;
+using namespace tideloft;
 using namespace tideloft::tests;
 
 class TestPictures : public QObject
@@ -23,6 +24,7 @@ private slots:
     void iconIsInTheGroup();
     void secondUploadRemovesTheFirst_data();
     void secondUploadRemovesTheFirst();
+    void picturesHaveSoMuchRoom();
     void onlyMembersChangeTheIcon();
     void onlySignedInUsersSeePictures();
     void unknownPicture();
@@ -141,6 +143,31 @@ void TestPictures::secondUploadRemovesTheFirst()
     QCOMPARE(server.get(second, alice).body, png(100, 'b'));
     QVERIFY(upload(target, field, "no picture", alice).status != 200);
     QCOMPARE(server.get(second, alice).status, 200); // a refused one removes nothing
+}
+
+// What is replaced does not count, and what is refused changes nothing.
+void TestPictures::picturesHaveSoMuchRoom()
+{
+    service::ApiSettings settings = ApiServer::usualSettings();
+    settings.pictureBytes = 2000;
+    const ApiServer small(settings);
+    const QByteArray user = small.signUp(u"carol"_s);
+    const auto send = [&](const QByteArray &target, const QByteArray &field, qsizetype size) {
+        return small.call("POST", target, user, form(filePart(field, png(size))), formType);
+    };
+    QCOMPARE(send(avatarPath, "avatar", 1500).status, 200);
+    QCOMPARE(send(avatarPath, "avatar", 1200).status, 200);
+    const QString url = small.get("/api/me", user).text(u"avatarUrl"_s);
+    const QJsonObject chess{{u"name"_s, u"Chess"_s}, {u"description"_s, u""_s}};
+    const QByteArray icon =
+        "/api/groups/" + small.post("/api/groups", chess, user).text(u"groupId"_s).toLatin1() + "/icon";
+    QCOMPARE(send(icon, "icon", 800).status, 200);
+    const HttpReply refused = send(icon, "icon", 801);
+    QCOMPARE(refused.status, 409);
+    QCOMPARE(refused.message(), u"Your pictures take as much room as the service has for one user."_s);
+    QCOMPARE(send(avatarPath, "avatar", 1201).status, 409);
+    QCOMPARE(small.get("/api/me", user).text(u"avatarUrl"_s), url);
+    QCOMPARE(small.get(url.toLatin1(), user).body.size(), 1200);
 }
 
 void TestPictures::onlyMembersChangeTheIcon()
