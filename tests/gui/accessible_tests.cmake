@@ -9,7 +9,6 @@ tideloft_tests(gui_accessible_tests
     TESTS tst_accessible_controls tst_accessible_texts tst_composition tst_focus_contrast tst_keyboard_journey
         tst_notifications tst_visible_focus
     SOURCES tst_accessible_table.cpp tst_accessible_table.h
-        tst_settings_switches_table.cpp tst_settings_switches_table.h
     LIBRARIES tideloft_accessible_probe tideloft_picture_probe tideloft_sealed_messages tideloft_start_up LABELS gui)
 
 # The same from outside.

@@ -7,10 +7,6 @@ add_library(tideloft_settings_probe STATIC
 tideloft_when_linked(tideloft_precompile_test tideloft_settings_probe)
 target_link_libraries(tideloft_settings_probe PUBLIC tideloft_gui_probe Qt6::Test)
 
-tideloft_tell_version(tst_settings_sections.cpp tst_settings_texts.cpp)
 tideloft_tests(gui_settings_tests
-    TESTS tst_appearance tst_appearance_sheet tst_privacy_dialog tst_settings_actions tst_settings_navigation
-        tst_settings_opening tst_settings_profile_card tst_settings_sections tst_settings_switches
-        tst_settings_tab_order tst_settings_texts
-    SOURCES tst_settings_switches_table.cpp tst_settings_switches_table.h
+    TESTS tst_appearance tst_appearance_sheet tst_privacy_dialog tst_settings_opening
     LIBRARIES tideloft_settings_probe LABELS gui)

@@ -2,11 +2,9 @@
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 add_library(tideloft_gui_probe STATIC
-    ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.cpp ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.h
-    ${PROJECT_SOURCE_DIR}/tests/support/gui_layouts.cpp
-    ${PROJECT_SOURCE_DIR}/tests/support/tab_order.cpp ${PROJECT_SOURCE_DIR}/tests/support/tab_order.h)
+    ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.cpp ${PROJECT_SOURCE_DIR}/tests/support/gui_probe.h)
 tideloft_when_linked(tideloft_precompile_test tideloft_gui_probe)
-target_link_libraries(tideloft_gui_probe PUBLIC tideloft_ui tideloft_test_service)
+target_link_libraries(tideloft_gui_probe PUBLIC tideloft_ui tideloft_test_service tideloft_page_window)
 
 tideloft_tests(gui_structure_tests
     TESTS tst_device_key_flow tst_device_key_flow_files tst_device_list tst_error_label tst_history_signals

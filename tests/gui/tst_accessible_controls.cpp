@@ -6,7 +6,7 @@
 #include "tests/gui/tst_accessible_probe.h"
 #include "tests/gui/tst_accessible_table.h"
 #include "tests/gui/tst_create_dialog_probe.h"
-#include "tests/gui/tst_settings_switches_table.h"
+#include "tests/support/settings_switches_table.h"
 #include "tests/support/test_main.h"
 #include "ui/widgets/message_box.h"
 

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"
+#include "tests/support/test_service_endpoint.h"
 
 #include <QApplication>
 #include <QGraphicsOpacityEffect>
@@ -10,6 +11,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -23,6 +25,7 @@ private slots:
     void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void openingMarksTheRail();
+    void aboutNamesTheService();
     void opensOverAConversation();
     void openedTwiceIsOnePage();
     void everyOpeningFadesThePage();
@@ -30,6 +33,8 @@ private slots:
     void backWithoutConversation();
     void backToTheOpenConversation();
     void laterLanguageDoesNotTranslate();
+    void sectionsDoNotFade();
+    void animationsSwitchLeavesTheFade();
     void slotsFadeTheBuiltPage_data();
     void slotsFadeTheBuiltPage();
     void userMenuOpensWithoutFade_data();
@@ -66,6 +71,7 @@ void TestSettingsOpening::openingMarksTheRail()
 {
     const SettingsProbe probe;
     QVERIFY(probe.messagesButton()->isChecked());
+    QVERIFY(!probe.settingsPage());
     probe.openSettings();
     QVERIFY(probe.settingsButton()->isChecked());
     QVERIFY(!probe.messagesButton()->isChecked());
@@ -73,6 +79,14 @@ void TestSettingsOpening::openingMarksTheRail()
     probe.openSettings(); // a checkable button would give its mark away
     QVERIFY(probe.settingsButton()->isChecked());
     QVERIFY(!probe.messagesButton()->isChecked());
+}
+
+void TestSettingsOpening::aboutNamesTheService()
+{
+    const SettingsProbe probe;
+    setServiceBaseUrl(u"http://localhost:1"_s);
+    probe.openSettings();
+    QVERIFY(labelWith(probe.content(About), u"TideLoft service (localhost:1)"_s));
 }
 
 void TestSettingsOpening::opensOverAConversation()
@@ -172,6 +186,34 @@ void TestSettingsOpening::laterLanguageDoesNotTranslate()
     QCOMPARE(probe.nav()->item(0)->text(), u"👤  Account"_s);
     QCOMPARE(probe.backButton()->text(), u"←  Back to chat"_s);
     QVERIFY(buttonWith(probe.content(Appearance), u"Dark"_s));
+}
+
+void TestSettingsOpening::sectionsDoNotFade()
+{
+    const SettingsProbe probe;
+    probe.openSettings();
+    QVERIFY(probe.fadedIn());
+    const QGraphicsEffect *ofPage = probe.settingsPage()->graphicsEffect();
+    for (int i = Account; i <= About; ++i) {
+        probe.clickRow(i);
+        QVERIFY(!probe.section(i)->graphicsEffect());
+        QVERIFY(!probe.sections()->graphicsEffect());
+        QCOMPARE(probe.settingsPage()->graphicsEffect(), ofPage);
+        QVERIFY(!ofPage->isEnabled());
+    }
+}
+
+void TestSettingsOpening::animationsSwitchLeavesTheFade()
+{
+    const SettingsProbe probe;
+    probe.openSettings();
+    probe.clickRow(Appearance);
+    QTest::mouseClick(probe.row(Appearance, u"Animations"_s)->findChild<QPushButton *>(), Qt::LeftButton);
+    const QPointer<QGraphicsEffect> former = probe.settingsPage()->graphicsEffect();
+    probe.openSettings();
+    QVERIFY(!former);
+    QVERIFY(probe.settingsPage()->graphicsEffect()->isEnabled());
+    QVERIFY(probe.fadedIn());
 }
 
 void TestSettingsOpening::slotsFadeTheBuiltPage_data()

@@ -36,15 +36,6 @@ QByteArray conversationsWith(const QStringList &peers)
     return QJsonDocument(items).toJson();
 }
 
-QLineEdit *authField(const QWidget &root, QLineEdit::EchoMode mode)
-{
-    for (auto *field : root.findChildren<QLineEdit *>(u"authInput"_s)) {
-        if (field->echoMode() == mode)
-            return field;
-    }
-    qFatal("A field of the sign-in page is missing");
-}
-
 QListWidgetItem *entryOf(const QListWidget *list, const QString &peer)
 {
     for (int i = 0; i < list->count(); ++i) {
@@ -55,12 +46,6 @@ QListWidgetItem *entryOf(const QListWidget *list, const QString &peer)
 }
 
 } // namespace
-
-void failOnToolkitWarnings()
-{
-    static const QRegularExpression unwanted(u"QPainter|QObject|QWidget|QLayout|QCss|Could not parse"_s);
-    QTest::failOnWarning(unwanted);
-}
 
 void placeKeyPair()
 {
@@ -86,36 +71,6 @@ void removeKeyPair()
     }
 }
 
-QWidget *named(const QWidget &root, const QString &what)
-{
-    if (what == u"username")
-        return authField(root, QLineEdit::Normal);
-    if (what == u"password")
-        return authField(root, QLineEdit::Password);
-    const qsizetype sign = what.indexOf(u'=');
-    if (sign < 0)
-        return only<QWidget>(root, what);
-    for (auto *widget : root.findChildren<QWidget *>(what.left(sign))) {
-        if (widget->property("text").toString() == what.mid(sign + 1))
-            return widget;
-    }
-    qFatal("There is no %s", qPrintable(what));
-}
-
-QVariant propertyOf(const QWidget &widget, const QByteArray &property)
-{
-    if (property == "fixedWidth")
-        return widget.minimumWidth() == widget.maximumWidth() ? widget.minimumWidth() : QVariant();
-    if (property == "fixedHeight")
-        return widget.minimumHeight() == widget.maximumHeight() ? widget.minimumHeight() : QVariant();
-    if (property == "cursor")
-        return static_cast<int>(widget.cursor().shape());
-    const QVariant value = widget.property(property);
-    const int index = widget.metaObject()->indexOfProperty(property);
-    const bool counts = index >= 0 && widget.metaObject()->property(index).isEnumType();
-    return counts ? value.toInt() : value;
-}
-
 GuiProbe::GuiProbe()
 {
     QApplication::setCursorFlashTime(0); // two pictures differ only if the window does
@@ -136,12 +91,12 @@ GuiProbe::~GuiProbe() = default;
 
 QLineEdit *GuiProbe::username() const
 {
-    return authField(*window, QLineEdit::Normal);
+    return static_cast<QLineEdit *>(named(*window, u"username"_s));
 }
 
 QLineEdit *GuiProbe::password() const
 {
-    return authField(*window, QLineEdit::Password);
+    return static_cast<QLineEdit *>(named(*window, u"password"_s));
 }
 
 QStackedWidget *GuiProbe::root() const

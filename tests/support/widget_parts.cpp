@@ -1,10 +1,14 @@
-// What lies in a layout, as a text that a test can expect.
+// Finding parts, and what lies in a layout as a text that a test can expect.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/support/gui_probe.h"
+#include "tests/support/widget_parts.h"
 
 #include <QAbstractButton>
 #include <QBoxLayout>
+#include <QLineEdit>
+#include <QMetaProperty>
+#include <QRegularExpression>
+#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +17,15 @@ namespace tideloft::tests
 
 namespace
 {
+
+QLineEdit *authField(const QWidget &root, QLineEdit::EchoMode mode)
+{
+    for (auto *field : root.findChildren<QLineEdit *>(u"authInput"_s)) {
+        if (field->echoMode() == mode)
+            return field;
+    }
+    qFatal("A field of the sign-in page is missing");
+}
 
 QString describe(QLayoutItem *item)
 {
@@ -40,6 +53,42 @@ const QBoxLayout *boxOf(const QWidget *owner)
 }
 
 } // namespace
+
+void failOnToolkitWarnings()
+{
+    static const QRegularExpression unwanted(u"QPainter|QObject|QWidget|QLayout|QCss|Could not parse"_s);
+    QTest::failOnWarning(unwanted);
+}
+
+QWidget *named(const QWidget &root, const QString &what)
+{
+    if (what == u"username")
+        return authField(root, QLineEdit::Normal);
+    if (what == u"password")
+        return authField(root, QLineEdit::Password);
+    const qsizetype sign = what.indexOf(u'=');
+    if (sign < 0)
+        return only<QWidget>(root, what);
+    for (auto *widget : root.findChildren<QWidget *>(what.left(sign))) {
+        if (widget->property("text").toString() == what.mid(sign + 1))
+            return widget;
+    }
+    qFatal("There is no %s", qPrintable(what));
+}
+
+QVariant propertyOf(const QWidget &widget, const QByteArray &property)
+{
+    if (property == "fixedWidth")
+        return widget.minimumWidth() == widget.maximumWidth() ? widget.minimumWidth() : QVariant();
+    if (property == "fixedHeight")
+        return widget.minimumHeight() == widget.maximumHeight() ? widget.minimumHeight() : QVariant();
+    if (property == "cursor")
+        return static_cast<int>(widget.cursor().shape());
+    const QVariant value = widget.property(property);
+    const int index = widget.metaObject()->indexOfProperty(property);
+    const bool counts = index >= 0 && widget.metaObject()->property(index).isEnumType();
+    return counts ? value.toInt() : value;
+}
 
 QString itemsOf(const QBoxLayout *layout)
 {

@@ -1,7 +1,7 @@
 // The six rows of the settings whose button shows a message, and nothing else.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/settings_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -17,12 +17,11 @@ using namespace tideloft::tests;
 using tideloft::ui::Language;
 using tideloft::ui::LocalizedText;
 
-class TestSettingsActions : public QObject
+class TestSettingsRows : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void looks_data() { addRows(); }
     void looks();
@@ -106,7 +105,7 @@ QString buttonStyle(Look look)
 
 } // namespace
 
-void TestSettingsActions::addRows()
+void TestSettingsRows::addRows()
 {
     QTest::addColumn<Language>("language");
     QTest::addColumn<int>("index");
@@ -116,13 +115,12 @@ void TestSettingsActions::addRows()
     }
 }
 
-void TestSettingsActions::looks()
+void TestSettingsRows::looks()
 {
     QFETCH(Language, language);
     QFETCH(int, index);
     const ActionRow &expected = actions.at(index);
-    const SettingsProbe probe(language);
-    probe.openSettings();
+    const SettingsPageProbe probe(language);
     const QWidget *row = probe.row(expected.section, expected.label.in(language));
     QCOMPARE(headerAbove(row), expected.header.in(language));
     QCOMPARE(row->minimumHeight(), 52);
@@ -139,51 +137,45 @@ void TestSettingsActions::looks()
     QCOMPARE(button->styleSheet(), buttonStyle(expected.look));
 }
 
-void TestSettingsActions::everyClickShowsTheBox()
+void TestSettingsRows::everyClickShowsTheBox()
 {
     QFETCH(Language, language);
     QFETCH(int, index);
     const ActionRow &expected = actions.at(index);
-    SettingsProbe probe(language);
-    probe.openSettings();
+    const SettingsPageProbe probe(language);
     probe.clickRow(expected.section);
     auto *button = probe.row(expected.section, expected.label.in(language))->findChild<QPushButton *>();
-    probe.service.clear();
     for (int click = 0; click < 2; ++click) {
         QTest::mouseClick(button, Qt::LeftButton);
-        QTRY_COMPARE(probe.window->findChildren<QMessageBox *>().size(), 1);
-        auto *box = probe.window->findChild<QMessageBox *>();
+        QTRY_COMPARE(probe.window.findChildren<QMessageBox *>().size(), 1);
+        auto *box = probe.window.findChild<QMessageBox *>();
         QTRY_VERIFY(box->isVisible());
         QVERIFY(box->isModal());
-        QCOMPARE(box->parentWidget(), probe.window.get());
+        QCOMPARE(box->parentWidget(), static_cast<const QWidget *>(&probe.window));
         QCOMPARE(box->windowTitle(), u"TideLoft"_s);
         QCOMPARE(box->text(), expected.message.in(language));
         QCOMPARE(box->icon(), expected.icon);
         QCOMPARE(box->standardButtons(), QMessageBox::Ok);
         QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-        QTRY_VERIFY(probe.window->findChildren<QMessageBox *>().isEmpty());
+        QTRY_VERIFY(probe.window.findChildren<QMessageBox *>().isEmpty());
     }
-    QVERIFY(probe.onMainPage());
-    QCOMPARE(probe.center()->currentWidget(), probe.settingsPage());
-    QVERIFY(probe.settle());
-    QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
+    QCOMPARE(probe.window.sentSignals(), 0);
     QCOMPARE(QSettings().allKeys(), QStringList());
 }
 
 // Who logs out may choose the other language before signing in again: the page stays as it was made.
-void TestSettingsActions::boxSpeaksTheLanguageOfTheMoment()
+void TestSettingsRows::boxSpeaksTheLanguageOfTheMoment()
 {
     QFETCH(Language, language);
     QFETCH(int, index);
     const ActionRow &expected = actions.at(index);
     const Language other = language == Language::English ? Language::Swedish : Language::English;
-    const SettingsProbe probe(language);
-    probe.openSettings();
+    const SettingsPageProbe probe(language);
     const QWidget *row = probe.row(expected.section, expected.label.in(language));
     for (const Language moment : {other, language}) {
-        probe.choose(moment);
+        probe.page->retranslate(moment);
         row->findChild<QPushButton *>()->click();
-        const QPointer box = probe.window->findChild<QMessageBox *>();
+        const QPointer box = probe.window.findChild<QMessageBox *>();
         QVERIFY(box);
         QCOMPARE(box->text(), expected.message.in(moment));
         box->accept();
@@ -191,5 +183,5 @@ void TestSettingsActions::boxSpeaksTheLanguageOfTheMoment()
     }
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestSettingsActions)
-#include "tst_settings_actions.moc"
+TIDELOFT_GUI_TEST_MAIN(TestSettingsRows)
+#include "tst_settings_rows.moc"

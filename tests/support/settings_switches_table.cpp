@@ -1,7 +1,7 @@
 // The texts and initial states of the switches.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_switches_table.h"
+#include "tests/support/settings_switches_table.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 // What the keyboard reaches in the settings, section by section.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/settings_page_probe.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
 #include "ui/style/style_sheets.h"
@@ -19,7 +19,6 @@ class TestSettingsTabOrder : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void followsReadingOrder_data();
     void followsReadingOrder();
@@ -61,16 +60,14 @@ void TestSettingsTabOrder::followsReadingOrder_data()
 void TestSettingsTabOrder::followsReadingOrder()
 {
     QFETCH(int, section);
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     probe.clickRow(section);
     QTEST(tabOrder(probe.settingsPage(), probe.nav()), "expected");
 }
 
 void TestSettingsTabOrder::arrowKeysChooseTheTheme()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     probe.clickRow(Appearance);
     auto *dark = buttonWith(probe.content(Appearance), u"Dark"_s);
     auto *light = buttonWith(probe.content(Appearance), u"Light"_s);
@@ -78,10 +75,10 @@ void TestSettingsTabOrder::arrowKeysChooseTheTheme()
     QTest::keyClick(dark, Qt::Key_Right);
     QVERIFY(light->hasFocus());
     QVERIFY(light->isChecked());
-    QCOMPARE(probe.window->styleSheet(), tideloft::ui::lightStyleSheet());
+    QCOMPARE(probe.window.styleSheet(), tideloft::ui::lightStyleSheet());
     QTest::keyClick(light, Qt::Key_Left);
     QVERIFY(dark->isChecked());
-    QCOMPARE(probe.window->styleSheet(), tideloft::ui::darkStyleSheet());
+    QCOMPARE(probe.window.styleSheet(), tideloft::ui::darkStyleSheet());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSettingsTabOrder)

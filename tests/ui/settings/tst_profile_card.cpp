@@ -1,7 +1,7 @@
 // The first card of the Account section: its texts, measures and looks.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/settings_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -15,12 +15,11 @@ using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::Language;
 
-class TestSettingsProfileCard : public QObject
+class TestProfileCard : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void texts_data();
     void texts();
@@ -39,12 +38,12 @@ namespace
 const QString fieldStyle = u"background: #0c151e; border: 1px solid #1a2d40; border-radius: 6px;"
                            "padding: 8px 12px; color: #e8f0f8; font-size: 13px;"_s;
 
-QWidget *cardOf(const SettingsProbe &probe)
+QWidget *cardOf(const SettingsPageProbe &probe)
 {
     return probe.content(Account)->layout()->itemAt(1)->widget();
 }
 
-template <typename Widget> Widget *inCard(const SettingsProbe &probe)
+template <typename Widget> Widget *inCard(const SettingsPageProbe &probe)
 {
     const auto found = cardOf(probe)->findChildren<Widget *>(QString(), Qt::FindDirectChildrenOnly);
     return found.size() == 1 ? found.first() : nullptr;
@@ -52,7 +51,7 @@ template <typename Widget> Widget *inCard(const SettingsProbe &probe)
 
 } // namespace
 
-void TestSettingsProfileCard::texts_data()
+void TestProfileCard::texts_data()
 {
     QTest::addColumn<Language>("language");
     QTest::addColumn<QStringList>("labels");
@@ -72,11 +71,10 @@ void TestSettingsProfileCard::texts_data()
                              << u"Spara ändringar"_s << u"Profilbild"_s;
 }
 
-void TestSettingsProfileCard::texts()
+void TestProfileCard::texts()
 {
     QFETCH(Language, language);
-    const SettingsProbe probe(language);
-    probe.openSettings();
+    const SettingsPageProbe probe(language);
     QTEST(labelTexts(cardOf(probe)), "labels");
     QTEST(inCard<QPlainTextEdit>(probe)->placeholderText(), "placeholder");
     const auto *avatar = probe.the<QPushButton>(u"settingsAvatarBtn"_s);
@@ -88,10 +86,9 @@ void TestSettingsProfileCard::texts()
     QCOMPARE(inCard<QPlainTextEdit>(probe)->accessibleName(), u"Bio"_s);
 }
 
-void TestSettingsProfileCard::layout()
+void TestProfileCard::layout()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     const QWidget *card = cardOf(probe);
     QCOMPARE(card->objectName(), u"settingsCard"_s);
     QCOMPARE(spacesOf(card), u"20 20 20 20, spacing 14"_s);
@@ -105,10 +102,9 @@ void TestSettingsProfileCard::layout()
     QCOMPARE(labelWith(card, u"alice"_s)->geometry().left(), avatar.right() + 1 + 16);
 }
 
-void TestSettingsProfileCard::avatarButton()
+void TestProfileCard::avatarButton()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     const auto *avatar = probe.the<QPushButton>(u"settingsAvatarBtn"_s);
     QCOMPARE(avatar->text(), u"AL"_s);
     QCOMPARE(avatar->minimumSize(), QSize(72, 72));
@@ -120,7 +116,7 @@ void TestSettingsProfileCard::avatarButton()
              "border: 3px solid #3b8beb; }QPushButton:hover { border-color: #7ab0f5; }"_s);
 }
 
-void TestSettingsProfileCard::initialsOfShortNames_data()
+void TestProfileCard::initialsOfShortNames_data()
 {
     QTest::addColumn<QByteArray>("username");
     QTest::addColumn<QString>("initials");
@@ -130,23 +126,18 @@ void TestSettingsProfileCard::initialsOfShortNames_data()
     QTest::newRow("ampersand is no mnemonic") << QByteArray("a&b") << u"A&&"_s;
 }
 
-void TestSettingsProfileCard::initialsOfShortNames()
+void TestProfileCard::initialsOfShortNames()
 {
     QFETCH(QByteArray, username);
-    SettingsProbe probe;
-    QVERIFY(callSlot(*probe.window, "onMeLoaded",
-                     Q_ARG(QJsonObject, QJsonObject({{u"username"_s, QString::fromUtf8(username)}}))));
-    QVERIFY(probe.settle());
-    probe.openSettings();
+    const SettingsPageProbe probe(Language::English, {QString::fromUtf8(username), {}, {}});
     QTEST(probe.the<QPushButton>(u"settingsAvatarBtn"_s)->text(), "initials");
     QCOMPARE(inCard<QLineEdit>(probe)->text(), QString::fromUtf8(username));
     QCOMPARE(labelTexts(cardOf(probe)).constFirst(), QString::fromUtf8(username));
 }
 
-void TestSettingsProfileCard::fields()
+void TestProfileCard::fields()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     const auto *name = inCard<QLineEdit>(probe);
     QCOMPARE(name->text(), u"alice"_s);
     QCOMPARE(name->styleSheet(), fieldStyle);
@@ -156,10 +147,9 @@ void TestSettingsProfileCard::fields()
     QCOMPARE(bio->styleSheet(), fieldStyle);
 }
 
-void TestSettingsProfileCard::labelLooks()
+void TestProfileCard::labelLooks()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     const QWidget *card = cardOf(probe);
     const QLabel *hint = labelWith(card, u"Click the image to change your profile picture"_s);
     QCOMPARE(labelWith(card, u"alice"_s)->styleSheet(),
@@ -171,15 +161,14 @@ void TestSettingsProfileCard::labelLooks()
                  u"color: #5a7a9a; font-size: 11px; font-weight: 600; background: transparent;"_s);
 }
 
-void TestSettingsProfileCard::saveButton()
+void TestProfileCard::saveButton()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     const QPushButton *save = buttonWith(cardOf(probe), u"Save changes"_s);
     QCOMPARE(save->cursor().shape(), Qt::PointingHandCursor);
     QCOMPARE(save->styleSheet(), u"background: #3b8beb; color: #fff; border: none; border-radius: 6px;"
                                  "font-size: 12px; font-weight: 600; padding: 8px 20px;"_s);
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestSettingsProfileCard)
-#include "tst_settings_profile_card.moc"
+TIDELOFT_GUI_TEST_MAIN(TestProfileCard)
+#include "tst_profile_card.moc"

@@ -3,7 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/settings_parts.h"
+#include "ui/texts/text.h"
 
 namespace tideloft::tests
 {

@@ -1,7 +1,7 @@
 // What stands in each section of the settings, from top to bottom.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/settings_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -18,7 +18,6 @@ class TestSettingsSections : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void outline_data();
     void outline();
@@ -107,15 +106,13 @@ void TestSettingsSections::outline()
 {
     QFETCH(Language, language);
     QFETCH(int, section);
-    const SettingsProbe probe(language);
-    probe.openSettings();
+    const SettingsPageProbe probe(language);
     QTEST(probe.outline(section), "expected");
 }
 
 void TestSettingsSections::titleAndHeaderLooks()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     for (int i = Account; i < About; ++i) {
         const auto *title = qobject_cast<const QLabel *>(probe.content(i)->layout()->itemAt(0)->widget());
         QCOMPARE(title->styleSheet(),

@@ -1,11 +1,10 @@
 // The settings' navigation: its rows, its look, and how it shows the sections.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/settings_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
-#include <QGraphicsEffect>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -15,12 +14,11 @@ using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::Language;
 
-class TestSettingsNavigation : public QObject
+class TestSettingsPage : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void rows_data();
     void rows();
@@ -29,13 +27,13 @@ private slots:
     void firstRowIsCurrentAfterBuilding();
     void captionAndBackButton_data();
     void captionAndBackButton();
+    void theBackButtonIsHeard();
     void styles();
     void noStrayLines();
     void layout();
-    void sectionsDoNotFade();
 };
 
-void TestSettingsNavigation::rows_data()
+void TestSettingsPage::rows_data()
 {
     QTest::addColumn<Language>("language");
     QTest::addColumn<QStringList>("expected");
@@ -50,11 +48,10 @@ void TestSettingsNavigation::rows_data()
                                             u"⚙  Avancerat"_s, u"ℹ️  Om TideLoft"_s};
 }
 
-void TestSettingsNavigation::rows()
+void TestSettingsPage::rows()
 {
     QFETCH(Language, language);
-    const SettingsProbe probe(language);
-    probe.openSettings();
+    const SettingsPageProbe probe(language);
     QStringList texts;
     for (int i = 0; i < probe.nav()->count(); ++i)
         texts.append(probe.nav()->item(i)->text());
@@ -66,10 +63,9 @@ void TestSettingsNavigation::rows()
     QCOMPARE(labelTexts(probe.content(About)).constFirst(), u"TL"_s);
 }
 
-void TestSettingsNavigation::everyRowShowsItsSectionAtOnce()
+void TestSettingsPage::everyRowShowsItsSectionAtOnce()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     for (int i = probe.nav()->count() - 1; i >= 0; --i) {
         probe.clickRow(i);
         QCOMPARE(probe.nav()->currentRow(), i);
@@ -78,10 +74,9 @@ void TestSettingsNavigation::everyRowShowsItsSectionAtOnce()
     }
 }
 
-void TestSettingsNavigation::rowsByKeyboard()
+void TestSettingsPage::rowsByKeyboard()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     probe.nav()->setFocus();
     for (int i = 1; i < probe.nav()->count(); ++i) {
         QTest::keyClick(probe.nav(), Qt::Key_Down);
@@ -89,17 +84,15 @@ void TestSettingsNavigation::rowsByKeyboard()
     }
 }
 
-void TestSettingsNavigation::firstRowIsCurrentAfterBuilding()
+void TestSettingsPage::firstRowIsCurrentAfterBuilding()
 {
-    const SettingsProbe probe;
-    QVERIFY(!probe.settingsPage());
-    probe.openSettings();
+    const SettingsPageProbe probe;
     QCOMPARE(probe.nav()->currentRow(), 0);
     QVERIFY(probe.nav()->item(0)->isSelected());
     QCOMPARE(probe.sections()->currentIndex(), 0);
 }
 
-void TestSettingsNavigation::captionAndBackButton_data()
+void TestSettingsPage::captionAndBackButton_data()
 {
     QTest::addColumn<Language>("language");
     QTest::addColumn<QString>("caption");
@@ -108,21 +101,27 @@ void TestSettingsNavigation::captionAndBackButton_data()
     QTest::newRow("Swedish") << Language::Swedish << u"Inställningar"_s << u"←  Tillbaka till chatten"_s;
 }
 
-void TestSettingsNavigation::captionAndBackButton()
+void TestSettingsPage::captionAndBackButton()
 {
     QFETCH(Language, language);
-    const SettingsProbe probe(language);
-    probe.openSettings();
+    const SettingsPageProbe probe(language);
     QFETCH(QString, caption);
     QCOMPARE(labelTexts(probe.the<QWidget>(u"settingsNav"_s)), QStringList{caption});
     QTEST(probe.backButton()->text(), "back");
     QCOMPARE(probe.backButton()->cursor().shape(), Qt::PointingHandCursor);
 }
 
-void TestSettingsNavigation::styles()
+void TestSettingsPage::theBackButtonIsHeard()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
+    QCOMPARE(probe.window.sentSignals(), 0);
+    QTest::mouseClick(probe.backButton(), Qt::LeftButton);
+    QCOMPARE(probe.window.sentSignals(), 1);
+}
+
+void TestSettingsPage::styles()
+{
+    const SettingsPageProbe probe;
     auto *nav = probe.the<QWidget>(u"settingsNav"_s);
     QCOMPARE(probe.settingsPage()->styleSheet(), u"background: #0f1923;"_s);
     QCOMPARE(probe.sections()->styleSheet(), u"background: #0f1923;"_s);
@@ -140,11 +139,9 @@ void TestSettingsNavigation::styles()
              "padding: 8px 12px;"_s);
 }
 
-void TestSettingsNavigation::noStrayLines()
+void TestSettingsPage::noStrayLines()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
-    QVERIFY(probe.fadedIn());
+    const SettingsPageProbe probe;
     auto *nav = probe.the<QWidget>(u"settingsNav"_s);
     const auto *caption = labelWith(nav, u"Settings"_s);
     const QImage picture = nav->grab().toImage();
@@ -158,10 +155,9 @@ void TestSettingsNavigation::noStrayLines()
     QCOMPARE(probe.nav()->grab().toImage(), with);
 }
 
-void TestSettingsNavigation::layout()
+void TestSettingsPage::layout()
 {
-    const SettingsProbe probe;
-    probe.openSettings();
+    const SettingsPageProbe probe;
     auto *nav = probe.the<QWidget>(u"settingsNav"_s);
     QCOMPARE(itemsOf(probe.settingsPage()), u"#settingsNav QStackedWidget*1"_s);
     QCOMPARE(itemsOf(nav), u"QWidget QListWidget*1 QPushButton(←  Back to chat)"_s);
@@ -172,20 +168,5 @@ void TestSettingsNavigation::layout()
     }
 }
 
-void TestSettingsNavigation::sectionsDoNotFade()
-{
-    const SettingsProbe probe;
-    probe.openSettings();
-    QVERIFY(probe.fadedIn());
-    const QGraphicsEffect *ofPage = probe.settingsPage()->graphicsEffect();
-    for (int i = Account; i <= About; ++i) {
-        probe.clickRow(i);
-        QVERIFY(!probe.section(i)->graphicsEffect());
-        QVERIFY(!probe.sections()->graphicsEffect());
-        QCOMPARE(probe.settingsPage()->graphicsEffect(), ofPage);
-        QVERIFY(!ofPage->isEnabled());
-    }
-}
-
-TIDELOFT_GUI_TEST_MAIN(TestSettingsNavigation)
-#include "tst_settings_navigation.moc"
+TIDELOFT_GUI_TEST_MAIN(TestSettingsPage)
+#include "tst_settings_page.moc"

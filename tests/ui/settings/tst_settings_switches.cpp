@@ -1,12 +1,12 @@
 // The thirty switches of the settings: what they say, how they look, and that they do nothing else.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_switches_table.h"
+#include "tests/support/settings_page_probe.h"
+#include "tests/support/settings_switches_table.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QGraphicsEffect>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
@@ -21,7 +21,6 @@ class TestSettingsSwitches : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void cleanupTestCase() { probe.reset(); }
     void init() { failOnToolkitWarnings(); }
     void thirtyOfThem();
@@ -30,14 +29,13 @@ private slots:
     void togglesOnlyItsColour_data() { addRows(); }
     void togglesOnlyItsColour();
     void byKeyboard();
-    void animationsSwitchLeavesTheFade();
 
 private:
     static void addRows();
-    SettingsProbe &probeIn(Language language);
+    SettingsPageProbe &probeIn(Language language);
 
-    // One window serves all rows of a language: every switch is touched by its own row only.
-    std::unique_ptr<SettingsProbe> probe;
+    // One page serves all rows of a language: every switch is touched by its own row only.
+    std::unique_ptr<SettingsPageProbe> probe;
     Language spoken = Language::English;
 };
 
@@ -77,11 +75,6 @@ QList<QWidget *> changed(const QHash<QWidget *, QString> &before, const QHash<QW
 
 } // namespace
 
-void TestSettingsSwitches::initTestCase()
-{
-    placeKeyPair();
-}
-
 void TestSettingsSwitches::addRows()
 {
     QTest::addColumn<Language>("language");
@@ -92,12 +85,10 @@ void TestSettingsSwitches::addRows()
     }
 }
 
-SettingsProbe &TestSettingsSwitches::probeIn(Language language)
+SettingsPageProbe &TestSettingsSwitches::probeIn(Language language)
 {
     if (!probe || spoken != language) {
-        probe.reset(); // before the next one: each service makes itself the base URL
-        probe = std::make_unique<SettingsProbe>(language);
-        probe->openSettings();
+        probe = std::make_unique<SettingsPageProbe>(language);
         spoken = language;
     }
     return *probe;
@@ -105,7 +96,7 @@ SettingsProbe &TestSettingsSwitches::probeIn(Language language)
 
 void TestSettingsSwitches::thirtyOfThem()
 {
-    const SettingsProbe &window = probeIn(Language::English);
+    const SettingsPageProbe &window = probeIn(Language::English);
     QCOMPARE(switchRows().size(), 30);
     qsizetype switches = 0;
     for (const auto *row : window.settingsPage()->findChildren<QWidget *>(u"settingsRow"_s))
@@ -118,7 +109,7 @@ void TestSettingsSwitches::looks()
     QFETCH(Language, language);
     QFETCH(int, index);
     const SwitchRow &expected = switchRows().at(index);
-    const SettingsProbe &window = probeIn(language);
+    const SettingsPageProbe &window = probeIn(language);
     const QWidget *row = window.row(expected.section, expected.label.in(language));
     QCOMPARE(headerAbove(row), expected.header.in(language));
     QCOMPARE(row->minimumHeight(), 56);
@@ -149,29 +140,25 @@ void TestSettingsSwitches::togglesOnlyItsColour()
     QFETCH(Language, language);
     QFETCH(int, index);
     const SwitchRow &expected = switchRows().at(index);
-    SettingsProbe &window = probeIn(language);
+    SettingsPageProbe &window = probeIn(language);
     window.clickRow(expected.section);
-    QVERIFY(window.fadedIn());
     QPushButton *button = switchOf(window.row(expected.section, expected.label.in(language)));
-    const QHash<QWidget *, QString> before = stylesIn(*window.window);
-    const QString sheet = window.window->styleSheet();
-    window.service.clear();
+    const QHash<QWidget *, QString> before = stylesIn(window.window);
+    const QString sheet = window.window.styleSheet();
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(button->isChecked(), !expected.on);
     QCOMPARE(button->styleSheet(), switchStyle(!expected.on));
-    QCOMPARE(changed(before, stylesIn(*window.window)), QList<QWidget *>{button});
-    QCOMPARE(window.window->styleSheet(), sheet);
-    QCOMPARE(window.center()->currentWidget(), window.settingsPage());
+    QCOMPARE(changed(before, stylesIn(window.window)), QList<QWidget *>{button});
+    QCOMPARE(window.window.styleSheet(), sheet);
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(button->styleSheet(), switchStyle(expected.on));
-    QVERIFY(window.settle());
-    QCOMPARE(window.service.requests().size(), 1); // the one that was waited for
+    QCOMPARE(window.window.sentSignals(), 0);
     QCOMPARE(QSettings().allKeys(), QStringList());
 }
 
 void TestSettingsSwitches::byKeyboard()
 {
-    const SettingsProbe &window = probeIn(Language::English);
+    const SettingsPageProbe &window = probeIn(Language::English);
     window.clickRow(Notifications);
     QPushButton *button = switchOf(window.row(Notifications, u"Do not disturb"_s));
     button->setFocus();
@@ -179,18 +166,6 @@ void TestSettingsSwitches::byKeyboard()
     QCOMPARE(button->styleSheet(), switchStyle(true));
     QTest::keyClick(button, Qt::Key_Space);
     QCOMPARE(button->styleSheet(), switchStyle(false));
-}
-
-void TestSettingsSwitches::animationsSwitchLeavesTheFade()
-{
-    const SettingsProbe &window = probeIn(Language::English);
-    window.clickRow(Appearance);
-    QTest::mouseClick(switchOf(window.row(Appearance, u"Animations"_s)), Qt::LeftButton);
-    const QPointer<QGraphicsEffect> former = window.settingsPage()->graphicsEffect();
-    window.openSettings();
-    QVERIFY(!former);
-    QVERIFY(window.settingsPage()->graphicsEffect()->isEnabled());
-    QVERIFY(window.fadedIn());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSettingsSwitches)
