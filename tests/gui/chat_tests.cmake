@@ -4,15 +4,15 @@
 add_library(tideloft_sealed_messages STATIC
     ../support/sealed_messages.cpp ../support/sealed_messages.h)
 target_link_libraries(tideloft_sealed_messages PUBLIC tideloft_options tideloft_crypto)
-add_library(tideloft_chat_fixture STATIC tst_chat_fixture.cpp tst_chat_fixture.h tst_chat_rows.h)
+add_library(tideloft_chat_fixture STATIC tst_chat_fixture.cpp tst_chat_fixture.h)
 tideloft_when_linked(tideloft_precompile_test tideloft_chat_fixture)
 target_link_libraries(tideloft_chat_fixture
-    PUBLIC tideloft_ui tideloft_test_service tideloft_sealed_messages Qt6::Test)
+    PUBLIC tideloft_ui tideloft_test_service tideloft_sealed_messages tideloft_page_window Qt6::Test)
 
 tideloft_tests(gui_chat_tests
-    TESTS tst_back_from_server tst_bubble_text tst_chat_days tst_chat_history tst_chat_layout tst_chat_refresh
-        tst_chat_sealed tst_conversation_list tst_conversation_list_row tst_history_copy tst_list_refresh
-        tst_message_row tst_scroll_keys tst_search tst_search_buttons tst_send tst_send_failures tst_send_slices
+    TESTS tst_back_from_server tst_chat_days tst_chat_history tst_chat_refresh
+        tst_chat_sealed tst_conversation_list tst_list_refresh
+        tst_scroll_keys tst_search tst_search_buttons tst_send tst_send_failures tst_send_slices
         tst_typing_ahead
-    SOURCES tst_changing_chat.cpp tst_changing_chat.h tst_list_state.cpp tst_list_state.h tst_popups.cpp tst_popups.h
+    SOURCES tst_changing_chat.cpp tst_changing_chat.h tst_list_state.cpp tst_list_state.h
     LIBRARIES tideloft_chat_fixture LABELS gui)

@@ -7,9 +7,9 @@ tideloft_when_linked(tideloft_precompile_test tideloft_gui_probe)
 target_link_libraries(tideloft_gui_probe PUBLIC tideloft_ui tideloft_test_service tideloft_page_window)
 
 tideloft_tests(gui_structure_tests
-    TESTS tst_device_key_flow tst_device_key_flow_files tst_device_list tst_error_label tst_history_signals
-        tst_late_page tst_remember_me tst_retranslation tst_sign_in_flow tst_sign_in_focus tst_sign_in_log_out
-        tst_sign_in_page tst_sign_in_register tst_sign_in_trouble tst_window_conversation tst_window_keys
+    TESTS tst_device_key_flow tst_device_key_flow_files tst_device_list tst_history_signals
+        tst_remember_me tst_retranslation tst_sign_in_flow tst_sign_in_focus tst_sign_in_log_out
+        tst_sign_in_register tst_sign_in_trouble tst_window_conversation tst_window_keys
         tst_window_layout tst_window_plain_text tst_window_refresh tst_window_shell tst_window_signals
         tst_window_slots tst_window_tab_order
     LIBRARIES tideloft_rail_probe LABELS gui)

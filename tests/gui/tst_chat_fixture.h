@@ -3,8 +3,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/gui/tst_chat_rows.h"
+#include "tests/support/chat_rows.h"
 #include "tests/support/loopback_service.h"
+#include "tests/support/widget_parts.h"
 #include "ui/main_window.h"
 
 #include <QJsonArray>
@@ -21,14 +22,8 @@ class QMessageBox;
 namespace tideloft::tests
 {
 
-/// Called from every test's init(): the toolkit's complaints about painting, objects and styles are failures.
-void failOnToolkitWarnings();
-
 QByteArray json(const QJsonArray &array);
 QByteArray objectJson(const QJsonObject &object);
-
-/// A message that is not encrypted.
-QJsonObject plainMessage(const QString &from, const QString &text, const QString &createdAt = {});
 
 /// The message box in front, waited for; null if none came.
 QMessageBox *waitForBox();
@@ -54,8 +49,7 @@ public:
     bool showHistory(const QString &peer, const QJsonArray &items);
     /// Waits until the window has handled every reply that the service has given so far.
     bool settle();
-    /// Clicks on the middle of an entry.
-    void click(QListWidget *list, int index);
+    static void click(QListWidget *list, int index) { clickRow(list, index); }
 
     QString deviceId() const { return ownDevice; } ///< this client's, as it told the service
     template <typename Widget> Widget *child(const char *name) const

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
-#include "tests/gui/tst_popups.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 // Return and Space on the current entry of the conversation list and of the search's results.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>

@@ -3,24 +3,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
-
-#include <QDialog>
+#include "tests/support/create_dialog.h"
+#include "tests/support/popups.h"
 
 namespace tideloft::tests
 {
 
 /// Opens the dialog by a click on the rail's "+"; see withDialog().
-bool withCreateDialog(const SettingsProbe &probe, const std::function<void(QDialog &)> &use);
+inline bool withCreateDialog(const SettingsProbe &probe, const std::function<void(QDialog &)> &use)
+{
+    return withCreateDialog(*probe.window, use);
+}
 
-QLineEdit *nameOf(const QDialog &dialog);
-QLineEdit *descriptionOf(const QDialog &dialog);
-QPushButton *cancelOf(const QDialog &dialog);
-QPushButton *createOf(const QDialog &dialog);
-/// Types both texts, each into its field, with the Tab key between them.
-void fillIn(const QDialog &dialog, const QString &name, const QString &description);
 /// Lets the dialog make a server called NAME.
-bool createServer(const SettingsProbe &probe, const QString &name);
+inline bool createServer(const SettingsProbe &probe, const QString &name)
+{
+    return withCreateDialog(probe, [&name](QDialog &dialog) {
+        fillIn(dialog, name, {});
+        clickOnScreen(*createOf(dialog));
+    });
+}
 
 } // namespace tideloft::tests

@@ -1,8 +1,8 @@
 // The conversation list's current row: for the keyboard it outlives a rebuild, and no eye sees it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>

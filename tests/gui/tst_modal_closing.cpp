@@ -4,9 +4,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_modal_probe.h"
-#include "tests/gui/tst_person.h"
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/support/patience.h"
+#include "tests/support/person.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>

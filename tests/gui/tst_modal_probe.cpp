@@ -3,10 +3,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_modal_probe.h"
 
-#include "tests/gui/tst_person.h"
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/patience.h"
+#include "tests/support/person.h"
+#include "tests/support/popups.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/waiting.h"
 

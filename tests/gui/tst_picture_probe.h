@@ -4,10 +4,10 @@
 #pragma once
 
 #include "tests/gui/tst_pending_timers.h"
-#include "tests/gui/tst_person.h"
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/net/upload_wire.h"
+#include "tests/support/person.h"
+#include "tests/support/popups.h"
 
 #include <QTemporaryDir>
 

@@ -1,8 +1,8 @@
 // The privacy dialog of the sidebar's footer: four check boxes that are neither sent nor stored.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
 

@@ -14,11 +14,6 @@ using namespace Qt::StringLiterals;
 namespace tideloft::tests
 {
 
-QJsonObject server(const QString &id, const QString &name)
-{
-    return {{u"groupId"_s, id}, {u"name"_s, name}, {u"iconUrl"_s, u"/icons/"_s + id}};
-}
-
 QScrollArea *serverPlace(const GuiProbe &probe)
 {
     if (auto *place = probe.the<QWidget>(u"rail"_s)->findChild<QScrollArea *>())

@@ -3,12 +3,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/gui/tst_popups.h"
 #include "tests/support/gui_probe.h"
+#include "tests/support/listed_server.h"
+#include "tests/support/popups.h"
 
 #include <QAbstractButton>
 #include <QJsonArray>
-#include <QJsonObject>
 
 class QLayout;
 class QScrollArea;
@@ -16,8 +16,6 @@ class QScrollArea;
 namespace tideloft::tests
 {
 
-/// A group as the service tells of it.
-QJsonObject server(const QString &id, const QString &name);
 /// The part of the rail that scrolls the servers' buttons.
 QScrollArea *serverPlace(const GuiProbe &probe);
 /// The layout that holds the servers' buttons.

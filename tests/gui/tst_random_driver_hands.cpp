@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_random_driver_hands.h"
 
-#include "tests/gui/tst_popups.h"
+#include "tests/support/popups.h"
 
 #include <QAbstractButton>
 #include <QApplication>

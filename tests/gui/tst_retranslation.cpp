@@ -32,6 +32,8 @@ private slots:
     void missingEmptyLabelIsSkipped_data();
     void missingEmptyLabelIsSkipped();
     void statusReturnsToOnline();
+    void accessibleNames_data();
+    void accessibleNames();
 };
 
 namespace
@@ -192,6 +194,31 @@ void TestRetranslation::statusReturnsToOnline()
     probe.the<QLabel>(u"myStatus"_s)->setText(u"Something else"_s);
     probe.window->setLanguageIndex(1);
     QCOMPARE(probe.the<QLabel>(u"myStatus"_s)->text(), u"● Online"_s);
+}
+
+void TestRetranslation::accessibleNames_data()
+{
+    QTest::addColumn<QString>("widget");
+    // What a person must be able to reach although it has no words of its own.
+    for (const char *name : {"username", "password", "langCombo", "railBtn=💬", "railBtn=+", "railBtn=⚙",
+                             "addDmBtn", "sideSearch", "searchResults", "dmList", "messageList", "msgInput",
+                             "sendButton", "footerAvatar", "sideFooter"})
+        QTest::newRow(name) << QString::fromUtf8(name);
+}
+
+void TestRetranslation::accessibleNames()
+{
+    QFETCH(QString, widget);
+    const GuiProbe probe;
+    const QWidget *found = named(*probe.window, widget);
+    const QString swedish = found->accessibleName();
+    probe.window->setLanguageIndex(1);
+    const QString english = found->accessibleName();
+    QVERIFY(!swedish.isEmpty());
+    QVERIFY(!english.isEmpty());
+    QVERIFY2(swedish != english, qPrintable(english));
+    probe.window->setLanguageIndex(0);
+    QCOMPARE(found->accessibleName(), swedish);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestRetranslation)

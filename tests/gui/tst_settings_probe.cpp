@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
 
-#include "tests/gui/tst_popups.h"
 #include "tests/support/patience.h"
+#include "tests/support/popups.h"
 #include "tests/support/waiting.h"
 
 #include <QAbstractAnimation>

@@ -1,8 +1,8 @@
 // The sidebar's footer: what a press on each of its places brings up.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>

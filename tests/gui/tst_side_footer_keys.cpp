@@ -1,8 +1,8 @@
 // The sidebar's footer under the keyboard: what its keys do, and how one gets there.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>

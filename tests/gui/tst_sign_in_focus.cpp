@@ -1,8 +1,8 @@
 // Where the keyboard is while a sign-in or a registration is under way, and after it was refused.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
 #include "tests/support/gui_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QAbstractButton>
@@ -21,6 +21,7 @@ class TestSignInFocus : public QObject
 private slots:
     void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
+    void firstFocusIsTheUsername();
     void aRefusedSignInAsksForThePassword_data();
     void aRefusedSignInAsksForThePassword();
     void keysDoNothingMeanwhile_data();
@@ -207,6 +208,12 @@ void TestSignInFocus::whoTypesDuringThatSignInIsNotDisturbed()
     typeText(u"2"_s);
     QVERIFY(probe.waitForRefusal(logIn));
     QCOMPARE(QApplication::focusWidget(), probe.username());
+}
+
+void TestSignInFocus::firstFocusIsTheUsername()
+{
+    const GuiProbe probe;
+    QVERIFY(probe.username()->hasFocus());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSignInFocus)

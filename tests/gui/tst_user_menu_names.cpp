@@ -1,8 +1,8 @@
 // The menu of the sidebar's footer, and the footer itself, under names that try to be more than names.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QJsonDocument>

@@ -1,7 +1,10 @@
 // Finding and using the parts of the create-server dialog.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_create_dialog_probe.h"
+#include "tests/support/create_dialog.h"
+
+#include "tests/support/popups.h"
+#include "tests/support/widget_parts.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -12,9 +15,9 @@ using namespace Qt::StringLiterals;
 namespace tideloft::tests
 {
 
-bool withCreateDialog(const SettingsProbe &probe, const std::function<void(QDialog &)> &use)
+bool withCreateDialog(const QWidget &window, const std::function<void(QDialog &)> &use)
 {
-    return withDialog([&probe] { clickAt(named(*probe.window, u"railBtn=+"_s), {18, 18}); }, use);
+    return withDialog([&window] { clickAt(named(window, u"railBtn=+"_s), {18, 18}); }, use);
 }
 
 QLineEdit *nameOf(const QDialog &dialog)
@@ -47,14 +50,6 @@ void fillIn(const QDialog &dialog, const QString &name, const QString &descripti
     typeText(name);
     QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
     typeText(description);
-}
-
-bool createServer(const SettingsProbe &probe, const QString &name)
-{
-    return withCreateDialog(probe, [&name](QDialog &dialog) {
-        fillIn(dialog, name, {});
-        clickOnScreen(*createOf(dialog));
-    });
 }
 
 } // namespace tideloft::tests

@@ -1,7 +1,7 @@
-// How messages fill the width of the window: no text is cut, no bubble too wide, own ones stand at the right.
+// How messages fill the width of their page: no text is cut, no bubble too wide, own ones stand at the right.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/chat_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -49,12 +49,11 @@ QString fault(const ShownMessage &shown, int width)
 
 } // namespace
 
-class TestChatLayout : public QObject
+class TestHistoryList : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init() { failOnToolkitWarnings(); }
     void textsFit_data();
     void textsFit();
@@ -67,21 +66,14 @@ private slots:
 
 private:
     void addTexts(const QList<int> &forWidths);
-    bool showAt(int width, const QString &text);
+    void showAt(int width, const QString &text);
     QString faults() const;
     void resize(int width);
 
-    ChatWindow chat;
+    ChatPageProbe chat;
 };
 
-void TestChatLayout::initTestCase()
-{
-    failOnToolkitWarnings();
-    QVERIFY(chat.signIn());
-    QVERIFY(chat.open(u"bob"_s));
-}
-
-void TestChatLayout::addTexts(const QList<int> &forWidths)
+void TestHistoryList::addTexts(const QList<int> &forWidths)
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<QString>("text");
@@ -107,22 +99,21 @@ void TestChatLayout::addTexts(const QList<int> &forWidths)
     }
 }
 
-void TestChatLayout::resize(int width)
+void TestHistoryList::resize(int width)
 {
-    chat.window.resize(width, 720);
+    chat.window.resize(width - ChatPageProbe::besides, 720);
     QApplication::processEvents();
 }
 
-bool TestChatLayout::showAt(int width, const QString &text)
+void TestHistoryList::showAt(int width, const QString &text)
 {
     resize(width);
     const QString time = u"2021-03-07T12:00:00.000Z"_s;
-    return chat.showHistory(u"bob"_s,
-                            {plainMessage(u"alice"_s, text, time), plainMessage(u"bob"_s, text, time),
-                             plainMessage(u"bob"_s, text, time), plainMessage(u"alice"_s, text, time)});
+    chat.showHistory({plainMessage(u"alice"_s, text, time), plainMessage(u"bob"_s, text, time),
+                      plainMessage(u"bob"_s, text, time), plainMessage(u"alice"_s, text, time)});
 }
 
-QString TestChatLayout::faults() const
+QString TestHistoryList::faults() const
 {
     const QListWidget *list = chat.messageList();
     if (list->horizontalScrollBar()->maximum() > 0)
@@ -137,73 +128,73 @@ QString TestChatLayout::faults() const
     return {};
 }
 
-void TestChatLayout::textsFit_data()
+void TestHistoryList::textsFit_data()
 {
     addTexts(widths);
 }
 
-void TestChatLayout::textsFit()
+void TestHistoryList::textsFit()
 {
     QFETCH(const int, width);
     QFETCH(const QString, text);
-    QVERIFY(showAt(width, text));
+    showAt(width, text);
     QCOMPARE(chat.messageList()->count(), 5);
     QTRY_COMPARE(faults(), QString());
-    QCOMPARE(chat.window.width(), width);
+    QCOMPARE(chat.window.width(), width - ChatPageProbe::besides);
 }
 
-void TestChatLayout::textsFitAfterAResize_data()
+void TestHistoryList::textsFitAfterAResize_data()
 {
     addTexts({800, 1600});
 }
 
-void TestChatLayout::textsFitAfterAResize()
+void TestHistoryList::textsFitAfterAResize()
 {
     QFETCH(const int, width);
     QFETCH(const QString, text);
-    QVERIFY(showAt(1100, text));
+    showAt(1100, text);
     resize(width);
     QTRY_COMPARE(faults(), QString());
     resize(1100);
     QTRY_COMPARE(faults(), QString());
 }
 
-void TestChatLayout::shortTextStaysOnOneLine()
+void TestHistoryList::shortTextStaysOnOneLine()
 {
-    QVERIFY(showAt(1100, u"Hello there"_s));
+    showAt(1100, u"Hello there"_s);
     const QLabel *text = shownMessage(chat.messageList(), 2).text;
     QTRY_COMPARE(faults(), QString());
     QVERIFY(text->height() < 2 * text->fontMetrics().lineSpacing());
 }
 
-void TestChatLayout::longTextFillsTheBubble()
+void TestHistoryList::longTextFillsTheBubble()
 {
-    QVERIFY(showAt(1600, u"The quick brown fox jumps over the lazy dog. "_s.repeated(20)));
+    showAt(1600, u"The quick brown fox jumps over the lazy dog. "_s.repeated(20));
     QTRY_COMPARE(faults(), QString());
     QVERIFY(shownMessage(chat.messageList(), 1).bubble->width() > 400);
     QVERIFY(shownMessage(chat.messageList(), 2).bubble->width() > 400);
 }
 
-void TestChatLayout::wordWithoutEndNeitherWidensTheWindowNorTheView()
+void TestHistoryList::wordWithoutEndNeitherWidensTheWindowNorTheView()
 {
     for (const int width : widths) {
-        QVERIFY(showAt(width, QString(5000, u'x')));
+        showAt(width, QString(5000, u'x'));
         QTRY_COMPARE(faults(), QString());
-        QCOMPARE(chat.window.width(), width);
+        QCOMPARE(chat.window.width(), width - ChatPageProbe::besides);
     }
 }
 
-void TestChatLayout::firstHistoryFitsBeforeThePageWasEverShown()
+void TestHistoryList::firstHistoryFitsBeforeThePageWasEverShown()
 {
-    ChatWindow fresh;
-    QVERIFY(fresh.signIn());
     const QString text = u"The quick brown fox jumps over the lazy dog. "_s.repeated(20);
-    QVERIFY(fresh.open(u"bob"_s, {plainMessage(u"bob"_s, text), plainMessage(u"alice"_s, text)}));
+    PageWindow window(QSize(1100 - ChatPageProbe::besides, 720));
+    auto *fresh = new tideloft::ui::ChatPage(ChatPageProbe::language, &window);
+    ChatPageProbe::showHistory(fresh, {plainMessage(u"bob"_s, text), plainMessage(u"alice"_s, text)});
+    window.showPage(fresh);
+    const auto *list = only<QListWidget>(*fresh, u"messageList"_s);
     for (const int entry : {1, 2})
-        QTRY_COMPARE(
-            fault(shownMessage(fresh.messageList(), entry), fresh.messageList()->viewport()->width()),
-            QString());
+        QTRY_COMPARE(fault(shownMessage(list, entry), list->viewport()->width()), QString());
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestChatLayout)
-#include "tst_chat_layout.moc"
+TIDELOFT_GUI_TEST_MAIN(TestHistoryList)
+#include "tst_history_list.moc"

@@ -1,8 +1,8 @@
 // Copying messages: the menu of a right click, and the key that copies, wherever the keyboard is.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_chat_fixture.h"
-#include "tests/gui/tst_popups.h"
+#include "tests/support/chat_page_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -12,13 +12,13 @@
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
+using tideloft::ui::Language;
 
 class TestHistoryCopy : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void menuSpeaksTheLanguageOfTheMoment_data();
     void menuSpeaksTheLanguageOfTheMoment();
@@ -42,23 +42,17 @@ private:
     static QString copied() { return QApplication::clipboard()->text(); }
     void pressCopy() const { QTest::keyClick(chat.window.windowHandle(), Qt::Key_C, Qt::ControlModifier); }
 
-    ChatWindow chat;
+    ChatPageProbe chat;
     const QJsonArray items{plainMessage(u"alice"_s, u"first words"_s, u"2021-03-07T12:00:00.000Z"_s),
                            plainMessage(u"bob"_s, u"second\nline"_s, u"2021-03-07T12:20:00.000Z"_s)};
 };
 
-void TestHistoryCopy::initTestCase()
-{
-    QVERIFY(chat.signIn());
-    QVERIFY(chat.open(u"bob"_s));
-}
-
 void TestHistoryCopy::init()
 {
     failOnToolkitWarnings();
-    chat.window.setLanguageIndex(1);
-    QVERIFY(chat.showHistory(u"bob"_s, {}));
-    QVERIFY(chat.showHistory(u"bob"_s, items));
+    chat.page->retranslate(Language::English);
+    chat.showHistory({});
+    chat.showHistory(items);
     QCOMPARE(chat.messageList()->count(), 3);
     QApplication::processEvents();
     chat.msgInput()->setText(u"draft"_s);
@@ -84,16 +78,16 @@ QMenu *TestHistoryCopy::menuAt(const QWidget *widget, QPoint spot) const
 
 void TestHistoryCopy::menuSpeaksTheLanguageOfTheMoment_data()
 {
-    QTest::addColumn<int>("language");
+    QTest::addColumn<Language>("language");
     QTest::addColumn<QStringList>("entries");
-    QTest::newRow("Swedish") << 0 << QStringList{u"Kopiera"_s, u"Markera allt"_s};
-    QTest::newRow("English") << 1 << QStringList{u"Copy"_s, u"Select all"_s};
+    QTest::newRow("Swedish") << Language::Swedish << QStringList{u"Kopiera"_s, u"Markera allt"_s};
+    QTest::newRow("English") << Language::English << QStringList{u"Copy"_s, u"Select all"_s};
 }
 
 void TestHistoryCopy::menuSpeaksTheLanguageOfTheMoment()
 {
-    QFETCH(int, language);
-    chat.window.setLanguageIndex(language);
+    QFETCH(Language, language);
+    chat.page->retranslate(language);
     const QPointer menu = menuOf(1);
     QVERIFY(menu);
     QTEST(entriesOf(menu), "entries");
@@ -180,12 +174,12 @@ void TestHistoryCopy::aRefreshMayTakeTheMessageOfTheMenu()
     for (const int entry : {1, 0}) {
         QMenu *menu = menuOf(2);
         QVERIFY(menu);
-        QVERIFY(chat.showHistory(u"bob"_s, {items.at(0)}));
+        chat.showHistory({items.at(0)});
         QTRY_VERIFY(!label);
         QVERIFY(menu->isVisible());
         clickEntry(menu, entry);
         QCOMPARE(copied(), entry == 0 ? u"second\nline"_s : u"before"_s);
-        QVERIFY(chat.showHistory(u"bob"_s, items));
+        chat.showHistory(items);
         QApplication::processEvents();
     }
 }
@@ -195,7 +189,7 @@ void TestHistoryCopy::aRefreshKeepsWhatTheMenuSelected()
     QMenu *menu = menuOf(1);
     QVERIFY(menu);
     clickEntry(menu, 1);
-    QVERIFY(chat.showHistory(u"bob"_s, {items.at(0), plainMessage(u"bob"_s, u"new"_s, {})}));
+    chat.showHistory({items.at(0), plainMessage(u"bob"_s, u"new"_s, {})});
     QCOMPARE(text(1)->selectedText(), u"first words"_s);
     pressCopy();
     QCOMPARE(copied(), u"first words"_s);
@@ -205,7 +199,7 @@ void TestHistoryCopy::theKeyCopiesTheSelection()
 {
     for (const int row : {2, 1, 2}) {
         selectWord(row);
-        QVERIFY(chat.showHistory(u"bob"_s, items)); // a refresh in between
+        chat.showHistory(items); // a refresh in between
         pressCopy();
         QCOMPARE(copied(), row == 1 ? u"first"_s : u"second"_s);
     }

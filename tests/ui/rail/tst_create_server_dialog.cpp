@@ -1,7 +1,10 @@
 // The create-server dialog as it stands there: its frame, its texts, its styles, its order.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_create_dialog_probe.h"
+#include "tests/support/create_dialog.h"
+#include "tests/support/popups.h"
+#include "tests/support/rail_page_probe.h"
+#include "tests/support/settings_parts.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
 
@@ -15,12 +18,11 @@ using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::Language;
 
-class TestCreateDialog : public QObject
+class TestCreateServerDialog : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void frame();
     void layoutAsDesigned();
@@ -34,13 +36,13 @@ private slots:
     void eachOpeningMakesItsOwn();
 };
 
-void TestCreateDialog::frame()
+void TestCreateServerDialog::frame()
 {
-    const SettingsProbe probe;
-    const bool came = withCreateDialog(probe, [&probe](const QDialog &dialog) {
+    const RailPageProbe probe;
+    const bool came = withCreateDialog(probe.window, [&probe](const QDialog &dialog) {
         QVERIFY(dialog.isModal());
         QCOMPARE(dialog.windowModality(), Qt::ApplicationModal);
-        QCOMPARE(dialog.parentWidget(), probe.window.get());
+        QCOMPARE(dialog.parentWidget(), static_cast<const QWidget *>(&probe.window));
         QCOMPARE(propertyOf(dialog, "fixedWidth"), QVariant(380));
         QCOMPARE(dialog.styleSheet(),
                  u"QDialog { background: #0f1923; color: #e8f0f8; }"
@@ -57,10 +59,10 @@ void TestCreateDialog::frame()
     QVERIFY(came);
 }
 
-void TestCreateDialog::layoutAsDesigned()
+void TestCreateServerDialog::layoutAsDesigned()
 {
-    const SettingsProbe probe;
-    const bool came = withCreateDialog(probe, [](const QDialog &dialog) {
+    const RailPageProbe probe;
+    const bool came = withCreateDialog(probe.window, [](const QDialog &dialog) {
         QVERIFY(qobject_cast<QVBoxLayout *>(dialog.layout()));
         QCOMPARE(spacesOf(&dialog), u"24 24 24 24, spacing 14"_s);
         QCOMPARE(itemsOf(&dialog), u"QLabel QLabel QLabel QLineEdit QLabel QLineEdit "
@@ -76,10 +78,10 @@ void TestCreateDialog::layoutAsDesigned()
     QVERIFY(came);
 }
 
-void TestCreateDialog::fieldsAsDesigned()
+void TestCreateServerDialog::fieldsAsDesigned()
 {
-    const SettingsProbe probe;
-    const bool came = withCreateDialog(probe, [](const QDialog &dialog) {
+    const RailPageProbe probe;
+    const bool came = withCreateDialog(probe.window, [](const QDialog &dialog) {
         QCOMPARE(dialog.findChildren<QLineEdit *>().size(), 2);
         QCOMPARE(nameOf(dialog)->maxLength(), 32);
         QCOMPARE(descriptionOf(dialog)->maxLength(), 200);
@@ -95,14 +97,14 @@ void TestCreateDialog::fieldsAsDesigned()
     QVERIFY(came);
 }
 
-void TestCreateDialog::stylesOfTheLabels()
+void TestCreateServerDialog::stylesOfTheLabels()
 {
     const QString field = u"font-size: 11px; font-weight: 600; color: #7ab0f5; background: transparent;"_s;
     const QStringList expected{
         u"font-size: 16px; font-weight: 700; color: #e8f0f8; background: transparent;"_s,
         u"font-size: 11px; color: #5a7a9a; background: transparent;"_s, field, field};
-    const SettingsProbe probe;
-    const bool came = withCreateDialog(probe, [&expected](const QDialog &dialog) {
+    const RailPageProbe probe;
+    const bool came = withCreateDialog(probe.window, [&expected](const QDialog &dialog) {
         QStringList styles;
         for (const QLabel *label : dialog.findChildren<QLabel *>())
             styles.append(label->styleSheet());
@@ -112,7 +114,7 @@ void TestCreateDialog::stylesOfTheLabels()
     QVERIFY(came);
 }
 
-void TestCreateDialog::texts_data()
+void TestCreateServerDialog::texts_data()
 {
     QTest::addColumn<Language>("language");
     QTest::addColumn<QString>("title");
@@ -133,11 +135,11 @@ void TestCreateDialog::texts_data()
                              << QStringList{u"Avbryt"_s, u"Skapa server"_s};
 }
 
-void TestCreateDialog::texts()
+void TestCreateServerDialog::texts()
 {
     QFETCH(Language, language);
-    const SettingsProbe probe(language);
-    const bool came = withCreateDialog(probe, [](const QDialog &dialog) {
+    const RailPageProbe probe(language);
+    const bool came = withCreateDialog(probe.window, [](const QDialog &dialog) {
         QTEST(dialog.windowTitle(), "title");
         QTEST(labelTexts(&dialog), "labels");
         QTEST((QStringList{nameOf(dialog)->placeholderText(), descriptionOf(dialog)->placeholderText()}),
@@ -147,19 +149,19 @@ void TestCreateDialog::texts()
     QVERIFY(came);
 }
 
-void TestCreateDialog::textsFollowTheLanguageOfTheMoment()
+void TestCreateServerDialog::textsFollowTheLanguageOfTheMoment()
 {
-    const SettingsProbe probe(Language::English);
-    probe.choose(Language::Swedish);
+    const RailPageProbe probe(Language::English);
+    probe.rail->retranslate(Language::Swedish);
     const bool came = withCreateDialog(
-        probe, [](const QDialog &dialog) { QCOMPARE(dialog.windowTitle(), u"Skapa server"_s); });
+        probe.window, [](const QDialog &dialog) { QCOMPARE(dialog.windowTitle(), u"Skapa server"_s); });
     QVERIFY(came);
 }
 
-void TestCreateDialog::startsInTheNameField()
+void TestCreateServerDialog::startsInTheNameField()
 {
-    const SettingsProbe probe;
-    const bool came = withCreateDialog(probe, [](const QDialog &dialog) {
+    const RailPageProbe probe;
+    const bool came = withCreateDialog(probe.window, [](const QDialog &dialog) {
         QCOMPARE(QApplication::focusWidget(), nameOf(dialog));
         typeText(u"Club"_s);
         QCOMPARE(nameOf(dialog)->text(), u"Club"_s);
@@ -167,29 +169,29 @@ void TestCreateDialog::startsInTheNameField()
     QVERIFY(came);
 }
 
-void TestCreateDialog::tabOrderFollowsReadingOrder()
+void TestCreateServerDialog::tabOrderFollowsReadingOrder()
 {
-    const SettingsProbe probe;
+    const RailPageProbe probe;
     QStringList order;
-    QVERIFY(withCreateDialog(probe,
+    QVERIFY(withCreateDialog(probe.window,
                              [&order](const QDialog &dialog) { order = tabOrder(&dialog, nameOf(dialog)); }));
     QCOMPARE(order,
              (QStringList{u"Server name"_s, u"Description (optional)"_s, u"Cancel"_s, u"Create server"_s}));
 }
 
 // A dialog stays with the window when it is closed, and the next one knows nothing of it.
-void TestCreateDialog::eachOpeningMakesItsOwn()
+void TestCreateServerDialog::eachOpeningMakesItsOwn()
 {
-    const SettingsProbe probe;
-    QVERIFY(withCreateDialog(probe, [](QDialog &dialog) {
+    const RailPageProbe probe;
+    QVERIFY(withCreateDialog(probe.window, [](QDialog &dialog) {
         typeText(u"Club"_s);
         QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
     }));
-    const bool cameAgain =
-        withCreateDialog(probe, [](const QDialog &dialog) { QCOMPARE(nameOf(dialog)->text(), QString()); });
+    const bool cameAgain = withCreateDialog(
+        probe.window, [](const QDialog &dialog) { QCOMPARE(nameOf(dialog)->text(), QString()); });
     QVERIFY(cameAgain);
-    QCOMPARE(probe.window->findChildren<QDialog *>().size(), 2);
+    QCOMPARE(probe.window.findChildren<QDialog *>().size(), 2);
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestCreateDialog)
-#include "tst_create_dialog.moc"
+TIDELOFT_GUI_TEST_MAIN(TestCreateServerDialog)
+#include "tst_create_server_dialog.moc"

@@ -1,14 +1,18 @@
 // A conversation's row, part by part.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/chat_rows.h"
+#include "tests/support/page_window.h"
 #include "tests/support/test_main.h"
+#include "tests/support/widget_parts.h"
+#include "ui/sidebar/sidebar.h"
 
 #include <QApplication>
 #include <QBoxLayout>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
+using namespace tideloft::ui;
 
 namespace
 {
@@ -52,7 +56,7 @@ void addTimeFacts(QVariantMap &facts, const ShownConversation &shown)
 
 } // namespace
 
-class TestConversationListRow : public QObject
+class TestConversationRow : public QObject
 {
     Q_OBJECT
 
@@ -66,17 +70,27 @@ private slots:
     void initialsAre();
 
 private:
-    ChatWindow chat;
+    void showConversations(const QJsonArray &items) const;
+    QListWidget *dmList() const { return only<QListWidget>(*sidebar, u"dmList"_s); }
+
+    PageWindow window{QSize(260, 720)};
+    Sidebar *sidebar = new Sidebar(Language::English, &window);
     QVariantMap facts;
 };
 
-void TestConversationListRow::initTestCase()
+void TestConversationRow::showConversations(const QJsonArray &items) const
+{
+    sidebar->showConversations(conversationRows(items, {}, QDateTime::currentDateTime(), Language::English));
+    QCoreApplication::processEvents();
+}
+
+void TestConversationRow::initTestCase()
 {
     failOnToolkitWarnings();
-    QVERIFY(chat.signIn());
-    QVERIFY(chat.showConversations({QJsonObject{{u"peer"_s, u" bob "_s}, {u"text"_s, u"hi"_s}}}));
-    QListWidgetItem *entry = chat.dmList()->item(0);
-    const ShownConversation shown = shownConversation(chat.dmList(), 0);
+    window.showPage(sidebar);
+    showConversations({QJsonObject{{u"peer"_s, u" bob "_s}, {u"text"_s, u"hi"_s}}});
+    QListWidgetItem *entry = dmList()->item(0);
+    const ShownConversation shown = shownConversation(dmList(), 0);
     const QWidget *row = shown.row;
     facts[u"entry data"_s] = entry->data(Qt::UserRole);
     facts[u"entry flags"_s] = int(entry->flags());
@@ -92,7 +106,7 @@ void TestConversationListRow::initTestCase()
     addTimeFacts(facts, shown);
 }
 
-void TestConversationListRow::rowIsMadeOf_data()
+void TestConversationRow::rowIsMadeOf_data()
 {
     QTest::addColumn<QVariant>("expected");
     const auto fact = [](const char *name, const QVariant &value) { QTest::newRow(name) << value; };
@@ -125,17 +139,17 @@ void TestConversationListRow::rowIsMadeOf_data()
     fact("time style", u"color: #3a5a7a; font-size: 10px; font-weight: 400; background: transparent;"_s);
 }
 
-void TestConversationListRow::rowIsMadeOf()
+void TestConversationRow::rowIsMadeOf()
 {
     QFETCH(const QVariant, expected);
     QCOMPARE(facts.value(QString::fromLatin1(QTest::currentDataTag())), expected);
 }
 
-void TestConversationListRow::everyLabelIsPlainText()
+void TestConversationRow::everyLabelIsPlainText()
 {
     const QString markup = u"<b>x</b>"_s;
-    QVERIFY(chat.showConversations({QJsonObject{{u"peer"_s, markup}, {u"text"_s, markup}}}));
-    const ShownConversation shown = shownConversation(chat.dmList(), 0);
+    showConversations({QJsonObject{{u"peer"_s, markup}, {u"text"_s, markup}}});
+    const ShownConversation shown = shownConversation(dmList(), 0);
     const auto labels = shown.row->findChildren<QLabel *>();
     QCOMPARE(labels.size(), 4);
     for (const QLabel *label : labels)
@@ -144,7 +158,7 @@ void TestConversationListRow::everyLabelIsPlainText()
     QCOMPARE(shown.preview->text(), markup);
 }
 
-void TestConversationListRow::initialsAre_data()
+void TestConversationRow::initialsAre_data()
 {
     QTest::addColumn<QString>("peer");
     QTest::addColumn<QString>("initials");
@@ -154,13 +168,13 @@ void TestConversationListRow::initialsAre_data()
     QTest::newRow("of emoji, none cut") << u"🙂🙃🙂"_s << u"🙂🙃"_s;
 }
 
-void TestConversationListRow::initialsAre()
+void TestConversationRow::initialsAre()
 {
     QFETCH(const QString, peer);
-    QVERIFY(chat.showConversations({QJsonObject{{u"peer"_s, peer}}}));
-    const QWidget *place = shownConversation(chat.dmList(), 0).avatarPlace;
+    showConversations({QJsonObject{{u"peer"_s, peer}}});
+    const QWidget *place = shownConversation(dmList(), 0).avatarPlace;
     QTEST(place->findChild<QLabel *>()->text(), "initials");
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestConversationListRow)
-#include "tst_conversation_list_row.moc"
+TIDELOFT_GUI_TEST_MAIN(TestConversationRow)
+#include "tst_conversation_row.moc"

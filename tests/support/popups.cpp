@@ -1,10 +1,10 @@
 // Catching menus and dialogs inside their own event loops.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_popups.h"
+#include "tests/support/popups.h"
 
-#include "tests/gui/tst_person.h"
 #include "tests/support/patience.h"
+#include "tests/support/person.h"
 #include "tests/support/waiting.h"
 
 #include <QAccessible>

@@ -1,7 +1,7 @@
 // A message's row and a day separator, part by part.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/chat_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -70,14 +70,13 @@ private:
         return chat.messageList()->itemWidget(chat.messageList()->item(entry));
     }
 
-    ChatWindow chat;
+    ChatPageProbe chat;
 };
 
 void TestMessageRow::initTestCase()
 {
     failOnToolkitWarnings();
-    QVERIFY(chat.signIn());
-    QVERIFY(chat.open(u"bob"_s, history()));
+    chat.showHistory(history());
     QCOMPARE(chat.messageList()->count(), 9);
     QCOMPARE(chat.messageList()->spacing(), 0);
 }
@@ -103,7 +102,7 @@ void TestMessageRow::entryIsInert()
 
 void TestMessageRow::clickOnAMessageSelectsNothing()
 {
-    chat.click(chat.messageList(), PeerSingle);
+    clickRow(chat.messageList(), PeerSingle);
     QVERIFY(chat.messageList()->selectedItems().isEmpty());
     QVERIFY(!chat.messageList()->hasFocus());
 }

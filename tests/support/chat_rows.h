@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QJsonObject>
 #include <QLabel>
 #include <QListWidget>
 #include <QStringList>
@@ -38,5 +39,11 @@ ShownMessage shownMessage(const QListWidget *list, int index);
 /// One line for each entry of the chat: "== Today" for a day, "[BO] bob: text @12:00" for a peer's message
 /// ("[]" without an avatar), "(me) text @12:00" for an own one; without "@" where no time is shown.
 QStringList shownHistory(const QListWidget *list);
+
+/// Clicks on the middle of an entry, or on what stands there, once it can be seen.
+void clickRow(QListWidget *list, int index);
+
+/// A message that is not encrypted, as the service lists it.
+QJsonObject plainMessage(const QString &from, const QString &text, const QString &createdAt = {});
 
 } // namespace tideloft::tests

@@ -1,8 +1,10 @@
 // The sign-in page as it is built, before anything is typed.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/support/gui_probe.h"
+#include "tests/support/page_window.h"
 #include "tests/support/test_main.h"
+#include "tests/support/widget_parts.h"
+#include "ui/sign_in/sign_in_page.h"
 #include "ui/style/grid_widget.h"
 
 #include <QAbstractButton>
@@ -32,13 +34,24 @@ private slots:
     void dividersAreLines();
     void oneLabelOutsideTheLayoutStaysHidden();
     void languagesInTheirOrder();
-    void accessibleNames_data();
-    void accessibleNames();
-    void firstFocusIsTheUsername();
 };
 
 namespace
 {
+
+/// The page as it stands before anything is typed.
+struct SignInProbe {
+    SignInProbe() : page(new tideloft::ui::SignInPage(&window))
+    {
+        page->build();
+        page->retranslate();
+        window.showPage(page);
+    }
+    template <typename Widget> Widget *the(const QString &name) const { return only<Widget>(*page, name); }
+
+    PageWindow window{QSize(1100, 720)};
+    tideloft::ui::SignInPage *page;
+};
 
 void row(const QString &widget, const char *property, const QVariant &expected)
 {
@@ -87,8 +100,8 @@ void fieldRows()
 
 void TestSignInPage::rootIsTheGrid()
 {
-    const GuiProbe probe;
-    QVERIFY(qobject_cast<tideloft::ui::GridWidget *>(probe.page()));
+    const SignInProbe probe;
+    QVERIFY(qobject_cast<tideloft::ui::GridWidget *>(probe.page));
 }
 
 void TestSignInPage::layouts_data()
@@ -113,8 +126,8 @@ void TestSignInPage::layouts()
 {
     QFETCH(QString, owner);
     QFETCH(QString, spaces);
-    const GuiProbe probe;
-    const QWidget *widget = owner.isEmpty() ? probe.page() : probe.the<QWidget>(owner);
+    const SignInProbe probe;
+    const QWidget *widget = owner.isEmpty() ? probe.page : probe.the<QWidget>(owner);
     QTEST(itemsOf(widget), "items");
     if (spaces.startsWith(u"...,"_s))
         QCOMPARE(spacesOf(widget).section(u',', 1), spaces.section(u',', 1));
@@ -135,8 +148,8 @@ void TestSignInPage::properties()
 {
     QFETCH(QString, widget);
     QFETCH(QByteArray, property);
-    const GuiProbe probe;
-    QTEST(propertyOf(*named(*probe.window, widget), property), "expected");
+    const SignInProbe probe;
+    QTEST(propertyOf(*named(*probe.page, widget), property), "expected");
 }
 
 void TestSignInPage::cardStandsInTheMiddle_data()
@@ -150,11 +163,11 @@ void TestSignInPage::cardStandsInTheMiddle_data()
 void TestSignInPage::cardStandsInTheMiddle()
 {
     QFETCH(QSize, size);
-    const GuiProbe probe;
-    probe.window->resize(size);
+    SignInProbe probe;
+    probe.window.resize(size);
     const auto *card = probe.the<QWidget>(u"authCard"_s);
     const auto *center = probe.the<QWidget>(u"authCenter"_s);
-    QTRY_COMPARE(probe.window->size(), size);
+    QTRY_COMPARE(probe.window.size(), size);
     const auto middle = [&] {
         return card->mapTo(center, QPoint()) * 2 + QPoint(card->width(), card->height());
     };
@@ -164,8 +177,8 @@ void TestSignInPage::cardStandsInTheMiddle()
 
 void TestSignInPage::dividersAreLines()
 {
-    const GuiProbe probe;
-    const auto lines = probe.page()->findChildren<QFrame *>(u"authDivider"_s);
+    const SignInProbe probe;
+    const auto lines = probe.page->findChildren<QFrame *>(u"authDivider"_s);
     QCOMPARE(lines.size(), 2);
     for (const QFrame *line : lines)
         QCOMPARE(line->frameShape(), QFrame::HLine);
@@ -173,8 +186,7 @@ void TestSignInPage::dividersAreLines()
 
 void TestSignInPage::oneLabelOutsideTheLayoutStaysHidden()
 {
-    placeKeyPair();
-    GuiProbe probe;
+    const SignInProbe probe;
     const auto *card = probe.the<QWidget>(u"authCard"_s);
     QList<QLabel *> strays;
     for (auto *label : card->findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -184,50 +196,20 @@ void TestSignInPage::oneLabelOutsideTheLayoutStaysHidden()
     QCOMPARE(strays.size(), 1);
     QCOMPARE(card->layout()->indexOf(strays.first()), -1);
     QVERIFY(strays.first()->isHidden());
-    probe.click(u"primaryButton"_s); // an error
-    QVERIFY(probe.signIn());
-    probe.window->logOut();
+    QVERIFY(!probe.page->beginSignIn()); // an error
+    QVERIFY(!probe.the<QLabel>(u"authError"_s)->isHidden());
+    probe.page->admit(u"alice"_s);
+    probe.page->clear();
     QVERIFY(strays.first()->isHidden());
 }
 
 void TestSignInPage::languagesInTheirOrder()
 {
-    const GuiProbe probe;
+    const SignInProbe probe;
     const auto *combo = probe.the<QComboBox>(u"langCombo"_s);
     QCOMPARE(combo->count(), 2);
     QCOMPARE(combo->itemText(0), u"Svenska"_s);
     QCOMPARE(combo->itemText(1), u"English"_s);
-}
-
-void TestSignInPage::accessibleNames_data()
-{
-    QTest::addColumn<QString>("widget");
-    // What a person must be able to reach although it has no words of its own.
-    for (const char *name : {"username", "password", "langCombo", "railBtn=💬", "railBtn=+", "railBtn=⚙",
-                             "addDmBtn", "sideSearch", "searchResults", "dmList", "messageList", "msgInput",
-                             "sendButton", "footerAvatar", "sideFooter"})
-        QTest::newRow(name) << QString::fromUtf8(name);
-}
-
-void TestSignInPage::accessibleNames()
-{
-    QFETCH(QString, widget);
-    const GuiProbe probe;
-    const QWidget *found = named(*probe.window, widget);
-    const QString swedish = found->accessibleName();
-    probe.window->setLanguageIndex(1);
-    const QString english = found->accessibleName();
-    QVERIFY(!swedish.isEmpty());
-    QVERIFY(!english.isEmpty());
-    QVERIFY2(swedish != english, qPrintable(english));
-    probe.window->setLanguageIndex(0);
-    QCOMPARE(found->accessibleName(), swedish);
-}
-
-void TestSignInPage::firstFocusIsTheUsername()
-{
-    const GuiProbe probe;
-    QVERIFY(probe.username()->hasFocus());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSignInPage)
