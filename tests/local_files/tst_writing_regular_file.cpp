@@ -8,7 +8,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,6 +37,7 @@ private slots:
     void init();
     void newAndEarlierFilesHoldTheBytes();
     void earlierFilesKeepTheirPlace();
+    void aPartThatTheDiskTookIsTakenBack();
     void whatALinkLeadsToIsNotWrittenTo();
     void linkToNothingMakesNoFile();
     void fileWithASecondNameIsNotWrittenTo();
@@ -69,6 +73,25 @@ void TestWritingRegularFile::earlierFilesKeepTheirPlace()
     QVERIFY(before.open(QIODevice::ReadOnly));
     QVERIFY(writeRegularFile(pathOf(u"file"_s), "new"));
     QCOMPARE(before.readAll(), QByteArray("new"));
+}
+
+// The limit stands for a disk that has room for ten bytes more: it takes them, and then no other.
+void TestWritingRegularFile::aPartThatTheDiskTookIsTakenBack()
+{
+    const QString path = pathOf(u"file"_s);
+    QVERIFY(writeFile(path, "earlier"));
+    rlimit before{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = signal(SIGXFSZ, SIG_IGN);
+    const rlimit tenBytes{10, before.rlim_max};
+    const bool isLimited = setrlimit(RLIMIT_FSIZE, &tenBytes) == 0;
+    const bool isOpened = writeRegularFile(path, QByteArray(36, 'm'));
+    setrlimit(RLIMIT_FSIZE, &before);
+    signal(SIGXFSZ, handler);
+    QVERIFY(isLimited);
+    QVERIFY(isOpened);
+    QVERIFY(QFile::exists(path));
+    QCOMPARE(readFile(path), QByteArray());
 }
 
 void TestWritingRegularFile::whatALinkLeadsToIsNotWrittenTo()
