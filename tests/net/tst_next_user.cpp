@@ -4,6 +4,7 @@
 #include "tests/support/net/endpoints.h"
 #include "tests/support/net/wire.h"
 #include "tests/support/test_main.h"
+#include "tests/support/waiting.h"
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -25,7 +26,7 @@ bool becomes(ReportLog &log, LoopbackService &service, const QByteArray &name)
     service.answer(me, 200, profileOf(name));
     const auto before = service.heldCount(me);
     log.client.fetchMe();
-    if (before > 0 && QTest::qWaitFor([&] { return service.heldCount(me) > before; }))
+    if (before > 0 && waitFor([&] { return service.heldCount(me) > before; }))
         service.releaseAt(me, before);
     return loaded.wait();
 }
