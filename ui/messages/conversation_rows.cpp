@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/messages/conversation_rows.h"
 
+#include "crypto/messages/trimmed_member.h"
 #include "ui/lists/bounded_rows.h"
 #include "ui/texts/message_time.h"
 
@@ -18,7 +19,7 @@ QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Open
     QList<ConversationRowModel> rows;
     for (const QJsonValue &value : items) {
         const QJsonObject item = value.toObject();
-        const QString peer = item.value(u"peer"_s).toString().trimmed();
+        const QString peer = crypto::trimmedMember(item, u"peer"_s);
         if (peer.isEmpty())
             continue;
         if (rows.size() == conversationsLimit)
@@ -46,7 +47,7 @@ QStringList foundUsers(const QJsonArray &users)
 {
     QStringList names;
     for (const QJsonValue &value : users) {
-        const QString name = value.toObject().value(u"username"_s).toString().trimmed();
+        const QString name = crypto::trimmedMember(value.toObject(), u"username"_s);
         if (!name.isEmpty() && names.size() < foundUsersLimit)
             names.append(name);
     }

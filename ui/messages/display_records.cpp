@@ -4,6 +4,7 @@
 #include "ui/messages/display_records.h"
 
 #include "crypto/messages/open_message.h"
+#include "crypto/messages/trimmed_member.h"
 #include "ui/texts/message_time.h"
 
 using namespace Qt::StringLiterals;
@@ -26,7 +27,7 @@ QString unreadableText(Language language)
 
 DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading)
 {
-    const QString from = item.value(u"from"_s).toString().trimmed();
+    const QString from = crypto::trimmedMember(item, u"from"_s);
     QString reason;
     const auto open = [&](const QJsonObject &sealed) {
         OpenedText opened = reading.open(sealed);
