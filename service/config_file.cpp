@@ -1,4 +1,4 @@
-// Reading of the configuration file. All mistakes are told at once, so that one look mends them.
+// Reading of the configuration file. All mistakes are reported at once, so that they can be mended together.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/config_file.h"

@@ -1,4 +1,4 @@
-// What a monitoring program is told: what was counted, and how the service is at the moment.
+// The page that a monitoring program reads: what was counted, and how the service is at the moment.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

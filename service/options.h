@@ -20,7 +20,7 @@ struct Command {
     bool checkOnly = false; ///< look whether a start would work instead of serving
 };
 
-/// `arguments` begin with the program's name. What they say goes before what the configuration file says that
+/// ARGUMENTS begin with the program's name. What they say goes before what the configuration file says that
 /// they name. A mistake gives exit code 2 and a text that names it.
 Command parseCommandLine(const QStringList &arguments);
 

@@ -77,7 +77,7 @@ Response addAccount(const ApiContext &context, Database &database, const QString
                     const QByteArray &hash)
 {
     requireInvitation(context, database, name);                      // it may have been revoked meanwhile
-    if (!addUser(database, name, hash, context.nowInMilliseconds())) // and somebody may have taken the name
+    if (!addUser(database, name, hash, context.nowInMilliseconds())) // the name may be taken by now
         refuseTakenName();
     removeInvitation(database, name);
     return jsonResponse(QJsonObject{{u"username"_s, name}}, 201);

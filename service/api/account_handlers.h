@@ -9,7 +9,7 @@
 namespace tideloft::service
 {
 
-/// POST /api/auth/register, /api/auth/login and /api/auth/logout. `context` must outlive the router.
+/// POST /api/auth/register, /api/auth/login and /api/auth/logout. CONTEXT must outlive the router.
 void addAccountRoutes(Router &router, ApiContext &context);
 
 } // namespace tideloft::service

@@ -24,8 +24,8 @@ public:
     /// "METHOD pattern" of each.
     QByteArrayList endpoints() const { return router.endpoints(); }
 
-    /// How large a body the request may bring that begins like this: a picture only where one belongs, and
-    /// from somebody who is not signed in no more than signing in takes. Never throws.
+    /// How large a body the request with this HEAD may bring. Pictures may be sent only to the endpoints for
+    /// pictures, and a client that is not signed in may send no more than a sign-in needs. Never throws.
     Admitted admit(const Request &head);
 
     /// How many tasks wait. From any thread.

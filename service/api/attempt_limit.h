@@ -19,7 +19,7 @@ public:
     /// 0 sets no limit.
     explicit AttemptLimit(int mostInAMinute) : most(mostInAMinute) {}
 
-    /// Counts an attempt at `now` (ms of a clock that never jumps). 0 when it may go on, otherwise after how
+    /// Counts an attempt at NOW (ms of a clock that never jumps). 0 when it may go on, otherwise after how
     /// many seconds the next one may; an attempt that may not go on does not count.
     int attempt(const QByteArray &key, qint64 now);
 

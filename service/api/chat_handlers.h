@@ -9,7 +9,7 @@
 namespace tideloft::service
 {
 
-/// GET /api/chat/conversations, GET /api/chat/history/{peer} and POST /api/chat/send. `context` must outlive
+/// GET /api/chat/conversations, GET /api/chat/history/{peer} and POST /api/chat/send. CONTEXT must outlive
 /// the router.
 void addChatRoutes(Router &router, ApiContext &context);
 

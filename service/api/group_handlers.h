@@ -9,7 +9,7 @@
 namespace tideloft::service
 {
 
-/// GET and POST /api/groups, GET /api/groups/{id} and POST /api/groups/{id}/icon. `context` must outlive the
+/// GET and POST /api/groups, GET /api/groups/{id} and POST /api/groups/{id}/icon. CONTEXT must outlive the
 /// router.
 void addGroupRoutes(Router &router, ApiContext &context);
 

@@ -10,7 +10,7 @@ namespace tideloft::service
 {
 
 /// GET /healthz: 200 while the database can be written; 503 and the reason when it cannot, or when it has not
-/// answered within a second. `context` must outlive the router.
+/// answered within a second. CONTEXT must outlive the router.
 void addHealthRoute(Router &router, ApiContext &context);
 
 } // namespace tideloft::service

@@ -28,7 +28,7 @@ public:
     explicit JsonBody(const Request &request);
 
     /// Each throws a Refusal with status 400 when the member is missing or of another type. A text is refused
-    /// when it has more than `maximumLength` code points or is no valid Unicode.
+    /// when it has more than MAXIMUMLENGTH code points or is no valid Unicode.
     QString text(const QString &name, qsizetype maximumLength) const;
     bool boolean(const QString &name, bool valueWhenMissing) const;
     QJsonArray array(const QString &name) const;

@@ -9,7 +9,7 @@
 namespace tideloft::service
 {
 
-/// POST /api/chat/device-key, GET /api/chat/device-keys/me and GET /api/chat/public-key/{username}. `context`
+/// POST /api/chat/device-key, GET /api/chat/device-keys/me and GET /api/chat/public-key/{username}. CONTEXT
 /// must outlive the router.
 void addKeyRoutes(Router &router, ApiContext &context);
 

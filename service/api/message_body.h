@@ -26,7 +26,7 @@ struct Message {
     bool encrypted = false;
 };
 
-/// What is kept of a message that came at `now` (ms since 1970).
+/// What is kept of a message that came at NOW (ms since 1970).
 StoredMessage storedForm(const Message &message, qint64 now);
 
 /// Reads all fields of a message except `to`. Throws a Refusal with status 400 (413 when the text is too

@@ -30,8 +30,8 @@ Outcome uploadAvatar(const ApiContext &context, const Request &request, const Us
     });
 }
 
-// Under one name there is only ever one picture, so whoever has it need not ask again; but a store that
-// others share must not hand it on to somebody who is not signed in.
+// A name stands for the same picture for ever, so a client that has the picture need not ask again. But a
+// cache that users share must not give the picture to a client that is not signed in.
 Response givePicture(Database &database, const Request &request, const User &)
 {
     std::optional<Picture> picture = findPicture(database, request.parameters.value(0));

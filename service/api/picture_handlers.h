@@ -13,7 +13,7 @@ namespace tideloft::service
 /// Largest picture, in bytes.
 constexpr qsizetype maximumPictureBytes = qsizetype{5} * 1024 * 1024;
 
-/// The picture that the form of the request carries in the field `name`. Throws a Refusal: 400 when the form
+/// The picture that the form of the request carries in the field NAME. Throws a Refusal: 400 when the form
 /// is broken, the field is missing or empty, 403 when a page of another origin sent it, 413 when the picture
 /// is too large, 415 when it is none.
 Picture uploadedPicture(const Request &request, QByteArrayView name);
@@ -25,7 +25,7 @@ void requireRoomForPictures(const ApiContext &context, Database &database, const
 /// A random name that no picture has had.
 QString newPictureName();
 
-/// POST /api/profile/avatar/upload and GET /pictures/{name}. `context` must outlive the router.
+/// POST /api/profile/avatar/upload and GET /pictures/{name}. CONTEXT must outlive the router.
 void addPictureRoutes(Router &router, ApiContext &context);
 
 } // namespace tideloft::service

@@ -8,7 +8,7 @@
 namespace tideloft::service
 {
 
-/// The media type of a PNG, JPEG, GIF or WebP, told from its first bytes alone; empty for everything else.
+/// The media type of a PNG, JPEG, GIF or WebP, found by its first bytes alone; empty for everything else.
 /// What a sender calls a file says nothing about it.
 QByteArray pictureType(QByteArrayView content);
 

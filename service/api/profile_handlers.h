@@ -9,7 +9,7 @@
 namespace tideloft::service
 {
 
-/// GET /api/me, POST /api/profile/update and GET /api/users/search. `context` must outlive the router.
+/// GET /api/me, POST /api/profile/update and GET /api/users/search. CONTEXT must outlive the router.
 void addProfileRoutes(Router &router, ApiContext &context);
 
 } // namespace tideloft::service

@@ -14,7 +14,7 @@ namespace tideloft::service
 class Router
 {
 public:
-    /// `pattern` is a path whose segments may be placeholders: "/api/chat/history/{peer}".
+    /// PATTERN is a path whose segments may be placeholders: "/api/chat/history/{peer}".
     void add(const QByteArray &method, const QByteArray &pattern, Handler handler,
              BodySize bodySize = BodySize::Usual);
 

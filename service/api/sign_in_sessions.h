@@ -29,7 +29,7 @@ std::optional<User> knownUser(const ApiContext &context, const Request &request)
 /// Ends the session of the request and returns the Set-Cookie value that removes its cookie.
 QByteArray endSession(const ApiContext &context, Database &database, const Request &request);
 
-/// What everybody is told who has no session and needs one.
+/// The refusal of a request that needs a session and has none.
 Refusal signInFirst();
 
 /// Lets signed-in users through and answers everybody else with 401.

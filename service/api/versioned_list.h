@@ -19,7 +19,7 @@ struct VersionedList {
 };
 
 /// Gives the list with its entity tag. Where the request names that tag the reply is 304; while session and
-/// version are in memory, it costs no look into the database. `context` must outlive the handler.
+/// version are in memory, it costs no look into the database. CONTEXT must outlive the handler.
 Handler forUnchanged(ApiContext &context, const VersionedList &list);
 
 } // namespace tideloft::service

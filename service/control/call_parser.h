@@ -16,7 +16,7 @@ struct ParsedCall {
     int exitCode = 0;
 };
 
-/// `arguments` begin with the program's name. A mistake gives exit code 2 and a text that names it.
+/// ARGUMENTS begin with the program's name. A mistake gives exit code 2 and a text that names it.
 ParsedCall parseCall(const QStringList &arguments);
 
 } // namespace tideloft::service

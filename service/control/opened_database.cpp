@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// Opening would make it. A folder that one may not look into is told as what it is.
+// Opening would make it. A folder that may not be looked into is reported as such.
 QString existing(const QString &file)
 {
     QFile database(file);

@@ -42,7 +42,7 @@ public:
 
         explicit operator bool() const { return budget != nullptr; }
 
-        /// Takes as much as is missing to `size`. False, and the share as it was, when that is too much.
+        /// Takes as much as is missing to SIZE. False, and the share as it was, when that is too much.
         bool grow(std::uint64_t size) { return budget && budget->enlarge(*this, size); }
 
     private:

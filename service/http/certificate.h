@@ -18,7 +18,7 @@ boost::asio::ssl::context tlsContext(const QString &certificateFile, const QStri
 /// Until when the first certificate of the context is valid.
 QDateTime certificateEnd(boost::asio::ssl::context &context);
 
-/// What to warn of at `now`; empty when the certificate is good for two weeks more.
+/// What to warn of at NOW; empty when the certificate is good for two weeks more.
 QString expiryWarning(const QDateTime &end, const QDateTime &now);
 
 } // namespace tideloft::service

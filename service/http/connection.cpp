@@ -230,7 +230,7 @@ asio::awaitable<std::optional<Refusal>> Connection::readRequest(Stream &stream, 
     co_return parseFailure(error, tookTooLong);
 }
 
-// A client that asks first whether its body is welcome is told so; without that it would wait.
+// A client may ask whether its body is welcome before it sends the body. Without this answer it would wait.
 template <typename Stream, typename Parser>
 asio::awaitable<void> Connection::invite(Stream &stream, const Parser &parser)
 {

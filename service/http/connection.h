@@ -43,7 +43,7 @@ struct ConnectionContext {
 class Connection
 {
 public:
-    /// With `tls` the client has to speak TLS, without it plain HTTP. `from` tells all but that of its way.
+    /// If there is a context TLS the client has to speak TLS, else plain HTTP. FROM is the rest of its way.
     Connection(boost::asio::ip::tcp::socket socket, ConnectionContext &server, boost::asio::ssl::context *tls,
                const Way &from);
     Q_DISABLE_COPY_MOVE(Connection)
@@ -89,7 +89,7 @@ private:
     std::optional<Admission> admission; ///< of the current request, once it was needed
     ByteBudget::Share transfer;         ///< what its body, and then its reply, has of the memory
     bool answering = false;
-    bool lost = false; ///< nobody is there any more to be told anything
+    bool lost = false; ///< the client has gone, so that no reply reaches it
 };
 
 } // namespace tideloft::service

@@ -11,7 +11,7 @@
 namespace tideloft::service
 {
 
-/// The first place at which `delimiter` stands, or `end`. It must begin with a carriage return and hold no
+/// The first place at which DELIMITER stands, or END. It must begin with a carriage return and hold no
 /// other (RFC 2046, section 5.1.1), so near misses never overlap by more than that one character, and none is
 /// read more than three times whatever the sender repeats.
 template <typename Iterator> Iterator findDelimiter(Iterator begin, Iterator end, QByteArrayView delimiter)

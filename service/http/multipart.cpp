@@ -107,7 +107,7 @@ qsizetype placeOf(const QByteArray &delimiter, QByteArrayView text)
     return place - text.begin();
 }
 
-// What follows the first delimiter. In front of it may stand a preamble that nobody reads.
+// What follows the first delimiter. A preamble may stand before the delimiter; it is not read.
 QByteArrayView afterPreamble(QByteArrayView body, const QByteArray &delimiter)
 {
     const QByteArrayView atBeginning = QByteArrayView(delimiter).sliced(2); // needs no line break before it

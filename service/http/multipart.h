@@ -12,7 +12,7 @@ namespace tideloft::service
 constexpr int maximumFormParts = 16;
 constexpr qsizetype maximumPartHeader = 4096;
 
-/// The content of the field `name`. Throws a Refusal: 415 when the request declares that its body is no form,
+/// The content of the field NAME. Throws a Refusal: 415 when the request declares that its body is no form,
 /// 400 when the form is broken anywhere or the field is not in it exactly once. File names and declared types
 /// are not looked at.
 QByteArray formField(const Request &request, QByteArrayView name);

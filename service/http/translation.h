@@ -45,7 +45,7 @@ Refusal tooBusy();
 /// True when the connection ended, rather than that something wrong was sent.
 bool isLost(const boost::system::error_code &error);
 
-/// The length that was announced. What is not announced may become as large as `limit`.
+/// The length that was announced. What is not announced may become as large as LIMIT.
 std::uint64_t expectedSize(const RequestParser &parser, std::uint64_t limit);
 
 std::uint64_t bodyLimit(BodySize size, const ServerLimits &limits);

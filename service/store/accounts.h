@@ -19,7 +19,7 @@ struct Account {
     qint64 sessions = 0; ///< that have not run out
 };
 
-/// Every account by its name, those that were deleted too. `now` is in ms since 1970.
+/// Every account by its name, those that were deleted too. NOW is in ms since 1970.
 void visitAccounts(Database &database, qint64 now, const std::function<void(const Account &)> &visit);
 
 /// Signs the user out everywhere and says how many sessions that were.

@@ -41,16 +41,16 @@ public:
     /// The number in the first row that the statement finds; 0 when it finds none.
     qint64 number(const QString &statement, const QVariantList &values = {});
 
-    /// What is told to the state in memory once the present transaction is committed; at once outside of one.
+    /// NOTE gets the state in memory as soon as the present transaction is committed; at once outside of one.
     using Note = std::function<void(KnownState &)>;
     void afterCommit(const Note &note);
 
-    /// The state that is told. It must outlive the database.
+    /// STATE is what notes get. It must outlive the database.
     void keep(KnownState &state) { known = &state; }
 
     QString file() const { return connection.databaseName(); }
 
-    /// The number that PRAGMA `name` reports, or its text.
+    /// The number that PRAGMA NAME reports, or its text.
     QVariant pragma(const QString &name);
 
 private:

@@ -17,7 +17,7 @@ struct DeviceKey {
     QString publicKey; ///< Base64 of a DER SubjectPublicKeyInfo (RFC 5280) or of its PEM text, as it was sent
 };
 
-/// Adds the key or replaces the one that the device had, at `now` (ms since 1970). False when the user has
+/// Adds the key or replaces the one that the device had, at NOW (ms since 1970). False when the user has
 /// too many devices already.
 bool storeDeviceKey(Database &database, const User &user, const DeviceKey &key, qint64 now);
 

@@ -18,7 +18,7 @@ struct Group {
     QString iconName; ///< of the picture; empty when there is none
 };
 
-/// Keeps a group whose only member is `maker`, made at `now` (ms since 1970). False, and nothing kept, when
+/// Keeps a group whose only member is MAKER, made at NOW (ms since 1970). False, and nothing kept, when
 /// the user has as many groups as one may have.
 bool addGroup(Database &database, const User &maker, const Group &group, qint64 now);
 

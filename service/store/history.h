@@ -25,11 +25,11 @@ struct MessageRow {
 /// False ends the reading.
 using MessageVisitor = std::function<bool(const MessageRow &row)>;
 
-/// At most `most` messages between two users, newest first.
+/// At most MOST messages between two users, newest first.
 void visitHistory(Database &database, const User &user, const User &peer, int most,
                   const MessageVisitor &visit);
 
-/// The last message with each of at most `most` peers, that with the newest message first.
+/// The last message with each of at most MOST peers, that with the newest message first.
 void visitConversations(Database &database, const User &user, int most, const MessageVisitor &visit);
 
 } // namespace tideloft::service

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// `ownerColumn` is one of the two that the table has.
+// OWNERCOLUMN is one of the two that the table has.
 void replace(Database &database, const QString &ownerColumn, qint64 owner, const QString &name,
              const Picture &picture)
 {

@@ -13,7 +13,7 @@ struct Picture {
     QByteArray content;
 };
 
-/// Puts the picture, under a `name` that no picture ever had, into the place of the user's or the group's
+/// Puts the picture, under a NAME that no picture ever had, into the place of the user's or the group's
 /// last one.
 void replaceAvatar(Database &database, const User &user, const QString &name, const Picture &picture);
 void replaceIcon(Database &database, qint64 groupRow, const QString &name, const Picture &picture);

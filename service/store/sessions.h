@@ -8,7 +8,7 @@
 namespace tideloft::service
 {
 
-/// Keeps a session of `user` until `expiresAt`, and drops those that have run out 60 days before `now`. Times
+/// Keeps a session of USER until EXPIRESAT, and drops those that have run out 60 days before NOW. Times
 /// are in ms since 1970.
 void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
                 qint64 expiresAt);
@@ -16,7 +16,7 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
 /// Whose session it is, also when it has run out; nobody when there is none.
 std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &tokenHash);
 
-/// How many there are that have not run out at `now`.
+/// How many there are that have not run out at NOW.
 qint64 sessionCount(Database &database, qint64 now);
 
 void removeSession(Database &database, const QByteArray &tokenHash);

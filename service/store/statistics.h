@@ -24,7 +24,7 @@ struct Statistics {
     qint64 freeBytes = 0;     ///< of these, that new content takes up first
 };
 
-/// `now` is in ms since 1970. Looks at every message once.
+/// NOW is in ms since 1970. Looks at every message once.
 Statistics statistics(Database &database, qint64 now);
 
 } // namespace tideloft::service

@@ -116,7 +116,7 @@ public:
         try {
             more = upkeep.piece(database);
         } catch (const std::exception &) {
-            // Whatever hinders the writer is told by those who wait for it; the piece is tried again.
+            // The failure is reported by the tasks that wait for the writer; the piece is tried again.
         }
         next = std::chrono::steady_clock::now() + (more ? upkeep.betweenPieces : upkeep.whenDone);
     }

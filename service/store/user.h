@@ -1,4 +1,4 @@
-// A user, as everything that is kept is somebody's.
+// A user: everything that is kept belongs to one.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

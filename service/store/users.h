@@ -24,7 +24,7 @@ UserState stateOf(Database &database, const User &user);
 /// The stored hash; empty when there is no such user.
 QByteArray passwordHash(Database &database, const User &user);
 
-/// False when the name is taken, also by an account that was deleted. `name` must be normalised; `now` is in
+/// False when the name is taken, also by an account that was deleted. NAME must be normalised; NOW is in
 /// ms since 1970.
 bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now);
 
@@ -32,7 +32,7 @@ bool addUser(Database &database, const QString &name, const QByteArray &hash, qi
 QString bioOf(Database &database, const User &user);
 void setBio(Database &database, const User &user, const QString &bio);
 
-/// At most `limit` names that contain `text`, which is in small letters, without that of `except`. Names that
+/// At most LIMIT names that contain TEXT, which is in small letters, without that of EXCEPT. Names that
 /// begin with it come first.
 QStringList findNames(Database &database, const QString &text, const User &except, int limit);
 
