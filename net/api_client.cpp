@@ -67,7 +67,7 @@ QNetworkReply *ApiClient::post(const QString &pathAndQuery, const QJsonObject &b
     return network.post(buildRequest(pathAndQuery), QJsonDocument(body).toJson());
 }
 
-// A request that signs somebody in has no user yet.
+// A request that signs a user in has no user yet.
 const QObject *ApiClient::contextOf(const QNetworkReply &reply) const
 {
     static const QStringList signIns{u"/api/auth/login"_s, u"/api/auth/register"_s, u"/api/me"_s};

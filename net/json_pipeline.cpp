@@ -1,4 +1,4 @@
-// Reading of JSON with what the caches have of it.
+// Reading of replies in JSON with the help of the caches.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "net/json_pipeline.h"

@@ -21,8 +21,8 @@ class ReplyCaches;
 using JsonHandler = std::function<void(const JsonReply &content, const ReplyOutcome &outcome)>;
 
 /// handleReply() for a reply in JSON. CACHE is one of CACHES, for a list that is asked for again and again,
-/// or null. A list that has not changed since it was cached is handed over as it was. Nothing is handed over
-/// of one that has not changed but is no longer cached, because somebody signed out or in meanwhile.
+/// or null. A list that has not changed since it was cached is handed over as it was cached. If the cache was
+/// emptied meanwhile, because a user signed out or in, such a list is not handed over.
 void handleJson(QNetworkReply *reply, const QObject *context, ReplyCaches &caches, ReplyCache *cache,
                 const JsonHandler &handler);
 

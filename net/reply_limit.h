@@ -10,14 +10,14 @@ class QNetworkReply;
 namespace tideloft::net
 {
 
-/// Bytes of a body after decompression. Histories of many years have a tenth of it.
+/// Bytes of a body after decompression. The history of many years needs a tenth of that.
 inline constexpr qint64 largestReply = qint64{128} * 1024 * 1024;
 
 /// Aborts REPLY, whose request was just sent, as soon as it holds more than largestReply. At most as many
 /// bytes again are received meanwhile.
 void limitSize(QNetworkReply &reply);
 
-/// Whether REPLY was aborted by limitSize(), or holds more than largestReply. Then nothing of it may be read.
+/// Whether REPLY was aborted by limitSize(), or holds more than largestReply. Such a reply must not be read.
 bool isTooLarge(const QNetworkReply &reply);
 
 } // namespace tideloft::net

@@ -30,7 +30,7 @@ public:
 
     /// Chooses the language of every text from now on: 0 Swedish, 1 English.
     void setLanguageIndex(int index);
-    /// Returns to the sign-in page. The service is not told, and what the main page shows stays as it is.
+    /// Returns to the sign-in page. No request is sent, and what the main page shows stays as it is.
     void logOut();
 
 signals:

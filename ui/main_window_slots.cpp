@@ -1,4 +1,4 @@
-// The window: what it does when the service has answered, and when somebody has clicked.
+// The window: what it does when the service has answered, and when the user has clicked.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/main_window.h"

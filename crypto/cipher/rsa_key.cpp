@@ -24,7 +24,7 @@ OpenSslPtr<EVP_PKEY> parsePublicPem(const QByteArray &text)
     if (!bio)
         return {};
     // Without a callback OpenSSL asks the terminal for the password of an encrypted block, and the window
-    // would hang on a key that somebody else registered. An empty password as user data keeps it quiet.
+    // would hang on a key that another user registered. An empty password as user data keeps it quiet.
     char noPassword[] = "";
     return OpenSslPtr<EVP_PKEY>(PEM_read_bio_PUBKEY(bio.get(), nullptr, nullptr, noPassword));
 }

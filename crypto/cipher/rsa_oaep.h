@@ -9,8 +9,8 @@
 namespace tideloft::crypto
 {
 
-/// Encrypts up to 190 bytes for a 2048-bit key into 256 bytes. PUBLICKEY is DER SubjectPublicKeyInfo or PEM
-/// text of it. Empty on failure.
+/// Encrypts up to 190 bytes for a 2048-bit key into 256 bytes. PUBLICKEY is a SubjectPublicKeyInfo
+/// in DER or PEM. Empty on failure.
 QByteArray rsaOaepEncrypt(const QByteArray &publicKey, const QByteArray &plaintext, QString *error = nullptr);
 
 /// Decrypts with a DER private key, PKCS#1 or PKCS#8. Empty on failure, and for a sealed empty text. The

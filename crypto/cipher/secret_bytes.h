@@ -22,7 +22,7 @@ public:
     Q_DISABLE_COPY(Secret)
     ~Secret() { wipe(); }
 
-    /// The secret itself. Copies of it share its buffer, and so are wiped with it.
+    /// The secret itself. Copies share the buffer, and so are wiped together with the secret.
     [[nodiscard]] const Text &view() const { return text; }
     [[nodiscard]] bool isEmpty() const { return text.isEmpty(); }
     /// For filling the buffer in place. Growing it would move it, and leave the old place unwiped.

@@ -28,7 +28,7 @@ QString dataLocation()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
 }
 
-// In the data directory; empty without one, and then nobody is told why there is none.
+// In the data directory. Empty if there is no data directory; the reason is not reported.
 QString pathOf(const QString &fileName)
 {
     const QString directory = appDataDir();

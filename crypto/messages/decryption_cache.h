@@ -18,8 +18,8 @@ namespace tideloft::crypto
 
 /// Holds the parsed private key, the content keys of messages that opened, and the errors of those that did
 /// not. With it a message opens or fails in microseconds instead of a millisecond. Failures are cached apart
-/// from content keys, so that messages that fail cannot evict those that open. All of it belongs to one
-/// private key, user and device: the cache is cleared for any other. Keys are wiped when they leave the
+/// from content keys, so that messages that fail cannot evict those that open. The cache belongs to one
+/// private key, user and device: it is cleared for any other. Keys are wiped when they leave the
 /// cache.
 ///
 /// One object serves one thread. Hand it to decryptMessage(); call clear() when the user signs out.

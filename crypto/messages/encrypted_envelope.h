@@ -1,4 +1,4 @@
-// A sealed message: what the service stores of it.
+// A sealed message, as the service stores it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    // A field whose text the program sets drops what was being composed, and no event tells of it.
+    // A field whose text the program sets drops what was being composed, and no event reports that.
     void noticeChange()
     {
         composing = composing && byUser;
@@ -58,7 +58,7 @@ private:
     }
 
     bool composing = false;
-    bool byUser = false;   ///< the change about to be told of was typed or committed
+    bool byUser = false;   ///< the next change that is reported was typed or committed
     bool endedOne = false; ///< the last of these keys that was pressed ended a composition
 };
 

@@ -25,7 +25,8 @@ bool isRestartKey(const QKeyEvent &press)
     return press.key() == Qt::Key_R && press.modifiers() == Qt::ControlModifier && !press.isAutoRepeat();
 }
 
-// The arguments begin with the program's own path, which the new process is told once more.
+// The list of arguments begins with the program's own path: the new process gets that path a second time, as
+// its first argument.
 void restartProgram()
 {
     QCoreApplication::quit();

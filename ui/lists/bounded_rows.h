@@ -8,8 +8,8 @@
 namespace tideloft::ui
 {
 
-/// What is listed of one reply, from its beginning. All of it lies far beyond what people have; without it a
-/// single reply could keep the window busy for minutes, because every row is made of widgets.
+/// How many entries of one reply are listed, from its beginning. No person has so many. Without these limits
+/// a single reply could keep the window busy for minutes, because every row is made of widgets.
 constexpr qsizetype conversationsLimit = 2'000;
 constexpr qsizetype foundUsersLimit = 2'000;
 constexpr qsizetype serversLimit = 1'000;

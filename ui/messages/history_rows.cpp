@@ -31,8 +31,8 @@ MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position, 
     return row;
 }
 
-/// Leaves of every text what is drawn of it. What all may take together goes to the newest messages first:
-/// those are at the end, which is where the list stands.
+/// Cuts every text to the part that is drawn. All texts share one limit, and the newest messages get their
+/// part first: they are at the end, where the list is scrolled to.
 void boundMessages(QList<HistoryRow> &rows)
 {
     qint64 left = historyEffort;

@@ -12,7 +12,7 @@ namespace tideloft::ui
 {
 
 /// Opens messages, and remembers what opening them has cost: the keys, and the records of the last history.
-/// With nobody signed in, a late reply is still read, but nothing of it is remembered.
+/// While nobody is signed in, a late reply is still read, but nothing is remembered from that reply.
 class MessageReader
 {
 public:

@@ -20,7 +20,7 @@ class Outbox : public QObject
 public:
     explicit Outbox(const QString &ownDeviceId, QObject *parent = nullptr);
 
-    /// Somebody signs in: what waited may be somebody else's.
+    /// A user signs in: the text that waits may be another user's.
     void beginSignIn();
     void endSignIn();
     /// Another user signs in: the texts that are on their way are none of the new user's.

@@ -68,7 +68,7 @@ void SlicedSealing::goOn()
     tellResult();
 }
 
-// Whoever is told may begin with the next message.
+// The receiver of the result may begin with the next message at once.
 void SlicedSealing::tellResult()
 {
     const crypto::EncryptedEnvelope envelope = sealing->takeEnvelope();

@@ -25,11 +25,11 @@ public:
 
     explicit SlicedSealing(QObject *parent = nullptr);
 
-    /// Seals a text, and calls DONE with what encryptMessageEnvelope() makes of it: before this returns if it
-    /// takes one slice, else from the event loop. What was being sealed before is given up.
+    /// Seals a text, and calls DONE with the result of encryptMessageEnvelope(): before begin() returns if
+    /// one slice is enough, else from the event loop. What was being sealed before is given up.
     void begin(const QString &plainText, const QJsonArray &recipients, const QJsonArray &senders,
                const Done &done);
-    /// Gives up what is being sealed: nobody is told of it any more, and its key is wiped.
+    /// Gives up what is being sealed: DONE is not called any more, and the key is wiped.
     void cancel();
     /// Whether slices are still to come.
     [[nodiscard]] bool isBusy() const { return timer.isActive(); }

@@ -84,8 +84,8 @@ void Rail::layOut()
     column->addWidget(railSettingsBtn, 0, Qt::AlignHCenter);
 }
 
-// The tool tip of the button that creates a server keeps the language of its making; a screen reader is told
-// the description instead.
+// The tool tip of the button that creates a server keeps the language in which it was made. A screen reader
+// reads the description, which follows the language.
 void Rail::retranslate(Language newLanguage)
 {
     language = newLanguage;

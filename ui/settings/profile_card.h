@@ -14,7 +14,7 @@ class QWidget;
 namespace tideloft::ui
 {
 
-/// The finished card and the parts of it that somebody has to listen to.
+/// The finished card, and the parts whose signals the page connects.
 struct ProfileCard {
     QWidget *card = nullptr;
     QPushButton *avatarButton = nullptr;

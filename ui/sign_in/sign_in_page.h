@@ -87,7 +87,7 @@ private:
     QPushButton *ghostButton = nullptr;
     QLabel *authError = nullptr;
     HeldFocus heldFocus;    ///< while the page is busy
-    QString rememberedUser; ///< for whom "Remember me" was ticked; empty once somebody has touched it
+    QString rememberedUser; ///< for whom "Remember me" was ticked; empty once the user has changed the box
 };
 
 } // namespace tideloft::ui

@@ -8,7 +8,7 @@
 namespace tideloft::ui
 {
 
-/// The most that is drawn of one text. All of it lies far beyond what people write; without it a single
+/// The most that is drawn of one text. Nobody writes texts of that size. Without these limits a single
 /// message could keep the window busy for minutes.
 struct TextLimits {
     qsizetype characters; ///< UTF-16 units
@@ -18,9 +18,9 @@ struct TextLimits {
 };
 
 constexpr TextLimits messageLimits{100'000, 2'000, 1'000, 6'000'000};
-/// Of an error. Boxes show all of it and scroll where the screen ends. On the sign-in page the label stays as
-/// high as the page leaves it: the fields and buttons below must stay in reach, so of a text with more lines
-/// than there is room for the first ones are drawn, and the label keeps the others for a screen reader.
+/// The limits of an error. Boxes show the whole error and scroll where the screen ends. On the sign-in page
+/// the label takes no more height than the page leaves, because the fields and buttons below must stay in
+/// reach: of a long text the first lines are drawn, and the label keeps the other lines for a screen reader.
 constexpr TextLimits errorLimits{4'000, 4'000, 1'000, 6'000'000};
 /// Of what stands in one line: more than any window has room for.
 constexpr TextLimits nameLimits{1'000, 1'000, 100, 120'000};

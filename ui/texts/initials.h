@@ -8,7 +8,7 @@
 namespace tideloft::ui
 {
 
-/// The first COUNT characters of NAME, or all of it if it is shorter, upper-cased. Characters are code
+/// The first COUNT characters of NAME, or the whole name if it is shorter, in upper case. Characters are code
 /// points: an emoji that UTF-16 writes as a surrogate pair is never cut in two.
 QString initials(const QString &name, int count = 2);
 

@@ -8,8 +8,8 @@
 namespace tideloft::ui
 {
 
-/// TEXT as it may stand in a line of the debug log, which may be somebody's terminal: what would begin
-/// another line or command the terminal is a blank, and of an endless text there is the first part.
+/// TEXT as it may stand in a line of the debug log. The log may be shown in a terminal: characters that would
+/// begin another line or control the terminal become blanks, and a long text is cut to its first part.
 inline QString logLine(const QString &text)
 {
     QString line = firstPart(text, errorLimits);

@@ -11,14 +11,14 @@ class QLabel;
 namespace tideloft::ui
 {
 
-/// Before the first widget below is looked at: tells the toolkit of the interfaces made here. Among them is
-/// that of ElidedLabel, which says no more of a text than is drawn of it.
+/// Registers the interfaces below with the toolkit; call before a screen reader asks for the first widget.
+/// Also registers the interface of ElidedLabel, which says only the part of the text that is drawn.
 void installAccessibleInterfaces();
 
-/// Has WIDGET presented as ROLE; to be called before anything is told of it. Plain widgets and scroll areas
-/// the toolkit presents as mere filling. As a ButtonMenu a widget offers to be pressed, which does what Space
-/// does. Of a combo box the toolkit says only which entry is chosen, "English", and not what for; here it is
-/// "Language: English".
+/// Has WIDGET presented as ROLE; call before a screen reader asks for WIDGET. The toolkit presents plain
+/// widgets and scroll areas as mere filling. A ButtonMenu offers an action "press", which does what the Space
+/// key does. For a combo box the toolkit names only the chosen entry, "English"; here the name is "Language:
+/// English".
 void setAccessibleRole(QWidget *widget, QAccessible::Role role);
 
 /// Makes LABEL a place for news. A screen reader says at once what comes up in a notification, while the

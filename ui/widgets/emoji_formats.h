@@ -21,8 +21,8 @@ QList<QTextLayout::FormatRange> emojiFormats(const QString &text);
 /// Whether TEXT has any.
 bool hasEmojiFormats(const QString &text);
 
-/// Lays DOCUMENT, which is plain, out in this way as it stands. Neither the text nor what is copied of it
-/// changes, and no line is lower than letters are.
+/// Gives the emoji of DOCUMENT, a plain one, these formats. Neither the text nor what is copied changes, and
+/// no line is lower than a line of letters.
 void formatEmoji(QTextDocument *document);
 
 /// HTML, in which all text is escaped already, with a span in the font of emoji around each such sequence.

@@ -16,7 +16,7 @@ EmojiLineEdit::EmojiLineEdit(const QString &text, QWidget *parent) : QLineEdit(p
 {
     connect(this, &QLineEdit::textEdited, this, [this] { isTyped = true; });
     connect(this, &QLineEdit::textChanged, this, [this] {
-        // A field whose text the program sets drops what was being composed, and no event tells of it.
+        // A field whose text the program sets drops what was being composed, and no event reports that.
         isComposing = std::exchange(isTyped, false) && isComposing;
         drawEmoji();
     });

@@ -8,8 +8,8 @@
 namespace tideloft::ui
 {
 
-/// A line edit that draws its text with emojiFormats(). The text itself, and what is copied of it, stays as
-/// it is. While an input method composes, the line looks as the input method wants it.
+/// A line edit that draws its text with emojiFormats(). The text itself stays as it is, and so
+/// does what is copied. While an input method composes, the line looks as the input method wants it.
 class EmojiLineEdit : public QLineEdit // without a macro: a line edit to style sheets and assistive programs
 {
 public:
@@ -24,7 +24,7 @@ private:
 
     bool hasEmoji = false;
     bool isComposing = false;
-    bool isTyped = false; ///< the change about to be told of was typed or committed
+    bool isTyped = false; ///< the next change that is reported was typed or committed
 };
 
 } // namespace tideloft::ui

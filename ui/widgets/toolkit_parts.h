@@ -12,7 +12,7 @@ class QTextDocument;
 namespace tideloft::ui
 {
 
-/// The label that shows the text of BOX. A box gives its text, but neither the place nor the font of it.
+/// The label that shows the text of BOX. A box has a function for the text, but none for its place or font.
 QLabel *textLabelOf(const QMessageBox *box);
 
 /// The field of DIALOG in which a file's name is typed; null in the dialog of a desktop.
