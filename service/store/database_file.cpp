@@ -63,8 +63,9 @@ void giveToOwnerOf(const QString &file, const QString &other)
 {
     struct stat owner {
     };
-    if (::stat(QFile::encodeName(other).constData(), &owner) == 0)
-        static_cast<void>(::chown(QFile::encodeName(file).constData(), owner.st_uid, owner.st_gid));
+    [[maybe_unused]] const bool given = // which only root may, and only root has to
+        ::stat(QFile::encodeName(other).constData(), &owner) == 0
+        && ::chown(QFile::encodeName(file).constData(), owner.st_uid, owner.st_gid) == 0;
 }
 
 void syncFile(const QString &file)
