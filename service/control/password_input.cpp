@@ -81,8 +81,10 @@ QString typedTwice()
 
 } // namespace
 
+// Byte for byte, so that what follows is left to who reads next.
 QString readNewPassword()
 {
+    std::setvbuf(stdin, nullptr, _IONBF, 0);
     QString password = isatty(STDIN_FILENO) == 1 ? typedTwice() : readLine();
     if (!isPasswordLength(password))
         throw Problem(u"A password has %1 to %2 characters"_s.arg(shortestPassword).arg(longestPassword));

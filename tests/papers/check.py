@@ -16,7 +16,7 @@ CHECKS = [links.check_links, links.check_files, links.check_tests,
           guides.check_structure, guides.check_messages, guides.check_english_messages,
           guides.check_network_messages, guides.check_warnings, guides.check_screen_words, guides.check_left_out,
           figures.check_figures, figures.check_file_names,
-          figures.check_installed, outline.check_outline]
+          figures.check_installed, figures.check_metrics, outline.check_outline]
 
 
 def main():

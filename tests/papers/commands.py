@@ -46,7 +46,8 @@ def check_control_commands(project):
     problems = []
     for paper in project.papers():
         for command in single_commands(paper):
-            words = [word for word in command.split()[1:] if not word.startswith("-")]
+            arguments = re.sub(r"--database \S+", "", command)
+            words = [word for word in arguments.split()[1:] if not word.startswith(("-", "<"))]
             if command.split(" ")[0] == "tideloftctl" and words and not asks_for_one(known, words):
                 problems.append(f"{paper.path}: tideloftctl cannot do {command!r}")
     page = re.findall(r"^\.It Cm ([a-z ]+?)(?: Ar [a-z]+)?$", project.read("packaging/man/tideloftctl.8"), re.M)

@@ -3,6 +3,7 @@
 # SPDX-License-Identifier: MIT
 import re
 
+SELF_HOSTING = "docs/self-hosting.md"
 METAINFO = "packaging/desktop/im.tideloft.TideLoft.metainfo.xml"
 
 # A paper and its words around a figure; a source and its words around the same one.
@@ -64,14 +65,28 @@ def check_file_names(project):
 
 
 def check_installed(project):
-    """The README names no setting that the service does not have, and no place that its unit does not know."""
+    """Neither README nor the page on self-hosting names a setting that the service does not have, or a place that its
+    unit does not know."""
     unit = project.read("packaging/systemd/tideloftd.service.in")
     unit = unit.replace("@CMAKE_INSTALL_FULL_SYSCONFDIR@", "/etc")
     options = project.read("service/option_table.cpp")
-    readme = project.read("README.md")
-    settings = set(re.findall(r"`([a-z-]+) = [^`]+`", readme))
-    places = set(re.findall(r"/etc/tideloft/[\w.-]+", readme))
-    problems = [f"README.md: the service does not know {name}" for name in sorted(settings)
-                if f'("{name}", &Options' not in options]
-    problems += [f"README.md: the unit does not know {name}" for name in sorted(places) if name not in unit]
-    return problems + ([] if settings and places else ["README.md: tells nothing of the installed service"])
+    problems = []
+    for path in ("README.md", SELF_HOSTING):
+        text = project.read(path)
+        blocks = re.findall(r"cat > /etc/tideloft/tideloftd\.conf <<'END'\n(.*?)END", text, re.S)
+        settings = set(re.findall(r"`([a-z-]+) = [^`]+`", text) + re.findall(r"^ *([a-z-]+) = ", "".join(blocks), re.M))
+        places = set(re.findall(r"/etc/tideloft/[\w.-]+", text))
+        problems += [f"{path}: the service does not know {name}" for name in sorted(settings)
+                     if f'("{name}", &Options' not in options]
+        problems += [f"{path}: the unit does not know {name}" for name in sorted(places) if name not in unit]
+        problems += [] if settings and places else [f"{path}: tells nothing of the installed service"]
+    return problems
+
+
+def check_metrics(project):
+    """The page on self-hosting watches metrics that the service has, with at least three alerts."""
+    text = project.read(SELF_HOSTING)
+    sources = project.read("service/metrics_page.cpp") + project.read("service/metrics/counters.cpp")
+    problems = [f"{SELF_HOSTING}: there is no metric {name}" for name in sorted(set(re.findall(r"tideloftd_\w+", text)))
+                if f'"{name}"' not in sources]
+    return problems + ([] if text.count("- alert: ") >= 3 else [f"{SELF_HOSTING}: has no three alerts"])

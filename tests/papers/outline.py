@@ -5,6 +5,8 @@
 SECTIONS = {
     "README.md": ["Two commands", "Installing", "A service of one's own", "What version 1.0 leaves out", "Limits"],
     "docs/architecture.md": ["Rooms", "From typing to reading", "What it stands on"],
+    "docs/self-hosting.md": ["Packages", "Certificate", "Firewall", "Members", "Backup", "Monitoring", "Upgrade",
+                             "Another machine", "How large it may get"],
     "docs/user-guide.md": ["First steps", "Why a message could not be displayed", "Keys and backup", "The restart key"],
     "docs/user-guide.sv.md": ["Komma igång", "Varför ett meddelande inte kunde visas", "Nycklar och säkerhetskopia",
                               "Omstartstangenten"],

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QUuid>
 
 #include <sys/stat.h>
 
@@ -29,6 +30,7 @@ private slots:
     void damagedBackupChangesNothing();
     void damageIsTold();
     void statisticsAreTold();
+    void messageTakesSomeTwoKilobytes();
 
 private:
     Ended run(const QString &line) const { return control(daemon->databaseFile(), line); }
@@ -181,6 +183,26 @@ void TestTideloftctlCopies::statisticsAreTold()
     const QByteArray told = run(u"stats"_s).output.simplified();
     QVERIFY2(told.startsWith("Users 1 "), told.constData());
     QVERIFY(told.contains(" Messages 1 Oldest message 20"));
+}
+
+// The figure stands in docs/self-hosting.md. A text of 100 letters is sealed for two devices and the sender's
+// own.
+void TestTideloftctlCopies::messageTakesSomeTwoKilobytes()
+{
+    constexpr int count = 300;
+    const QString device = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QString before = folder->filePath(u"before.sqlite"_s);
+    QCOMPARE(run(u"backup "_s + before).code, 0);
+    for (int i = 0; i < count; ++i) {
+        QJsonObject body = sealedMessage(u"alice"_s, base64(116, 't'));
+        body[u"iv"_s] = QString::fromLatin1(QByteArray::number(i).rightJustified(12, '0').toBase64());
+        body[u"recipientKeys"_s] = QJsonArray{wrappedKey(device), wrappedKey(device)};
+        body[u"senderKeys"_s] = QJsonArray{wrappedKey(device)};
+        QCOMPARE(alice->post("/api/chat/send", body).status, 201);
+    }
+    QCOMPARE(run(u"backup "_s + copy()).code, 0);
+    const qint64 each = (QFileInfo(copy()).size() - QFileInfo(before).size()) / count;
+    QVERIFY2(each > 1500 && each < 2500, qPrintable(QString::number(each)));
 }
 
 TIDELOFT_TEST_MAIN(TestTideloftctlCopies)
