@@ -8,5 +8,5 @@ target_link_libraries(tideloft_rail_probe PUBLIC tideloft_settings_probe)
 
 tideloft_tests(gui_servers_tests
     TESTS tst_create_dialog_answers tst_created_server tst_late_replies tst_server_buttons
-        tst_server_menu tst_server_names tst_server_opening tst_server_scroll
+        tst_server_menu tst_server_names tst_server_opening
     LIBRARIES tideloft_rail_probe LABELS gui)

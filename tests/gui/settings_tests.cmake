@@ -7,5 +7,5 @@ tideloft_when_linked(tideloft_precompile_test tideloft_settings_probe)
 target_link_libraries(tideloft_settings_probe PUBLIC tideloft_gui_probe Qt6::Test)
 
 tideloft_tests(gui_settings_tests
-    TESTS tst_appearance tst_appearance_sheet tst_privacy_dialog tst_settings_opening
+    TESTS tst_appearance tst_appearance_sheet tst_settings_opening
     LIBRARIES tideloft_settings_probe LABELS gui)

@@ -6,6 +6,7 @@
 #include "tests/support/test_main.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -33,6 +34,7 @@ private slots:
     void aReleaseAloneDoesNothing();
     void anUnansweredChoiceSendsNothing();
     void privacyButtonIsItsOwn();
+    void independentOfThePrivacySection();
     void aLongStatusIsElided();
 };
 
@@ -171,6 +173,27 @@ void TestSideFooter::aLongStatusIsElided()
     status->setText(status->fontMetrics().elidedText(status->text(), Qt::ElideRight, status->width()));
     QVERIFY(status->text().endsWith(u'…'));
     QTRY_COMPARE(status->grab().toImage(), shown);
+}
+
+// The dialog that the button opens has check boxes of the same names as switches of the settings.
+void TestSideFooter::independentOfThePrivacySection()
+{
+    const SettingsProbe probe;
+    probe.openSettings();
+    probe.clickRow(Privacy);
+    auto *profile = probe.row(Privacy, u"Public profile"_s)->findChild<QPushButton *>();
+    auto *messages = probe.row(Privacy, u"Allow DMs from everyone"_s)->findChild<QPushButton *>();
+    QTest::mouseClick(profile, Qt::LeftButton); // off in the section
+    const bool came =
+        withDialog([&probe] { probe.click(u"quilloryBtn"_s); },
+                   [](const QDialog &dialog) {
+                       QVERIFY(dialog.findChildren<QCheckBox *>().constFirst()->isChecked());
+                       dialog.findChildren<QCheckBox *>().constLast()->click(); // off in the dialog
+                       QTest::mouseClick(only<QPushButton>(dialog, {}), Qt::LeftButton);
+                   });
+    QVERIFY(came);
+    QVERIFY(!profile->isChecked());
+    QVERIFY(messages->isChecked());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSideFooter)

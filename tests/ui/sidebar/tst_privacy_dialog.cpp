@@ -1,10 +1,13 @@
 // The privacy dialog of the sidebar's footer: four check boxes that are neither sent nor stored.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
+#include "tests/support/page_window.h"
 #include "tests/support/popups.h"
+#include "tests/support/settings_parts.h"
 #include "tests/support/tab_order.h"
 #include "tests/support/test_main.h"
+#include "tests/support/widget_parts.h"
+#include "ui/sidebar/side_footer.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -24,7 +27,6 @@ class TestPrivacyDialog : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void cards_data();
     void cards();
@@ -36,7 +38,6 @@ private slots:
     void escapeRejects();
     void alwaysStartsChecked();
     void neitherSentNorStored();
-    void independentOfThePrivacySection();
     void tabOrderFollowsReadingOrder();
 };
 
@@ -63,10 +64,22 @@ const QList<Card> &expectedCards()
     return cards;
 }
 
+/// The sidebar's footer alone.
+struct FooterProbe {
+    explicit FooterProbe(Language language = Language::English)
+        : footer(new tideloft::ui::SideFooter(language, &window))
+    {
+        window.showPage(footer);
+    }
+
+    PageWindow window{QSize(260, 58)};
+    tideloft::ui::SideFooter *footer;
+};
+
 /// Opens the dialog from the footer; see withDialog().
-bool withPrivacyDialog(const SettingsProbe &probe, const std::function<void(QDialog &)> &use)
+bool withPrivacyDialog(const FooterProbe &probe, const std::function<void(QDialog &)> &use)
 {
-    return withDialog([&probe] { probe.click(u"quilloryBtn"_s); }, use);
+    return withDialog([&probe] { clickOnScreen(*only<QPushButton>(*probe.footer, u"quilloryBtn"_s)); }, use);
 }
 
 QList<QCheckBox *> boxesOf(const QDialog &dialog)
@@ -97,7 +110,7 @@ void TestPrivacyDialog::cards()
     QFETCH(Language, language);
     QFETCH(int, index);
     const Card &expected = expectedCards().at(index);
-    const SettingsProbe probe(language);
+    const FooterProbe probe(language);
     const bool came = withPrivacyDialog(probe, [&](const QDialog &dialog) {
         QCOMPARE(boxesOf(dialog).size(), 4);
         const QCheckBox *box = boxesOf(dialog).at(index);
@@ -131,7 +144,7 @@ void TestPrivacyDialog::texts_data()
 void TestPrivacyDialog::texts()
 {
     QFETCH(Language, language);
-    const SettingsProbe probe(language);
+    const FooterProbe probe(language);
     const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
         QFETCH(QString, heading);
         QFETCH(QString, explanation);
@@ -148,10 +161,10 @@ void TestPrivacyDialog::texts()
 
 void TestPrivacyDialog::frame()
 {
-    const SettingsProbe probe;
+    const FooterProbe probe;
     const bool came = withPrivacyDialog(probe, [&probe](const QDialog &dialog) {
         QVERIFY(dialog.isModal());
-        QCOMPARE(dialog.parentWidget(), probe.window.get());
+        QCOMPARE(dialog.parentWidget(), static_cast<const QWidget *>(&probe.window));
         QCOMPARE(propertyOf(dialog, "fixedWidth"), QVariant(400));
         QCOMPARE(dialog.styleSheet(),
                  u"QDialog { background: #0f1923; color: #e8f0f8; }"
@@ -165,12 +178,12 @@ void TestPrivacyDialog::frame()
                  "QPushButton:hover { background: #5aa0f5; }"_s);
     });
     QVERIFY(came);
-    QVERIFY(probe.window->findChildren<QDialog *>().isEmpty()); // each opening makes its own
+    QVERIFY(probe.window.findChildren<QDialog *>().isEmpty()); // each opening makes its own
 }
 
 void TestPrivacyDialog::saveStandsAtTheRight()
 {
-    const SettingsProbe probe;
+    const FooterProbe probe;
     const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
         QCOMPARE(itemsOf(&dialog),
                  u"QLabel QLabel QWidget QWidget QWidget QWidget [stretch QPushButton(Save)]"_s);
@@ -182,7 +195,7 @@ void TestPrivacyDialog::saveStandsAtTheRight()
 
 void TestPrivacyDialog::saveAccepts()
 {
-    const SettingsProbe probe;
+    const FooterProbe probe;
     int result = -1;
     const bool came = withPrivacyDialog(probe, [&result](QDialog &dialog) {
         QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
@@ -195,7 +208,7 @@ void TestPrivacyDialog::saveAccepts()
 
 void TestPrivacyDialog::escapeRejects()
 {
-    const SettingsProbe probe;
+    const FooterProbe probe;
     int result = -1;
     const bool came = withPrivacyDialog(probe, [&result](QDialog &dialog) {
         QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -208,7 +221,7 @@ void TestPrivacyDialog::escapeRejects()
 
 void TestPrivacyDialog::alwaysStartsChecked()
 {
-    const SettingsProbe probe;
+    const FooterProbe probe;
     QVERIFY(withPrivacyDialog(probe, [](const QDialog &dialog) {
         for (QCheckBox *box : boxesOf(dialog))
             box->click();
@@ -223,39 +236,19 @@ void TestPrivacyDialog::alwaysStartsChecked()
 
 void TestPrivacyDialog::neitherSentNorStored()
 {
-    SettingsProbe probe;
-    probe.service.clear();
+    const FooterProbe probe;
     QVERIFY(withPrivacyDialog(probe, [](const QDialog &dialog) {
         for (QCheckBox *box : boxesOf(dialog))
             box->click();
         QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
     }));
-    QVERIFY(probe.settle());
-    QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
+    QCOMPARE(probe.window.sentSignals(), 0);
     QCOMPARE(QSettings().allKeys(), QStringList());
-}
-
-void TestPrivacyDialog::independentOfThePrivacySection()
-{
-    const SettingsProbe probe;
-    probe.openSettings();
-    probe.clickRow(Privacy);
-    auto *profile = probe.row(Privacy, u"Public profile"_s)->findChild<QPushButton *>();
-    auto *messages = probe.row(Privacy, u"Allow DMs from everyone"_s)->findChild<QPushButton *>();
-    QTest::mouseClick(profile, Qt::LeftButton); // off in the section
-    const bool came = withPrivacyDialog(probe, [](const QDialog &dialog) {
-        QVERIFY(boxesOf(dialog).constFirst()->isChecked());
-        boxesOf(dialog).constLast()->click(); // off in the dialog
-        QTest::mouseClick(saveOf(dialog), Qt::LeftButton);
-    });
-    QVERIFY(came);
-    QVERIFY(!profile->isChecked());
-    QVERIFY(messages->isChecked());
 }
 
 void TestPrivacyDialog::tabOrderFollowsReadingOrder()
 {
-    const SettingsProbe probe;
+    const FooterProbe probe;
     QStringList order;
     const bool came = withPrivacyDialog(
         probe, [&order](const QDialog &dialog) { order = tabOrder(&dialog, boxesOf(dialog).constFirst()); });
