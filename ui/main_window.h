@@ -1,5 +1,6 @@
-// The one window of the client: it hands what the service says to the pages, and what people do to the
-// service. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// The one window of the client: it hands replies to the pages, and what people do to the service.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "net/api_client.h"

@@ -1,5 +1,7 @@
 // Passwords that are typed. None is ever read from the command line, which every user of the computer can
-// see. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// see.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QString>

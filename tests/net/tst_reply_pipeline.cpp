@@ -1,5 +1,7 @@
 // Every reply is handed over once, with its outcome, and then deleted: also when nobody waits for it any
-// more. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// more.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "net/reply_pipeline.h"
 #include "tests/support/loopback_service.h"
 #include "tests/support/test_main.h"

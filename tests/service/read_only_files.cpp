@@ -1,7 +1,8 @@
 // Stands before the C library: while the file named in TIDELOFT_READ_ONLY exists, writing to databases and
 // their journals fails as on a file system that was made read-only, also for who has opened them before.
-// Nobody's rights matter to that, so the test is the same for root. SPDX-FileCopyrightText: 2026 The TideLoft
-// developers SPDX-License-Identifier: MIT
+// Nobody's rights matter to that, so the test is the same for root.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>

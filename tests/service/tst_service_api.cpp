@@ -1,5 +1,7 @@
 // Sends the examples of the page about the service to a real service, and looks for an example of every
-// endpoint. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// endpoint.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/service/api_server.h"
 #include "tests/service/key_material.h"
 #include "tests/service/message_bodies.h"

@@ -1,5 +1,6 @@
-// From a written text to a sealed message: what waits, for whom it is sealed, and what is said when it cannot
-// be. SPDX-FileCopyrightText: 2026 The TideLoft developers SPDX-License-Identifier: MIT
+// From a written text to a sealed message: what waits, for whom it is sealed, and what is said of failures.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 #include "ui/messages/outbox.h"
