@@ -11,6 +11,7 @@
 #include <QList>
 
 #include <functional>
+#include <utility>
 
 namespace tideloft::ui
 {
@@ -28,7 +29,11 @@ struct DisplayRecord {
 
 /// What came of opening a message: its plain text, or an empty text and the reason.
 struct OpenedText {
-    OpenedText(const QString &plainText, const QString &failure = {}) : text(plainText), reason(failure) {}
+    OpenedText(QString plainText, QString failure = {})
+        : text(std::move(plainText)),
+          reason(std::move(failure))
+    {
+    }
 
     QString text;
     QString reason;
