@@ -5,7 +5,7 @@
 
 #include "crypto/cipher/failure.h"
 #include "crypto/cipher/openssl_bytes.h"
-#include "crypto/cipher/rsa_key.h"
+#include "crypto/cipher/rsa_key_parsing.h"
 #include "crypto/cipher/rsa_oaep_context.h"
 #include "crypto/cipher/secret_bytes.h"
 

@@ -1,7 +1,7 @@
 // Keys out of every encoding that is accepted, and none out of anything else.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/cipher/rsa_key.h"
+#include "crypto/cipher/rsa_key_parsing.h"
 #include "tests/support/crypto/test_keys.h"
 #include "tests/support/test_main.h"
 
@@ -11,7 +11,7 @@ using namespace tideloft::crypto;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
 
-class TestRsaKey : public QObject
+class TestRsaKeyParsing : public QObject
 {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ private slots:
     void privateKeys();
 };
 
-void TestRsaKey::publicKeys_data()
+void TestRsaKeyParsing::publicKeys_data()
 {
     QTest::addColumn<QByteArray>("encoded");
     QTest::addColumn<bool>("isKey");
@@ -37,13 +37,13 @@ void TestRsaKey::publicKeys_data()
     QTest::newRow("nothing") << QByteArray() << false;
 }
 
-void TestRsaKey::publicKeys()
+void TestRsaKeyParsing::publicKeys()
 {
     QFETCH(const QByteArray, encoded);
     QTEST(parsePublicKey(encoded) != nullptr, "isKey");
 }
 
-void TestRsaKey::privateKeys_data()
+void TestRsaKeyParsing::privateKeys_data()
 {
     QTest::addColumn<QByteArray>("encoded");
     QTest::addColumn<bool>("isKey");
@@ -56,7 +56,7 @@ void TestRsaKey::privateKeys_data()
     QTest::newRow("nothing") << QByteArray() << false;
 }
 
-void TestRsaKey::privateKeys()
+void TestRsaKeyParsing::privateKeys()
 {
     QFETCH(const QByteArray, encoded);
     const OpenSslPtr<EVP_PKEY> key = parsePrivateKey(encoded);
@@ -65,5 +65,5 @@ void TestRsaKey::privateKeys()
         QCOMPARE(EVP_PKEY_get_bits(key.get()), EVP_PKEY_get_bits(keyFromDer(publishedPrivateKey()).get()));
 }
 
-TIDELOFT_TEST_MAIN(TestRsaKey)
-#include "tst_rsa_key.moc"
+TIDELOFT_TEST_MAIN(TestRsaKeyParsing)
+#include "tst_rsa_key_parsing.moc"

@@ -1,7 +1,7 @@
 // Parsing of RSA keys.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "crypto/cipher/rsa_key.h"
+#include "crypto/cipher/rsa_key_parsing.h"
 
 #include "crypto/cipher/openssl_bytes.h"
 #include "crypto/cipher/openssl_memory.h"
