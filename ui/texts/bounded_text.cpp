@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/texts/bounded_text.h"
 
+#include "ui/texts/code_point.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -22,7 +24,7 @@ bool isLineBreak(char32_t character, char32_t before)
 }
 
 /// What fonts draw as pictures: symbols of the higher planes and the marks that make others such.
-bool isEmoji(char32_t character)
+bool countsAsPicture(char32_t character)
 {
     return (character >= 0x1F000 && character <= 0x1FAFF) || (character >= 0xE0020 && character <= 0xE007F)
            || (character >= 0x2600 && character <= 0x27BF) || character == 0x20E3;
@@ -31,7 +33,7 @@ bool isEmoji(char32_t character)
 /// Whether CHARACTER adds a picture behind BEFORE: U+FE0F makes one of signs such as ©.
 bool addsEmoji(char32_t character, char32_t before)
 {
-    return isEmoji(character) || (character == 0xFE0F && before > 0x7F && !isEmoji(before));
+    return countsAsPicture(character) || (character == 0xFE0F && before > 0x7F && !countsAsPicture(before));
 }
 
 /// Scripts that stand side by side in one language, and in one font.
@@ -111,15 +113,6 @@ private:
     QChar::Script lastScript = QChar::Script_Latin;
 };
 
-/// The code point at INDEX, half a pair on its own being one too.
-char32_t codePointAt(const QString &text, qsizetype index)
-{
-    const QChar first = text.at(index);
-    const bool isPair =
-        first.isHighSurrogate() && index + 1 < text.size() && text.at(index + 1).isLowSurrogate();
-    return isPair ? QChar::surrogateToUcs4(first, text.at(index + 1)) : first.unicode();
-}
-
 /// Whether every unit costs one and the text is too short for any limit: what most people write is not
 /// walked.
 bool isPlain(const QString &text)
@@ -148,7 +141,6 @@ QString firstPart(const QString &text, const TextLimits &limits)
 
 QString inOneLine(const QString &text)
 {
-    constexpr QChar variantSeparator(0x9c); // the toolkit draws only one of the texts on either side of it
     QString line = firstPart(text, nameLimits);
     for (const QChar ending : {QChar(u'\n'), QChar(u'\r'), QChar(QChar::LineSeparator),
                                QChar(QChar::ParagraphSeparator), variantSeparator})

@@ -31,6 +31,9 @@ constexpr qint64 historyEffort = 6'000'000;
 /// What is left to each older message when the newer ones have used that up: some thousand letters.
 constexpr qint64 smallestEffort = 4'800;
 
+/// The toolkit takes a text with this control character for several texts, and draws one of them.
+constexpr QChar variantSeparator(0x9c);
+
 /// TEXT itself if it keeps within LIMITS, or else its first part and "…". No surrogate pair is cut in half.
 QString firstPart(const QString &text, const TextLimits &limits);
 

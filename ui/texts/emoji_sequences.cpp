@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/texts/emoji_sequences.h"
 
+#include "ui/texts/code_point.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -53,40 +55,24 @@ bool isKeycapBase(char32_t character)
     return (character >= U'0' && character <= U'9') || character == U'#' || character == U'*';
 }
 
-qsizetype unitsOf(char32_t character)
-{
-    return QChar::requiresSurrogates(character) ? 2 : 1;
-}
-
-/// The code point at INDEX, half a pair on its own being one too; 0 behind the end.
-char32_t characterAt(QStringView text, qsizetype index)
-{
-    if (index >= text.size())
-        return 0;
-    const QChar first = text.at(index);
-    const bool isPair =
-        first.isHighSurrogate() && index + 1 < text.size() && text.at(index + 1).isLowSurrogate();
-    return isPair ? QChar::surrogateToUcs4(first, text.at(index + 1)) : first.unicode();
-}
-
 // Each of the following tells where what begins at START ends; START itself where nothing of that kind
 // begins.
 
 qsizetype endOfTags(QStringView text, qsizetype start)
 {
     qsizetype end = start;
-    while (isTag(characterAt(text, end)))
+    while (isTag(codePointAt(text, end)))
         end += 2;
-    return end > start && characterAt(text, end) == lastTag ? end + 2 : start;
+    return end > start && codePointAt(text, end) == lastTag ? end + 2 : start;
 }
 
 qsizetype endOfElement(QStringView text, qsizetype start)
 {
-    const char32_t first = characterAt(text, start);
+    const char32_t first = codePointAt(text, start);
     const qsizetype next = start + unitsOf(first);
-    const char32_t second = characterAt(text, next);
+    const char32_t second = codePointAt(text, next);
     if (isKeycapBase(first))
-        return second == pictureSelector && characterAt(text, next + 1) == keycap ? next + 2 : start;
+        return second == pictureSelector && codePointAt(text, next + 1) == keycap ? next + 2 : start;
     if (isFlagLetter(first))
         return isFlagLetter(second) ? next + 2 : start;
     if (!isEmoji(first))
@@ -97,7 +83,7 @@ qsizetype endOfElement(QStringView text, qsizetype start)
 qsizetype endOfSequence(QStringView text, qsizetype start)
 {
     qsizetype end = endOfElement(text, start);
-    while (end > start && characterAt(text, end) == joiner) {
+    while (end > start && codePointAt(text, end) == joiner) {
         const qsizetype joined = endOfElement(text, end + 1);
         if (joined == end + 1)
             break;
@@ -117,7 +103,7 @@ QList<EmojiSequence> emojiSequences(QStringView text)
         const qsizetype length = endOfSequence(text, start) - start;
         if (asksForEmoji(text.sliced(start, length)))
             sequences.append({start, length});
-        start += length > 0 ? length : unitsOf(characterAt(text, start));
+        start += length > 0 ? length : unitsOf(codePointAt(text, start));
     }
     return sequences;
 }

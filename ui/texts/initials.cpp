@@ -3,17 +3,16 @@
 // SPDX-License-Identifier: MIT
 #include "ui/texts/initials.h"
 
+#include "ui/texts/code_point.h"
+
 namespace tideloft::ui
 {
 
 QString initials(const QString &name, int count)
 {
     qsizetype end = 0;
-    for (int taken = 0; taken < count && end < name.size(); ++taken) {
-        const bool pair =
-            name.at(end).isHighSurrogate() && end + 1 < name.size() && name.at(end + 1).isLowSurrogate();
-        end += pair ? 2 : 1;
-    }
+    for (int taken = 0; taken < count && end < name.size(); ++taken)
+        end += unitsOf(codePointAt(name, end));
     return name.left(end).toUpper();
 }
 

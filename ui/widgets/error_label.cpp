@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/widgets/error_label.h"
 
+#include "ui/texts/bounded_text.h"
 #include "ui/widgets/text_height.h"
 
 #include <QPainter>
@@ -14,7 +15,6 @@ namespace
 {
 
 constexpr auto broken = QTextOption::WrapAtWordBoundaryOrAnywhere;
-constexpr QChar variantSeparator(0x9c);
 
 /// The toolkit takes TEXT for several texts where this character parts it, and draws one of them.
 QString allVariants(QString text)

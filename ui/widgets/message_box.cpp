@@ -54,10 +54,9 @@ int widestBox(const QMessageBox &box)
 }
 
 /// Whether LABEL shows all of its text in WIDTH px, and the box around it keeps to its room. The flags are
-/// those with which the label draws; of a text with variants it would draw one alone.
+/// those with which the label draws. A text with the separator never fits: the label draws one part of it.
 bool fitsAsItIsDrawn(const QMessageBox &box, QLabel *label, int width)
 {
-    constexpr QChar variantSeparator(0x9c);
     const QSize most = roomForBox(box);
     const QRect room(QPoint(), QSize(width, most.height()));
     constexpr int flags = Qt::TextWordWrap | Qt::TextExpandTabs;
