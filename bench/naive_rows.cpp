@@ -33,7 +33,7 @@ QWidget *makeBubble(const ui::MessageRowModel &message)
 {
     auto *bubble = new QWidget;
     bubble->setAttribute(Qt::WA_StyledBackground);
-    bubble->setStyleSheet(ui::style::bubble(message.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
+    bubble->setStyleSheet(message.isMine ? ui::style::ownBubble() : ui::style::peerBubble());
     bubble->setMaximumWidth(520);
     auto *column = new QVBoxLayout(bubble);
     column->setContentsMargins(12, 8, 12, 8);

@@ -39,7 +39,7 @@ MainWindow::MainWindow(QWidget *parent)
     connectPages();
     connectOutbox();
     addProgramKeys(this);
-    refreshTimer->setInterval(3000);
+    refreshTimer->setInterval(refreshInterval);
     connect(refreshTimer, &QTimer::timeout, this, &MainWindow::refreshData);
     authPage->focusFirst();
 }

@@ -82,7 +82,7 @@ BREAKS = [
     ("a text in the other language", guides.check_messages, GUIDE_SV, '| "Ogiltigt format."',
      '| "Invalid format."',
      "no text of the client"),
-    ("a text that the client changed", guides.check_messages, "ui/messages/display_records.cpp",
+    ("a text that the client changed", guides.check_messages, "ui/messages/unreadable_message.cpp",
      "Message could not be",
      "Message can not be", "no text of the client"),
     ("a text that stands in another row", guides.check_messages, GUIDE_SV, '"✓ Sparad"', '"Cache rensad."',

@@ -82,7 +82,7 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
 QWidget *MessageRow::makeBubble(const MessageRowModel &model)
 {
     auto *bubble = makeBox(this);
-    bubble->setStyleSheet(style::bubble(model.isMine ? u"#2a5a8a"_s : u"#1e2d3d"_s));
+    bubble->setStyleSheet(model.isMine ? style::ownBubble() : style::peerBubble());
     bubble->setMaximumWidth(widestBubble);
     bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
     auto *column = makeColumn(bubble, 3);

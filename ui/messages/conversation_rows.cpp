@@ -5,6 +5,7 @@
 
 #include "crypto/messages/trimmed_member.h"
 #include "ui/lists/bounded_rows.h"
+#include "ui/messages/unreadable_message.h"
 #include "ui/texts/message_time.h"
 
 using namespace Qt::StringLiterals;
@@ -15,7 +16,7 @@ namespace tideloft::ui
 QList<ConversationRowModel> conversationRows(const QJsonArray &items, const OpenMessage &open,
                                              const QDateTime &now, Language language)
 {
-    const QString unreadable = chooseText(language, u"🔒 Krypterat meddelande"_s, u"🔒 Encrypted message"_s);
+    const QString unreadable = unreadablePreview(language);
     QList<ConversationRowModel> rows;
     for (const QJsonValue &value : items) {
         const QJsonObject item = value.toObject();

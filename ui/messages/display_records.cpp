@@ -5,6 +5,7 @@
 
 #include "crypto/messages/open_message.h"
 #include "crypto/messages/trimmed_member.h"
+#include "ui/messages/unreadable_message.h"
 #include "ui/texts/message_time.h"
 
 using namespace Qt::StringLiterals;
@@ -18,11 +19,6 @@ QString shownText(const QJsonObject &item, const OpenMessage &open, const QStrin
         return item.value(u"text"_s).toString();
     const QString opened = open(item).text;
     return opened.isEmpty() ? unreadable : opened;
-}
-
-QString unreadableText(Language language)
-{
-    return chooseText(language, u"🔒 Meddelandet kunde inte visas"_s, u"🔒 Message could not be displayed"_s);
 }
 
 DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading)

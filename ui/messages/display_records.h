@@ -55,9 +55,6 @@ struct Reading {
 /// opened.
 QString shownText(const QJsonObject &item, const OpenMessage &open, const QString &unreadable);
 
-/// What a message says that cannot be opened.
-QString unreadableText(Language language);
-
 DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading);
 
 /// One record for each object of ITEMS, in their order.

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/messages/history_rows.h"
 
-#include "ui/messages/message_trouble.h"
+#include "ui/messages/unreadable_message.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/message_time.h"
 

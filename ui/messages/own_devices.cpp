@@ -10,12 +10,13 @@ namespace tideloft::ui
 
 void OwnDevices::beginSignIn()
 {
-    listed = registered = asked = false;
+    listed = registered = false;
+    mayAsk = true;
 }
 
 void OwnDevices::endSignIn()
 {
-    asked = true;
+    mayAsk = false;
 }
 
 void OwnDevices::setKeys(const QJsonArray &keys)
@@ -31,9 +32,9 @@ void OwnDevices::setRegistered()
 
 bool OwnDevices::takeReloadRequest(const QString &ownDeviceId)
 {
-    if (asked || !listed || !registered || !senderDevices(deviceKeys, ownDeviceId).isEmpty())
+    if (!mayAsk || !listed || !registered || !senderDevices(deviceKeys, ownDeviceId).isEmpty())
         return false;
-    asked = true;
+    mayAsk = false;
     return true;
 }
 

@@ -30,7 +30,7 @@ private:
     QJsonArray deviceKeys;
     bool listed = false;
     bool registered = false;
-    bool asked = false;
+    bool mayAsk = true; ///< once in a sign-in
 };
 
 } // namespace tideloft::ui

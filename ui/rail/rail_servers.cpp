@@ -1,4 +1,4 @@
-// The rail: the user's servers, their menu, and the dialog that makes a new one.
+// The rail: the user's servers, and what is done with them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/rail/rail.h"
@@ -6,12 +6,11 @@
 #include "ui/lists/bounded_rows.h"
 #include "ui/rail/create_server_dialog.h"
 #include "ui/rail/server_button.h"
+#include "ui/rail/server_menu.h"
 #include "ui/rail/server_scroll.h"
-#include "ui/widgets/menu_choice.h"
 #include "ui/widgets/picture_dialog.h"
 
 #include <QBoxLayout>
-#include <QMenu>
 #include <QPushButton>
 
 #include <utility>
@@ -88,14 +87,10 @@ bool Rail::focusSelectedServer()
 void Rail::showServerMenu(const QString &serverId, QWidget *button, QPoint position)
 {
     const QString groupId = serverId; // NOLINT(performance-unnecessary-copy-initialization)
-    QMenu menu(window());
-    menu.setAccessibleName(text(u"Servermeny"_s, u"Server menu"_s));
-    const QAction *upload = menu.addAction(text(u"Ladda upp server-ikon"_s, u"Upload server icon"_s));
-    const QAction *open = menu.addAction(text(u"Öppna server"_s, u"Open server"_s));
-    const QAction *chosen = choiceFrom(menu, button->mapToGlobal(position));
-    if (chosen && chosen == open)
+    const ServerMenuChoice choice = askServerMenu(button->mapToGlobal(position), language, window());
+    if (choice == ServerMenuChoice::Open)
         emit serverChosen(groupId);
-    if (!chosen || chosen != upload)
+    if (choice != ServerMenuChoice::UploadIcon)
         return;
     const QString path =
         choosePicture(window(), text(u"Välj server-ikon"_s, u"Choose server icon"_s), language);

@@ -47,7 +47,7 @@ QString cutPreview(const QString &text, const QFont &font)
 QLabel *makePreview(const QString &text, QWidget *row)
 {
     auto *preview = new ElidedLabel({}, row);
-    preview->setStyleSheet(style::conversationPreview(u"#5a7a9a"_s, u"400"_s));
+    preview->setStyleSheet(style::conversationPreview());
     preview->ensurePolished(); // the style sheet's font is the label's own from here on
     preview->setText(cutPreview(firstPart(text, previewLimits), preview->font()));
     return preview;
@@ -56,7 +56,7 @@ QLabel *makePreview(const QString &text, QWidget *row)
 QLayout *makeTextBlock(const ConversationRowModel &model, QWidget *row)
 {
     auto *name = new ElidedLabel(model.peer, row);
-    name->setStyleSheet(style::conversationName(u"600"_s));
+    name->setStyleSheet(style::conversationName());
     auto *block = new QVBoxLayout;
     block->setContentsMargins(0, 0, 0, 0);
     block->setSpacing(3);
@@ -69,7 +69,7 @@ QLayout *makeTimeBlock(const QString &text, QWidget *row)
 {
     auto *time = makeLabel(text, row);
     time->setAlignment(Qt::AlignRight);
-    time->setStyleSheet(style::conversationTime(u"#3a5a7a"_s, u"400"_s));
+    time->setStyleSheet(style::conversationTime());
     auto *block = new QVBoxLayout;
     block->addWidget(time, 0, Qt::AlignRight | Qt::AlignTop);
     block->addStretch();

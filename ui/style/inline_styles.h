@@ -31,7 +31,7 @@ inline QString createServerButton()
         "QPushButton:hover { background: rgba(31,216,130,0.2); }");
 }
 
-/// The place of the servers, in which the rail shows.
+/// The scroll area of the servers: the rail's colour is seen through it.
 inline QString serverScroll()
 {
     return QStringLiteral("QScrollArea, QScrollArea > QWidget > QWidget "
@@ -76,22 +76,19 @@ inline QString conversationAvatar()
                           "border-radius: 20px; color: #7ab0f5; font-size: 13px; font-weight: 700;");
 }
 
-inline QString conversationName(const QString &weight)
+inline QString conversationName()
 {
-    return QStringLiteral("color: #e8f0f8; font-size: 13px; font-weight: %1; background: transparent;")
-        .arg(weight);
+    return QStringLiteral("color: #e8f0f8; font-size: 13px; font-weight: 600; background: transparent;");
 }
 
-inline QString conversationPreview(const QString &colour, const QString &weight)
+inline QString conversationPreview()
 {
-    return QStringLiteral("color: %1; font-size: 11px; font-weight: %2; background: transparent;")
-        .arg(colour, weight);
+    return QStringLiteral("color: #5a7a9a; font-size: 11px; font-weight: 400; background: transparent;");
 }
 
-inline QString conversationTime(const QString &colour, const QString &weight)
+inline QString conversationTime()
 {
-    return QStringLiteral("color: %1; font-size: 10px; font-weight: %2; background: transparent;")
-        .arg(colour, weight);
+    return QStringLiteral("color: #3a5a7a; font-size: 10px; font-weight: 400; background: transparent;");
 }
 
 // Chat history
@@ -103,9 +100,14 @@ inline QString messageAvatar()
         "border-radius: 17px; color: #fff; font-size: 11px; font-weight: 700; border: none;");
 }
 
-inline QString bubble(const QString &colour)
+inline QString ownBubble()
 {
-    return QStringLiteral("background: %1; border-radius: 12px;").arg(colour);
+    return QStringLiteral("background: #2a5a8a; border-radius: 12px;");
+}
+
+inline QString peerBubble()
+{
+    return QStringLiteral("background: #1e2d3d; border-radius: 12px;");
 }
 
 inline QString senderName()

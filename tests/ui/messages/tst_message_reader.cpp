@@ -4,6 +4,7 @@
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 #include "ui/messages/message_reader.h"
+#include "ui/messages/unreadable_message.h"
 
 using namespace Qt::StringLiterals;
 using namespace tideloft;

@@ -108,10 +108,11 @@ void TestStyleSheetsRendering::toolkitTakesInlineStyles_data()
     QTest::newRow("footer picture") << style::footerPicture() << window;
     QTest::newRow("footer button") << style::quilloryButton() << QColor(0x1a, 0x2e, 0x40);
     QTest::newRow("remember me") << style::rememberCheck() << window;
-    QTest::newRow("conversation name") << style::conversationName(u"600"_s) << window;
-    QTest::newRow("preview") << style::conversationPreview(u"#5a7a9a"_s, u"400"_s) << window;
-    QTest::newRow("conversation time") << style::conversationTime(u"#3a5a7a"_s, u"400"_s) << window;
-    QTest::newRow("bubble") << style::bubble(u"#1e2d3d"_s) << QColor(0x1e, 0x2d, 0x3d);
+    QTest::newRow("conversation name") << style::conversationName() << window;
+    QTest::newRow("preview") << style::conversationPreview() << window;
+    QTest::newRow("conversation time") << style::conversationTime() << window;
+    QTest::newRow("own bubble") << style::ownBubble() << QColor(0x2a, 0x5a, 0x8a);
+    QTest::newRow("peer's bubble") << style::peerBubble() << QColor(0x1e, 0x2d, 0x3d);
     QTest::newRow("sender name") << style::senderName() << window;
     QTest::newRow("message text") << style::messageText() << window;
     QTest::newRow("message time") << style::messageTime() << window;

@@ -1,7 +1,7 @@
-// What can be done about a message that does not open.
+// Texts about a message that does not open.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/messages/message_trouble.h"
+#include "ui/messages/unreadable_message.h"
 
 #include "ui/texts/bounded_text.h"
 
@@ -44,6 +44,16 @@ QString advice(const QString &reason, Language language)
 }
 
 } // namespace
+
+QString unreadableText(Language language)
+{
+    return chooseText(language, u"🔒 Meddelandet kunde inte visas"_s, u"🔒 Message could not be displayed"_s);
+}
+
+QString unreadablePreview(Language language)
+{
+    return chooseText(language, u"🔒 Krypterat meddelande"_s, u"🔒 Encrypted message"_s);
+}
 
 QString messageTrouble(const QString &reason, Language language)
 {
