@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/settings/settings_page.h"
 #include "ui/style/theme.h"
+#include "ui/texts/text.h"
 #include "ui/widgets/late_page.h"
 
 class QStackedWidget;
@@ -15,6 +15,7 @@ namespace tideloft::ui
 class ChatPage;
 class EmptyState;
 class Rail;
+class SettingsPage;
 class SideFooter;
 class Sidebar;
 
@@ -32,10 +33,6 @@ public:
     [[nodiscard]] Sidebar *sidebar() const { return leftSidebar; }
     [[nodiscard]] SideFooter *footer() const { return sideFooter; }
     [[nodiscard]] ChatPage *chat() const { return chatPage; }
-    [[nodiscard]] SettingsPage *settings() const
-    {
-        return settingsPage;
-    } ///< null before it is first asked for
 
     /// Shows who is signed in, and on the settings page BIO, which the service has of this user.
     void showUser(const QString &name, const QString &bio);
@@ -43,8 +40,7 @@ public:
     void endSaving(const QString &bio, bool saved);
     /// Shows the user's new picture, round, 64 x 64, on the settings page.
     void showPicture(const QPixmap &picture);
-    /// Empties every page of what belongs to one user. The settings page is made anew when it is next asked
-    /// for.
+    /// Empties every page of what belongs to one user. The settings page is deleted until it is asked for.
     void clear();
 
     void showEmptyState();

@@ -6,6 +6,7 @@
 #include "net/service_host.h"
 #include "ui/chat/chat_page.h"
 #include "ui/rail/rail.h"
+#include "ui/settings/settings_page.h"
 #include "ui/sidebar/side_footer.h"
 #include "ui/sidebar/sidebar.h"
 #include "ui/style/fade_in.h"

@@ -7,7 +7,6 @@
 #include "ui/main_page.h"
 #include "ui/messages/device_key.h"
 #include "ui/rail/rail.h"
-#include "ui/settings/settings_page.h"
 #include "ui/sidebar/side_footer.h"
 #include "ui/sidebar/sidebar.h"
 #include "ui/sign_in/sign_in_page.h"

@@ -63,7 +63,6 @@ private:
     QWidget *makeInputArea();
     void connectParts();
     void showHeader(const QString &title, const QString &subtitle, const QString &avatar);
-    void showNotice();
     void leaveServer();
     void updateLine();
 

@@ -15,8 +15,7 @@ namespace tideloft::ui
 QWidget *makeServerNotice(const QString &text, QWidget *parent)
 {
     auto *row = new QWidget(parent);
-    auto *label = makeLabel(text, row);
-    label->setStyleSheet(style::serverNotice);
+    auto *label = makeStyledLabel(text, style::serverNotice, row);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
     auto *column = new QVBoxLayout(row);

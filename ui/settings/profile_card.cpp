@@ -44,10 +44,9 @@ QHBoxLayout *makeTopRow(QPushButton *avatar, const QString &username, Language l
 {
     auto *name = new ElidedLabel(username, card);
     name->setStyleSheet(style::profileName);
-    auto *hint = makeLabel(chooseText(language, u"Klicka på bilden för att byta profilbild"_s,
-                                      u"Click the image to change your profile picture"_s),
-                           card);
-    hint->setStyleSheet(style::rowHint);
+    auto *hint = makeStyledLabel(chooseText(language, u"Klicka på bilden för att byta profilbild"_s,
+                                            u"Click the image to change your profile picture"_s),
+                                 style::rowHint, card);
     hint->setWordWrap(true);
     auto *words = new QVBoxLayout;
     words->addWidget(name);
@@ -63,9 +62,8 @@ QHBoxLayout *makeTopRow(QPushButton *avatar, const QString &username, Language l
 
 QLabel *makeFieldLabel(const QString &text, QWidget *field, QWidget *card)
 {
-    auto *label = makeLabel(text, card);
+    auto *label = makeStyledLabel(text, style::fieldLabel, card);
     label->setBuddy(field);
-    label->setStyleSheet(style::fieldLabel);
     return label;
 }
 

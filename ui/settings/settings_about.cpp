@@ -19,18 +19,16 @@ namespace tideloft::ui
 namespace
 {
 
-QLabel *makeCentred(const QString &text, const QString &look, QWidget *page)
+QLabel *makeCentred(const QString &text, const QString &styleSheet, QWidget *page)
 {
-    auto *label = makeLabel(text, page);
+    auto *label = makeStyledLabel(text, styleSheet, page);
     label->setAlignment(Qt::AlignCenter);
-    label->setStyleSheet(look);
     return label;
 }
 
 QHBoxLayout *makeFact(const QString &name, const QString &value, QWidget *card)
 {
-    auto *label = makeLabel(name, card);
-    label->setStyleSheet(style::aboutLabel);
+    auto *label = makeStyledLabel(name, style::aboutLabel, card);
     auto *shown = new ElidedLabel(value, card); // the name of a host may be longer than the page is wide
     shown->setStyleSheet(style::aboutValue);
     auto *line = new QHBoxLayout;

@@ -72,15 +72,15 @@ QList<QWidget *> SettingsPage::makeSections(const SettingsFacts &facts)
                                  .languageNow = [this] { return languageNow; },
                                  .parent = settingsStack,
                                  .window = window()};
-    const LookChoices look{.theme = [this](bool dark) { emit themeChosen(dark); },
-                           .accent = [this](const QString &colour) { emit accentChosen(colour); }};
+    const LookChoices choices{.theme = [this](bool dark) { emit themeChosen(dark); },
+                              .accent = [this](const QString &colour) { emit accentChosen(colour); }};
     return {buildSettingsKonto(context, facts.username,
                                [&](QWidget *section) { return makeProfile(facts.username, section); }),
             buildSettingsPrivacy(context),
             buildSettingsSecurity(context),
             buildSettingsNotifications(context),
             buildSettingsChat(context),
-            buildSettingsAppearance(context, look),
+            buildSettingsAppearance(context, choices),
             buildSettingsAdvanced(context),
             buildSettingsAbout(context, facts.service)};
 }

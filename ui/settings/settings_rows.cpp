@@ -23,15 +23,14 @@ namespace
 {
 
 // In a narrow window what a row is about takes several lines, and its switch or button stays in sight.
-QLabel *makeWrapping(const QString &text, const QString &look, QWidget *row)
+QLabel *makeWrapping(const QString &text, const QString &styleSheet, QWidget *row)
 {
-    auto *label = makeStyledLabel(text, look, row);
+    auto *label = makeStyledLabel(text, styleSheet, row);
     label->setWordWrap(true);
     return label;
 }
 
-QPushButton *makeSwitch(const QString &label, const QString &hint, bool on, const SwitchToggled &toggled,
-                        QWidget *row)
+QPushButton *makeSwitch(const QString &label, const QString &hint, bool on, QWidget *row)
 {
     auto *button = makeButton({}, row);
     button->setCheckable(true);
@@ -41,11 +40,8 @@ QPushButton *makeSwitch(const QString &label, const QString &hint, bool on, cons
     button->setAccessibleName(label);
     button->setAccessibleDescription(hint);
     button->setStyleSheet(style::switchButton(on));
-    QObject::connect(button, &QPushButton::toggled, button, [button, toggled](bool nowOn) {
-        button->setStyleSheet(style::switchButton(nowOn));
-        if (toggled)
-            toggled(nowOn);
-    });
+    QObject::connect(button, &QPushButton::toggled, button,
+                     [button](bool nowOn) { button->setStyleSheet(style::switchButton(nowOn)); });
     return button;
 }
 
@@ -74,8 +70,7 @@ QVBoxLayout *columnOf(QWidget *card)
     return static_cast<QVBoxLayout *>(card->layout());
 }
 
-QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidget *parent,
-                       const SwitchToggled &toggled)
+QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidget *parent)
 {
     auto *row = makeBox(parent, u"settingsRow"_s);
     row->setMinimumHeight(56);
@@ -87,19 +82,19 @@ QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidg
     auto *line = makeLine(row, 12);
     line->setContentsMargins(16, 12, 16, 12);
     line->addLayout(words, 1);
-    line->addWidget(makeSwitch(label, hint, on, toggled, row), 0, Qt::AlignVCenter);
+    line->addWidget(makeSwitch(label, hint, on, row), 0, Qt::AlignVCenter);
     return row;
 }
 
-QWidget *makeActionRow(const QString &label, const QString &buttonText, const QString &style, QWidget *parent,
-                       const std::function<void()> &action)
+QWidget *makeActionRow(const QString &label, const QString &buttonText, const QString &styleSheet,
+                       QWidget *parent, const std::function<void()> &action)
 {
     auto *row = makeBox(parent, u"settingsRow"_s);
     row->setMinimumHeight(52);
     auto *button = makeButton(buttonText, row);
     button->setFixedHeight(32);
     button->setMinimumWidth(120);
-    button->setStyleSheet(style.isEmpty() ? style::actionButton : style);
+    button->setStyleSheet(styleSheet.isEmpty() ? style::actionButton : styleSheet);
     button->setAccessibleDescription(label);
     auto *line = makeLine(row, 12);
     line->setContentsMargins(16, 12, 16, 12);

@@ -22,16 +22,12 @@ QWidget *makeSettingsCard(QWidget *parent);
 /// The column of a card.
 QVBoxLayout *columnOf(QWidget *card);
 
-using SwitchToggled = std::function<void(bool on)>;
+/// A label with a hint below it (none if HINT is empty) and a switch.
+QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidget *parent);
 
-/// A label with a hint below it (none if HINT is empty) and a switch. TOGGLED, if given, hears of every
-/// change.
-QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidget *parent,
-                       const SwitchToggled &toggled = {});
-
-/// A label and a button that runs ACTION. An empty STYLE means the default look.
-QWidget *makeActionRow(const QString &label, const QString &buttonText, const QString &style, QWidget *parent,
-                       const std::function<void()> &action);
+/// A label and a button that runs ACTION. An empty STYLESHEET means the usual one.
+QWidget *makeActionRow(const QString &label, const QString &buttonText, const QString &styleSheet,
+                       QWidget *parent, const std::function<void()> &action);
 
 /// A label above a one-line field.
 QWidget *makeTextRow(const QString &label, const QString &placeholder, const QString &text, QWidget *parent);

@@ -26,8 +26,7 @@ SettingsSection::SettingsSection(const LocalizedText &title, Language shownLangu
 {
     if (title.english.isEmpty())
         return;
-    auto *label = makeLabel(title.in(language), page);
-    label->setStyleSheet(style::sectionTitle);
+    auto *label = makeStyledLabel(title.in(language), style::sectionTitle, page);
     column->addWidget(label);
 }
 
@@ -76,17 +75,13 @@ QWidget *SettingsSection::finish()
 QWidget *makeShieldCard(Language language, QWidget *parent)
 {
     QWidget *card = makeSettingsCard(parent);
-    auto *icon = makeLabel(u"🛡"_s, card);
-    icon->setStyleSheet(style::shieldIcon);
-    auto *caption = makeLabel(u"Trust & Safety"_s, card);
-    caption->setStyleSheet(style::shieldCaption);
-    auto *state = makeLabel(chooseText(language, u"Ditt konto är verifierat och säkert"_s,
-                                       u"Your account is verified and secure"_s),
-                            card);
-    state->setStyleSheet(style::shieldLine);
+    auto *icon = makeStyledLabel(u"🛡"_s, style::shieldIcon, card);
+    auto *caption = makeStyledLabel(u"Trust & Safety"_s, style::shieldCaption, card);
+    auto *state = makeStyledLabel(chooseText(language, u"Ditt konto är verifierat och säkert"_s,
+                                             u"Your account is verified and secure"_s),
+                                  style::shieldLine, card);
     state->setWordWrap(true);
-    auto *mark = makeLabel(u"✓ Verified"_s, card);
-    mark->setStyleSheet(style::shieldMark);
+    auto *mark = makeStyledLabel(u"✓ Verified"_s, style::shieldMark, card);
     auto *words = new QVBoxLayout;
     words->setSpacing(2);
     words->addWidget(caption);

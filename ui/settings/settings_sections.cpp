@@ -27,9 +27,9 @@ namespace
 void addAction(const SectionContext &context, QWidget *card, const LocalizedText &label,
                const LocalizedText &button, Severity severity, const LocalizedText &message)
 {
-    const QString look = severity == Severity::Warning ? style::dangerButton : QString();
-    columnOf(card)->addWidget(makeActionRow(label.in(context.language), button.in(context.language), look,
-                                            card,
+    const QString styleSheet = severity == Severity::Warning ? style::dangerButton : QString();
+    columnOf(card)->addWidget(makeActionRow(label.in(context.language), button.in(context.language),
+                                            styleSheet, card,
                                             [window = context.window, now = context.languageNow, severity,
                                              message] { showMessage(window, severity, message.in(now())); }));
 }
@@ -81,10 +81,9 @@ QWidget *buildSettingsSecurity(const SectionContext &context)
               {u"Logging out all sessions..."_s, u"Logging out all sessions..."_s});
     section.addHeader({u"SENASTE AKTIVITET"_s, u"RECENT ACTIVITY"_s});
     QWidget *activity = section.addCard();
-    auto *line = makeLabel(chooseText(context.language, u"Senaste inloggningar visas här"_s,
-                                      u"Recent logins will appear here"_s),
-                           activity);
-    line->setStyleSheet(style::quietLine);
+    auto *line = makeStyledLabel(chooseText(context.language, u"Senaste inloggningar visas här"_s,
+                                            u"Recent logins will appear here"_s),
+                                 style::quietLine, activity);
     columnOf(activity)->setContentsMargins(16, 12, 16, 12);
     columnOf(activity)->addWidget(line);
     return section.finish();

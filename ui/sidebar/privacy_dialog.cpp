@@ -45,8 +45,7 @@ QWidget *makeChoiceCard(const PrivacyChoice &choice, Language language, QWidget 
     box->setChecked(true);
     ringFocus(box);
     box->setAccessibleDescription(choice.hint.in(language));
-    auto *hint = makeLabel(choice.hint.in(language), card);
-    hint->setStyleSheet(style::privacyHint);
+    auto *hint = makeStyledLabel(choice.hint.in(language), style::privacyHint, card);
     hint->setWordWrap(true);
     auto *column = makeColumn(card, 4);
     column->setContentsMargins(14, 12, 14, 12);
