@@ -1,5 +1,4 @@
-// Every reply is handed over once, with its outcome, and then deleted: also when nobody waits for it any
-// more.
+// Every reply is handed over once, with its outcome, and then deleted, even if nobody waits for it any more.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "net/reply_pipeline.h"

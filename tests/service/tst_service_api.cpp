@@ -1,5 +1,4 @@
-// Sends the examples of the page about the service to a real service, and looks for an example of every
-// endpoint.
+// Sends the examples of the service's page to a real service. Every endpoint has an example there.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/service/api_server.h"

@@ -50,11 +50,6 @@ private:
     int width = 0;
 };
 
-} // namespace
-
-namespace
-{
-
 /// Lays out what stands in LAYOUT, the innermost first: left until it is shown, each part would have all
 /// around it laid out once more.
 void layOut(QLayout *layout)

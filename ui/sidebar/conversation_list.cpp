@@ -46,7 +46,7 @@ void showConversations(QListWidget *list, const QList<ConversationRowModel> &row
 {
     const QListWidgetItem *current = list->currentItem();
     const QString user = current ? current->data(Qt::UserRole).toString() : QString();
-    list->selectionModel()->clear(); // or a current row that goes would hand its place to a neighbour
+    list->selectionModel()->clear(); // else the list makes a neighbour current when the current row goes
     showRows<ConversationRowModel>(list, rows, makeListRow);
     keepCurrentRow(list, user);
 }

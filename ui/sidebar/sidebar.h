@@ -33,7 +33,7 @@ public:
     /// nothing.
     QString takeQuery();
     void focusSearch();
-    void selectSearch(); ///< and selects what stands there
+    void selectSearch(); ///< the same, and selects the text
     void focusConversations();
     /// Empties everything that belongs to one user.
     void clear();

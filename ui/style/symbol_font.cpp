@@ -21,7 +21,7 @@ QStringList symbolFamilies()
     return {symbolFamily(), u"Segoe UI"_s, u"system-ui"_s, u"sans-serif"_s};
 }
 
-/// What the sheets say has been done when a text comes here.
+/// Changes only the families: the style sheet has set size and colour before a text is drawn.
 class SymbolStyle : public QProxyStyle
 {
 public:

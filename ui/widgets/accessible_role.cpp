@@ -116,7 +116,7 @@ public:
     }
 };
 
-/// Is called what it says.
+/// Its accessible name is its text.
 class Notification : public QAccessibleWidget
 {
 public:
@@ -167,8 +167,8 @@ void makeNotification(QLabel *label)
     setAccessibleRole(label, QAccessible::Notification);
 }
 
-// The toolkit has no event for news on this desktop. Screen readers take it that a notification comes up;
-// what is hidden tells so by itself when it is shown.
+// The toolkit has no event for news on this desktop. Screen readers read a notification out when it is shown:
+// a label that is shown already needs the event by hand.
 void notify(QLabel *label, const QString &text)
 {
     const bool wasShown = !label->isHidden();

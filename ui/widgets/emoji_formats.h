@@ -11,11 +11,11 @@ class QTextDocument;
 namespace tideloft::ui
 {
 
-/// The formats with which a layout of TEXT draws each such sequence as one picture. The toolkit looks a font
-/// up for
-/// each character alone: the letters' font has the base of ©️ and of 1️⃣, and no font of emoji has
-/// U+FE0F, which so cuts ❤️‍🔥 in two. Empty for nearly every text, and where no font of emoji is
-/// installed; what the font does not have is left as it is.
+/// The formats with which a layout of TEXT draws each such sequence as one picture. Without them the toolkit
+/// chooses a font for each character: it draws the base of ©️ and of 1️⃣ in the font of the letters,
+/// and it
+/// cuts ❤️‍🔥 in two, because no font of emoji has U+FE0F. Empty for nearly every text, and where no
+/// font of emoji is installed. A sequence that the font does not have stays as it is.
 QList<QTextLayout::FormatRange> emojiFormats(const QString &text);
 
 /// Whether TEXT has any.

@@ -114,8 +114,8 @@ public:
     }
 
 private:
-    // The window remembers for ever that keys moved the keyboard in it; what a click reaches is not marked
-    // for that. When the window or a closed menu gives the keyboard back, all is as it was.
+    // A click takes the ring away, although the window still remembers that keys were used before. A widget
+    // that gets the keyboard back from another window or from a closed menu has the ring if it had it before.
     void enter(Qt::FocusReason reason)
     {
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)

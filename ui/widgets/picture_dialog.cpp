@@ -23,7 +23,7 @@ namespace
 {
 
 // The names that are offered below the dialog's field stand in a window of their own, which holds the
-// keyboard. Is it still there when a Return closes the dialog, no window gets the keyboard back.
+// keyboard. If this window is still open when Return closes the dialog, no window gets the keyboard back.
 class OfferedNames : public QObject
 {
 public:
