@@ -19,6 +19,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTimeZone>
 
 #include <algorithm>
 
@@ -46,7 +47,8 @@ QJsonObject sealedItem(int number, const QJsonArray &devices)
             {u"encrypted"_s, true},
             {u"recipientKeys"_s, envelope.recipientKeys},
             {u"senderKeys"_s, envelope.senderKeys},
-            {u"createdAt"_s, QDateTime(QDate(2024, 5, 1), QTime(8, 0), Qt::UTC)
+            {u"createdAt"_s, QDateTime(QDate(2024, 5, 1), QTime(8, 0), QTimeZone::utc())
+                                 .toUTC()
                                  .addSecs(number * 97)
                                  .toString(Qt::ISODateWithMs)}};
 }

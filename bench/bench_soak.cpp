@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QNetworkReply>
 #include <QSet>
+#include <QTimeZone>
 
 #include <malloc.h>
 
@@ -93,7 +94,7 @@ QJsonArray conversations(const QJsonArray &history)
 QJsonArray sealedHistory(const QString &deviceId)
 {
     const tests::KeyPair pair = tests::ownKeyPair();
-    const QDateTime start(QDate(2026, 1, 5), QTime(9, 0), Qt::UTC);
+    const QDateTime start = QDateTime(QDate(2026, 1, 5), QTime(9, 0), QTimeZone::utc()).toUTC();
     QJsonArray items;
     for (int i = 0; i < messageCount; ++i) {
         QJsonObject item = tests::sealedMessage(peer, u"Message number %1."_s.arg(i), pair, deviceId);

@@ -82,8 +82,9 @@ QDateTime certificateEnd(asio::ssl::context &context)
     const X509 *certificate = SSL_CTX_get0_certificate(context.native_handle());
     if (!certificate || ASN1_TIME_to_tm(X509_get0_notAfter(certificate), &end) != 1)
         return {};
-    return {QDate(end.tm_year + 1900, end.tm_mon + 1, end.tm_mday),
-            QTime(end.tm_hour, end.tm_min, end.tm_sec), Qt::UTC};
+    return QDateTime(QDate(end.tm_year + 1900, end.tm_mon + 1, end.tm_mday),
+                     QTime(end.tm_hour, end.tm_min, end.tm_sec), QTimeZone::utc())
+        .toUTC();
 }
 
 QString expiryWarning(const QDateTime &end, const QDateTime &now)

@@ -42,7 +42,7 @@ public:
     std::size_t connectionCount() const { return open; }
     QDateTime certificateEnd() const
     {
-        return validUntil == 0 ? QDateTime() : QDateTime::fromSecsSinceEpoch(validUntil, Qt::UTC);
+        return validUntil == 0 ? QDateTime() : QDateTime::fromSecsSinceEpoch(validUntil).toUTC();
     }
     void run() { io.run(); }
     void stop()

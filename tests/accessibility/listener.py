@@ -50,7 +50,7 @@ class Listener:
         found = []
         for element in self.everything():
             try:
-                role, name = element.get_role_name(), element.get_name()
+                role, name = accessibility.role_of(element), element.get_name()
                 is_used = role in CONTROLS + PLACES or takes_keyboard(element)
                 found.append((role, name, is_used and role not in CONTENTS))
             except GLib.Error:
@@ -83,7 +83,7 @@ class Listener:
         it: here the list counts. A menu's entries have it without saying that they may."""
         for element in self.everything():
             try:
-                role = element.get_role_name()
+                role = accessibility.role_of(element)
                 may = role == "menu item" or (role != "list item" and takes_keyboard(element))
                 if may and accessibility.has_focus(element):
                     return role, element.get_name()
@@ -119,7 +119,7 @@ class Listener:
     def find_to_press(self, role, name):
         for element in self.everything():
             try:
-                if (element.get_role_name(), element.get_name()) == (role, name):
+                if (accessibility.role_of(element), element.get_name()) == (role, name):
                     return element
             except GLib.Error:
                 continue

@@ -25,12 +25,11 @@ QByteArray marker()
 }
 
 // The marker as the toolkit's texts hold it, of which 16 bytes are looked for.
-QByteArray wideMarker()
+QByteArray turnedWideMarker()
 {
-    const QByteArray beginning = marker().first(8);
     QByteArray wide;
-    for (const char character : beginning)
-        wide.append(character).append('\0');
+    for (const char turnedCharacter : turnedMarker.first(8))
+        wide.append(turnedCharacter).append('\x5a'); // turned, too: freed memory may be found
     return wide;
 }
 
@@ -103,7 +102,7 @@ void TestForgottenHistory::nothingIsKeptAfterTheLogOut()
     SoughtSecrets inReplies;
     inReplies.addTurned(turnedMarker);
     SoughtSecrets inTexts;
-    inTexts.addTurned(SoughtSecrets::turned(wideMarker()));
+    inTexts.addTurned(turnedWideMarker());
     ChatWindow chat;
     QVERIFY(chat.signIn());
     QVERIFY(chat.open(u"bob"_s));

@@ -80,7 +80,7 @@ void TestReplyShapes::everyShapeAtEveryEndpoint()
     QFETCH(const int, endpoint);
     QFETCH(const int, shape);
     const Endpoint &asked = endpoints().at(endpoint);
-    const ReplyShape &sent = shapes().at(shape);
+    const ReplyShape sent = shapes().at(shape);
     ReportLog log;
     FinishedReplies finished;
 

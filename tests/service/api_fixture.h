@@ -112,7 +112,7 @@ public:
     }
 
     QTemporaryDir directory;
-    QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), Qt::UTC);
+    QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), QTimeZone::utc()).toUTC();
     std::atomic<qint64> jump = 0; ///< days by which the computer's clock is wrong
     service::Store database;      ///< a connection of the test's own
     service::Api api;

@@ -46,7 +46,7 @@ private:
 
 void TestLog::entryHasTimeLevelAndRequest()
 {
-    const QDateTime time(QDate(2026, 5, 4), QTime(12, 0, 0, 7), Qt::OffsetFromUTC, 2 * 60 * 60);
+    const QDateTime time(QDate(2026, 5, 4), QTime(12, 0, 0, 7), QTimeZone(2 * 60 * 60));
     QCOMPARE(logEntry(time, LogLevel::Info, 7, "GET / 200"),
              QByteArray("2026-05-04T10:00:00.007Z info 7 GET / 200\n"));
     QCOMPARE(logEntry(time, LogLevel::Problem, 0, "x"), QByteArray("2026-05-04T10:00:00.007Z problem - x\n"));

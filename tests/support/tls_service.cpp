@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/tls_service.h"
 
+#include <openssl/opensslv.h>
+
 #include <QFile>
 #include <QProcess>
 #include <QSslKey>
@@ -12,6 +14,19 @@ using namespace Qt::StringLiterals;
 
 namespace tideloft::tests
 {
+
+namespace
+{
+
+// From OpenSSL 3.4 on no certificate ends before it begins; older ones know no other form than days.
+QStringList validity(const QString &days)
+{
+    if (days.startsWith(u'-') && OPENSSL_VERSION_NUMBER >= 0x30400000L)
+        return {u"-not_before"_s, u"20200101000000Z"_s, u"-not_after"_s, u"20200102000000Z"_s};
+    return {u"-days"_s, days};
+}
+
+} // namespace
 
 TlsService::TlsService(const QSslConfiguration &configuration, const QByteArray &answer,
                        const QHostAddress &address)
@@ -81,9 +96,9 @@ void Certificates::sign(const QString &kind, const QString &issuer, const QStrin
     extensions.close();
     openssl({u"req"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s, u"-subj"_s, u"/CN=TideLoft test"_s,
              u"-keyout"_s, kind + u"-key.pem"_s, u"-out"_s, u"request.pem"_s});
-    openssl({u"x509"_s, u"-req"_s, u"-in"_s, u"request.pem"_s, u"-CA"_s, issuer + u".pem"_s, u"-CAkey"_s,
-             issuer + u"-key.pem"_s, u"-set_serial"_s, u"7"_s, u"-days"_s, days, u"-extfile"_s,
-             u"extensions"_s, u"-out"_s, kind + u".pem"_s});
+    openssl(QStringList{u"x509"_s, u"-req"_s, u"-in"_s, u"request.pem"_s, u"-CA"_s, issuer + u".pem"_s,
+                        u"-CAkey"_s, issuer + u"-key.pem"_s, u"-set_serial"_s, u"7"_s}
+            + validity(days) + QStringList{u"-extfile"_s, u"extensions"_s, u"-out"_s, kind + u".pem"_s});
 }
 
 void Certificates::openssl(const QStringList &arguments) const

@@ -56,6 +56,12 @@ def showing(element):
             continue  # deleted meanwhile: lists are rebuilt every three seconds
 
 
+def role_of(element):
+    """The role's name. What is a push button here is a "button" to newer libraries, or a "push button menu"."""
+    name = element.get_role_name()
+    return BUTTON if name in ("button", "push button menu") else name
+
+
 def find_all(process_id, role, matches=lambda name: True):
     """What of the ROLE a program shows and whose name MATCHES."""
     program = application(process_id)
@@ -64,7 +70,7 @@ def find_all(process_id, role, matches=lambda name: True):
     found = []
     try:
         for element in showing(program):
-            if element.get_role_name() == role and matches(element.get_name()):
+            if role_of(element) == role and matches(element.get_name()):
                 found.append(element)
     except GLib.Error:
         return []  # the next look sees it whole

@@ -20,6 +20,16 @@ QDateTime withKnownOffset(const QDateTime &local)
     return local.isValid() ? local.toOffsetFromUtc(local.offsetFromUtc()) : local;
 }
 
+/// Whether LOCAL, which was read from TEXT, is what stands there. Clocks leave out an hour when summer time
+/// begins; from 6.7 on the toolkit moves a time in that hour on instead of calling it invalid.
+bool readsAsWritten(const QDateTime &local, const QString &text)
+{
+    if (local.timeSpec() != Qt::LocalTime)
+        return true;
+    const QDateTime written = QDateTime::fromString(text + u'Z', Qt::ISODate); // no hour is left out there
+    return !written.isValid() || (written.date() == local.date() && written.time() == local.time());
+}
+
 } // namespace
 
 QDateTime messageTime(const QJsonObject &item, const QDateTime &now)
@@ -27,7 +37,9 @@ QDateTime messageTime(const QJsonObject &item, const QDateTime &now)
     const auto createdAt = item.constFind(u"createdAt"_s);
     if (createdAt == item.constEnd())
         return now;
-    return withKnownOffset(QDateTime::fromString(createdAt->toString(), Qt::ISODate).toLocalTime());
+    const QString text = createdAt->toString();
+    const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
+    return readsAsWritten(time, text) ? withKnownOffset(time.toLocalTime()) : QDateTime();
 }
 
 QString clockText(const QDateTime &time)

@@ -59,15 +59,16 @@ void TestMessageItems::times_data()
     QTest::newRow("beginning") << qint64{0};
     QTest::newRow("a millisecond later") << qint64{1};
     QTest::newRow("leap day")
-        << QDateTime(QDate(2028, 2, 29), QTime(23, 59, 59, 999), Qt::UTC).toMSecsSinceEpoch();
-    QTest::newRow("new year") << QDateTime(QDate(2027, 1, 1), QTime(0, 0), Qt::UTC).toMSecsSinceEpoch();
+        << QDateTime(QDate(2028, 2, 29), QTime(23, 59, 59, 999), QTimeZone::utc()).toMSecsSinceEpoch();
+    QTest::newRow("new year")
+        << QDateTime(QDate(2027, 1, 1), QTime(0, 0), QTimeZone::utc()).toMSecsSinceEpoch();
     QTest::newRow("before 1970") << qint64{-1};
 }
 
 void TestMessageItems::times()
 {
     QFETCH(qint64, time);
-    const QString expected = QDateTime::fromMSecsSinceEpoch(time, Qt::UTC).toString(Qt::ISODateWithMs);
+    const QString expected = QDateTime::fromMSecsSinceEpoch(time).toUTC().toString(Qt::ISODateWithMs);
     QCOMPARE(QString::fromLatin1(isoTime(time)), expected);
 }
 

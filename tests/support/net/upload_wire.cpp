@@ -46,7 +46,10 @@ QByteArray wantedUpload(const RecordedRequest &request, const QByteArray &path, 
 
 QByteArray sentUpload(const RecordedRequest &request)
 {
-    return ownHead(request) + request.body;
+    QByteArray body = request.body; // from 6.8 on the toolkit writes these names, too, in small letters
+    body.replace("\r\ncontent-disposition: ", "\r\nContent-Disposition: ");
+    body.replace("\r\ncontent-type: ", "\r\nContent-Type: ");
+    return ownHead(request) + body;
 }
 
 bool isOpen(const QString &path)
