@@ -17,19 +17,6 @@ using namespace Qt::StringLiterals;
 namespace tideloft::net
 {
 
-namespace
-{
-
-// The identifier is whatever its file holds. A line break inside it would end the header and start another,
-// and some services take a NUL for the end of what they read. Every other character goes out as it is.
-QByteArray headerValue(QString text)
-{
-    text.removeIf([](QChar character) { return u"\r\n\0"_s.contains(character); });
-    return text.toUtf8();
-}
-
-} // namespace
-
 ApiClient::ApiClient(QObject *parent)
     : QObject(parent),
       cookieJar(new QNetworkCookieJar(this)),
@@ -48,12 +35,7 @@ void ApiClient::loadOrCreateDeviceId()
 
 QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery, Urgency urgency) const
 {
-    QNetworkRequest request = serviceRequest(pathAndQuery, urgency);
-    request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
-    request.setRawHeader("X-Device-Token", headerValue(ownDeviceId));
-    request.setRawHeader("X-Device-Name", headerValue(ownDeviceName));
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    return request;
+    return jsonRequest(pathAndQuery, {ownDeviceId, ownDeviceName}, urgency);
 }
 
 QNetworkReply *ApiClient::getList(const QString &path, Urgency urgency)

@@ -7,8 +7,23 @@
 
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace tideloft::net
 {
+
+namespace
+{
+
+// The identifier is whatever its file holds. A line break inside it would end the header and start another,
+// and some services take a NUL for the end of what they read. Every other character goes out as it is.
+QByteArray headerValue(QString text)
+{
+    text.removeIf([](QChar character) { return u"\r\n\0"_s.contains(character); });
+    return text.toUtf8();
+}
+
+} // namespace
 
 QNetworkRequest serviceRequest(const QString &pathAndQuery, Urgency urgency)
 {
@@ -18,6 +33,16 @@ QNetworkRequest serviceRequest(const QString &pathAndQuery, Urgency urgency)
     // High, because the toolkit's queue knows no difference between normal and low.
     request.setPriority(urgency == Urgency::Asked ? QNetworkRequest::HighPriority
                                                   : QNetworkRequest::LowPriority);
+    return request;
+}
+
+QNetworkRequest jsonRequest(const QString &pathAndQuery, const DeviceHeaders &device, Urgency urgency)
+{
+    QNetworkRequest request = serviceRequest(pathAndQuery, urgency);
+    request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
+    request.setRawHeader("X-Device-Token", headerValue(device.id));
+    request.setRawHeader("X-Device-Name", headerValue(device.name));
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     return request;
 }
 

@@ -13,4 +13,13 @@ namespace tideloft::net
 /// A request for PATHANDQUERY, which follows the service's address as it stands.
 QNetworkRequest serviceRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked);
 
+/// What the headers say of this installation.
+struct DeviceHeaders {
+    QString id;
+    QString name;
+};
+
+/// The same with the headers of every request that has JSON, or nothing, as its body.
+QNetworkRequest jsonRequest(const QString &pathAndQuery, const DeviceHeaders &device, Urgency urgency);
+
 } // namespace tideloft::net

@@ -21,6 +21,7 @@ private slots:
     void pathFollowsTheAddress();
     void nobodyIsIntroduced();
     void refreshesStandBack();
+    void jsonNamesTheDevice();
 };
 
 void TestServiceRequest::pathFollowsTheAddress_data()
@@ -53,6 +54,17 @@ void TestServiceRequest::refreshesStandBack()
     QCOMPARE(serviceRequest(u"/a"_s).priority(), QNetworkRequest::HighPriority);
     QCOMPARE(serviceRequest(u"/a"_s, Urgency::Asked).priority(), QNetworkRequest::HighPriority);
     QCOMPARE(serviceRequest(u"/a"_s, Urgency::Refresh).priority(), QNetworkRequest::LowPriority);
+}
+
+void TestServiceRequest::jsonNamesTheDevice()
+{
+    const QNetworkRequest request = jsonRequest(u"/api/me"_s, {u"a\r\nb"_s, u"Åsa's"_s}, Urgency::Refresh);
+    QCOMPARE(request.url().path(), u"/api/me"_s);
+    QCOMPARE(request.priority(), QNetworkRequest::LowPriority);
+    QCOMPARE(request.rawHeader("Content-Type"), QByteArray("application/json"));
+    QCOMPARE(request.rawHeader("X-Device-Token"), QByteArray("ab"));
+    QCOMPARE(request.rawHeader("X-Device-Name"), QByteArray("Åsa's"));
+    QCOMPARE(request.rawHeaderList().size(), 3);
 }
 
 TIDELOFT_TEST_MAIN(TestServiceRequest)
