@@ -60,7 +60,7 @@ QStringList tableLines(const QList<QStringList> &rows)
 
 QString timeText(qint64 milliseconds)
 {
-    return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC).toString(u"yyyy-MM-dd hh:mm"_s);
+    return QDateTime::fromMSecsSinceEpoch(milliseconds).toUTC().toString(u"yyyy-MM-dd hh:mm"_s);
 }
 
 } // namespace tideloft::service
