@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace tideloft::service
 {
@@ -45,11 +46,16 @@ void appendQuoted(QByteArray &out, const QByteArray &text)
     out += '"';
 }
 
+// With zeros in front, and all of a number that is longer.
 void appendNumber(QByteArray &out, qint64 number, int digits)
 {
-    const QByteArray text = QByteArray::number(number);
-    out.append(std::max<qsizetype>(0, digits - text.size()), '0');
-    out += text;
+    char text[20];
+    char *begin = std::end(text);
+    for (int i = 0; i < digits || number > 0; ++i) {
+        *--begin = static_cast<char>('0' + number % 10);
+        number /= 10;
+    }
+    out.append(begin, std::end(text) - begin);
 }
 
 } // namespace
@@ -69,6 +75,7 @@ QByteArray isoTime(qint64 millisecondsSince1970)
     const year_month_day date(day);
     const hh_mm_ss clock(time - day);
     QByteArray out;
+    out.reserve(24);
     appendNumber(out, int(date.year()), 4);
     appendNumber(out += '-', unsigned(date.month()), 2);
     appendNumber(out += '-', unsigned(date.day()), 2);
@@ -86,14 +93,17 @@ QByteArray messageItem(const MessageRow &row, const QString &userName, const QSt
     const QByteArray peer = peerName.toUtf8();
     QByteArray item;
     item.reserve(row.text.size() + row.senderKeys.size() + row.recipientKeys.size() + 256);
-    item += "{\"createdAt\":\"" + isoTime(row.createdAt) + "\",\"encrypted\":";
-    item += row.encrypted ? "true" : "false";
+    item += "{\"createdAt\":\"";
+    item += isoTime(row.createdAt);
+    item += row.encrypted ? "\",\"encrypted\":true" : "\",\"encrypted\":false";
     appendQuoted(item += ",\"from\":", row.isFromUser ? user : peer);
     appendQuoted(item += ",\"iv\":", row.iv);
     if (!row.peer.isEmpty())
         appendQuoted(item += ",\"peer\":", row.peer.toUtf8());
-    item += ",\"recipientKeys\":" + (row.recipientKeys.isEmpty() ? noKeys : row.recipientKeys);
-    item += ",\"senderKeys\":" + (row.senderKeys.isEmpty() ? noKeys : row.senderKeys);
+    item += ",\"recipientKeys\":";
+    item += row.recipientKeys.isEmpty() ? noKeys : row.recipientKeys;
+    item += ",\"senderKeys\":";
+    item += row.senderKeys.isEmpty() ? noKeys : row.senderKeys;
     appendQuoted(item += ",\"text\":", row.text);
     appendQuoted(item += ",\"to\":", row.isFromUser ? peer : user);
     return item += '}';
