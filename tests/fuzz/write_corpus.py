@@ -30,7 +30,7 @@ TIMES = ["2026-03-29T02:30:00", "2026-03-29T01:30:00.5Z", "2026-03-28T23:59:59+0
 
 def published_key():
     """The key that the tests of the crypto room have: PKCS#1, as Base64."""
-    text = (FOLDER.parent / "crypto" / "oaep_vectors.h").read_text()
+    text = (FOLDER.parent / "support/crypto/oaep_vectors.h").read_text()
     literal = re.search(r"oaepPrivateKey\[\] =(.*?);", text, re.S)[1]
     return "".join(re.findall(r'"([^"]*)"', literal))
 
@@ -180,10 +180,59 @@ def key_seeds():
     return seeds
 
 
+def http_request(method, target, body=None, *headers):
+    """As a signed-in client sends it; BODY is bytes, or an object for JSON."""
+    content = body if isinstance(body, bytes) else b"" if body is None else json.dumps(body).encode()
+    length = [f"Content-Length: {len(content)}"] if body is not None else []
+    lines = [f"{method} {target} HTTP/1.1", "Host: h", "Cookie: tideloft_session=a", *length,
+             *(headers or ["Content-Type: application/json"])]
+    return "\r\n".join(lines).encode() + b"\r\n\r\n" + content
+
+
+def exchange_seeds():
+    def key(device):
+        return {"deviceId": device, "encryptedKey": base64.b64encode(bytes(256)).decode()}
+    plain = {"to": "bob", "text": "hello", "iv": "", "encryptedKey": "", "senderEncryptedKey": "", "recipientKeys": [],
+             "senderKeys": [], "algorithm": "plain", "encrypted": 0}
+    sealed = plain | {"text": base64.b64encode(bytes(40)).decode(), "iv": base64.b64encode(bytes(12)).decode(),
+                      "recipientKeys": [key("d")], "senderKeys": [key("e")], "algorithm": "AES-GCM", "encrypted": 1}
+    form = 'Content-Type: multipart/form-data; boundary="b"'
+
+    def part(name, content=b"GIF89a"):
+        return (f'--b\r\nContent-Disposition: form-data; name="{name}"; filename="a.gif"\r\n\r\n'.encode() + content
+                + b"\r\n--b--\r\n")
+    user = {"username": "carol", "password": "a good password"}
+    gets = {"health": "/healthz", "me": "/api/me", "history": "/api/chat/history/bob", "groups": "/api/groups",
+            "conversations": "/api/chat/conversations", "keys": "/api/chat/public-key/b%6fb",
+            "own_keys": "/api/chat/device-keys/me", "search": "/api/users/search?q=b+%4F&q=2", "group": "/api/groups/g",
+            "picture": "/pictures/x", "nowhere": "/api//x/../y", "encoded": "/api/chat/history/%00%ff%2f"}
+    posts = {"register": ("/api/auth/register", user), "login": ("/api/auth/login", user | {"rememberMe": True}),
+             "logout": ("/api/auth/logout", {}), "send": ("/api/chat/send", plain), "sealed": ("/api/chat/send", sealed),
+             "profile": ("/api/profile/update", {"bio": HOSTILE["markup"]}), "group_made": ("/api/groups", {
+                 "name": "Chess", "description": ""}), "device": ("/api/chat/device-key", {
+                     "deviceId": "d", "deviceName": "n", "publicKey": published_key()})}
+    head = "POST /api/auth/login HTTP/1.1\r\nHost: h\r\n"
+    return {name: http_request("GET", target) for name, target in gets.items()} | {
+        name: http_request("POST", *post) for name, post in posts.items()} | {
+        "unchanged": http_request("GET", "/api/groups", None, "If-None-Match: *, W/\"x\""),
+        "avatar": http_request("POST", "/api/profile/avatar/upload", part("avatar"), form),
+        "foreign_avatar": http_request("POST", "/api/profile/avatar/upload", part("avatar"), form, "Origin: http://x"),
+        "wrong_part": http_request("POST", "/api/profile/avatar/upload", part("icon"), form),
+        "two": http_request("GET", "/api/me") + http_request("POST", "/api/chat/send", plain),
+        "chunked": f"{head}Content-Type: application/json\r\nTransfer-Encoding: chunked\r\n\r\n2;x=y\r\n{{}}\r\n0\r\nT: t"
+                   "\r\n\r\n".encode(),
+        "two_lengths": f"{head}Content-Length: 1\r\nContent-Length: 2\r\n\r\nab".encode(),
+        "both": f"{head}Content-Length: 1\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n".encode(),
+        "expects": f"{head}Expect: 100-continue\r\nContent-Length: 2\r\n\r\n{{}}".encode(),
+        "old": b"GET /healthz HTTP/1.0\r\n\r\n", "bare_lines": b"GET / HTTP/1.1\nHost: h\n\n", "nothing": b"",
+        "method": http_request("BREW", "/api/me"), "cut_off": http_request("GET", "/api/me")[:-3]}
+
+
 def main():
     corpora = {"base64": base64_seeds(), "error_body": error_seeds(), "history_rows": row_seeds(),
                "conversation_rows": row_seeds(), "open_message": message_seeds(), "seal_envelope": sealing_seeds(),
-               "key_file": key_seeds(), "reply_cache": array_seeds()}
+               "key_file": key_seeds(), "reply_cache": array_seeds(),
+               "service_exchange": exchange_seeds()}
     for target, seeds in corpora.items():
         folder = FOLDER / "corpus" / target
         folder.mkdir(parents=True, exist_ok=True)
