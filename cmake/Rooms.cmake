@@ -7,7 +7,12 @@ target_compile_definitions(tideloft_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
 target_compile_options(tideloft_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
-if(TIDELOFT_SANITIZE)
+if(TIDELOFT_SANITIZE STREQUAL "thread")
+    target_compile_options(tideloft_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+    target_link_options(tideloft_options INTERFACE -fsanitize=thread)
+    # The sanitizer does not understand fences. What Asio's keep in order is kept by its locks as well.
+    target_compile_definitions(tideloft_options INTERFACE BOOST_ASIO_DISABLE_FENCED_BLOCK)
+elseif(TIDELOFT_SANITIZE)
     target_compile_options(tideloft_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tideloft_options INTERFACE -fsanitize=address,undefined)

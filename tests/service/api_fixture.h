@@ -6,9 +6,9 @@
 #include "service/api/api.h"
 #include "service/api/json_reply.h"
 #include "service/store/schema.h"
+#include "tests/service/semaphore.h"
 
 #include <QJsonDocument>
-#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTimeZone>
 
@@ -72,7 +72,7 @@ public:
 
     /// Begins what comes later; the response is there once the semaphore is free.
     struct Begun {
-        QSemaphore finished;
+        Semaphore finished;
         service::Response response;
     };
     static std::shared_ptr<Begun> begin(const service::Reply &reply)

@@ -8,8 +8,8 @@
 #include "service/http/server.h"
 #include "tests/service/http_client.h"
 #include "tests/service/http_reply.h"
+#include "tests/service/semaphore.h"
 
-#include <QSemaphore>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -92,7 +92,7 @@ private:
 
     const service::ApiSettings apiSettings;
     QTemporaryDir folder;
-    QSemaphore ready;
+    Semaphore ready;
     std::unique_ptr<service::HttpServer> server;
     std::thread thread;
 };

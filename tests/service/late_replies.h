@@ -4,9 +4,9 @@
 #pragma once
 
 #include "tests/service/raw_requests.h"
+#include "tests/service/semaphore.h"
 
-#include <QMutex>
-#include <QSemaphore>
+#include <mutex>
 
 namespace tideloft::tests
 {
@@ -18,7 +18,7 @@ public:
     service::Reply next()
     {
         return service::Later<service::Response>{[this](const service::Finish<service::Response> &finish) {
-            const QMutexLocker lock(&mutex);
+            const std::lock_guard lock(mutex);
             waiting << finish;
             begun.release();
         }};
@@ -29,15 +29,15 @@ public:
 
     void finish()
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard lock(mutex);
         for (const auto &finish : waiting)
             finish(replyWith({{QStringLiteral("late"), true}}));
         waiting.clear();
     }
 
 private:
-    QMutex mutex;
-    QSemaphore begun;
+    std::mutex mutex;
+    Semaphore begun;
     QList<service::Finish<service::Response>> waiting;
 };
 

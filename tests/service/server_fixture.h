@@ -6,7 +6,7 @@
 #include "service/http/server.h"
 #include "tests/service/raw_requests.h"
 
-#include <QMutex>
+#include <mutex>
 
 #include <thread>
 
@@ -46,7 +46,7 @@ public:
 
     QList<QByteArray> log()
     {
-        const QMutexLocker lock(&mutex);
+        const std::lock_guard lock(mutex);
         return lines;
     }
 
@@ -59,13 +59,13 @@ private:
         wanted.refuse = &refusalInJson;
         wanted.admit = admit;
         wanted.log = [this](service::LogLevel, std::uint64_t, const QByteArray &line) {
-            const QMutexLocker lock(&mutex);
+            const std::lock_guard lock(mutex);
             lines << line;
         };
         return wanted;
     }
 
-    QMutex mutex;
+    std::mutex mutex;
     QList<QByteArray> lines;
     service::HttpServer server;
     std::thread thread;

@@ -8,12 +8,12 @@
 #include "service/store/sessions.h"
 #include "service/store/store_threads.h"
 #include "service/store/versions.h"
+#include "tests/service/semaphore.h"
 #include "tests/support/test_main.h"
-
-#include <QSemaphore>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
+using tideloft::tests::Semaphore;
 
 class TestKnown : public QObject
 {
@@ -185,7 +185,7 @@ void TestKnown::otherProcessMakesEverythingForgotten()
     StoreThreads store({folder->filePath(u"test.sqlite"_s)});
     const VersionKey key{1, u"x"_s};
     store.known().versions.replace(key, 5);
-    QSemaphore done;
+    Semaphore done;
     store.write({[](Database &writer) { addUser(writer, u"carol"_s, "hash", 0); },
                  [&](const std::exception_ptr &) { done.release(); }});
     done.acquire();

@@ -5,10 +5,9 @@
 #include "service/store/retention.h"
 #include "service/store/store_threads.h"
 #include "service/store/versions.h"
+#include "tests/service/semaphore.h"
 #include "tests/service/store/store_fixture.h"
 #include "tests/support/test_main.h"
-
-#include <QSemaphore>
 
 #include <atomic>
 
@@ -147,12 +146,12 @@ void TestRetention::writerDoesItBetweenOtherWork()
     settings.upkeep.piece = [](Database &writer) { return removeMessagesBefore(writer, 20, 4) == 4; };
     settings.upkeep.betweenPieces = settings.upkeep.whenDone = std::chrono::milliseconds(1);
     StoreThreads threads(settings);
-    QSemaphore done;
+    Semaphore done;
     for (int i = 0; i < 10; ++i) {
         threads.write({[&](Database &writer) { setBio(writer, store->bob, u"busy"_s); },
                        [&done](const std::exception_ptr &failure) { done.release(failure ? 0 : 1); }});
     }
-    QVERIFY(done.tryAcquire(10, 20'000));
+    QVERIFY(done.tryAcquire(10, std::chrono::seconds(20)));
     QTRY_COMPARE(store->history(store->alice, store->bob), QByteArray());
     QCOMPARE(store->conversations(store->bob), QByteArray());
 }

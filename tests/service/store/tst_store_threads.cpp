@@ -3,14 +3,14 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/schema.h"
 #include "service/store/store_threads.h"
+#include "tests/service/semaphore.h"
 #include "tests/support/test_main.h"
-
-#include <QSemaphore>
 
 #include <atomic>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
+using tideloft::tests::Semaphore;
 
 class TestStoreThreads : public QObject
 {
@@ -45,7 +45,7 @@ private:
 
     /// What became of a change.
     struct Told {
-        QSemaphore done;
+        Semaphore done;
         std::exception_ptr failure;
     };
     static std::shared_ptr<Told> write(StoreThreads &store, std::function<void(Database &)> change)
@@ -64,7 +64,7 @@ private:
     }
     static qint64 count(StoreThreads &store)
     {
-        QSemaphore done;
+        Semaphore done;
         qint64 result = -1;
         store.read([&](Database &database) {
             result = users(database);
@@ -92,8 +92,8 @@ public:
     void open() { opened.release(); }
 
 private:
-    QSemaphore closed;
-    QSemaphore opened;
+    Semaphore closed;
+    Semaphore opened;
 };
 
 void TestStoreThreads::fileThatCannotBeOpenedIsToldAtOnce()
@@ -177,7 +177,7 @@ void TestStoreThreads::acknowledgedIsOnTheDisk()
 {
     StoreThreads store({file()});
     std::atomic<qint64> seen = -1;
-    QSemaphore done;
+    Semaphore done;
     store.write({[](Database &database) { insert(database, u"alice"_s); },
                  [&](const std::exception_ptr &) {
                      seen = usersInFile();
@@ -190,7 +190,7 @@ void TestStoreThreads::acknowledgedIsOnTheDisk()
 void TestStoreThreads::readersCannotWrite()
 {
     StoreThreads store({file()});
-    QSemaphore done;
+    Semaphore done;
     bool refused = false;
     store.read([&](Database &database) {
         try {
@@ -236,8 +236,8 @@ void TestStoreThreads::fullQueueRefuses()
     const auto second = write(store, [](Database &) {});
     QVERIFY(second);
     QVERIFY(!write(store, [](Database &) {}));
-    QSemaphore begun;
-    QSemaphore mayEnd;
+    Semaphore begun;
+    Semaphore mayEnd;
     const auto slowRead = [&](Database &) {
         begun.release();
         mayEnd.acquire();

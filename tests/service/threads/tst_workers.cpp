@@ -2,15 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/threads/workers.h"
+#include "tests/service/semaphore.h"
 #include "tests/support/test_main.h"
-
-#include <QSemaphore>
 
 #include <atomic>
 #include <limits>
 
 using tideloft::service::BoundedQueue;
 using tideloft::service::Workers;
+using tideloft::tests::Semaphore;
 
 class TestWorkers : public QObject
 {
@@ -29,7 +29,7 @@ void TestWorkers::everyJobIsDoneOnce()
 {
     constexpr int jobs = 1000;
     std::atomic<int> done = 0;
-    QSemaphore finished;
+    Semaphore finished;
     Workers workers(3, jobs);
     for (int i = 0; i < jobs; ++i) {
         QVERIFY(workers.submit([&] {
@@ -43,8 +43,8 @@ void TestWorkers::everyJobIsDoneOnce()
 
 void TestWorkers::tooManyJobsAreRefused()
 {
-    QSemaphore begun;
-    QSemaphore mayEnd;
+    Semaphore begun;
+    Semaphore mayEnd;
     const auto slow = [&] {
         begun.release();
         mayEnd.acquire();
@@ -61,8 +61,8 @@ void TestWorkers::tooManyJobsAreRefused()
 
 void TestWorkers::stoppingWaitsForWhatRunsAndDropsTheRest()
 {
-    QSemaphore begun;
-    QSemaphore mayEnd;
+    Semaphore begun;
+    Semaphore mayEnd;
     std::atomic<bool> ended = false;
     std::atomic<bool> laterBegan = false;
     Workers workers(1, std::numeric_limits<std::size_t>::max());
