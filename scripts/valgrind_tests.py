@@ -1,4 +1,4 @@
-"""Runs the GUI tests under valgrind: valgrind_tests.py DIR SUPPRESSIONS [PATTERN].
+"""Runs the GUI tests under valgrind: valgrind_tests.py SUPPRESSIONS PATTERN DIR...
 
 An error counts when this project's own code stands in its stack. The toolkit, the fonts and the graphics
 driver make noise of their own, which a suppression file cannot name completely.
@@ -81,8 +81,8 @@ def tests_in(directory, pattern):
 
 
 def main():
-    directory, suppressions, pattern = sys.argv[1:4]
-    tests = tests_in(directory, pattern)
+    suppressions, pattern, *directories = sys.argv[1:]
+    tests = [test for directory in directories for test in tests_in(directory, pattern)]
     failed = 0 if tests else 1  # nothing ran: nothing was shown
     for name, command in tests:
         faults = run(command, suppressions)
