@@ -42,7 +42,7 @@ qint64 steadyMilliseconds()
 // is mostly put right before anything is looked for.
 StoreSettings ApiContext::withRetention(StoreSettings storage) const
 {
-    constexpr int pieceSize = 200;
+    constexpr int pieceSize = 50;
     constexpr qint64 day = qint64{24} * 60 * 60 * 1000;
     if (settings.keepMessagesDays == 0)
         return storage;

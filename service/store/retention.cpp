@@ -50,11 +50,19 @@ std::set<std::pair<qint64, qint64>> shortened(const std::vector<OldMessage> &mes
     return pairs;
 }
 
-qint64 newestKept(Database &database, qint64 sender, qint64 recipient, qint64 time)
+// The clock of a computer may be set back, so what was sent last need not be what is kept longest. What goes
+// is passed over, and that is no more than a piece.
+qint64 newestKept(Database &database, qint64 sender, qint64 recipient, const std::set<qint64> &going)
 {
-    return database.number(u"SELECT id FROM messages WHERE sender_id = ? AND recipient_id = ?"
-                           " AND created_at >= ? ORDER BY id DESC LIMIT 1"_s,
-                           {sender, recipient, time});
+    Rows rows =
+        database.run(u"SELECT id FROM messages WHERE sender_id = ? AND recipient_id = ? ORDER BY id DESC"_s,
+                     {sender, recipient});
+    while (rows.next()) {
+        const qint64 id = rows.value(0).toLongLong();
+        if (!going.contains(id))
+            return id;
+    }
+    return 0;
 }
 
 QString nameOf(Database &database, qint64 user)
@@ -63,18 +71,34 @@ QString nameOf(Database &database, qint64 user)
     return rows.next() ? rows.value(0).toString() : QString();
 }
 
-// The clock of a computer may be set back, so what was sent last need not be what is kept longest.
-void shortenConversation(Database &database, qint64 user, qint64 peer, qint64 time)
+void shortenConversation(Database &database, qint64 user, qint64 peer, const std::set<qint64> &going)
 {
-    const qint64 last =
-        std::max(newestKept(database, user, peer, time), newestKept(database, peer, user, time));
-    if (last == 0)
+    historyChanged(database, {user, {}}, {peer, nameOf(database, peer)});
+    const qint64 last = database.number(
+        u"SELECT last_message_id FROM conversations WHERE user_id = ? AND peer_id = ?"_s, {user, peer});
+    if (!going.contains(last))
+        return;
+    const qint64 kept =
+        std::max(newestKept(database, user, peer, going), newestKept(database, peer, user, going));
+    if (kept == 0)
         database.run(u"DELETE FROM conversations WHERE user_id = ? AND peer_id = ?"_s, {user, peer});
     else
         database.run(u"UPDATE conversations SET last_message_id = ? WHERE user_id = ? AND peer_id = ?"_s,
-                     {last, user, peer});
-    historyChanged(database, {user, {}}, {peer, nameOf(database, peer)});
-    conversationsChanged(database, {user, {}});
+                     {kept, user, peer});
+}
+
+void shortenConversations(Database &database, const std::vector<OldMessage> &messages)
+{
+    std::set<qint64> going;
+    for (const OldMessage &message : messages)
+        going.insert(message.id);
+    std::set<qint64> users;
+    for (const auto &[user, peer] : shortened(messages)) {
+        shortenConversation(database, user, peer, going);
+        users.insert(user);
+    }
+    for (const qint64 user : users)
+        conversationsChanged(database, {user, {}});
 }
 
 void forgetInQuotas(Database &database, const std::vector<OldMessage> &messages)
@@ -97,8 +121,7 @@ int removeMessagesBefore(Database &database, qint64 time, int most)
 {
     Transaction transaction(database);
     const std::vector<OldMessage> messages = oldMessages(database, time, most);
-    for (const auto &[user, peer] : shortened(messages))
-        shortenConversation(database, user, peer, time);
+    shortenConversations(database, messages);
     for (const OldMessage &message : messages)
         database.run(u"DELETE FROM messages WHERE id = ?"_s, {message.id});
     forgetInQuotas(database, messages);

@@ -9,7 +9,7 @@ namespace tideloft::service
 {
 
 /// Forgets at most MOST messages that were sent before TIME (ms since 1970), the oldest first, and says
-/// how many. A conversation ends when none is left in it that is as young as that. The file keeps its size,
+/// how many. A conversation ends with its last message. The file keeps its size,
 /// and what is free in it takes up new messages.
 int removeMessagesBefore(Database &database, qint64 time, int most);
 

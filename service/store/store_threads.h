@@ -33,7 +33,7 @@ struct WriteTask {
 struct Upkeep {
     /// Does a piece. True when there is more to do at once. May throw.
     std::function<bool(Database &)> piece;
-    std::chrono::milliseconds betweenPieces{200};
+    std::chrono::milliseconds betweenPieces{100};
     std::chrono::milliseconds whenDone{600'000}; ///< until it is looked for again; also after the start
 };
 
