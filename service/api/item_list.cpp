@@ -17,7 +17,9 @@ namespace
 
 constexpr qsizetype mostBytes = qsizetype{16} * 1024 * 1024;
 constexpr qsizetype untracked = qsizetype{64} * 1024; // what any reply may have
-constexpr qsizetype step = qsizetype{256} * 1024;     // memory is taken in pieces
+// Memory is taken in pieces. What of the last one is not used is nobody else's as long as the reply is sent,
+// and slow readers may hold hundreds of replies.
+constexpr qsizetype step = qsizetype{16} * 1024;
 
 } // namespace
 

@@ -27,6 +27,7 @@ private slots:
     void listsAreArrays();
     void listEndsBeforeItIsTooLarge();
     void memoryIsTakenWhileTheListGrows();
+    void replyTakesHardlyMoreThanItHas();
 };
 
 void TestMessageItems::textsComeBack_data()
@@ -135,6 +136,19 @@ void TestMessageItems::memoryIsTakenWhileTheListGrows()
         }
     }
     QVERIFY(budget.take(2, all));
+}
+
+// Or a few hundred slow readers would leave nothing to everybody else.
+void TestMessageItems::replyTakesHardlyMoreThanItHas()
+{
+    ByteBudget budget(1'200'000, 1'200'000);
+    std::vector<Response> replies;
+    for (int i = 0; i < 10; ++i) {
+        ItemList list(budget, i);
+        QVERIFY(list.add(QByteArray(100'000, '1')));
+        replies.push_back(list.response());
+    }
+    QVERIFY(!budget.take(10, 250'000));
 }
 
 TIDELOFT_TEST_MAIN(TestMessageItems)
