@@ -78,14 +78,15 @@ void Poller::count(const Reply &reply, bool asExpected)
 
 std::vector<std::unique_ptr<Poller>> startPollers(Loop &loop, const Where &where,
                                                   const std::vector<SeededUser> &users,
-                                                  const PollSettings &settings, PollResults &results)
+                                                  const PollSettings &settings, PollResults &results,
+                                                  double spread)
 {
     std::vector<std::unique_ptr<Poller>> pollers;
     const Time begin = later(0.1);
     for (std::size_t i = 0; i < users.size(); ++i) {
         pollers.push_back(std::make_unique<Poller>(loop, where, users[i], settings, results));
         const double share = static_cast<double>(i) / static_cast<double>(users.size());
-        pollers.back()->start(later(settings.interval * share, begin));
+        pollers.back()->start(later(spread * share, begin));
     }
     return pollers;
 }

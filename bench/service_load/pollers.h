@@ -53,9 +53,10 @@ private:
     std::string historyTag;
 };
 
-/// Pollers of all users, whose refreshes are spread evenly.
+/// Pollers of all users, whose first refreshes are spread evenly over so many seconds.
 std::vector<std::unique_ptr<Poller>> startPollers(Loop &loop, const Where &where,
                                                   const std::vector<SeededUser> &users,
-                                                  const PollSettings &settings, PollResults &results);
+                                                  const PollSettings &settings, PollResults &results,
+                                                  double spread);
 
 } // namespace tideloft::bench

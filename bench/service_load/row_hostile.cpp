@@ -107,7 +107,7 @@ void measureHostile(bool full)
     service.start();
     Loop loop;
     PollResults results;
-    const auto honest = startPollers(loop, {service.port()}, users, {0.5, true, 0.01}, results);
+    const auto honest = startPollers(loop, {service.port()}, users, {0.5, true, 0.01}, results, 0.5);
     loop.run(3);
     results = {};
     const double before = service.residentMiB();

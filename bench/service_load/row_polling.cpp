@@ -37,8 +37,10 @@ Polling poll(int clients, const PollSettings &settings, ServiceProcess::Transpor
     const Where where{service.port(), service.clientContext()};
     Polling polling;
     Loop loop;
-    const auto pollers = startPollers(loop, where, users, settings, polling.results);
-    loop.run(2 * settings.interval); // all connect, and ask for everything once
+    // People do not all start their client in the same moments: each handshake costs a signature.
+    const double spread = settings.interval + clients / 100.0;
+    const auto pollers = startPollers(loop, where, users, settings, polling.results, spread);
+    loop.run(spread + 2 * settings.interval); // all have asked for everything once
     polling.results = {};
     watchMemory(loop, service, polling.residentMiB);
     for (std::size_t i = 0; i < pollers.size(); ++i)
