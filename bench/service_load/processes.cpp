@@ -9,6 +9,9 @@
 #include <QTcpSocket>
 #include <QThread>
 
+#include <csignal>
+
+#include <sys/prctl.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -33,6 +36,12 @@ void write(const QString &path, const QByteArray &content)
         qFatal("Could not write %s", qPrintable(path));
 }
 
+// Also when a measurement breaks off.
+void endWithThisProgram(QProcess &process)
+{
+    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+}
+
 bool answers(quint16 port)
 {
     QTcpSocket socket;
@@ -53,6 +62,7 @@ ServiceProcess::ServiceProcess(const Folder &home, Transport transport, QStringL
       options(std::move(more))
 {
     process.setStandardErrorFile(folder.path(u"service.log"_s));
+    endWithThisProgram(process);
     options << u"--database"_s << folder.path(u"service.sqlite"_s) << u"--connections"_s << u"100000"_s
             << u"--sign-ins-per-minute"_s << u"0"_s;
     if (!options.contains(u"--connections-per-address"_s))
@@ -128,6 +138,7 @@ Nginx::Nginx(const Folder &folder) : usedPort(freePort())
               .arg(usedPort)
               .toUtf8());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    endWithThisProgram(process);
     process.start(u"/usr/sbin/nginx"_s, {u"-c"_s, configuration, u"-e"_s, folder.path(u"nginx.log"_s)});
     for (int i = 0; i < 100 && !answers(usedPort); ++i)
         QThread::msleep(50);
