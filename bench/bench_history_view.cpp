@@ -5,7 +5,6 @@
 #include "bench/figures.h"
 #include "bench/list_window.h"
 #include "bench/naive_rows.h"
-#include "ui/chat/history_list.h"
 #include "ui/sidebar/conversation_list.h"
 
 #include <QApplication>
@@ -69,11 +68,13 @@ double heapBytes()
 }
 
 /// Bytes on the heap that FILL leaves behind in a fresh window.
-double bytesOf(const std::function<void(QListWidget *)> &fill)
+double bytesOf(const std::function<void(bench::ListWindow &)> &fill)
 {
     bench::ListWindow window(u"messageList"_s);
     const double before = heapBytes();
-    fill(window.list);
+    fill(window);
+    while (!window.history->isSettled())
+        QApplication::processEvents();
     QApplication::processEvents();
     return heapBytes() - before;
 }
@@ -104,13 +105,13 @@ void measureHistory(int count, bool withNaive)
     const QList<ui::HistoryRow> rows = history(count);
     bench::ListWindow window(u"messageList"_s);
     const auto clear = [&] { window.list->clear(); };
-    const auto show = [&] { ui::showHistory(window.list, rows); };
+    const auto show = [&] { window.history->show(rows); };
     const double opened = median(clear, show);
     const double unchanged = median([] {}, show);
     const QList<ui::HistoryRow> shorter = rows.first(rows.size() - 1);
-    const double appended = median([&] { ui::showHistory(window.list, shorter); }, show);
+    const double appended = median([&] { window.history->show(shorter); }, show);
     const QList<ui::HistoryRow> later = rows.sliced(2);
-    const double inserted = median([&] { ui::showHistory(window.list, later); }, show);
+    const double inserted = median([&] { window.history->show(later); }, show);
     window.list->clear();
     const double naive = withNaive ? median(clear, [&] { bench::showHistoryNaively(window.list, rows); }) : 0;
     std::printf("history of %d messages\n", count);
@@ -132,7 +133,7 @@ void measureGrowth()
     const auto opening = [](int count) {
         const QList<ui::HistoryRow> rows = history(count);
         bench::ListWindow window(u"messageList"_s);
-        return median([&] { window.list->clear(); }, [&] { ui::showHistory(window.list, rows); });
+        return median([&] { window.list->clear(); }, [&] { window.history->show(rows); });
     };
     const double small = opening(500);
     const double large = opening(5000);
@@ -160,9 +161,11 @@ void measureConversations(int count)
 void measureMemory()
 {
     const QList<ui::HistoryRow> rows = history(1000);
-    bytesOf([&](QListWidget *list) { ui::showHistory(list, history(50)); }); // fonts and the like, once
-    const double ours = bytesOf([&](QListWidget *list) { ui::showHistory(list, rows); });
-    const double naive = bytesOf([&](QListWidget *list) { bench::showHistoryNaively(list, rows); });
+    bytesOf(
+        [&](bench::ListWindow &window) { window.history->show(history(50)); }); // fonts and the like, once
+    const double ours = bytesOf([&](bench::ListWindow &window) { window.history->show(rows); });
+    const double naive =
+        bytesOf([&](bench::ListWindow &window) { bench::showHistoryNaively(window.list, rows); });
     print("memory a message, 1,000 messages, vs one row at a time", "kB", ours / 1e6, naive / 1e6,
           ours / naive);
     bench::reportRatio("memory a message at 1,000 vs one row at a time", ours / naive, 0.9,

@@ -13,7 +13,6 @@
 #include "crypto/messages/open_message.h"
 #include "net/reply_cache.h"
 #include "tests/support/test_home.h"
-#include "ui/chat/history_list.h"
 #include "ui/messages/history_cache.h"
 
 #include <QJsonArray>
@@ -70,7 +69,7 @@ ui::Reading readingWith(const ui::OpenMessage &open)
     return {user, open, QDateTime::currentDateTime(), ui::Language::English};
 }
 
-void refresh(Client &client, const QByteArray &body, QListWidget *list)
+void refresh(Client &client, const QByteArray &body, ui::HistoryList *list)
 {
     const QJsonArray items = client.reply.read(body).array();
     crypto::rereadPrivateKey(user, device, client.cache);
@@ -79,7 +78,7 @@ void refresh(Client &client, const QByteArray &body, QListWidget *list)
     };
     const auto reading = readingWith(open);
     const auto records = client.opened.records(items, reading, client.cache.generation());
-    ui::showHistory(list, ui::historyRows(records, reading.now.date(), reading.language));
+    list->show(ui::historyRows(records, reading.now.date(), reading.language));
 }
 
 void refreshNaively(const QByteArray &body, QListWidget *list)
@@ -128,7 +127,7 @@ void measure()
 
     bench::ListWindow window(u"messageList"_s);
     Client client;
-    const auto show = [&](const QByteArray &bytes) { refresh(client, bytes, window.list); };
+    const auto show = [&](const QByteArray &bytes) { refresh(client, bytes, window.history); };
     show(body());
     const double unchanged = median(body, show);
     const double appended = median(longer, show);

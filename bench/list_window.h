@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/lists/row_list.h"
+#include "ui/chat/history_list.h"
 #include "ui/style/style_sheets.h"
 
 #include <QApplication>
@@ -30,7 +30,7 @@ public:
         if (name == QLatin1String("messageList")) {
             list->setWordWrap(true);
             list->setSelectionMode(QAbstractItemView::NoSelection);
-            ui::keepRowHeights(list);
+            history = new ui::HistoryList(list);
         }
         window.setCentralWidget(list);
         window.resize(name == QLatin1String("messageList") ? 784 : 260, 540);
@@ -40,6 +40,7 @@ public:
 
     QMainWindow window;
     QListWidget *list = nullptr;
+    ui::HistoryList *history = nullptr; ///< of the list of messages
 };
 
 inline double processorSeconds()

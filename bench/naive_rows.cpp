@@ -40,7 +40,7 @@ QWidget *makeBubble(const ui::MessageRowModel &message)
     column->setSpacing(3);
     if (message.showsSender())
         column->addWidget(makeLabel(message.sender, ui::style::senderName()));
-    QLabel *text = makeLabel(message.text, ui::style::messageText());
+    QLabel *text = makeLabel(message.text.value(), ui::style::messageText());
     text->setWordWrap(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     column->addWidget(text);

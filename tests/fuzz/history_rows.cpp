@@ -20,12 +20,24 @@ qsizetype objectCount(const QJsonArray &items)
     return std::count_if(items.begin(), items.end(), [](const QJsonValue &item) { return item.isObject(); });
 }
 
+// A text beyond all measure may be shown by its first part, but a few characters are never too much.
+bool isFirstPart(const QString &shown, const QString &text)
+{
+    return text.size() > 6 && shown.size() > 1 && shown.size() <= 100'001 && shown.endsWith(u'…')
+           && text.startsWith(QStringView(shown).chopped(1));
+}
+
+bool isShown(const QString &shown, const QString &text)
+{
+    return shown == text || isFirstPart(shown, text);
+}
+
 void checkText(const QJsonObject &item, const QString &text)
 {
     if (!tideloft::crypto::isEncrypted(item))
-        require(text == item.value(u"text"_s).toString(), "a plain message is shown as it came");
+        require(isShown(text, item.value(u"text"_s).toString()), "a plain message is shown as it came");
     else if (const QString opened = openedText(item); !opened.isEmpty())
-        require(text == opened, "an envelope is shown as it was opened");
+        require(isShown(text, opened), "an envelope is shown as it was opened");
     else
         require(text.startsWith(u"🔒 "_s), "an envelope that does not open says so");
 }
@@ -36,28 +48,26 @@ QList<DisplayRecord> checkedRecords(const QJsonArray &items, Language language, 
     const Reading reading{u"Alice"_s, openedText, shownAt(), language};
     const auto records = displayRecords(items, reading);
     require(records.size() == objectCount(items), "every object is a message");
-    require(known.records(items, reading, 0) == records, "what is remembered changes nothing");
+    const auto again = known.records(items, reading, 0);
+    for (qsizetype i = records.size(); i-- > 0;) { // the newest are opened first
+        (void)records.at(i).text.value();
+        (void)again.value(i).text.value();
+    }
+    require(again == records, "what is remembered changes nothing");
     auto record = records.begin();
     for (const QJsonValue &item : items) {
         if (!item.isObject())
             continue;
-        checkText(item.toObject(), record->text);
+        checkText(item.toObject(), record->text.value());
         require(record->isMine == (record->from.toLower() == u"alice"_s), "own messages are known by name");
         ++record;
     }
     return records;
 }
 
-// A text beyond all measure may be shown by its first part, but a few characters are never too much.
-bool isFirstPart(const QString &shown, const QString &text)
-{
-    return text.size() > 6 && shown.size() > 1 && shown.size() <= 100'001 && shown.endsWith(u'…')
-           && text.startsWith(QStringView(shown).chopped(1));
-}
-
 void checkMessage(const MessageRowModel &row, const DisplayRecord &record)
 {
-    require(row.text == record.text || isFirstPart(row.text, record.text), "texts stay in order");
+    require(row.text == record.text, "texts stay in order");
     require(row.sender.isEmpty() || (row.sender == record.from && !row.isMine), "a row names its sender");
     require(row.time.isEmpty() || row.time.size() == 5, "a time is HH:mm");
 }

@@ -15,4 +15,4 @@ tideloft_tests(gui_chat_tests
         tst_scroll_keys tst_search tst_search_buttons tst_send tst_send_failures tst_send_slices
         tst_typing_ahead
     SOURCES tst_changing_chat.cpp tst_changing_chat.h tst_list_state.cpp tst_list_state.h
-    LIBRARIES tideloft_chat_fixture LABELS gui)
+    LIBRARIES tideloft_chat_fixture tideloft_eager_history LABELS gui)

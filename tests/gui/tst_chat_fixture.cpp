@@ -5,6 +5,7 @@
 
 #include "tests/support/patience.h"
 #include "tests/support/waiting.h"
+#include "ui/chat/history_list.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -127,7 +128,9 @@ bool ChatWindow::refreshAndWait(const QByteArray &request)
 {
     const qsizetype before = service.count(request);
     refresh();
-    return service.waitForRequests(request, before + 1) && settle();
+    const auto *history = messageList()->findChild<ui::HistoryList *>();
+    return service.waitForRequests(request, before + 1) && settle()
+           && waitFor([history] { return history->isSettled(); }, patience());
 }
 
 } // namespace tideloft::tests

@@ -4,10 +4,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_changing_chat.h"
 #include "tests/gui/tst_list_state.h"
+#include "tests/support/eager_history.h"
 #include "tests/support/test_main.h"
-#include "ui/chat/day_separator.h"
 #include "ui/chat/history_list.h"
-#include "ui/chat/message_row.h"
 #include "ui/lists/row_list.h"
 #include "ui/sidebar/conversation_list.h"
 #include "ui/sidebar/conversation_row.h"
@@ -35,7 +34,6 @@ struct ListWindow {
             list.setWordWrap(true); // lays out anew when the width changes
             list.setSelectionMode(QAbstractItemView::NoSelection);
             list.setFocusPolicy(Qt::NoFocus);
-            keepRowHeights(&list);
         }
         list.resize(500, 320);
         list.show();
@@ -62,19 +60,35 @@ void refill(QListWidget *list, const QList<ListRow> &rows)
         list->setItemWidget(list->item(i), rows.at(i).widget);
 }
 
-void rebuildHistory(QListWidget *list, const QList<HistoryRow> &models)
-{
-    QList<ListRow> rows;
-    for (const HistoryRow &model : models) {
-        const auto *message = std::get_if<MessageRowModel>(&model);
-        QWidget *row = message ? new MessageRow(*message, list->viewport())
-                               : makeDaySeparator(std::get<DaySeparatorModel>(model), list->viewport());
-        rows.append({.widget = row, .sizeHint = row->sizeHint(), .spoken = spokenText(model)});
+/// The two ways of showing a history, side by side.
+struct HistoryWindows {
+    HistoryWindows()
+    {
+        for (ListWindow *window : {&refreshed, &rebuilt})
+            window->list.resize(501, 320); // what watches a list learns its width
+        settleWidgets();
     }
-    refill(list, rows);
-    if (!models.isEmpty())
-        list->scrollToBottom();
-}
+
+    void show(const QList<HistoryRow> &models)
+    {
+        QList<HistoryRow> rows = models;
+        refreshedHistory->show(models);
+        rebuilt.list.clear();
+        rebuiltHistory->show(rows);
+        settle();
+    }
+    void settle() const
+    {
+        settleWidgets();
+        QTRY_VERIFY(refreshedHistory->isSettled());
+        settleWidgets();
+    }
+
+    ListWindow refreshed{u"messageList"_s};
+    ListWindow rebuilt{u"messageList"_s};
+    HistoryList *refreshedHistory = new HistoryList(&refreshed.list);
+    EagerHistory *rebuiltHistory = new EagerHistory(&rebuilt.list);
+};
 
 void rebuildConversations(QListWidget *list, const QList<ConversationRowModel> &models)
 {
@@ -128,23 +142,20 @@ void TestListRefresh::historyLooksRebuiltAfterEveryChange()
 {
     QFETCH(const quint32, seed);
     ChangingChat chat(seed);
-    ListWindow refreshed(u"messageList"_s);
-    ListWindow rebuilt(u"messageList"_s);
+    HistoryWindows windows;
     for (int i = 0; i < 250; ++i) {
         chat.change();
         if (chat.below(40) == 0) {
             const int width = 380 + chat.below(500);
-            refreshed.list.resize(width, 320);
-            rebuilt.list.resize(width, 320);
-            settleWidgets();
+            windows.refreshed.list.resize(width, 320);
+            windows.rebuilt.list.resize(width, 320);
+            windows.settle();
         }
         const int scrolled = chat.below(300);
-        for (QListWidget *list : {&refreshed.list, &rebuilt.list})
+        for (const QListWidget *list : {&windows.refreshed.list, &windows.rebuilt.list})
             list->verticalScrollBar()->setValue(scrolled);
-        showHistory(&refreshed.list, chat.history());
-        rebuildHistory(&rebuilt.list, chat.history());
-        settleWidgets();
-        QCOMPARE(listState(&refreshed.list), listState(&rebuilt.list));
+        windows.show(chat.history());
+        QCOMPARE(listState(&windows.refreshed.list), listState(&windows.rebuilt.list));
     }
 }
 
@@ -198,13 +209,10 @@ void TestListRefresh::longHistoryLooksRebuilt()
     QList<int> all;
     for (int i = 0; i < 150; ++i)
         all.append(i);
-    ListWindow refreshed(u"messageList"_s);
-    ListWindow rebuilt(u"messageList"_s);
+    HistoryWindows windows;
     for (const QList<int> &shown : {all, numbers, all}) {
-        showHistory(&refreshed.list, rows(shown));
-        rebuildHistory(&rebuilt.list, rows(shown));
-        settleWidgets();
-        QCOMPARE(listState(&refreshed.list), listState(&rebuilt.list));
+        windows.show(rows(shown));
+        QCOMPARE(listState(&windows.refreshed.list), listState(&windows.rebuilt.list));
     }
 }
 
@@ -214,10 +222,11 @@ void TestListRefresh::unchangedRowsKeepTheirWidgets()
         return HistoryRow(MessageRowModel{.isMine = true, .text = text});
     };
     ListWindow window(u"messageList"_s);
-    showHistory(&window.list, {row(u"a"_s), row(u"b"_s), row(u"c"_s)});
+    auto *history = new HistoryList(&window.list);
+    history->show({row(u"a"_s), row(u"b"_s), row(u"c"_s)});
     const auto widget = [&](int index) { return window.list.itemWidget(window.list.item(index)); };
     const QList<QWidget *> before{widget(0), widget(1), widget(2)};
-    showHistory(&window.list, {row(u"c"_s), row(u"x"_s), row(u"a"_s), row(u"y"_s)});
+    history->show({row(u"c"_s), row(u"x"_s), row(u"a"_s), row(u"y"_s)});
     settleWidgets();
     QCOMPARE(widget(0), before.at(2));
     QCOMPARE(widget(2), before.at(0));

@@ -40,6 +40,15 @@ QSize BubbleText::sizeHint() const
     return {naturalWidth, naturalHeight};
 }
 
+void BubbleText::setMeasured(QSize text, QSize wrapped)
+{
+    ensurePolished(); // that forgets what was measured
+    naturalWidth = text.width();
+    naturalHeight = text.height();
+    lastWidth = wrapped.width();
+    lastHeight = wrapped.height();
+}
+
 // No text needs more room than the narrowest window leaves it: its long words are broken.
 QSize BubbleText::minimumSizeHint() const
 {

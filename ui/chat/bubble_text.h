@@ -23,6 +23,9 @@ public:
     QSize minimumSizeHint() const override;
     int heightForWidth(int width) const override;
 
+    /// Spares measuring: TEXT is the size of its own, and WRAPPED that in the bubble, in the present font.
+    void setMeasured(QSize text, QSize wrapped);
+
     /// What copying takes: the selection, else the whole text.
     QString copiedText() const;
     /// The text gets the keyboard, so that the key that copies is for it; without the keyboard a selection

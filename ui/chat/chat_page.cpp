@@ -4,9 +4,9 @@
 #include "ui/chat/chat_page.h"
 
 #include "ui/chat/history_copy.h"
+#include "ui/chat/history_list.h"
 #include "ui/keyboard/composition_keys.h"
 #include "ui/keyboard/scroll_keys.h"
-#include "ui/lists/row_list.h"
 #include "ui/widgets/elided_label.h"
 #include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
@@ -69,7 +69,7 @@ QListWidget *ChatPage::makeMessageList()
     list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    keepRowHeights(list);
+    history = new HistoryList(list);
     return list;
 }
 

@@ -16,6 +16,8 @@ class QPushButton;
 namespace tideloft::ui
 {
 
+class HistoryList;
+
 /// Shows a conversation or, in its place, the notice of a server.
 class ChatPage : public QWidget
 {
@@ -32,8 +34,8 @@ public:
     [[nodiscard]] bool showsServer() const { return serverIsShown; }
     /// Makes the list show PEER's history. Nothing of another conversation is left, not even a selection.
     void showHistory(const QString &peer, const QList<HistoryRow> &rows);
-    /// The rows stay for who looks on, but the next history begins anew.
-    void endHistory() { shownHistory.clear(); }
+    /// The rows stay for who looks on, but no more of them are opened, and the next history begins anew.
+    void endHistory();
     /// Empties header, history and line.
     void clear();
 
@@ -71,6 +73,7 @@ private:
     QLabel *centerTitle = nullptr;
     QLabel *centerSubtitle = nullptr;
     QListWidget *messageList = nullptr;
+    HistoryList *history = nullptr;
     QLineEdit *msgInput = nullptr;
     QPushButton *sendButton = nullptr;
     QString shownHistory;       ///< whose history the list shows; empty while it shows a server's notice

@@ -67,7 +67,13 @@ void ChatPage::showHistory(const QString &peer, const QList<HistoryRow> &rows)
         messageList->clear();
     shownHistory = peer;
     if (!rows.isEmpty())
-        ui::showHistory(messageList, rows);
+        history->show(rows);
+}
+
+void ChatPage::endHistory()
+{
+    history->stop();
+    shownHistory.clear();
 }
 
 void ChatPage::clear()

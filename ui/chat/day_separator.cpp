@@ -20,7 +20,7 @@ namespace
 QWidget *makeDayLine(QWidget *row)
 {
     auto *rule = makeBox(row);
-    rule->setMinimumHeight(1);
+    rule->setFixedHeight(1); // whatever the style sheet says, and when
     rule->setStyleSheet(style::dayLine());
     return rule;
 }

@@ -1,36 +1,221 @@
-// The entries of messages and day separators.
+// What of a history is opened, measured and made, and when.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/chat/history_list.h"
 
-#include "ui/chat/day_separator.h"
-#include "ui/chat/message_row.h"
 #include "ui/lists/row_reconciler.h"
 
+#include <QAccessible>
+#include <QDeadlineTimer>
+#include <QEvent>
 #include <QListWidget>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTimerEvent>
+
+#include <utility>
 
 namespace tideloft::ui
 {
 
-namespace
+HistoryList::HistoryList(QListWidget *watched) : QObject(watched), list(watched), widgets(watched)
 {
-
-ListRow makeListRow(const HistoryRow &row, QWidget *viewport)
-{
-    QWidget *widget = nullptr;
-    if (const auto *message = std::get_if<MessageRowModel>(&row))
-        widget = new MessageRow(*message, viewport);
-    else
-        widget = makeDaySeparator(std::get<DaySeparatorModel>(row), viewport);
-    return {.widget = widget, .sizeHint = widget->sizeHint(), .spoken = spokenText(row)};
+    list->viewport()->installEventFilter(this);
+    connect(list->verticalScrollBar(), &QScrollBar::valueChanged, this, &HistoryList::onScrolled);
 }
 
-} // namespace
-
-void showHistory(QListWidget *list, const QList<HistoryRow> &rows)
+void HistoryList::show(const QList<HistoryRow> &rows)
 {
-    showRows<HistoryRow>(list, rows, makeListRow);
-    list->scrollToBottom();
+    {
+        const QScopedValueRollback<bool> settling(isSettling, true);
+        topBefore = -1;
+        measuredFrom = {};
+        const bool isNew = place(rows);
+        // Rows are measured beside the scroll bar, not without it first.
+        const Qt::ScrollBarPolicy policy = list->verticalScrollBarPolicy();
+        if (isNew && needsScrollBar())
+            list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        measureAtOnce(newest(newestAtOnce), QDeadlineTimer(longestAtOnce));
+        if (applySizes() || isNew)
+            list->doItemsLayout();
+        list->setVerticalScrollBarPolicy(policy);
+        list->scrollToBottom();
+    }
+    settle(newest(newestAtOnce), -1, true);
+}
+
+/// Whether even the estimates, which are low, do not fit.
+bool HistoryList::needsScrollBar() const
+{
+    int height = 0;
+    for (int index = 0; index < list->count() && height <= list->viewport()->height(); ++index)
+        height += list->item(index)->sizeHint().height();
+    return height > list->viewport()->height();
+}
+
+/// The newest first.
+void HistoryList::measureAtOnce(Range range, const QDeadlineTimer &end)
+{
+    for (int index = range.end; index-- > range.first && !end.hasExpired();)
+        widgets.measure(index);
+}
+
+/// Gives every row its entry. False if the list shows ROWS already.
+bool HistoryList::place(const QList<HistoryRow> &rows)
+{
+    QList<const HistoryRow *> shown;
+    shown.reserve(list->count());
+    for (int i = 0; i < list->count(); ++i) {
+        const HistoryEntry *entry = widgets.entry(i);
+        shown.append(entry ? &entry->row() : nullptr);
+    }
+    if (shown.contains(nullptr)) {
+        list->clear();
+        shown.clear();
+    }
+    const QList<RowPlace> places = planRows(shown.size(), equalRows(shown, rows));
+    // The list lays itself out once for all of them. Who listens to it is told of each.
+    const auto insert = [this](int index, int count) {
+        const QSignalBlocker unheard(QAccessible::isActive() ? nullptr : list->model());
+        for (int i = index; i < index + count; ++i)
+            list->insertItem(i, new HistoryEntry);
+    };
+    if (!arrangeEntries(list, places, insert))
+        return false;
+    for (int i = 0; i < places.size(); ++i) {
+        if (!places.at(i).isKept)
+            widgets.entry(i)->setRow(rows.at(i));
+    }
+    return true;
+}
+
+/// Opens, measures and makes what is on screen and ATONCE. Meanwhile the row ANCHOR stays where it stands on
+/// screen, or if it is -1 the first there, or the list stays at its end.
+void HistoryList::settle(Range atOnce, int anchor, bool keepsBottom)
+{
+    const QScopedValueRollback<bool> settling(isSettling, true);
+    keepsBottom = keepsBottom || isAtBottom();
+    // Rows that turn out lower than estimated bring others on screen, and a scroll bar changes the width.
+    const QDeadlineTimer end(longestAtOnce);
+    for (int round = 0; round < 50; ++round) {
+        measureAtOnce(atOnce, end);
+        measureAtOnce(onScreen(), QDeadlineTimer(QDeadlineTimer::Forever));
+        if (!layOut(anchor, keepsBottom))
+            break;
+    }
+    if (int(makeWidgets(atOnce)) + int(makeWidgets(onScreen())) > 0)
+        list->doItemsLayout();
+    rememberPlace();
+    if (list->count() > 0)
+        slices.start(0, this);
+}
+
+/// Lets the list know what was measured. False if it knows already.
+bool HistoryList::layOut(int anchor, bool keepsBottom)
+{
+    const int held = anchor >= 0 ? anchor : onScreen().first;
+    const int y = list->visualItemRect(list->item(held)).top();
+    const bool isWidthNew = std::exchange(isStale, false);
+    if (!applySizes() && !isWidthNew)
+        return false;
+    list->doItemsLayout();
+    QScrollBar *bar = list->verticalScrollBar();
+    if (keepsBottom)
+        bar->setValue(bar->maximum());
+    else
+        bar->setValue(bar->value() + list->visualItemRect(list->item(held)).top() - y);
+    return true;
+}
+
+/// Lets entries tell their measures when the list asks. False if nothing is new.
+bool HistoryList::applySizes()
+{
+    bool isChanged = false;
+    for (int index = 0; index < list->count(); ++index) {
+        HistoryEntry *entry = widgets.entry(index);
+        isChanged = (entry && entry->isMeasured() && entry->applySize()) || isChanged;
+    }
+    unapplied = 0;
+    return isChanged;
+}
+
+/// False if they are there already.
+bool HistoryList::makeWidgets(Range range)
+{
+    bool isChanged = false;
+    for (int index = range.first; index < range.end; ++index) {
+        if (!widgets.needsWidget(index) || !widgets.entry(index)->isMeasured())
+            continue;
+        widgets.make(index);
+        isChanged = true;
+    }
+    return isChanged;
+}
+
+void HistoryList::onScrolled()
+{
+    if (isSettling)
+        return;
+    // What was on screen before, or a little above, moves as far as the user has scrolled.
+    const int way = qAbs(list->verticalScrollBar()->value() - valueBefore);
+    const bool isNear = way <= 2 * list->viewport()->height() && topBefore < list->count();
+    settle({}, isNear ? topBefore : -1, false);
+}
+
+bool HistoryList::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::Resize:
+        onResized();
+        break;
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+    case QEvent::Polish:
+        widgets.forgetFonts();
+        remeasure(true);
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void HistoryList::onResized()
+{
+    const bool wasAtBottom = isAtBottom();
+    if (list->viewport()->width() != width) {
+        width = list->viewport()->width();
+        isStale = true; // by itself the list waits a little
+        remeasure(false);
+    } else if (isSettling || list->count() == 0) {
+        return;
+    }
+    if (!isSettling && list->count() > 0)
+        settle(wasAtBottom ? newest(newestAtOnce) : Range{}, -1, wasAtBottom);
+}
+
+/// Every measure is an estimate from now on. A notice is measured at once.
+void HistoryList::remeasure(bool fontsAreNew)
+{
+    measuredFrom = {};
+    for (int index = 0; index < list->count(); ++index) {
+        QListWidgetItem *item = list->item(index);
+        if (HistoryEntry *entry = widgets.entry(index))
+            entry->forgetMeasure(width, fontsAreNew);
+        else if (const QWidget *row = list->itemWidget(item); row && item->sizeHint() != row->sizeHint())
+            item->setSizeHint(row->sizeHint());
+    }
+    if (list->count() > 0)
+        slices.start(0, this);
+}
+
+void HistoryList::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == slices.timerId())
+        work();
+    else
+        QObject::timerEvent(event);
 }
 
 } // namespace tideloft::ui

@@ -1,16 +1,90 @@
-// The chat history in its list.
+// The chat history in its list: every row has an entry, and those near the eye have a widget.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/messages/history_rows.h"
+#include "ui/chat/history_widgets.h"
 
-class QListWidget;
+#include <QBasicTimer>
+#include <QObject>
+
+class QDeadlineTimer;
 
 namespace tideloft::ui
 {
 
-/// Makes LIST show ROWS and scrolls it to its bottom. Rows that it shows already are not touched.
-void showHistory(QListWidget *list, const QList<HistoryRow> &rows);
+/// Shows rows in a list that it watches from then on. What is on screen and the newest rows are opened,
+/// measured and made at once. All others are opened and measured in short slices between events, the nearest
+/// first. Until then an entry's height is an estimate; when that changes, nothing on screen moves.
+class HistoryList : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int newestAtOnce = 40;
+    static constexpr int newestWithWidgets = 200;
+    /// ms; messages that are hard to draw wait for their turn once those at once have taken so long.
+    static constexpr int longestAtOnce = 1'000;
+
+    /// LIST owns it.
+    explicit HistoryList(QListWidget *list);
+
+    /// Makes the list show ROWS and scrolls it to its bottom. Rows that it shows already are not touched.
+    void show(const QList<HistoryRow> &rows);
+    /// Ends the work on rows that are not on screen. The next rows begin it anew.
+    void stop() { slices.stop(); }
+    /// Whether every row is measured, and every row that is to have a widget has it.
+    [[nodiscard]] bool isSettled() const { return !slices.isActive(); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    /// The indexes of entries from FIRST on, before END.
+    struct Range {
+        int first = 0;
+        int end = 0;
+
+        bool operator==(const Range &) const = default;
+    };
+
+    bool place(const QList<HistoryRow> &rows);
+    [[nodiscard]] bool needsScrollBar() const;
+    void measureAtOnce(Range range, const QDeadlineTimer &end);
+    [[nodiscard]] int rowAt(int y) const;
+    [[nodiscard]] Range onScreen() const;
+    [[nodiscard]] Range around(Range middle, int screens) const;
+    [[nodiscard]] Range newest(int count) const;
+    [[nodiscard]] bool isAtBottom() const;
+    [[nodiscard]] QList<int> nearRows() const;
+
+    void settle(Range atOnce, int anchor, bool keepsBottom);
+    bool layOut(int anchor, bool keepsBottom);
+    bool applySizes();
+    bool makeWidgets(Range range);
+    void onScrolled();
+    void onResized();
+    void remeasure(bool fontsAreNew);
+    void work();
+    bool workNearby(const QDeadlineTimer &end);
+    bool makeNearby(const QList<int> &rows, const QDeadlineTimer &end);
+    bool measureOutward(const QDeadlineTimer &end);
+    bool measureBeside(Range middle, const QDeadlineTimer &end);
+    void takeFarWidgets();
+    void rememberPlace();
+
+    QListWidget *list;
+    HistoryWidgets widgets;
+    QBasicTimer slices;
+    int width = 0;        ///< of the viewport, for which rows are measured
+    int topBefore = -1;   ///< the first row on screen, and
+    int valueBefore = 0;  ///< where the list stood, when it was last settled
+    int unapplied = 0;    ///< how many rows are measured of which the list does not know yet
+    int distance = 0;     ///< how far from the screen rows are measured, while it shows
+    Range measuredFrom;   ///< these
+    bool isStale = false; ///< the list is laid out for another width
+    bool isSettling = false;
+};
 
 } // namespace tideloft::ui

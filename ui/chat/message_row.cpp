@@ -89,12 +89,12 @@ QWidget *MessageRow::makeBubble(const MessageRowModel &model)
     column->setContentsMargins(bubblePadding, 8, bubblePadding, 8);
     if (model.showsSender())
         column->addWidget(makeSenderName(model.sender, bubble));
-    bubbleText = new BubbleText(model.text, bubble);
+    bubbleText = new BubbleText(model.text.value(), bubble);
     column->addWidget(bubbleText);
     if (!model.time.isEmpty())
         column->addWidget(makeTime(model, bubble));
-    if (!model.trouble.isEmpty()) {
-        bubble->setToolTip(model.trouble);
+    if (const QString trouble = model.trouble(); !trouble.isEmpty()) {
+        bubble->setToolTip(trouble);
         showToolTipAsPlainText(bubble);
     }
     return bubble;

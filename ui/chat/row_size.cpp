@@ -80,32 +80,36 @@ BubbleFrame bubbleFrame(const MessageRowModel &model, const RowFonts &fonts)
 // A label without text is as high as a line at any width.
 int textHeightIn(int width, const MessageRowModel &model, QSize natural, const RowFonts &fonts)
 {
-    if (model.text.isEmpty())
+    if (model.text.value().isEmpty())
         return qMax(natural.height(), QFontMetrics(fonts.text).lineSpacing());
     return width >= natural.width() && width <= widestBubbleText
                ? natural.height()
-               : bubbleTextHeight(model.text, fonts.text, width);
+               : bubbleTextHeight(model.text.value(), fonts.text, width);
 }
 
-QSize sizeOf(const MessageRowModel &model, int listWidth, const RowFonts &fonts)
+RowSize sizeOf(const MessageRowModel &model, int listWidth, const RowFonts &fonts, const RowSize &known)
 {
     const QMargins margins = MessageRow::margins(model);
     const int beside = margins.left() + margins.right() + (model.isMine ? 0 : avatarWidth + 8);
-    const QSize natural = bubbleTextSize(model.text, fonts.text);
+    const QSize natural = known.text.isValid() ? known.text : bubbleTextSize(model.text.value(), fonts.text);
     const int textWidth = qMax(natural.width(), QFontMetrics(fonts.text).averageCharWidth());
     const BubbleFrame frame = bubbleFrame(model, fonts);
     const int padding = 2 * bubblePadding;
     const int wanted = qMin(qMax(frame.width, textWidth) + padding, widestBubble);
     const int width = qMin(wanted + beside, listWidth);
-    const int bubble = frame.height + textHeightIn(width - beside - padding, model, natural, fonts);
+    const int inBubble = width - beside - padding;
+    const bool isKnown = known.wrapped.isValid() && known.wrapped.width() == inBubble;
+    const QSize wrapped(inBubble,
+                        isKnown ? known.wrapped.height() : textHeightIn(inBubble, model, natural, fonts));
+    const int bubble = frame.height + wrapped.height();
     const int content = model.showsSender() ? qMax(bubble, avatarWidth) : bubble;
-    return {width, content + margins.top() + margins.bottom()};
+    return {{width, content + margins.top() + margins.bottom()}, natural, wrapped};
 }
 
-QSize sizeOf(const DaySeparatorModel &model, const RowFonts &fonts)
+RowSize sizeOf(const DaySeparatorModel &model, const RowFonts &fonts)
 {
     const QSize label = labelSize(model.label, fonts.day);
-    return {40 + label.width() + 2 * fonts.daySpacing + 40, 18 + qMax(label.height(), 1) + 10};
+    return {{40 + label.width() + 2 * fonts.daySpacing + 40, 18 + qMax(label.height(), 1) + 10}, {}, {}};
 }
 
 } // namespace
@@ -123,11 +127,11 @@ RowFonts rowFonts(QWidget *viewport)
             .daySpacing = day->layout()->spacing()};
 }
 
-QSize rowSize(const HistoryRow &row, int listWidth, const RowFonts &fonts)
+RowSize rowSize(const HistoryRow &row, int listWidth, const RowFonts &fonts, const RowSize &known)
 {
     if (const auto *day = std::get_if<DaySeparatorModel>(&row))
         return sizeOf(*day, fonts);
-    return sizeOf(std::get<MessageRowModel>(row), listWidth, fonts);
+    return sizeOf(std::get<MessageRowModel>(row), listWidth, fonts, known);
 }
 
 } // namespace tideloft::ui

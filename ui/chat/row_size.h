@@ -25,7 +25,15 @@ struct RowFonts {
 /// The fonts of rows below VIEWPORT.
 RowFonts rowFonts(QWidget *viewport);
 
-/// The size hint of the widget for ROW in a list that is LISTWIDTH px wide, to the pixel.
-QSize rowSize(const HistoryRow &row, int listWidth, const RowFonts &fonts);
+/// How large a row is, and what was measured on the way.
+struct RowSize {
+    QSize row;
+    QSize text;    ///< of a message: that its text has of its own, and
+    QSize wrapped; ///< in its bubble
+};
+
+/// The size hint of the widget for ROW in a list that is LISTWIDTH px wide, to the pixel. Opens the message.
+/// KNOWN, measured for the same row and fonts in another width, spares measuring the text again.
+RowSize rowSize(const HistoryRow &row, int listWidth, const RowFonts &fonts, const RowSize &known = {});
 
 } // namespace tideloft::ui

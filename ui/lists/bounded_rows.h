@@ -9,13 +9,13 @@ namespace tideloft::ui
 {
 
 /// How many entries of one reply are listed, from its beginning. No person has so many. Without these limits
-/// a single reply could keep the window busy for minutes, because every row is made of widgets.
+/// a single reply could keep the window busy for minutes.
 constexpr qsizetype conversationsLimit = 2'000;
 constexpr qsizetype foundUsersLimit = 2'000;
 constexpr qsizetype serversLimit = 1'000;
 
 /// Of a history the newest are shown: those are at the end, which is where the list stands.
-constexpr qsizetype historyLimit = 5'000;
+constexpr qsizetype historyLimit = 50'000;
 
 /// The last historyLimit of ITEMS, all of them if there are no more.
 QJsonArray newestItems(const QJsonArray &items);

@@ -1,54 +1,16 @@
-// Entries, their widgets and their heights.
+// Entries and their widgets.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/lists/row_list.h"
 
-#include <QEvent>
 #include <QLayout>
 #include <QListWidget>
-#include <QScrollBar>
 
 namespace tideloft::ui
 {
 
 namespace
 {
-
-/// Watches a list's viewport for changes of its width.
-class RowHeightKeeper : public QObject
-{
-public:
-    explicit RowHeightKeeper(QListWidget *watched) : QObject(watched), list(watched)
-    {
-        list->viewport()->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::Resize && list->viewport()->width() != width) {
-            width = list->viewport()->width();
-            const bool atBottom = list->verticalScrollBar()->value() == list->verticalScrollBar()->maximum();
-            updateHints();
-            if (atBottom)
-                list->scrollToBottom();
-        }
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    void updateHints()
-    {
-        for (int i = 0; i < list->count(); ++i) {
-            QListWidgetItem *entry = list->item(i);
-            const QWidget *row = list->itemWidget(entry);
-            if (row && entry->sizeHint() != row->sizeHint())
-                entry->setSizeHint(row->sizeHint());
-        }
-    }
-
-    QListWidget *list;
-    int width = 0;
-};
 
 /// Lays out what stands in LAYOUT, the innermost first: left until it is shown, each part would have all
 /// around it laid out once more.
@@ -88,16 +50,16 @@ void setRow(QListWidget *list, int index, const ListRow &row)
     setEntryData(entry, Qt::UserRole, row.user.isEmpty() ? QVariant() : row.user);
     setEntryData(entry, Qt::AccessibleTextRole, row.spoken.isEmpty() ? QVariant() : row.spoken);
     setEntryData(entry, shownModelRole, row.model);
-    if (QWidget *before = list->itemWidget(entry))
-        before->hide(); // the list deletes it later
-    row.widget->resize(list->viewport()->width(), row.sizeHint.height());
-    layOut(row.widget->layout());
-    list->setItemWidget(entry, row.widget);
+    setRowWidget(list, entry, row.widget, row.sizeHint.height());
 }
 
-void keepRowHeights(QListWidget *list)
+void setRowWidget(QListWidget *list, QListWidgetItem *entry, QWidget *row, int height)
 {
-    new RowHeightKeeper(list); // owned by the list
+    if (QWidget *before = list->itemWidget(entry))
+        before->hide(); // the list deletes it later
+    row->resize(list->viewport()->width(), height);
+    layOut(row->layout());
+    list->setItemWidget(entry, row);
 }
 
 } // namespace tideloft::ui

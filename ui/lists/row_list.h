@@ -10,6 +10,7 @@
 #include <Qt>
 
 class QListWidget;
+class QListWidgetItem;
 class QWidget;
 
 namespace tideloft::ui
@@ -35,8 +36,7 @@ void appendRows(QListWidget *list, const QList<ListRow> &rows);
 /// Makes ROW the one that the entry at INDEX shows.
 void setRow(QListWidget *list, int index, const ListRow &row);
 
-/// Keeps every entry's size hint equal to its row widget's own while the width of LIST changes. Wrapped text
-/// needs more height where there is less width. A list that stands at its bottom stays there.
-void keepRowHeights(QListWidget *list);
+/// Makes ROW, HEIGHT px high and made below the viewport, the widget of ENTRY.
+void setRowWidget(QListWidget *list, QListWidgetItem *entry, QWidget *row, int height);
 
 } // namespace tideloft::ui

@@ -58,7 +58,12 @@ private:
 class EntryMover
 {
 public:
-    EntryMover(QListWidget *changed, const QList<RowPlace> &planned) : list(changed), places(planned) {}
+    EntryMover(QListWidget *changed, const QList<RowPlace> &planned, const InsertEntries &insertion)
+        : list(changed),
+          places(planned),
+          insert(insertion)
+    {
+    }
 
     void removeUnused();
     void arrange();
@@ -70,6 +75,7 @@ private:
 
     QListWidget *list;
     const QList<RowPlace> &places;
+    const InsertEntries &insert;
     QList<int> order = {}; // for each entry now in the list its index at the beginning, -1 for a new one
 };
 
@@ -110,7 +116,7 @@ int EntryMover::insertFrom(int index)
     int end = index;
     while (end < places.size() && places.at(end).entry < 0)
         ++end;
-    list->insertItems(index, QStringList(end - index));
+    insert(index, end - index);
     order.insert(index, end - index, -1);
     return end;
 }
@@ -143,21 +149,28 @@ QList<QVariant> shownModels(const QListWidget *list)
     return models;
 }
 
-void applyPlan(QListWidget *list, const QList<RowPlace> &places, const std::function<ListRow(int)> &make)
+bool arrangeEntries(QListWidget *list, const QList<RowPlace> &places, const InsertEntries &insert)
 {
-    const auto isKept = [](const RowPlace &place) { return place.isKept; };
-    const auto keptCount = std::count_if(places.cbegin(), places.cend(), isKept);
-    const bool isSame =
-        keptCount == list->count() && keptCount == places.size()
-        && std::all_of(places.cbegin(), places.cend(), [](const RowPlace &place) { return place.isFixed; });
+    const bool isSame = places.size() == list->count()
+                        && std::all_of(places.cbegin(), places.cend(),
+                                       [](const RowPlace &place) { return place.isKept && place.isFixed; });
     if (isSame)
-        return;
-    std::optional<Curtain> curtain;
-    if (places.size() - keptCount > 50)
-        curtain.emplace(list);
-    EntryMover mover(list, places);
+        return false;
+    EntryMover mover(list, places, insert);
     mover.removeUnused();
     mover.arrange();
+    return true;
+}
+
+void applyPlan(QListWidget *list, const QList<RowPlace> &places, const std::function<ListRow(int)> &make)
+{
+    std::optional<Curtain> curtain;
+    if (std::count_if(places.cbegin(), places.cend(), [](const RowPlace &place) { return !place.isKept; })
+        > 50)
+        curtain.emplace(list);
+    const auto insert = [list](int index, int count) { list->insertItems(index, QStringList(count)); };
+    if (!arrangeEntries(list, places, insert))
+        return;
     for (int i = 0; i < places.size(); ++i) {
         if (!places.at(i).isKept)
             setRow(list, i, make(i));

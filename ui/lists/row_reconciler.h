@@ -16,6 +16,12 @@ namespace tideloft::ui
 /// The models that the entries of LIST show, in order; invalid for what is no row made from a model.
 QList<QVariant> shownModels(const QListWidget *list);
 
+/// Inserts COUNT new entries at INDEX.
+using InsertEntries = std::function<void(int index, int count)>;
+
+/// Makes the entries of LIST follow PLACES. False if they do so already, and all are kept.
+bool arrangeEntries(QListWidget *list, const QList<RowPlace> &places, const InsertEntries &insert);
+
 /// Makes the entries of LIST follow PLACES, and gives those that are not kept the row that MAKE builds for
 /// their index. Lays the list out at once.
 void applyPlan(QListWidget *list, const QList<RowPlace> &places, const std::function<ListRow(int)> &make);

@@ -6,7 +6,6 @@
 #include "crypto/messages/open_message.h"
 #include "crypto/messages/trimmed_member.h"
 #include "ui/messages/unreadable_message.h"
-#include "ui/texts/message_time.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,31 +20,39 @@ QString shownText(const QJsonObject &item, const OpenMessage &open, const QStrin
     return opened.isEmpty() ? unreadable : opened;
 }
 
-DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading)
+TextOpener textOpener(const Reading &reading)
+{
+    return std::make_shared<const OpenMessage>(
+        [open = reading.open, unreadable = unreadableText(reading.language)](const QJsonObject &item) {
+            QString reason;
+            const auto explained = [&](const QJsonObject &sealed) {
+                OpenedText opened = open(sealed);
+                if (opened.text.isEmpty())
+                    reason = opened.reason.isEmpty() ? u"The message is empty."_s : opened.reason;
+                return opened;
+            };
+            const QString text = shownText(item, explained, unreadable);
+            return OpenedText(text, reason);
+        });
+}
+
+DisplayRecord RecordReader::read(const QJsonObject &item)
 {
     const QString from = crypto::trimmedMember(item, u"from"_s);
-    QString reason;
-    const auto open = [&](const QJsonObject &sealed) {
-        OpenedText opened = reading.open(sealed);
-        if (opened.text.isEmpty())
-            reason = opened.reason.isEmpty() ? u"The message is empty."_s : opened.reason;
-        return opened;
-    };
-    const QString text = shownText(item, open, unreadableText(reading.language));
     return {.from = from,
-            .text = text,
-            .time = messageTime(item, reading.now),
-            .isMine = from.toLower() == reading.ownName.toLower(),
-            .reason = reason};
+            .text = LazyText(item, opener),
+            .time = messageTime(item, reading.now, times),
+            .isMine = from.toLower() == reading.ownName.toLower()};
 }
 
 QList<DisplayRecord> displayRecords(const QJsonArray &items, const Reading &reading)
 {
+    RecordReader reader(reading);
     QList<DisplayRecord> records;
     records.reserve(items.size());
     for (const QJsonValue &value : items) {
         if (value.isObject())
-            records.append(displayRecord(value.toObject(), reading));
+            records.append(reader.read(value.toObject()));
     }
     return records;
 }

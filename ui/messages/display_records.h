@@ -1,8 +1,10 @@
-// The messages of a history, opened and ready to be grouped.
+// The messages of a history, ready to be grouped.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ui/messages/lazy_text.h"
+#include "ui/texts/message_time.h"
 #include "ui/texts/text.h"
 
 #include <QDateTime>
@@ -10,37 +12,18 @@
 #include <QJsonObject>
 #include <QList>
 
-#include <functional>
-#include <utility>
-
 namespace tideloft::ui
 {
 
 /// One message as the view shows it.
 struct DisplayRecord {
     QString from;
-    QString text;
+    LazyText text;
     QDateTime time; ///< Local; invalid if the service's text cannot be read.
     bool isMine = false;
-    QString reason = {}; ///< Why it could not be opened, in English; empty where it could.
 
     bool operator==(const DisplayRecord &) const = default;
 };
-
-/// What came of opening a message: its plain text, or an empty text and the reason.
-struct OpenedText {
-    OpenedText(QString plainText, QString failure = {})
-        : text(std::move(plainText)),
-          reason(std::move(failure))
-    {
-    }
-
-    QString text;
-    QString reason;
-};
-
-/// Opens an encrypted message for this device.
-using OpenMessage = std::function<OpenedText(const QJsonObject &item)>;
 
 /// How the items of one history are read: OWNNAME is the signed-in user's name; a message without a time gets
 /// NOW; a message that cannot be opened says so in LANGUAGE.
@@ -55,9 +38,25 @@ struct Reading {
 /// opened.
 QString shownText(const QJsonObject &item, const OpenMessage &open, const QString &unreadable);
 
-DisplayRecord displayRecord(const QJsonObject &item, const Reading &reading);
+/// What opens the texts of records as READING says.
+TextOpener textOpener(const Reading &reading);
 
-/// One record for each object of ITEMS, in their order.
+/// Makes the records of one reply, read as READING says.
+class RecordReader
+{
+public:
+    explicit RecordReader(const Reading &how) : reading(how), opener(textOpener(how)) {}
+
+    /// The record of ITEM, whose text is opened when somebody looks at it.
+    DisplayRecord read(const QJsonObject &item);
+
+private:
+    const Reading &reading;
+    TextOpener opener;
+    LocalTimes times;
+};
+
+/// One record for each object of ITEMS, in their order. None is opened.
 QList<DisplayRecord> displayRecords(const QJsonArray &items, const Reading &reading);
 
 } // namespace tideloft::ui

@@ -3,6 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "ui/messages/history_cache.h"
 
+#include "ui/messages/unreadable_message.h"
+
+#include <QMultiHash>
 #include <QTimeZone>
 
 using namespace Qt::StringLiterals;
@@ -30,29 +33,65 @@ std::pair<qsizetype, qsizetype> sameItems(const QJsonArray &before, const QJsonA
 
 } // namespace
 
+class HistoryCache::Places
+{
+public:
+    Places(const QJsonArray &all, qsizetype first, qsizetype end) : items(all)
+    {
+        for (qsizetype i = first; i < end; ++i)
+            places.insert(keyOf(items.at(i)), i);
+    }
+
+    /// The place of an item that is equal to VALUE and was not taken before, or -1.
+    qsizetype take(const QJsonValue &value)
+    {
+        const QString key = places.isEmpty() ? QString() : keyOf(value);
+        for (auto place = places.find(key); place != places.end() && place.key() == key; ++place) {
+            if (items.at(*place) != value)
+                continue;
+            const qsizetype found = *place;
+            places.erase(place);
+            return found;
+        }
+        return -1;
+    }
+
+private:
+    // No two sealed texts are the same.
+    static QString keyOf(const QJsonValue &value) { return value[u"text"_s].toString(); }
+
+    QJsonArray items;
+    QMultiHash<QString, qsizetype> places;
+};
+
 void HistoryCache::forget()
 {
+    for (const Known &known : std::as_const(knownBefore))
+        known.record.text.close(unreadableText(key.language));
     itemsBefore = {};
     knownBefore.clear();
 }
 
-HistoryCache::Known HistoryCache::read(const QJsonValue &value, const Reading &reading)
+HistoryCache::Known HistoryCache::read(const QJsonValue &value, RecordReader &reader)
 {
     if (!value.isObject())
         return {};
     const QJsonObject item = value.toObject();
-    return {displayRecord(item, reading), true, item.contains(u"createdAt"_s)};
+    return {reader.read(item), true, item.contains(u"createdAt"_s)};
 }
 
 QList<HistoryCache::Known> HistoryCache::follow(const QJsonArray &items, const Reading &reading) const
 {
     const auto [front, back] = sameItems(itemsBefore, items);
     const qsizetype shift = items.size() - itemsBefore.size();
+    Places between(itemsBefore, front, itemsBefore.size() - back);
+    RecordReader reader(reading);
     QList<Known> known;
     known.reserve(items.size());
     for (qsizetype i = 0; i < items.size(); ++i) {
-        const bool isNew = i >= front && i < items.size() - back;
-        known.append(isNew ? read(items.at(i), reading) : knownBefore.at(i < front ? i : i - shift));
+        const bool isBetween = i >= front && i < items.size() - back;
+        const qsizetype place = isBetween ? between.take(items.at(i)) : i < front ? i : i - shift;
+        known.append(place < 0 ? read(items.at(i), reader) : knownBefore.at(place));
         if (known.last().isMessage && !known.last().isTimed)
             known.last().record.time = reading.now;
     }

@@ -1,4 +1,4 @@
-// The history that is shown, as it was read: what comes again unchanged is not read again.
+// The history that is shown, as it was read: what comes again unchanged is neither read nor opened again.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -8,7 +8,8 @@
 namespace tideloft::ui
 {
 
-/// Remembers the records of one reply for the next, also those of messages that could not be opened.
+/// Remembers the records of one reply for the next, also those of messages that could not be opened, or were
+/// not yet.
 class HistoryCache
 {
 public:
@@ -16,6 +17,7 @@ public:
     /// one that did not might open; then nothing remembered is used, and neither for another user, language
     /// or time zone.
     QList<DisplayRecord> records(const QJsonArray &items, const Reading &reading, quint64 generation);
+    /// What was not opened stays closed from now on.
     void forget();
 
 private:
@@ -34,7 +36,10 @@ private:
         bool operator==(const CacheKey &) const = default;
     };
 
-    static Known read(const QJsonValue &value, const Reading &reading);
+    /// Finds the items of a part of the last reply again, wherever they stand now.
+    class Places;
+
+    static Known read(const QJsonValue &value, RecordReader &reader);
     QList<Known> follow(const QJsonArray &items, const Reading &reading) const;
 
     CacheKey key;

@@ -9,6 +9,8 @@
 
 #include <QStringList>
 
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -19,39 +21,39 @@ namespace
 
 MessageRowModel messageRow(const DisplayRecord &record, GroupPosition position, Language language)
 {
-    MessageRowModel row{.isMine = record.isMine, .position = position, .text = record.text};
+    MessageRowModel row{
+        .isMine = record.isMine, .position = position, .text = record.text, .language = language};
     row.speaker = record.isMine ? chooseText(language, u"Du"_s, u"You"_s) : record.from;
     row.clock = clockText(record.time);
     if (row.showsSender())
         row.sender = record.from;
     if (position == GroupPosition::Single || position == GroupPosition::Last)
         row.time = row.clock;
-    if (!record.reason.isEmpty())
-        row.trouble = messageTrouble(record.reason, language);
     return row;
-}
-
-/// Cuts every text to the part that is drawn. All texts share one limit, and the newest messages get their
-/// part first: they are at the end, where the list is scrolled to.
-void boundMessages(QList<HistoryRow> &rows)
-{
-    qint64 left = historyEffort;
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        auto *message = std::get_if<MessageRowModel>(&*row);
-        if (!message)
-            continue;
-        TextLimits limits = messageLimits;
-        limits.effort = qBound(smallestEffort, left, messageLimits.effort);
-        message->text = firstPart(message->text, limits);
-        left -= drawingEffort(message->text);
-    }
 }
 
 } // namespace
 
+bool MessageRowModel::operator==(const MessageRowModel &other) const
+{
+    const auto parts = [](const MessageRowModel &row) {
+        return std::tie(row.isMine, row.position, row.sender, row.text, row.time, row.speaker, row.clock);
+    };
+    if (parts(*this) != parts(other))
+        return false;
+    return language == other.language || (text.isOpen() && text.reason().isEmpty());
+}
+
+QString MessageRowModel::trouble() const
+{
+    const QString &reason = text.reason();
+    return reason.isEmpty() ? QString() : messageTrouble(reason, language);
+}
+
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language)
 {
     QList<HistoryRow> rows;
+    rows.reserve(records.size());
     const QList<GroupPosition> positions = groupPositions(records);
     QDate separated; // the date of the last separator
     for (qsizetype i = 0; i < records.size(); ++i) {
@@ -62,7 +64,6 @@ QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, 
         }
         rows.append(messageRow(records.at(i), positions.at(i), language));
     }
-    boundMessages(rows);
     return rows;
 }
 
@@ -79,7 +80,7 @@ QString spokenText(const HistoryRow &row)
     if (const auto *day = std::get_if<DaySeparatorModel>(&row))
         return day->label;
     const auto &message = std::get<MessageRowModel>(row);
-    QStringList parts{inOneLine(message.speaker), message.text, message.clock, message.trouble};
+    QStringList parts{inOneLine(message.speaker), message.text.value(), message.clock, message.trouble()};
     parts.removeAll({});
     return parts.join(u", "_s);
 }

@@ -1,4 +1,5 @@
-// The rows of the chat history, as values: everything that a row shows, and nothing of how it is drawn.
+// The rows of the chat history, as values: everything that a row shows, and nothing of how it is drawn. Texts
+// are opened when somebody asks for them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -22,18 +23,22 @@ struct MessageRowModel {
     bool isMine = false;
     GroupPosition position = GroupPosition::Single;
     QString sender = {}; ///< Empty where neither the name nor the avatar is shown.
-    QString text = {};
+    LazyText text = {};
     QString time = {};    ///< "HH:mm", empty where no time is shown.
     QString speaker = {}; ///< Who a screen reader says wrote it: every row for itself, grouped or not.
     QString clock = {};   ///< When, likewise.
-    QString trouble = {}; ///< Why it could not be displayed and what to do; empty where it could.
+    Language language = Language::English;
 
     /// Whether the peer's avatar stands beside the bubble and the name in it.
     bool showsSender() const { return !isMine && startsGroup(); }
     /// Single and first messages stand apart from what is above them.
     bool startsGroup() const { return position == GroupPosition::Single || position == GroupPosition::First; }
 
-    bool operator==(const MessageRowModel &) const = default;
+    /// Why it could not be displayed and what to do; empty where it could.
+    QString trouble() const;
+
+    /// Whether both show the same, as far as they are opened.
+    bool operator==(const MessageRowModel &other) const;
 };
 
 using HistoryRow = std::variant<DaySeparatorModel, MessageRowModel>;
@@ -41,8 +46,7 @@ using HistoryRow = std::variant<DaySeparatorModel, MessageRowModel>;
 // Found here because the alternatives are of this namespace; clazy looks at std::variant alone.
 size_t qHash(const HistoryRow &row, size_t seed = 0); // clazy:exclude=qhash-namespace
 
-/// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE. Of texts
-/// beyond all measure they hold the first part; see ui/texts/bounded_text.h.
+/// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE.
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language);
 
 /// What a screen reader says of a row: "bob, see you at noon, 12:04". Eyes find the sender and the time of a

@@ -18,6 +18,8 @@ void MessageReader::signOut()
 
 void MessageReader::keepHistory(const QString &peer, const QJsonArray &items)
 {
+    if (peer != peerOfHistory)
+        historyCache.forget();
     historyItems = items;
     peerOfHistory = peer;
 }
@@ -39,21 +41,17 @@ OpenedText MessageReader::open(const QJsonObject &item)
     return {text, reason};
 }
 
-QList<DisplayRecord> MessageReader::records(const QJsonArray &items, const Reading &reading)
-{
-    if (myUsername.isEmpty())
-        return displayRecords(items, reading);
-    crypto::rereadPrivateKey(myUsername, deviceId, decryptionCache);
-    return historyCache.records(items, reading, decryptionCache.generation());
-}
-
 QList<HistoryRow> MessageReader::historyRows(Language language)
 {
     if (historyItems.isEmpty())
         return {};
     const QDateTime now = QDateTime::currentDateTime();
     const Reading reading{myUsername, [this](const QJsonObject &item) { return open(item); }, now, language};
-    return ui::historyRows(records(newestItems(historyItems), reading), now.date(), language);
+    if (!myUsername.isEmpty())
+        crypto::rereadPrivateKey(myUsername, deviceId, decryptionCache);
+    const QList<DisplayRecord> records =
+        historyCache.records(newestItems(historyItems), reading, decryptionCache.generation());
+    return ui::historyRows(records, now.date(), language);
 }
 
 QList<ConversationRowModel> MessageReader::conversationRows(const QJsonArray &items, Language language)

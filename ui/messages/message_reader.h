@@ -17,25 +17,29 @@ class MessageReader
 {
 public:
     explicit MessageReader(const QString &ownDeviceId) : deviceId(ownDeviceId) {}
+    Q_DISABLE_COPY_MOVE(MessageReader)
+    ~MessageReader() { forgetHistory(); }
 
     /// Messages are read as USERNAME from now on.
     void signIn(const QString &username) { myUsername = username; }
     /// Forgets the keys and the history.
     void signOut();
 
-    /// Keeps the reply that is the history of PEER, until the next one comes.
+    /// Keeps the reply that is the history of PEER, until the next one comes. What was not opened of another
+    /// peer's stays closed.
     void keepHistory(const QString &peer, const QJsonArray &items);
+    /// What was not opened stays closed.
     void forgetHistory();
     /// Whose history is kept; empty if there is none.
     [[nodiscard]] const QString &historyPeer() const { return peerOfHistory; }
-    /// The rows of the kept history, as they read now in LANGUAGE.
+    /// The rows of the kept history, as they read now in LANGUAGE. Their texts are opened when they are
+    /// looked at, while the history is kept.
     QList<HistoryRow> historyRows(Language language);
     /// The rows of a conversation list, as they read now in LANGUAGE.
     QList<ConversationRowModel> conversationRows(const QJsonArray &items, Language language);
 
 private:
     OpenedText open(const QJsonObject &item);
-    QList<DisplayRecord> records(const QJsonArray &items, const Reading &reading);
 
     QString deviceId;
     QString myUsername; ///< empty while nobody is signed in

@@ -26,11 +26,6 @@ constexpr TextLimits errorLimits{4'000, 4'000, 1'000, 6'000'000};
 constexpr TextLimits nameLimits{1'000, 1'000, 100, 120'000};
 constexpr TextLimits previewLimits{1'000, 1'000, 100, 20'000};
 
-/// What the messages of one history may take together.
-constexpr qint64 historyEffort = 6'000'000;
-/// What is left to each older message when the newer ones have used that up: some thousand letters.
-constexpr qint64 smallestEffort = 4'800;
-
 /// The toolkit takes a text with this control character for several texts, and draws one of them.
 constexpr QChar variantSeparator(0x9c);
 

@@ -5,6 +5,8 @@
 
 #include <QLocale>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
@@ -32,26 +34,52 @@ bool readsAsWritten(const QDateTime &local, const QString &text)
 
 } // namespace
 
-QDateTime messageTime(const QJsonObject &item, const QDateTime &now)
+QDateTime LocalTimes::local(const QDateTime &time)
+{
+    constexpr qint64 seconds = 6 * 3600;
+    if (!time.isValid() || time.timeSpec() == Qt::LocalTime || time.toSecsSinceEpoch() < 0)
+        return withKnownOffset(time.toLocalTime());
+    const qint64 asked = time.toSecsSinceEpoch() / seconds;
+    if (asked != period) {
+        const auto offsetAt = [](qint64 moment) {
+            return QDateTime::fromSecsSinceEpoch(moment).offsetFromUtc();
+        };
+        offset = offsetAt(asked * seconds);
+        if (offset != offsetAt((asked + 1) * seconds))
+            return withKnownOffset(time.toLocalTime());
+        period = asked;
+    }
+    return time.toOffsetFromUtc(offset);
+}
+
+QDateTime messageTime(const QJsonObject &item, const QDateTime &now, LocalTimes &times)
 {
     const auto createdAt = item.constFind(u"createdAt"_s);
     if (createdAt == item.constEnd())
         return now;
     const QString text = createdAt->toString();
     const QDateTime time = QDateTime::fromString(text, Qt::ISODate);
-    return readsAsWritten(time, text) ? withKnownOffset(time.toLocalTime()) : QDateTime();
+    return readsAsWritten(time, text) ? times.local(time) : QDateTime();
 }
 
 QString clockText(const QDateTime &time)
 {
-    return time.toString(u"HH:mm"_s);
+    if (!time.isValid())
+        return {};
+    static std::array<QString, 24 * 60> texts; // every message of a history has one
+    const QTime clock = time.time();
+    QString &text = texts.at(size_t(clock.hour() * 60 + clock.minute()));
+    if (text.isEmpty())
+        text = clock.toString(u"HH:mm"_s);
+    return text;
 }
 
 QString conversationTimeText(const QJsonObject &item, const QDateTime &now)
 {
     if (!item.contains(u"createdAt"_s))
         return {};
-    const QDateTime time = messageTime(item, now);
+    LocalTimes times;
+    const QDateTime time = messageTime(item, now, times);
     if (!time.isValid())
         return {};
     return time.date() == now.date() ? clockText(time) : QLocale().toString(time.date(), u"d MMM"_s);

@@ -11,9 +11,22 @@
 namespace tideloft::ui
 {
 
+/// Local times of the messages of one reply. The system looks at the zone's file for every moment that it is
+/// asked about; here the moments of some hours share an answer, unless clocks are put on or back in them.
+class LocalTimes
+{
+public:
+    /// TIME here, with its offset from UTC as a number.
+    QDateTime local(const QDateTime &time);
+
+private:
+    qint64 period = -1; ///< for which the offset is known, counted from the beginning of 1970
+    int offset = 0;     ///< s
+};
+
 /// The local date and time of an item's `createdAt` (ISO 8601), NOW if it has none. A value that cannot be
 /// read gives an invalid time.
-QDateTime messageTime(const QJsonObject &item, const QDateTime &now);
+QDateTime messageTime(const QJsonObject &item, const QDateTime &now, LocalTimes &times);
 
 /// "HH:mm", or an empty text for an invalid time.
 QString clockText(const QDateTime &time);

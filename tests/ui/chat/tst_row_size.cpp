@@ -69,7 +69,6 @@ HistoryRow randomRow(QRandomGenerator &random)
     row.position = GroupPosition(random.bounded(4));
     row.sender = row.showsSender() ? names.at(random.bounded(int(names.size()))) : QString();
     row.time = random.bounded(2) ? u"12:34"_s : QString();
-    row.trouble = random.bounded(9) == 0 ? u"trouble"_s : QString();
     return row;
 }
 
@@ -114,9 +113,9 @@ void TestRowSize::isTheWidgetsOwn()
     for (int i = 0; i < 50; ++i) {
         const HistoryRow row = randomRow(random);
         const int width = widths.at(random.bounded(int(widths.size())));
-        if (rowSize(row, width, fonts) != place.widgetSize(row, width))
+        if (rowSize(row, width, fonts).row != place.widgetSize(row, width))
             qInfo() << "row" << i << "at" << width << spokenText(row);
-        QCOMPARE(rowSize(row, width, fonts), place.widgetSize(row, width));
+        QCOMPARE(rowSize(row, width, fonts).row, place.widgetSize(row, width));
     }
 }
 
@@ -130,7 +129,8 @@ void TestRowSize::isTheWidgetsOwnForHostileTexts()
         const QString text = firstPart(hostile.text, limits);
         const MessageRowModel row{.sender = hostile.text.left(5'000), .text = text, .time = u"12:00"_s};
         for (const int width : {380, 700})
-            QVERIFY2(rowSize(row, width, fonts) == place.widgetSize(row, width), hostile.name.constData());
+            QVERIFY2(rowSize(row, width, fonts).row == place.widgetSize(row, width),
+                     hostile.name.constData());
     }
 }
 
@@ -139,8 +139,8 @@ void TestRowSize::fontsAreThoseOfThePlace()
     const MessageRowModel row{.isMine = true, .text = u"illicit"_s};
     const Place dark(darkStyleSheet());
     const Place mono(u"QWidget { font-family: 'DejaVu Sans Mono'; }"_s);
-    const QSize inMono = rowSize(row, 500, rowFonts(mono.viewport));
-    QVERIFY(inMono != rowSize(row, 500, rowFonts(dark.viewport)));
+    const QSize inMono = rowSize(row, 500, rowFonts(mono.viewport)).row;
+    QVERIFY(inMono != rowSize(row, 500, rowFonts(dark.viewport)).row);
     QCOMPARE(inMono, mono.widgetSize(row, 500));
 }
 

@@ -58,6 +58,9 @@ private slots:
     void otherTermsReadAfresh_data();
     void otherTermsReadAfresh();
     void forgetsWhenTold();
+    void nothingIsOpenedBeforeItIsLookedAt();
+    void movedItemsAreKnown();
+    void whatIsForgottenStaysClosed();
 
 private:
     QList<DisplayRecord> read(const QJsonArray &array);
@@ -88,8 +91,13 @@ void TestHistoryCache::init()
 QList<DisplayRecord> TestHistoryCache::read(const QJsonArray &array)
 {
     const QList<DisplayRecord> records = history.records(array, reading, readGeneration);
+    const QList<DisplayRecord> afresh = displayRecords(array, reading);
+    for (const DisplayRecord &record : records)
+        (void)record.text.value();
     const QStringList openedNow = opened;
-    if (records != displayRecords(array, reading))
+    for (const DisplayRecord &record : afresh)
+        (void)record.text.value();
+    if (records != afresh)
         return {};
     opened = openedNow;
     return records;
@@ -99,7 +107,7 @@ void TestHistoryCache::unchangedItemsAreOpenedOnce()
 {
     const QJsonArray array = items({u"a"_s, u"b"_s});
     QCOMPARE(read(array).size(), 2);
-    QCOMPARE(read(array).value(1).text, u"opened b"_s);
+    QCOMPARE(read(array).value(1).text.value(), u"opened b"_s);
     QCOMPARE(opened, QStringList({u"a"_s, u"b"_s}));
 }
 
@@ -141,9 +149,10 @@ void TestHistoryCache::failureIsRemembered()
 {
     unopenable = u"b"_s;
     for (int reply = 0; reply < 2; ++reply)
-        QCOMPARE(read(items({u"a"_s, u"b"_s})).value(1).text, u"🔒 Message could not be displayed"_s);
+        QCOMPARE(read(items({u"a"_s, u"b"_s})).value(1).text.value(), u"🔒 Message could not be displayed"_s);
     QCOMPARE(opened, QStringList({u"a"_s, u"b"_s}));
-    QCOMPARE(read(items({u"a"_s, u"b"_s, u"c"_s})).value(1).text, u"🔒 Message could not be displayed"_s);
+    QCOMPARE(read(items({u"a"_s, u"b"_s, u"c"_s})).value(1).text.value(),
+             u"🔒 Message could not be displayed"_s);
     QCOMPARE(opened, QStringList({u"a"_s, u"b"_s, u"c"_s}));
 }
 
@@ -154,7 +163,7 @@ void TestHistoryCache::failureIsTriedAgainUnderOtherTerms()
     read(items({u"b"_s}));
     unopenable.clear();
     ++readGeneration;
-    QCOMPARE(read(items({u"b"_s})).value(0).text, u"opened b"_s);
+    QCOMPARE(read(items({u"b"_s})).value(0).text.value(), u"opened b"_s);
 }
 
 void TestHistoryCache::messageWithoutTimeGetsTheNewMinute()
@@ -210,6 +219,35 @@ void TestHistoryCache::forgetsWhenTold()
     history.forget();
     read(items({u"a"_s}));
     QCOMPARE(opened.size(), 2);
+}
+
+void TestHistoryCache::nothingIsOpenedBeforeItIsLookedAt()
+{
+    const QList<DisplayRecord> before = history.records(items({u"a"_s, u"b"_s}), reading, 1);
+    QCOMPARE(before.value(1).text.value(), u"opened b"_s);
+    QCOMPARE(opened, QStringList{u"b"_s});
+    const QList<DisplayRecord> now = history.records(items({u"a"_s, u"b"_s, u"c"_s}), reading, 1);
+    QCOMPARE(now.value(0).text, before.value(0).text);
+    QVERIFY(now.value(1).text.isOpen());
+    QCOMPARE(opened, QStringList{u"b"_s});
+}
+
+void TestHistoryCache::movedItemsAreKnown()
+{
+    read(items({u"a"_s, u"b"_s, u"b"_s, u"c"_s}));
+    opened.clear();
+    QCOMPARE(read(items({u"c"_s, u"b"_s, u"a"_s, u"b"_s})).size(), 4);
+    QCOMPARE(opened, QStringList());
+}
+
+void TestHistoryCache::whatIsForgottenStaysClosed()
+{
+    const QList<DisplayRecord> two = history.records(items({u"a"_s, u"b"_s}), reading, 1);
+    QCOMPARE(two.value(0).text.value(), u"opened a"_s);
+    history.forget();
+    QCOMPARE(two.value(0).text.value(), u"opened a"_s);
+    QCOMPARE(two.value(1).text.value(), u"🔒 Message could not be displayed"_s);
+    QCOMPARE(opened, QStringList{u"a"_s});
 }
 
 TIDELOFT_TEST_MAIN(TestHistoryCache)

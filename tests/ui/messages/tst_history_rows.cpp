@@ -28,7 +28,7 @@ QString described(const MessageRowModel &message)
         parts.prepend(u"my"_s);
     if (!message.sender.isEmpty())
         parts.append(u'<' + message.sender + u'>');
-    parts.append(message.text);
+    parts.append(message.text.value());
     if (!message.time.isEmpty())
         parts.append(u'@' + message.time);
     return parts.join(u' ');

@@ -59,7 +59,7 @@ QStringList TestMessageReader::shownTexts(Language language)
     QStringList texts;
     for (const ui::HistoryRow &row : reader->historyRows(language)) {
         if (const auto *message = std::get_if<ui::MessageRowModel>(&row))
-            texts.append(message->text);
+            texts.append(message->text.value());
     }
     return texts;
 }

@@ -39,6 +39,8 @@ private slots:
     void readsCreatedAt_data();
     void readsCreatedAt();
     void hasTheLocalOffset();
+    void momentsSideBySideAreConvertedAlike_data();
+    void momentsSideBySideAreConvertedAlike();
     void clock_data();
     void clock();
     void conversationTime_data();
@@ -79,14 +81,43 @@ void TestMessageTime::readsCreatedAt()
 {
     QFETCH(const QJsonObject, item);
     QFETCH(const QString, expected);
-    const QDateTime time = messageTime(item, noon());
+    LocalTimes times;
+    const QDateTime time = messageTime(item, noon(), times);
     QCOMPARE(time.isValid(), !expected.isEmpty());
     QCOMPARE(time.toString(u"yyyy-MM-dd HH:mm:ss.zzz"_s), expected);
 }
 
 void TestMessageTime::hasTheLocalOffset()
 {
-    QCOMPARE(messageTime(writtenAt(u"2024-07-01T22:30:00Z"_s), noon()).offsetFromUtc(), 2 * 3600);
+    LocalTimes times;
+    QCOMPARE(messageTime(writtenAt(u"2024-07-01T22:30:00Z"_s), noon(), times).offsetFromUtc(), 2 * 3600);
+}
+
+void TestMessageTime::momentsSideBySideAreConvertedAlike_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::newRow("Stockholm") << tideloft::tests::stockholm;
+    QTest::newRow("half an hour of summer time") << QByteArray("LHST-10:30LHDT-11,M10.1.0,M4.1.0");
+    QTest::newRow("UTC") << QByteArray("UTC");
+    QTest::newRow("west") << QByteArray("PST8PDT,M3.2.0,M11.1.0");
+}
+
+// Every quarter of an hour of two years, forwards and then back and forth, over all changes of the clocks.
+void TestMessageTime::momentsSideBySideAreConvertedAlike()
+{
+    QFETCH(const QByteArray, zone);
+    tideloft::tests::setLocalZone(zone);
+    LocalTimes times;
+    const qint64 begin = QDateTime(QDate(2023, 1, 1), QTime(0, 0), Qt::UTC).toSecsSinceEpoch();
+    for (qint64 i = 0; i < 2LL * 366 * 96; ++i) {
+        const qint64 second = begin + (i % 7 == 6 ? i * 31 % (2LL * 366 * 96) : i) * 900;
+        const QDateTime moment = QDateTime::fromSecsSinceEpoch(second, Qt::UTC);
+        const QDateTime expected = moment.toLocalTime();
+        const QDateTime local = times.local(moment);
+        if (local.date() != expected.date() || local.time() != expected.time() || local != expected)
+            QCOMPARE(local, expected);
+    }
+    tideloft::tests::setLocalZone(tideloft::tests::stockholm);
 }
 
 void TestMessageTime::clock_data()

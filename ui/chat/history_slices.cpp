@@ -1,0 +1,172 @@
+// The work on a history that waits until nothing else is to do.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/chat/history_list.h"
+
+#include <QDeadlineTimer>
+#include <QListWidget>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <utility>
+
+namespace tideloft::ui
+{
+
+namespace
+{
+
+// The last message of a slice may need a millisecond more.
+constexpr int sliceMilliseconds = 6;
+
+// Widgets are made before they are scrolled to, and stay for a while.
+constexpr int screensMade = 2;
+constexpr int screensKept = 3;
+
+} // namespace
+
+/// The first row that ends at Y of the viewport or below; behind the last one if none does.
+int HistoryList::rowAt(int y) const
+{
+    int first = 0;
+    int end = list->count();
+    while (first < end) {
+        const int middle = first + (end - first) / 2;
+        if (list->visualItemRect(list->item(middle)).bottom() < y)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    return first;
+}
+
+HistoryList::Range HistoryList::onScreen() const
+{
+    return {rowAt(0), qMin(rowAt(list->viewport()->height() - 1) + 1, list->count())};
+}
+
+HistoryList::Range HistoryList::around(Range middle, int screens) const
+{
+    const int rows = qMax(middle.end - middle.first, 10) * screens;
+    return {qMax(middle.first - rows, 0), qMin(middle.end + rows, list->count())};
+}
+
+HistoryList::Range HistoryList::newest(int count) const
+{
+    return {qMax(list->count() - count, 0), list->count()};
+}
+
+bool HistoryList::isAtBottom() const
+{
+    return list->verticalScrollBar()->value() == list->verticalScrollBar()->maximum();
+}
+
+void HistoryList::rememberPlace()
+{
+    topBefore = onScreen().first;
+    valueBefore = list->verticalScrollBar()->value();
+}
+
+/// The rows that have widgets: those around the screen, the nearest first, and the newest.
+QList<int> HistoryList::nearRows() const
+{
+    QList<int> rows;
+    const Range middle = onScreen();
+    const Range near = around(middle, screensMade);
+    for (int index = middle.first; index < middle.end; ++index)
+        rows.append(index);
+    for (int step = 1; middle.first - step >= near.first || middle.end - 1 + step < near.end; ++step) {
+        if (middle.first - step >= near.first)
+            rows.append(middle.first - step);
+        if (middle.end - 1 + step < near.end)
+            rows.append(middle.end - 1 + step);
+    }
+    const Range last = newest(newestWithWidgets);
+    for (int index = last.end; index-- > last.first;)
+        rows.append(index);
+    return rows;
+}
+
+/// One slice.
+void HistoryList::work()
+{
+    const QScopedValueRollback<bool> settling(isSettling, true);
+    const QDeadlineTimer end(sliceMilliseconds);
+    if (workNearby(end) && measureOutward(end)) {
+        slices.stop();
+        takeFarWidgets();
+    }
+    rememberPlace();
+}
+
+/// Measures and makes what is to have a widget. True once nothing is left to do.
+bool HistoryList::workNearby(const QDeadlineTimer &end)
+{
+    const QList<int> rows = nearRows();
+    bool isApplied = true;
+    for (const int index : rows) {
+        if (end.hasExpired())
+            return false;
+        widgets.measure(index);
+        const HistoryEntry *entry = widgets.entry(index);
+        isApplied = isApplied && (!entry || entry->isApplied());
+    }
+    if (!isApplied)
+        layOut(-1, isAtBottom());
+    return makeNearby(rows, end);
+}
+
+bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
+{
+    bool isChanged = false;
+    const auto isMade = [&](int index) {
+        if (!widgets.needsWidget(index))
+            return true;
+        if (end.hasExpired())
+            return false;
+        widgets.make(index);
+        return isChanged = true;
+    };
+    const bool areMade = std::ranges::all_of(rows, isMade);
+    if (isChanged)
+        list->doItemsLayout();
+    return areMade;
+}
+
+/// Measures the other rows. The list learns of many at once: it lays all of them out, and paints itself. True
+/// once all are measured.
+bool HistoryList::measureOutward(const QDeadlineTimer &end)
+{
+    const Range middle = onScreen();
+    if (std::exchange(measuredFrom, middle) != middle)
+        distance = 0;
+    const bool areMeasured = measureBeside(middle, end);
+    if (areMeasured || unapplied > qMax(250, list->count() / 10))
+        layOut(-1, isAtBottom());
+    return areMeasured;
+}
+
+/// Goes on from the screen outward, above and below by turns.
+bool HistoryList::measureBeside(Range middle, const QDeadlineTimer &end)
+{
+    for (; middle.first - distance > 0 || middle.end + distance < list->count(); ++distance) {
+        if (end.hasExpired())
+            return false;
+        for (const int index : {middle.first - 1 - distance, middle.end + distance})
+            unapplied += widgets.measure(index) ? 1 : 0;
+    }
+    return true;
+}
+
+void HistoryList::takeFarWidgets()
+{
+    const Range kept = around(onScreen(), screensKept);
+    const int last = newest(newestWithWidgets).first;
+    for (int index = 0; index < last; ++index) {
+        if (index < kept.first || index >= kept.end)
+            widgets.take(index);
+    }
+}
+
+} // namespace tideloft::ui
