@@ -56,7 +56,7 @@ template <typename Result> struct Waiting {
     std::optional<Result> result;
 };
 
-/// The result, once it is there.
+/// The result, once it is there; what stands for it when the patience ends first. The result is dropped then.
 template <typename Result>
 boost::asio::awaitable<Result> waitFor(std::shared_ptr<LoopMailbox> mailbox,
                                        std::variant<Result, Later<Result>> outcome)
@@ -77,9 +77,12 @@ boost::asio::awaitable<Result> waitFor(std::shared_ptr<LoopMailbox> mailbox,
         });
     });
     boost::system::error_code cancelled;
-    while (!waiting->result)
+    while (!waiting->result) {
         co_await waiting->timer.async_wait(
             boost::asio::redirect_error(boost::asio::use_awaitable, cancelled));
+        if (!cancelled && !waiting->result)
+            co_return std::move(later.whenLate);
+    }
     co_return std::move(*waiting->result);
 }
 

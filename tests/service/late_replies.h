@@ -14,14 +14,16 @@ namespace tideloft::tests
 class LateReplies
 {
 public:
-    /// A reply that finish() ends.
-    service::Reply next()
+    /// A reply that finish() ends, or the end of PATIENCE with an empty reply of status 503.
+    service::Reply next(std::chrono::milliseconds patience = std::chrono::milliseconds::max())
     {
-        return service::Later<service::Response>{[this](const service::Finish<service::Response> &finish) {
-            const std::lock_guard lock(mutex);
-            waiting << finish;
-            begun.release();
-        }};
+        return service::Later<service::Response>{
+            [this](const service::Finish<service::Response> &finish) {
+                const std::lock_guard lock(mutex);
+                waiting << finish;
+                begun.release();
+            },
+            patience, service::refusalResponse({503, QStringLiteral("late")}, {}, {})};
     }
 
     /// Waits until that many are asked for.

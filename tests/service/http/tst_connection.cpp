@@ -23,6 +23,7 @@ private slots:
     void silentConnectionIsDropped();
     void idleConnectionIsDropped();
     void slowWorkDoesNotHoldOthersUp();
+    void lateWorkIsAnsweredInItsPlace();
     void resetsDoNotHurt();
     void manyConnections();
     void connectionsAreLimited();
@@ -85,6 +86,16 @@ void TestHttpConnections::slowWorkDoesNotHoldOthersUp()
     QCOMPARE(statusOf(quick.exchange(get)), 200);
     late.finish();
     QVERIFY(slow.readReply().endsWith("{\"late\":true}"));
+}
+
+void TestHttpConnections::lateWorkIsAnsweredInItsPlace()
+{
+    LateReplies late;
+    ServerFixture server([&](const Request &) { return late.next(std::chrono::milliseconds(20)); });
+    HttpClient client(server.port());
+    QCOMPARE(statusOf(client.exchange(get)), 503);
+    late.finish(); // too late: it belongs to no request
+    QCOMPARE(statusOf(client.exchange(get)), 503);
 }
 
 void TestHttpConnections::resetsDoNotHurt()
