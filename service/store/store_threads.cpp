@@ -191,16 +191,19 @@ void StoreThreads::writeAll(const StoreSettings &settings, Opened &opened)
     opened.set_value();
     while (std::optional<Batch> batch =
                writes.takeAll(mostTogether, std::min(idleTurn, upkeep.untilNext()))) {
-        // The number changes when another connection has written, which only that of another process does.
-        if (const QVariant now = database.pragma(u"data_version"_s); now != version) {
-            version = now;
-            knownState.forgetAll();
-        }
         try {
+            // The number changes when another connection has written, which only that of another process
+            // does.
+            if (const QVariant now = database.pragma(u"data_version"_s); now != version) {
+                version = now;
+                knownState.forgetAll();
+            }
             if (!batch->empty())
                 storeAll(database, *batch, settings.committed);
         } catch (const CannotBegin &cannot) {
             refuse(std::move(*batch), cannot.failure);
+        } catch (...) {
+            refuse(std::move(*batch), std::current_exception()); // the next batch may be stored again
         }
         upkeep.take(database);
     }

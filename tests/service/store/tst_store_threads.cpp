@@ -7,6 +7,7 @@
 #include "tests/support/test_main.h"
 
 #include <atomic>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
@@ -23,6 +24,7 @@ private slots:
     void whatWaitsTogetherIsCommittedTogether();
     void refusedChangeLeavesTheOthers();
     void brokenChangeLeavesTheOthers();
+    void failureOfTheWriterItselfIsTold();
     void acknowledgedIsOnTheDisk();
     void readersCannotWrite();
     void lockedDatabaseRefusesWritesAndAllowsReads();
@@ -171,6 +173,18 @@ void TestStoreThreads::brokenChangeLeavesTheOthers()
     QVERIFY(isStored(after));
     QVERIFY_THROWS_EXCEPTION(StorageError, std::rethrow_exception(broken->failure));
     QCOMPARE(usersInFile(), 2);
+}
+
+// Anything may fail on the way to the disk, not only a change.
+void TestStoreThreads::failureOfTheWriterItselfIsTold()
+{
+    bool fails = true;
+    StoreThreads store({.file = file(), .committed = [&fails](std::chrono::nanoseconds) {
+                            if (std::exchange(fails, false))
+                                throw std::bad_alloc();
+                        }});
+    QVERIFY(!isStored(write(store, [](Database &database) { insert(database, u"alice"_s); })));
+    QVERIFY(isStored(write(store, [](Database &database) { insert(database, u"bob"_s); })));
 }
 
 void TestStoreThreads::acknowledgedIsOnTheDisk()
