@@ -27,8 +27,8 @@ class DecryptionCache
 {
 public:
     static constexpr qsizetype mostContentKeys = 65'536; ///< some 17 MiB when full
-    /// More than a history and a conversation list can show together; some 4 MiB when full.
-    static constexpr qsizetype mostFailures = 16'384;
+    /// More than a history and a conversation list can show together; some 16 MiB when full.
+    static constexpr qsizetype mostFailures = 65'536;
 
     /// Holds CAPACITY content keys, at least one. A full cache evicts the key that was not used for longest.
     explicit DecryptionCache(qsizetype capacity = mostContentKeys) : contentKeys(capacity) {}
