@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/schema.h"
-#include "service/store/store_threads.h"
-#include "tests/service/semaphore.h"
+#include "tests/service/store/written_change.h"
 #include "tests/support/test_main.h"
 
 #include <atomic>
@@ -11,7 +10,10 @@
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
+using tideloft::tests::isStored;
 using tideloft::tests::Semaphore;
+using tideloft::tests::write;
+using tideloft::tests::WriteOutcome;
 
 class TestStoreThreads : public QObject
 {
@@ -45,25 +47,6 @@ private:
         return users(other);
     }
 
-    /// What became of a change.
-    struct Told {
-        Semaphore done;
-        std::exception_ptr failure;
-    };
-    static std::shared_ptr<Told> write(StoreThreads &store, std::function<void(Database &)> change)
-    {
-        auto told = std::make_shared<Told>();
-        const bool accepted = store.write({std::move(change), [told](const std::exception_ptr &failure) {
-                                               told->failure = failure;
-                                               told->done.release();
-                                           }});
-        return accepted ? told : nullptr;
-    }
-    static bool isStored(const std::shared_ptr<Told> &told)
-    {
-        told->done.acquire();
-        return !told->failure;
-    }
     static qint64 count(StoreThreads &store)
     {
         Semaphore done;
@@ -123,7 +106,7 @@ void TestStoreThreads::whatWaitsTogetherIsCommittedTogether()
     Gate gate;
     const auto first = write(store, gate.change());
     gate.awaitWriter();
-    QList<std::shared_ptr<Told>> others;
+    QList<std::shared_ptr<WriteOutcome>> others;
     QList<qint64> seenFromOutside;
     for (int i = 0; i < 3; ++i) {
         others << write(store, [&, i](Database &database) {
@@ -224,7 +207,7 @@ void TestStoreThreads::lockedDatabaseRefusesWritesAndAllowsReads()
     Store other(file());
     {
         const Transaction held(other);
-        QList<std::shared_ptr<Told>> told;
+        QList<std::shared_ptr<WriteOutcome>> told;
         for (int i = 0; i < 5; ++i)
             told << write(store, [i](Database &database) { insert(database, QString::number(i)); });
         QCOMPARE(count(store), 0); // while the writer waits
@@ -269,7 +252,7 @@ void TestStoreThreads::fullQueueRefuses()
 void TestStoreThreads::writesUnderWayAreFinishedAtTheEnd()
 {
     Gate gate;
-    QList<std::shared_ptr<Told>> told;
+    QList<std::shared_ptr<WriteOutcome>> told;
     {
         StoreThreads store({file()});
         told << write(store, gate.change());
