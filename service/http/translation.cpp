@@ -42,6 +42,13 @@ void describeBody(ReplyMessage &message)
         message.set(http::field::cache_control, "no-store");
 }
 
+// Of several headers of that name the last is the proxy's: the others are what the client sent.
+QByteArray lastForwardedFor(const RequestParser::value_type &message)
+{
+    const auto [begin, end] = message.equal_range("X-Forwarded-For");
+    return begin == end ? QByteArray() : toBytes(std::prev(end)->value());
+}
+
 } // namespace
 
 QByteArray toBytes(boost::beast::string_view text)
@@ -59,7 +66,7 @@ Request headOf(const RequestParser &parser, const Way &way)
     request.cookie = toBytes(message[http::field::cookie]);
     request.ifNoneMatch = toBytes(message[http::field::if_none_match]);
     request.fromForeignPage = isForeignPage(parser, way.secure);
-    request.peer = way.forwarded ? forwardedPeer(toBytes(message["X-Forwarded-For"]), way.peer) : way.peer;
+    request.peer = way.forwarded ? forwardedPeer(lastForwardedFor(message), way.peer) : way.peer;
     return request;
 }
 

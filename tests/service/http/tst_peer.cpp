@@ -115,8 +115,9 @@ void TestPeer::proxyIsBelievedWhereItIsTrusted()
     HttpServer server(settings, &tellPeer);
     std::thread thread([&] { server.run(); });
     HttpClient client(server.port());
-    const HttpReply reply = parsedReply(
-        client.exchange("GET / HTTP/1.1\r\nHost: h\r\nX-Forwarded-For: 1.1.1.1, 192.0.2.7\r\n\r\n"));
+    const HttpReply reply =
+        parsedReply(client.exchange("GET / HTTP/1.1\r\nHost: h\r\nX-Forwarded-For: 1.1.1.1\r\n"
+                                    "X-Forwarded-For: 1.1.1.2, 192.0.2.7\r\n\r\n"));
     HttpClient second(server.port()); // a proxy brings many, and needs a connection for each
     const bool served = statusOf(second.exchange(get)) == 200;
     client.socket.abort();
