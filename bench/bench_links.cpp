@@ -1,4 +1,4 @@
-// What a conversation full of links costs while nobody touches it.
+// How much processor time a conversation full of links takes while it is only shown.
 //
 // Run it with QT_QPA_PLATFORM=offscreen or under a virtual display. The service is in this process.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers

@@ -21,8 +21,8 @@ class ReplyCaches;
 using JsonHandler = std::function<void(const JsonReply &content, const ReplyOutcome &outcome)>;
 
 /// handleReply() for a reply in JSON. CACHE is one of CACHES, for a list that is asked for again and again,
-/// or null. A list that has not changed since it was cached is handed over as it was cached. If the cache was
-/// emptied meanwhile, because a user signed out or in, such a list is not handed over.
+/// or null. When the service answers that a list has not changed, HANDLER gets the cached list. If the cache
+/// was emptied before the answer, because a user signed out or in, HANDLER is not called.
 void handleJson(QNetworkReply *reply, const QObject *context, ReplyCaches &caches, ReplyCache *cache,
                 const JsonHandler &handler);
 

@@ -17,7 +17,7 @@ inline constexpr qint64 largestReply = qint64{128} * 1024 * 1024;
 /// bytes again are received meanwhile.
 void limitSize(QNetworkReply &reply);
 
-/// Whether REPLY was aborted by limitSize(), or holds more than largestReply. Such a reply must not be read.
+/// Whether limitSize() aborted REPLY, or REPLY holds more than largestReply. If so, do not read it.
 bool isTooLarge(const QNetworkReply &reply);
 
 } // namespace tideloft::net

@@ -56,7 +56,8 @@ SlowClient::SlowClient(Loop &owner, Kind wanted, std::uint16_t port, const std::
     : loop(owner),
       descriptor(connectedSocket(port, from))
 {
-    loop.add(descriptor, 0, *this); // an end is told all the same
+    // No event is asked for. The loop reports the end of the connection all the same.
+    loop.add(descriptor, 0, *this);
     loop.at(later(0.5), [this, first = beginningOf(wanted, user)] {
         static_cast<void>(send(descriptor, first.data(), first.size(), MSG_NOSIGNAL));
         sendByte();

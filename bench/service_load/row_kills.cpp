@@ -58,7 +58,7 @@ private:
         }
         written.repeated += reply.status == 0 ? 1 : 0;
         written.refused += reply.status == 0 ? 0 : 1;
-        loop.at(later(0.005), [this] { send(); }); // nobody listens for a moment
+        loop.at(later(0.005), [this] { send(); }); // the service is just starting again
     }
 
     Loop &loop;
@@ -95,7 +95,7 @@ struct Kills {
     double slowest = 0; ///< seconds until there was an answer again
 };
 
-// Looking at everything takes longer than all the rest, so it is done now and then.
+// The check of the whole database takes longer than a kill, so only some kills are followed by one.
 void killAgain(Loop &loop, ServiceProcess &service, const QString &database, Kills &kills)
 {
     static std::mt19937 generator(1);

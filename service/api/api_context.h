@@ -65,8 +65,8 @@ struct ApiContext {
 
     qint64 nowInMilliseconds() const { return settings.now().toMSecsSinceEpoch(); }
 
-    /// The time by which sessions run out: that of the start and what has passed since then, so that a clock
-    /// that is set meanwhile signs nobody out.
+    /// The time by which sessions run out, in ms since 1970. It is the time of the start plus the time that
+    /// has passed since the start: setting the computer's clock signs nobody out.
     qint64 sessionTime() const { return startedAt + settings.steadyNow() - startedAtSteady; }
 
 private:

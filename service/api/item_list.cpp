@@ -17,8 +17,8 @@ namespace
 
 constexpr qsizetype mostBytes = qsizetype{16} * 1024 * 1024;
 constexpr qsizetype untracked = qsizetype{64} * 1024; // what any reply may have
-// Memory is taken in pieces. What of the last one is not used is nobody else's as long as the reply is sent,
-// and slow readers may hold hundreds of replies.
+// Memory is set aside in pieces of this size. The unused rest of a reply's last piece stays set aside until
+// the reply is sent. Slow readers may hold hundreds of replies, so the pieces are small.
 constexpr qsizetype step = qsizetype{16} * 1024;
 
 } // namespace

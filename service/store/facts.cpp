@@ -15,9 +15,4 @@ void setFact(Database &database, const QString &name, qint64 value)
                  {name, value});
 }
 
-qint64 fact(Database &database, const QString &name)
-{
-    return database.number(u"SELECT value FROM facts WHERE name = ?"_s, {name});
-}
-
 } // namespace tideloft::service

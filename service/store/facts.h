@@ -10,7 +10,4 @@ namespace tideloft::service
 
 void setFact(Database &database, const QString &name, qint64 value);
 
-/// 0 when it was never set.
-qint64 fact(Database &database, const QString &name);
-
 } // namespace tideloft::service
