@@ -63,9 +63,8 @@ ApiSettings apiSettings(const Options &options)
     settings.registrationsPerMinute = options.registrationsPerMinute;
     settings.registration = options.registration;
     settings.keepMessagesDays = options.keepMessages;
-    settings.quota = {options.quotaMessages, qint64{options.quotaMegabytes} * 1024 * 1024,
-                      options.quotaConversations};
-    settings.pictureBytes = qint64{options.quotaPictureMegabytes} * 1024 * 1024;
+    settings.quota = {options.quotaMessages, inBytes(options.quotaMegabytes), options.quotaConversations};
+    settings.pictureBytes = inBytes(options.quotaPictureMegabytes);
     settings.hashingThreads = std::max(1U, std::thread::hardware_concurrency() / 2);
     return settings;
 }

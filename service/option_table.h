@@ -4,6 +4,7 @@
 #pragma once
 
 #include "service/api/registration.h"
+#include "service/api/usual_limits.h"
 
 #include <QList>
 #include <QString>
@@ -21,15 +22,15 @@ struct Options {
     QString keyFile;
     QString database; ///< empty = the default file
     bool quiet = false;
-    int historyLimit = 5000;
+    int historyLimit = usualHistoryLimit;
     int connections = 10'000;
     int connectionsPerAddress = 200;
-    int signInsPerMinute = 10; ///< 0 = any number, as of registrations
-    int registrationsPerMinute = 10;
-    int quotaMessages = 1'000'000;
-    int quotaMegabytes = 2048;
-    int quotaConversations = 2000;
-    int quotaPictureMegabytes = 100;
+    int signInsPerMinute = usualSignInsPerMinute; ///< 0 = any number, as of registrations
+    int registrationsPerMinute = usualRegistrationsPerMinute;
+    int quotaMessages = usualMessages;
+    int quotaMegabytes = usualMessageMegabytes;
+    int quotaConversations = usualConversations;
+    int quotaPictureMegabytes = usualPictureMegabytes;
     QString trustedProxy; ///< empty = none
     int metricsPort = -1; ///< -1 = none
     Registration registration = Registration::Open;

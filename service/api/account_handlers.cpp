@@ -7,8 +7,8 @@
 #include "service/api/json_reply.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/api/tasks.h"
+#include "service/store/account_rules.h"
 #include "service/store/invitations.h"
-#include "service/store/user_name.h"
 
 namespace tideloft::service
 {
@@ -18,14 +18,11 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qsizetype longestTypedName = 256; // before trimming
-
 QString newUserName(const JsonBody &body)
 {
     const std::optional<QString> name = normalizedUserName(body.text(u"username"_s, longestTypedName));
     if (!name)
-        throw Refusal(400, u"A user name has 3 to 32 letters a-z, digits, dots, hyphens or underscores, and "
-                           "not only dots."_s);
+        throw Refusal(400, userNameRule());
     return *name;
 }
 
@@ -33,7 +30,7 @@ QString newPassword(const JsonBody &body)
 {
     const QString password = body.text(u"password"_s, longestPassword);
     if (!isPasswordLength(password)) // one that is too long is refused above
-        throw Refusal(400, u"A password must have at least 8 characters."_s);
+        throw Refusal(400, passwordRule());
     return password;
 }
 

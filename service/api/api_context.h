@@ -5,8 +5,9 @@
 
 #include "service/api/attempt_limit.h"
 #include "service/api/registration.h"
+#include "service/api/usual_limits.h"
 #include "service/http/byte_budget.h"
-#include "service/secrets/password.h"
+#include "service/secrets/password_hash.h"
 #include "service/store/messages.h"
 #include "service/store/store_threads.h"
 #include "service/threads/workers.h"
@@ -18,11 +19,13 @@
 namespace tideloft::service
 {
 
-/// What one user may have sent, and with how many others.
-constexpr MessageQuota usualQuota{1'000'000, qint64{2} * 1024 * 1024 * 1024, 2'000};
+constexpr qint64 inBytes(int megabytes)
+{
+    return qint64{megabytes} * 1024 * 1024;
+}
 
-/// What one user's pictures may take.
-constexpr qint64 usualPictureBytes = qint64{100} * 1024 * 1024;
+/// What one user may have sent, and with how many others.
+constexpr MessageQuota usualQuota{usualMessages, inBytes(usualMessageMegabytes), usualConversations};
 
 /// Milliseconds of a clock that never jumps.
 qint64 steadyMilliseconds();
@@ -31,15 +34,15 @@ struct ApiSettings {
     ScryptCost scryptCost;
     bool secureCookies = true; ///< false only where the service speaks plain HTTP on loopback
     std::size_t hashingThreads = 1;
-    std::size_t waitingHashes = 16;  ///< more sign-ins and registrations at a time are refused
-    int signInsPerMinute = 10;       ///< for each account, and for each address; 0 = any number
-    int registrationsPerMinute = 10; ///< for each address; 0 = any number
+    std::size_t waitingHashes = 16;               ///< more sign-ins and registrations at a time are refused
+    int signInsPerMinute = usualSignInsPerMinute; ///< for each account, and for each address; 0 = any number
+    int registrationsPerMinute = usualRegistrationsPerMinute; ///< for each address; 0 = any number
     Registration registration = Registration::Open;
     MessageQuota quota = usualQuota;
-    qint64 pictureBytes = usualPictureBytes; ///< of one user's pictures
-    int keepMessagesDays = 0;                ///< older messages are forgotten; 0 = never
+    qint64 pictureBytes = inBytes(usualPictureMegabytes); ///< of one user's pictures
+    int keepMessagesDays = 0;                             ///< older messages are forgotten; 0 = never
     std::function<qint64()> steadyNow = &steadyMilliseconds;
-    int historyLimit = 5000;               ///< messages that a history gives at most
+    int historyLimit = usualHistoryLimit;  ///< messages that a history gives at most
     std::shared_ptr<ByteBudget> transfers; ///< what large replies may hold together; never null in a context
     std::function<QDateTime()> now = &QDateTime::currentDateTimeUtc;
 };

@@ -9,7 +9,7 @@
 #include "service/api/message_items.h"
 #include "service/api/sign_in_sessions.h"
 #include "service/api/versioned_list.h"
-#include "service/store/user_name.h"
+#include "service/store/account_rules.h"
 #include "service/store/versions.h"
 
 namespace tideloft::service
@@ -20,8 +20,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qsizetype longestTypedName = 256; // before trimming
-constexpr int mostConversations = 2000;     // as many as the client lists
+constexpr int mostConversations = 2000; // as many as the client lists
 
 void refuseTooMuch(Stored stored)
 {

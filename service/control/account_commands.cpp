@@ -8,10 +8,10 @@
 #include "service/control/output.h"
 #include "service/control/password_input.h"
 #include "service/control/problem.h"
-#include "service/secrets/password.h"
+#include "service/secrets/password_hash.h"
+#include "service/store/account_rules.h"
 #include "service/store/accounts.h"
 #include "service/store/invitations.h"
-#include "service/store/user_name.h"
 
 #include <QDateTime>
 
@@ -39,9 +39,7 @@ QString newName(const Call &call)
 {
     const std::optional<QString> name = normalizedUserName(call.arguments.constFirst());
     if (!name)
-        throw Problem(
-            u"A user name has 3 to 32 letters a-z, digits, dots, hyphens or underscores, and not only "
-            "dots"_s);
+        throw Problem(userNameRule().chopped(1)); // a problem has no full stop
     return *name;
 }
 

@@ -4,7 +4,7 @@
 #include "service/control/password_input.h"
 
 #include "service/control/problem.h"
-#include "service/secrets/password.h"
+#include "service/store/account_rules.h"
 
 #include <QStringDecoder>
 

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/users.h"
 
-#include "service/store/user_name.h"
+#include "service/store/account_rules.h"
 #include "service/store/versions.h"
 
 namespace tideloft::service

@@ -16,6 +16,7 @@ class TestOptions : public QObject
 private slots:
     void nothingGivenListensOnThisMachineOnly();
     void everythingGiven();
+    void limitsAreTheUsualOnes();
     void limitsAreGiven();
     void registrationAndRetentionAreGiven();
     void helpExplainsEveryOption();
@@ -73,11 +74,17 @@ void TestOptions::everythingGiven()
     QVERIFY(command.serve->quiet);
 }
 
+void TestOptions::limitsAreTheUsualOnes()
+{
+    const Options usual = *parse({}).serve;
+    QCOMPARE(QList<int>({usual.historyLimit, usual.signInsPerMinute, usual.registrationsPerMinute,
+                         usual.quotaMessages, usual.quotaMegabytes, usual.quotaConversations,
+                         usual.quotaPictureMegabytes}),
+             (QList<int>{5000, 10, 10, 1'000'000, 2048, 2000, 100}));
+}
+
 void TestOptions::limitsAreGiven()
 {
-    const Command usual = parse({});
-    QCOMPARE(usual.serve->historyLimit, 5000);
-    QCOMPARE(usual.serve->signInsPerMinute, 10);
     const Command command =
         parse(u"--history-limit 1 --connections 2 --connections-per-address 3 --sign-ins-per-minute 0 "
               "--registrations-per-minute 5 --quota-messages 6 --quota-megabytes 7 --quota-conversations 8 "

@@ -1,7 +1,7 @@
 // A database of every version that there ever was is brought to the present form with all that is in it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/secrets/password.h"
+#include "service/secrets/password_hash.h"
 #include "service/store/device_keys.h"
 #include "service/store/groups.h"
 #include "service/store/history.h"

@@ -1,7 +1,7 @@
 // Hashing with libcrypto.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/secrets/password.h"
+#include "service/secrets/password_hash.h"
 
 #include "service/secrets/random.h"
 
@@ -44,12 +44,6 @@ QByteArray encode(const ScryptCost &cost, const QByteArray &salt, const QByteArr
 }
 
 } // namespace
-
-bool isPasswordLength(const QString &password)
-{
-    const qsizetype length = password.toUcs4().size();
-    return length >= shortestPassword && length <= longestPassword;
-}
 
 QByteArray hashPassword(const QString &password, const ScryptCost &cost)
 {

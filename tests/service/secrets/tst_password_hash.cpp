@@ -1,13 +1,13 @@
 // Password hashes: what they hold, what they match.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/secrets/password.h"
+#include "service/secrets/password_hash.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 
-class TestPassword : public QObject
+class TestPasswordHash : public QObject
 {
     Q_OBJECT
 
@@ -26,12 +26,12 @@ private:
     const ScryptCost cheap{16, 8, 1};
 };
 
-void TestPassword::defaultCostIsTheOneThatIsPromised()
+void TestPasswordHash::defaultCostIsTheOneThatIsPromised()
 {
     QVERIFY(hashPassword(u"secret"_s, {}).startsWith("scrypt$32768$8$3$"));
 }
 
-void TestPassword::knownAnswer()
+void TestPasswordHash::knownAnswer()
 {
     // RFC 7914, section 12: scrypt("password", "NaCl", 1024, 8, 16), the first 32 bytes.
     const QByteArray key =
@@ -41,7 +41,7 @@ void TestPassword::knownAnswer()
     QVERIFY(!passwordMatches(u"Password"_s, "scrypt$1024$8$16$" + salt.toBase64() + '$' + key.toBase64()));
 }
 
-void TestPassword::matchesOnlyTheSamePassword()
+void TestPasswordHash::matchesOnlyTheSamePassword()
 {
     const QByteArray hash = hashPassword(u"pässwörd 😀"_s, cheap);
     QVERIFY(passwordMatches(u"pässwörd 😀"_s, hash));
@@ -49,19 +49,19 @@ void TestPassword::matchesOnlyTheSamePassword()
     QVERIFY(!passwordMatches(QString(), hash));
 }
 
-void TestPassword::twoHashesOfOnePasswordDiffer()
+void TestPasswordHash::twoHashesOfOnePasswordDiffer()
 {
     QVERIFY(hashPassword(u"secret"_s, cheap) != hashPassword(u"secret"_s, cheap));
 }
 
-void TestPassword::hashIsVerifiedWithItsOwnParameters()
+void TestPasswordHash::hashIsVerifiedWithItsOwnParameters()
 {
     const QByteArray hash = hashPassword(u"secret"_s, {32, 4, 2});
     QVERIFY(hash.startsWith("scrypt$32$4$2$"));
     QVERIFY(passwordMatches(u"secret"_s, hash));
 }
 
-void TestPassword::unmatchableHashMatchesNothing()
+void TestPasswordHash::unmatchableHashMatchesNothing()
 {
     const QByteArray hash = unmatchableHash(cheap);
     QVERIFY(hash.startsWith("scrypt$16$8$1$"));
@@ -69,7 +69,7 @@ void TestPassword::unmatchableHashMatchesNothing()
     QVERIFY(hash != unmatchableHash(cheap));
 }
 
-void TestPassword::damagedHashMatchesNothing_data()
+void TestPasswordHash::damagedHashMatchesNothing_data()
 {
     QTest::addColumn<QByteArray>("hash");
     QTest::newRow("empty") << QByteArray();
@@ -78,17 +78,17 @@ void TestPassword::damagedHashMatchesNothing_data()
     QTest::newRow("field missing") << QByteArray("scrypt$16$8$1$AAAA");
 }
 
-void TestPassword::damagedHashMatchesNothing()
+void TestPasswordHash::damagedHashMatchesNothing()
 {
     QFETCH(QByteArray, hash);
     QVERIFY(!passwordMatches(QString(), hash));
     QVERIFY(!passwordMatches(u"secret"_s, hash));
 }
 
-void TestPassword::impossibleCostIsAnError()
+void TestPasswordHash::impossibleCostIsAnError()
 {
     QVERIFY_THROWS_EXCEPTION(std::runtime_error, hashPassword(u"secret"_s, {15, 8, 1}));
 }
 
-TIDELOFT_TEST_MAIN(TestPassword)
-#include "tst_password.moc"
+TIDELOFT_TEST_MAIN(TestPasswordHash)
+#include "tst_password_hash.moc"

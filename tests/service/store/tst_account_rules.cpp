@@ -1,22 +1,24 @@
-// Which texts are user names, and what they become.
+// Which texts are user names and passwords, and what the names become.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/store/user_name.h"
+#include "service/store/account_rules.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;
-using tideloft::service::normalizedUserName;
+using namespace tideloft::service;
 
-class TestUserName : public QObject
+class TestAccountRules : public QObject
 {
     Q_OBJECT
 
 private slots:
     void names_data();
     void names();
+    void passwordLengths_data();
+    void passwordLengths();
 };
 
-void TestUserName::names_data()
+void TestAccountRules::names_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("stored"); // empty = refused
@@ -43,12 +45,33 @@ void TestUserName::names_data()
     QTest::newRow("SQL") << u"a' or '1'='1"_s << QString();
 }
 
-void TestUserName::names()
+void TestAccountRules::names()
 {
     QFETCH(QString, typed);
     QFETCH(QString, stored);
     QCOMPARE(normalizedUserName(typed).value_or(QString()), stored);
 }
 
-TIDELOFT_TEST_MAIN(TestUserName)
-#include "tst_user_name.moc"
+void TestAccountRules::passwordLengths_data()
+{
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<bool>("isTaken");
+    QTest::newRow("empty") << QString() << false;
+    QTest::newRow("7 characters") << QString(7, u'x') << false;
+    QTest::newRow("8 characters") << QString(8, u'x') << true;
+    QTest::newRow("8 blanks") << QString(8, u' ') << true;
+    QTest::newRow("4 characters of two units") << u"😀"_s.repeated(4) << false;
+    QTest::newRow("8 characters of two units") << u"😀"_s.repeated(8) << true;
+    QTest::newRow("256 characters") << QString(256, u'x') << true;
+    QTest::newRow("256 characters of two units") << u"😀"_s.repeated(256) << true;
+    QTest::newRow("257 characters") << QString(257, u'x') << false;
+}
+
+void TestAccountRules::passwordLengths()
+{
+    QFETCH(QString, password);
+    QTEST(isPasswordLength(password), "isTaken");
+}
+
+TIDELOFT_TEST_MAIN(TestAccountRules)
+#include "tst_account_rules.moc"

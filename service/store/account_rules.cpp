@@ -1,12 +1,14 @@
-// The rule for user names.
+// The rules for user names and passwords.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/store/user_name.h"
+#include "service/store/account_rules.h"
 
 #include <algorithm>
 
 namespace tideloft::service
 {
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -25,6 +27,22 @@ std::optional<QString> normalizedUserName(const QString &text)
         || name.count(u'.') == name.size())
         return std::nullopt;
     return name;
+}
+
+QString userNameRule()
+{
+    return u"A user name has 3 to 32 letters a-z, digits, dots, hyphens or underscores, and not only dots."_s;
+}
+
+bool isPasswordLength(const QString &password)
+{
+    const qsizetype length = password.toUcs4().size();
+    return length >= shortestPassword && length <= longestPassword;
+}
+
+QString passwordRule()
+{
+    return u"A password must have at least 8 characters."_s;
 }
 
 } // namespace tideloft::service

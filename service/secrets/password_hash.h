@@ -18,11 +18,6 @@ struct ScryptCost {
     std::uint64_t p = 3;
 };
 
-/// How many characters a password has.
-constexpr qsizetype shortestPassword = 8;
-constexpr qsizetype longestPassword = 256;
-bool isPasswordLength(const QString &password);
-
 /// "scrypt$N$r$p$salt$key" with a fresh salt of 16 bytes and a key of 32, both in Base64. Slow, and safe to
 /// call from any thread. Throws std::runtime_error when there is no memory or no randomness.
 QByteArray hashPassword(const QString &password, const ScryptCost &cost);
