@@ -12,6 +12,7 @@
 #include <QListWidget>
 #include <QRandomGenerator>
 #include <QScrollBar>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -97,7 +98,7 @@ QList<HistoryRow> TestHistorySlices::rows(int count)
     const QStringList some{u"hi"_s, u"line\nbreak"_s, u"🙂🔒"_s, QString(90, u'x'),
                            u"some words that go on for longer than a bubble is wide, "_s.repeated(3)};
     QJsonArray items;
-    QDateTime time(QDate(2024, 5, 1), QTime(8, 0), Qt::UTC);
+    QDateTime time = QDateTime(QDate(2024, 5, 1), QTime(8, 0), QTimeZone::utc()).toUTC();
     for (int i = 0; i < count; ++i) {
         time = time.addSecs(random.bounded(4'000));
         items.append(

@@ -7,6 +7,7 @@
 
 #include <QJsonArray>
 #include <QLocale>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::ui;
@@ -108,10 +109,10 @@ void TestMessageTime::momentsSideBySideAreConvertedAlike()
     QFETCH(const QByteArray, zone);
     tideloft::tests::setLocalZone(zone);
     LocalTimes times;
-    const qint64 begin = QDateTime(QDate(2023, 1, 1), QTime(0, 0), Qt::UTC).toSecsSinceEpoch();
+    const qint64 begin = QDateTime(QDate(2023, 1, 1), QTime(0, 0), QTimeZone::utc()).toSecsSinceEpoch();
     for (qint64 i = 0; i < 2LL * 366 * 96; ++i) {
         const qint64 second = begin + (i % 7 == 6 ? i * 31 % (2LL * 366 * 96) : i) * 900;
-        const QDateTime moment = QDateTime::fromSecsSinceEpoch(second, Qt::UTC);
+        const QDateTime moment = QDateTime::fromSecsSinceEpoch(second).toUTC();
         const QDateTime expected = moment.toLocalTime();
         const QDateTime local = times.local(moment);
         if (local.date() != expected.date() || local.time() != expected.time() || local != expected)
