@@ -15,9 +15,6 @@
 
 #include <QApplication>
 
-#include <sys/resource.h>
-
-#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -43,18 +40,6 @@ std::optional<int> settleLanguage(const QSettings &settings)
     if (settings.contains(u"language"_s))
         return settings.value(u"language"_s).toString() == u"en"_s ? 1 : 0;
     return askForLanguage();
-}
-
-// A limit of 1 byte and not of 0: where a program takes the dumps through a pipe, the system asks nobody for
-// the limit unless it is 1. Making the process undumpable would keep debuggers out too, but also the
-// desktop's own dialogs for files, which look at who asks for them.
-void refuseCoreDumps()
-{
-    rlimit limit{};
-    if (getrlimit(RLIMIT_CORE, &limit) != 0)
-        return;
-    limit.rlim_cur = limit.rlim_max = std::min<rlim_t>(1, limit.rlim_max);
-    setrlimit(RLIMIT_CORE, &limit);
 }
 
 int run(int argc, char **argv)

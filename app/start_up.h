@@ -14,9 +14,6 @@ namespace tideloft::app
 /// question was left without an answer.
 std::optional<int> settleLanguage(const QSettings &settings);
 
-/// From now on a crash leaves no picture of the memory, with the private key in it, behind.
-void refuseCoreDumps();
-
 /// Runs the client and returns the process's exit code.
 int run(int argc, char **argv);
 

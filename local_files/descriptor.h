@@ -3,9 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
-
-#include <unistd.h>
+#include "local_files/system.h"
 
 namespace tideloft::local_files
 {
@@ -18,7 +16,7 @@ public:
     ~Descriptor()
     {
         if (isOpen())
-            close(number);
+            system::close(number);
     }
     [[nodiscard]] bool isOpen() const { return number >= 0; }
     [[nodiscard]] int get() const { return number; }

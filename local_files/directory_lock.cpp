@@ -4,13 +4,7 @@
 #include "local_files/directory_lock.h"
 
 #include <QDeadlineTimer>
-#include <QFile>
 #include <QThread>
-
-#include <fcntl.h>
-#include <sys/file.h>
-
-#include <cerrno>
 
 namespace tideloft::local_files
 {
@@ -24,12 +18,9 @@ bool lock(const Descriptor &directory, int patience)
 {
     const QDeadlineTimer deadline(patience);
     while (directory.isOpen()) {
-        if (flock(directory.get(), LOCK_EX | LOCK_NB) == 0)
-            return true;
-        if (errno != EWOULDBLOCK && errno != EINTR)
-            return false;
-        if (deadline.hasExpired())
-            return false;
+        const system::Locking outcome = system::tryLock(directory.get());
+        if (outcome != system::Locking::NotNow || deadline.hasExpired())
+            return outcome == system::Locking::Done;
         QThread::msleep(pause);
     }
     return false;
@@ -38,7 +29,7 @@ bool lock(const Descriptor &directory, int patience)
 } // namespace
 
 DirectoryLock::DirectoryLock(const QString &path, int patience)
-    : directory(open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+    : directory(system::open(path, system::Opening::Directory)),
       held(lock(directory, patience))
 {
 }

@@ -6,13 +6,7 @@
 #include "local_files/descriptor.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-
-#include <tuple>
 
 namespace tideloft::local_files
 {
@@ -20,18 +14,20 @@ namespace tideloft::local_files
 namespace
 {
 
-void takeFromOthers(const QString &path, int flags, mode_t allowed)
+using Kind = system::Status::Kind;
+
+constexpr QFileDevice::Permissions readAndWrite = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+void takeFromOthers(const QString &path, system::Opening opening, QFileDevice::Permissions allowed)
 {
-    const Descriptor place(
-        open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | flags));
-    struct stat status {
-    };
-    if (!place.isOpen() || fstat(place.get(), &status) != 0 || status.st_uid != geteuid())
+    const Descriptor place(system::open(path, opening));
+    const auto status = system::statusOf(place.get());
+    if (!place.isOpen() || !status || !status->isOwn)
         return;
-    const bool isOurs = S_ISDIR(status.st_mode) || (S_ISREG(status.st_mode) && status.st_nlink == 1);
-    const mode_t permitted = status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
-    if (isOurs && (permitted & ~allowed) != 0)
-        std::ignore = fchmod(place.get(), permitted & allowed); // refused: things go on as they are
+    const bool isOurs =
+        status->kind == Kind::Directory || (status->kind == Kind::RegularFile && status->hasOneName);
+    if (isOurs && (status->permissions & ~allowed))
+        system::setPermissions(place.get(), status->permissions & allowed);
 }
 
 } // namespace
@@ -39,18 +35,17 @@ void takeFromOthers(const QString &path, int flags, mode_t allowed)
 bool makeForOwner(const QString &directory)
 {
     QDir().mkpath(QFileInfo(directory).path());
-    return QDir().mkdir(directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)
-           || QFileInfo(directory).isDir();
+    return QDir().mkdir(directory, readAndWrite | QFileDevice::ExeOwner) || QFileInfo(directory).isDir();
 }
 
 void keepDirectoryForOwner(const QString &path)
 {
-    takeFromOthers(path, O_DIRECTORY, S_IRWXU);
+    takeFromOthers(path, system::Opening::Directory, readAndWrite | QFileDevice::ExeOwner);
 }
 
 void keepFileForOwner(const QString &path)
 {
-    takeFromOthers(path, O_NOFOLLOW, S_IRUSR | S_IWUSR);
+    takeFromOthers(path, system::Opening::Itself, readAndWrite);
 }
 
 } // namespace tideloft::local_files

@@ -5,12 +5,6 @@
 
 #include "local_files/descriptor.h"
 
-#include <QFile>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <cstring>
 #include <tuple>
 #include <utility>
@@ -21,28 +15,11 @@ namespace tideloft::local_files
 namespace
 {
 
-// What was opened is looked at, not what the path named a moment before. Without O_NONBLOCK the opening of a
-// pipe would wait for its other end; regular files do not care.
-constexpr int withoutWaiting = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
-
-// Nothing unless it is a regular file.
-std::optional<struct stat> statusOf(const Descriptor &file)
+// Nothing unless it is a regular file. What was opened is looked at, not what the path named a moment before.
+std::optional<system::Status> statusOf(const Descriptor &file)
 {
-    struct stat status {
-    };
-    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
-        return {};
-    return status;
-}
-
-// A call of the system, again when a signal came first.
-template <typename Call> auto uninterrupted(const Call &call)
-{
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
+    const auto status = file.isOpen() ? system::statusOf(file.get()) : std::nullopt;
+    return status && status->kind == system::Status::Kind::RegularFile ? status : std::nullopt;
 }
 
 // What was read of a file, which may be a key: it is wiped unless it is given out.
@@ -52,7 +29,7 @@ struct Buffer {
     ~Buffer()
     {
         if (!content.isEmpty())
-            explicit_bzero(content.data(), static_cast<size_t>(content.size()));
+            system::wipe(content.data(), content.size());
     }
     QByteArray release(qsizetype size)
     {
@@ -66,8 +43,7 @@ struct Buffer {
 bool readUntilFullOrEnd(const Descriptor &file, QByteArray &bytes, qsizetype &size)
 {
     while (size < bytes.size()) {
-        const auto room = static_cast<size_t>(bytes.size() - size);
-        const ssize_t got = uninterrupted([&] { return read(file.get(), bytes.data() + size, room); });
+        const qsizetype got = system::read(file.get(), bytes.data() + size, bytes.size() - size);
         if (got < 0)
             return false;
         if (got == 0)
@@ -98,9 +74,8 @@ bool writeAll(const Descriptor &file, const QByteArray &bytes)
 {
     qsizetype written = 0;
     while (written < bytes.size()) {
-        const auto left = static_cast<size_t>(bytes.size() - written);
-        const ssize_t taken =
-            uninterrupted([&] { return write(file.get(), bytes.constData() + written, left); });
+        const qsizetype taken =
+            system::write(file.get(), bytes.constData() + written, bytes.size() - written);
         if (taken <= 0)
             return false;
         written += taken;
@@ -112,39 +87,34 @@ bool writeAll(const Descriptor &file, const QByteArray &bytes)
 
 bool somethingIsAt(const QString &path)
 {
-    struct stat status {
-    };
-    if (stat(QFile::encodeName(path).constData(), &status) == 0)
-        return true;
-    return errno != ENOENT && errno != ENOTDIR && errno != ELOOP && errno != EACCES && errno != ENAMETOOLONG;
+    return !system::nothingIsAt(path);
 }
 
 bool isFilled(const QString &path)
 {
-    struct stat status {
-    };
-    return stat(QFile::encodeName(path).constData(), &status) == 0 && status.st_size > 0;
+    const auto status = system::statusAt(path);
+    return status && status->size > 0;
 }
 
 std::optional<QByteArray> readRegularFile(const QString &path)
 {
-    const Descriptor file(open(QFile::encodeName(path).constData(), O_RDONLY | withoutWaiting));
+    const Descriptor file(system::open(path, system::Opening::Reading));
     const auto status = statusOf(file);
-    return status && status->st_size <= largestFile ? readAll(file, status->st_size) : std::nullopt;
+    return status && status->size <= largestFile ? readAll(file, status->size) : std::nullopt;
 }
 
 // What a file holds goes only once it is certain which file that is: a name that leads elsewhere, or a second
 // name, may have been put there so that this program overwrites what it never made.
 bool writeRegularFile(const QString &path, const QByteArray &bytes)
 {
-    const Descriptor file(open(QFile::encodeName(path).constData(),
-                               O_WRONLY | O_CREAT | O_NOFOLLOW | withoutWaiting, ownerOnly));
+    const Descriptor file(system::open(path, system::Opening::Writing));
     const auto status = statusOf(file);
-    if (!status || status->st_nlink != 1 || uninterrupted([&] { return ftruncate(file.get(), 0); }) != 0)
+    if (!status || !status->hasOneName || !system::empty(file.get()))
         return false;
-    fchmod(file.get(), ownerOnly); // of a file that was there before; it is empty at this moment
+    // Of a file that was there before; it is empty at this moment.
+    system::setPermissions(file.get(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     if (!writeAll(file, bytes))
-        std::ignore = ftruncate(file.get(), 0);
+        std::ignore = system::empty(file.get());
     return true;
 }
 

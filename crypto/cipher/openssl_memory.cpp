@@ -4,13 +4,15 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/cipher/openssl_memory.h"
 
-#include <openssl/crypto.h>
+#include "local_files/system.h"
 
-#include <malloc.h>
+#include <openssl/crypto.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+
+using tideloft::local_files::system::sizeOfBlock;
 
 namespace
 {
@@ -23,7 +25,7 @@ void *take(size_t size, const char *, int)
 void giveBack(void *memory, const char *, int)
 {
     if (memory)
-        OPENSSL_cleanse(memory, malloc_usable_size(memory));
+        OPENSSL_cleanse(memory, sizeOfBlock(memory));
     std::free(memory);
 }
 
@@ -36,7 +38,7 @@ void *move(void *memory, size_t size, const char *, int)
     }
     void *const moved = std::malloc(size);
     if (moved) {
-        std::memcpy(moved, memory, std::min(size, malloc_usable_size(memory)));
+        std::memcpy(moved, memory, std::min(size, sizeOfBlock(memory)));
         giveBack(memory, nullptr, 0);
     }
     return moved;

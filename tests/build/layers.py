@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Fails when a folder includes a header of a folder that it must not know, when it includes a toolkit that is left
-to others, and when units include each other, directly or round a corner. A unit is a header and the source of the
-same name. Linking catches a wrong call; this catches the
+to others, when a source asks the system for what only a few may ask for, and when units include each other, directly
+or round a corner. A unit is a header and the source of the same name. Linking catches a wrong call; this catches the
 include of a header that needs no linking.
 
 Usage: layers.py ROOT
@@ -12,12 +12,15 @@ import re
 import sys
 from pathlib import Path
 
-# What the system offers for files: below app/, one room of the client alone asks for it.
-SYSTEM = r"fcntl\.h|unistd\.h|dirent\.h|sys/"
+# The sources of the client that ask the system itself. Each stands behind one header, which says what another system
+# would have to provide.
+ASK_THE_SYSTEM = ("app/this_system.cpp", "local_files/system.cpp")
+# What is neither C++ nor a library that builds look for: the C headers, and signals.
+SYSTEM = re.compile(r"(?!openssl/).*\.h$|csignal$")
 # The rooms that pages are built from, and the toolkits that no room of the window uses.
 TOOLS = "lists|widgets|keyboard|texts|style"
-NOT_FOR_UI = f"openssl/|QSql|boost/|{SYSTEM}"
-NOT_FOR_CRYPTO = f"QNetwork|QSsl|QTcp|QWidget|QSql|boost/|{SYSTEM}"
+NOT_FOR_UI = "openssl/|QSql|boost/"
+NOT_FOR_CRYPTO = "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"
 
 # Longest folder first: the first that a file lies in is its own. Each with the headers that it may include, and
 # the toolkits that it may not.
@@ -41,10 +44,10 @@ FOLDERS = (
     ("ui/style", "ui/style/", NOT_FOR_UI),
     ("ui", "(ui|net|crypto)/", NOT_FOR_UI),
     ("app", "(app|ui|net)/", "openssl/|QSql|boost/"),
-    ("net", "(net|local_files)/", f"openssl/|QWidget|QSql|boost/|{SYSTEM}"),
+    ("net", "(net|local_files)/", "openssl/|QWidget|QSql|boost/"),
     ("crypto/messages", "crypto/", NOT_FOR_CRYPTO),
     ("crypto/keys", "(crypto/(keys|cipher)|local_files)/", NOT_FOR_CRYPTO),
-    ("crypto/cipher", "crypto/cipher/", NOT_FOR_CRYPTO),
+    ("crypto/cipher", r"crypto/cipher/|local_files/system\.h", NOT_FOR_CRYPTO),  # it wipes what libcrypto frees
     ("local_files", "local_files/", "openssl/|QNetwork|QSsl|QTcp|QWidget|QSql|boost/"),
 )
 QUOTED = re.compile(r'^[ \t]*#[ \t]*include[ \t]*"([^"]+)"', re.MULTILINE)
@@ -58,6 +61,11 @@ def sources(root):
     return {path.relative_to(root).as_posix(): path.read_text(encoding="utf-8") for path in sorted(paths)}
 
 
+def asks_for_nothing(path):
+    """Whether a source does without the system itself. Those of the service may ask for what they want."""
+    return not path.startswith("service/") and path not in ASK_THE_SYSTEM
+
+
 def wrong_includes(files):
     for path, text in files.items():
         _, allowed, foreign = next(rule for rule in FOLDERS if path.startswith(rule[0] + "/"))
@@ -65,7 +73,7 @@ def wrong_includes(files):
             if not header.endswith(".moc") and not re.match(allowed, header):
                 yield f'{path} includes "{header}"'
         for header in BRACKETS.findall(text):
-            if re.match(foreign, header):
+            if re.match(foreign, header) or (asks_for_nothing(path) and SYSTEM.match(header)):
                 yield f"{path} includes <{header}>"
 
 
@@ -97,11 +105,13 @@ def main():
     files = sources(Path(sys.argv[1]))
     if len(files) < 100:
         sys.exit(f"Only {len(files)} files were found below {sys.argv[1]}: nothing was checked.")
-    offences = [*wrong_includes(files), *circles(files)]
+    missing = [f"{path} is not there" for path in ASK_THE_SYSTEM if path not in files]
+    offences = [*missing, *wrong_includes(files), *circles(files)]
     if offences:
         sys.exit("A folder may include only what stands below it (app -> ui -> net, crypto -> local_files;\n"
                  "window -> pages -> messages -> tool rooms; crypto/messages -> crypto/keys -> crypto/cipher;\n"
-                 "service/api -> service/http, service/store, service/secrets), and no units include each other:\n  "
+                 "service/api -> service/http, service/store, service/secrets), no units include each other, and\n"
+                 f"only {' and '.join(ASK_THE_SYSTEM)} include headers of the system:\n  "
                  + "\n  ".join(offences))
     print(f"{len(files)} files keep to their layer")
 
