@@ -228,11 +228,32 @@ def exchange_seeds():
         "method": http_request("BREW", "/api/me"), "cut_off": http_request("GET", "/api/me")[:-3]}
 
 
+def proxy_block(command, family, rest):
+    return b"\r\n\r\n\0\r\nQUIT\n" + bytes([command, family]) + len(rest).to_bytes(2, "big") + rest
+
+
+def proxy_seeds():
+    v4, v6 = bytes([192, 0, 2, 7, 10, 0, 0, 1]), bytes.fromhex("20010db8" + "00" * 11 + "07") * 2
+    ports = bytes([15, 160, 1, 187])
+    return {"nothing": b"", "line": b"PROXY TCP4 192.0.2.7 10.0.0.1 4000 443\r\nGET / HTTP/1.1\r\n\r\n",
+            "line_v6": b"PROXY TCP6 2001:db8::7 ::1 65535 443\r\n", "unknown": b"PROXY UNKNOWN any words\r\n",
+            "long_line": b"PROXY UNKNOWN " + b"f" * 200, "zone": b"PROXY TCP6 fe80::1%lo ::1 1 2\r\n",
+            "zero": b"PROXY TCP4 192.0.2.7\0 10.0.0.1 4000 443\r\n",
+            "block": proxy_block(0x21, 0x11, v4 + ports) + b"\x16\x03\x01",
+            "block_v6": proxy_block(0x21, 0x21, v6 + ports),
+            "entries": proxy_block(0x21, 0x11, v4 + ports + b"\x02\0\x03abc\x04\0\0"), "own": proxy_block(0x20, 0, b""),
+            "own_anything": proxy_block(0x20, 0xff, b"anything"), "datagrams": proxy_block(0x21, 0x12, v4 + ports),
+            "short": proxy_block(0x21, 0x21, v4 + ports),
+            "beyond": proxy_block(0x21, 0x11, v4 + ports + b"\x04\0\x09a"),
+            "huge": proxy_block(0x21, 0x11, v4)[:14] + b"\xff\xff", "request": http_request("GET", "/healthz"),
+            "cut_off": proxy_block(0x21, 0x11, v4 + ports)[:-3]}
+
+
 def main():
     corpora = {"base64": base64_seeds(), "error_body": error_seeds(), "history_rows": row_seeds(),
                "conversation_rows": row_seeds(), "open_message": message_seeds(), "seal_envelope": sealing_seeds(),
                "key_file": key_seeds(), "reply_cache": array_seeds(),
-               "service_exchange": exchange_seeds()}
+               "proxy_header": proxy_seeds(), "service_exchange": exchange_seeds()}
     for target, seeds in corpora.items():
         folder = FOLDER / "corpus" / target
         folder.mkdir(parents=True, exist_ok=True)
