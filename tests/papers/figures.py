@@ -4,10 +4,16 @@
 import re
 
 SELF_HOSTING = "docs/self-hosting.md"
+REQUIREMENTS = "cmake/Requirements.cmake"
 METAINFO = "packaging/desktop/im.tideloft.TideLoft.metainfo.xml"
 
 # A paper and its words around a figure; a source and its words around the same one.
 FIGURES = [
+    ("docs/building.md", r"\| CMake \| ([\d.]+) \|", "CMakeLists.txt", r"cmake_minimum_required\(VERSION ([\d.]+)"),
+    ("docs/building.md", r"\| GCC \| ([\d.]+) \|", REQUIREMENTS, r"COMPILER_VERSION VERSION_LESS ([\d.]+)"),
+    ("docs/building.md", r"\| Qt: [^|]+ \| ([\d.]+) \|", REQUIREMENTS, r"find_package\(Qt6 ([\d.]+)"),
+    ("docs/building.md", r"\| OpenSSL: [^|]+ \| ([\d.]+) \|", REQUIREMENTS, r"find_package\(OpenSSL ([\d.]+)"),
+    ("docs/building.md", r"\| Boost: [^|]+ \| ([\d.]+) \|", REQUIREMENTS, r"find_package\(Boost ([\d.]+)"),
     ("README.md", r"at most ([\d,]+) devices", "service/store/device_keys.h", r"maximumDevices = ([\d']+)"),
     ("README.md", r"devices and ([\d,]+) servers", "service/store/groups.h", r"maximumGroups = ([\d']+)"),
     ("README.md", r"oneself ([\d,]+) characters", "service/api/profile_handlers.cpp", r"longestBio = ([\d']+)"),
