@@ -69,8 +69,6 @@ void Database::close()
 
 Database::~Database()
 {
-    if (access == Access::Full)
-        QSqlQuery(connection).exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
     close();
 }
 

@@ -31,7 +31,8 @@ public:
     explicit Database(const QString &file, Access access = Access::Full);
     Q_DISABLE_COPY_MOVE(Database)
 
-    /// Writes everything into the database file itself, so that nothing is left beside it.
+    /// The last connection of all writes everything into the database file itself and leaves nothing beside
+    /// it. One that closes before the others keeps nobody waiting.
     ~Database();
 
     /// Runs one statement with its values bound in order. Throws StorageError. Statements are kept prepared,

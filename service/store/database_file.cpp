@@ -24,19 +24,50 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr QFileDevice::Permissions ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+constexpr QFileDevice::Permissions ownerOnly =
+    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+
+[[noreturn]] void fail(const QString &what)
+{
+    throw StorageError((what + u": "_s + QString::fromLocal8Bit(std::strerror(errno))).toStdString());
+}
+
+/// A file that is closed with it. What is done through it concerns this file, whatever stands under the name
+/// by then: the folder may belong to somebody with fewer rights, who can put a link there at any moment.
+class OpenFile
+{
+public:
+    OpenFile(const QString &path, int flags)
+        : descriptor(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR))
+    {
+    }
+    Q_DISABLE_COPY_MOVE(OpenFile)
+    ~OpenFile()
+    {
+        if (descriptor >= 0)
+            ::close(descriptor);
+    }
+
+    bool keepForOwner() const { return descriptor >= 0 && ::fchmod(descriptor, S_IRUSR | S_IWUSR) == 0; }
+    bool sync() const { return descriptor >= 0 && ::fsync(descriptor) == 0; }
+
+    /// Gives away what this process has made, and nothing that has a second name.
+    bool giveTo(const struct stat &owner) const
+    {
+        struct stat own {
+        };
+        return descriptor >= 0 && ::fstat(descriptor, &own) == 0 && S_ISREG(own.st_mode) && own.st_nlink == 1
+               && own.st_uid == ::geteuid() && ::fchown(descriptor, owner.st_uid, owner.st_gid) == 0;
+    }
+
+private:
+    const int descriptor;
+};
 
 void syncPath(const QString &path)
 {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    const bool synced = descriptor >= 0 && ::fsync(descriptor) == 0;
-    const int problem = errno;
-    if (descriptor >= 0)
-        ::close(descriptor);
-    if (!synced)
-        throw StorageError(
-            u"Could not write %1 to the disk: %2"_s.arg(path, QString::fromLocal8Bit(std::strerror(problem)))
-                .toStdString());
+    if (!OpenFile(path, O_RDONLY).sync())
+        fail(u"Could not write %1 to the disk"_s.arg(path));
 }
 
 } // namespace
@@ -48,15 +79,14 @@ void makeFolderOf(const QString &file)
         return;
     if (!QDir().mkpath(folder))
         throw StorageError((u"Could not create the folder of the database: "_s + folder).toStdString());
-    QFile::setPermissions(folder, ownerOnly | QFileDevice::ExeOwner);
+    QFile::setPermissions(folder, ownerOnly);
 }
 
 void makeOwnFile(const QString &file)
 {
-    QFile made(file);
-    if (!made.open(QIODevice::ReadWrite, ownerOnly) || !made.setPermissions(ownerOnly))
-        throw StorageError(
-            (u"Could not open the database %1: %2"_s).arg(file, made.errorString()).toStdString());
+    if (!OpenFile(file, O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK).keepForOwner())
+        fail(errno == ELOOP ? u"The database %1 is a symbolic link"_s.arg(file)
+                            : u"Could not open the database %1"_s.arg(file));
 }
 
 void giveToOwnerOf(const QString &file, const QString &other)
@@ -65,7 +95,7 @@ void giveToOwnerOf(const QString &file, const QString &other)
     };
     [[maybe_unused]] const bool given = // which only root may, and only root has to
         ::stat(QFile::encodeName(other).constData(), &owner) == 0
-        && ::chown(QFile::encodeName(file).constData(), owner.st_uid, owner.st_gid) == 0;
+        && OpenFile(file, O_RDONLY | O_NOFOLLOW | O_NONBLOCK).giveTo(owner);
 }
 
 void syncFile(const QString &file)

@@ -11,11 +11,12 @@ namespace tideloft::service
 /// Makes the folder of the file, and missing ones above it, for the owner only. Throws StorageError.
 void makeFolderOf(const QString &file);
 
-/// Makes the file where there is none, and sees to it that only its owner may read it. Throws StorageError.
+/// Makes the file where there is none, and sees to it that only its owner may read it. A symbolic link is
+/// refused: it may lead to a file of somebody else. Throws StorageError.
 void makeOwnFile(const QString &file);
 
-/// Gives the file to the owner of another one, if this process may: what root makes beside a database must
-/// be the service's too.
+/// Gives the file to the owner of another one, if this process may and has made it: what root makes beside a
+/// database must be the service's too.
 void giveToOwnerOf(const QString &file, const QString &other);
 
 /// Waits until the file and its name in the folder are on the disk. Throws StorageError.

@@ -87,12 +87,27 @@ void copyWhole(const QString &from, const QString &to)
     makeOwnFile(to);
 }
 
-// What is in the journal belongs to the old file and would break the new one. At no moment there is no file
+// Until the new file has its name, the old one is whole: after a power cut at any moment there is a database
+// with everything in it. Closing the last connection brings the journal into the file.
+void takeInJournal(const QString &file)
+{
+    if (!QFileInfo::exists(file + journal))
+        return;
+    try {
+        Database old(file);
+        old.pragma(u"user_version"_s);
+    } catch (const StorageError &) {
+        // The file is damaged. The two are kept as they are.
+    }
+}
+
+// What is in a journal belongs to the old file and would break the new one. At no moment there is no file
 // where the service would make an empty one.
 void setAside(const QString &file, const QString &kept)
 {
     if (!QFileInfo::exists(file))
         return;
+    takeInJournal(file);
     if (!link(file, kept))
         fail(u"Could not keep the old database as"_s, kept, lastProblem());
     if (QFileInfo::exists(file + journal) && !replace(file + journal, kept + journal))

@@ -19,6 +19,8 @@ private slots:
     void looseRightsAreTightened();
     void contentSurvivesReopening();
     void nothingStaysBesideTheFile();
+    void closingLeavesTheJournalToThoseWhoWorkOn();
+    void linkIsNotFollowed();
     void foreignKeysHold();
     void boundValuesAreOnlyData();
     void emptyTextIsNotNull();
@@ -96,6 +98,29 @@ void TestDatabase::nothingStaysBesideTheFile()
     }
     QVERIFY(!QFile::exists(file() + u"-wal"_s));
     QVERIFY(!QFile::exists(file() + u"-shm"_s));
+}
+
+// Emptying the journal waits for whoever reads, and meanwhile nobody can write.
+void TestDatabase::closingLeavesTheJournalToThoseWhoWorkOn()
+{
+    const Store running(file());
+    {
+        Store byHand(file());
+        addUser(byHand, u"alice"_s);
+    }
+    QVERIFY(QFileInfo(file() + u"-wal"_s).size() > 0);
+}
+
+void TestDatabase::linkIsNotFollowed()
+{
+    QFile other(file(u"of-somebody-else"_s));
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    const auto rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+    QVERIFY(other.setPermissions(rights));
+    QVERIFY(other.link(file(u"link.sqlite"_s)));
+    QVERIFY_THROWS_EXCEPTION(StorageError, Store{file(u"link.sqlite"_s)});
+    QVERIFY(QFile::permissions(other.fileName()) & QFile::ReadOther);
+    QCOMPARE(other.size(), 0);
 }
 
 void TestDatabase::foreignKeysHold()

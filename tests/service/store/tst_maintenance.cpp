@@ -1,6 +1,7 @@
 // Copies of a database: whole, sound, and never in the way of another file.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "service/store/database_file.h"
 #include "service/store/database_lock.h"
 #include "service/store/maintenance.h"
 #include "tests/service/store/old_database.h"
@@ -8,6 +9,8 @@
 #include "tests/support/test_main.h"
 
 #include <QDir>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
@@ -28,6 +31,7 @@ private slots:
     void unusableCopyChangesNothing_data();
     void unusableCopyChangesNothing();
     void journalOfTheOldGoesWithTheOld();
+    void onlyWhatWasMadeHereIsGivenAway();
     void databaseInUseIsNotReplaced();
     void olderCopyIsTaken();
     void damageIsSeen();
@@ -176,7 +180,36 @@ void TestMaintenance::journalOfTheOldGoesWithTheOld()
     QVERIFY(QFile::copy(store->file() + u"-wal"_s, target + u"-wal"_s));
     restore(target, copy, kept);
     QCOMPARE(users(target), "alice bob carol");
+    QVERIFY(!QFile::exists(kept + u"-wal"_s)); // the old file is whole before the new one takes its place
     QCOMPARE(users(kept), "alice bob carol dave");
+}
+
+// Whoever owns the folder may put something else under a name at any moment.
+void TestMaintenance::onlyWhatWasMadeHereIsGivenAway()
+{
+    if (geteuid() != 0)
+        return; // nobody else may give files away
+    const auto ownerOf = [](const QString &file) { return QFileInfo(file).ownerId(); };
+    const auto make = [this](const QString &name) {
+        QFile file(store->path(name));
+        return file.open(QIODevice::WriteOnly) ? file.fileName() : QString();
+    };
+    const QString model = make(u"model"_s);
+    const QString own = make(u"own"_s);
+    const QString theirs = make(u"theirs"_s);
+    const QString named = make(u"named"_s);
+    QCOMPARE(::chown(qPrintable(model), 12345, 12345), 0);
+    QCOMPARE(::chown(qPrintable(theirs), 23456, 23456), 0);
+    QVERIFY(QFile::link(own, store->path(u"link"_s)));
+    QCOMPARE(::link(qPrintable(named), qPrintable(store->path(u"name"_s))), 0);
+    giveToOwnerOf(store->path(u"link"_s), model);
+    QCOMPARE(ownerOf(own), 0U);
+    giveToOwnerOf(named, model);
+    QCOMPARE(ownerOf(named), 0U);
+    giveToOwnerOf(theirs, model);
+    QCOMPARE(ownerOf(theirs), 23456U);
+    giveToOwnerOf(own, model);
+    QCOMPARE(ownerOf(own), 12345U);
 }
 
 void TestMaintenance::databaseInUseIsNotReplaced()
