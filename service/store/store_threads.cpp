@@ -121,6 +121,9 @@ public:
         next = std::chrono::steady_clock::now() + (more ? upkeep.betweenPieces : upkeep.whenDone);
     }
 
+    /// Who waits for the writer goes before work that has time, while another process holds the database.
+    void postpone() { next = std::max(next, std::chrono::steady_clock::now() + idleTurn); }
+
 private:
     const Upkeep upkeep;
     std::chrono::steady_clock::time_point next = std::chrono::steady_clock::now() + upkeep.whenDone;
@@ -201,6 +204,7 @@ void StoreThreads::writeAll(const StoreSettings &settings, Opened &opened)
             if (!batch->empty())
                 storeAll(database, *batch, settings.committed);
         } catch (const CannotBegin &cannot) {
+            upkeep.postpone();
             refuse(std::move(*batch), cannot.failure);
         } catch (...) {
             refuse(std::move(*batch), std::current_exception()); // the next batch may be stored again

@@ -31,6 +31,7 @@ private slots:
     void roomIsUsedAgain();
     void writerDoesItBetweenOtherWork();
     void failingPieceIsTriedAgain();
+    void workThatHasTimeWaitsWhileOthersHoldTheDatabase();
 
 private:
     Database &database() const { return store->database; }
@@ -167,6 +168,31 @@ void TestRetention::failingPieceIsTriedAgain()
     settings.upkeep.whenDone = std::chrono::milliseconds(1);
     const StoreThreads threads(settings);
     QTRY_VERIFY(tried > 2);
+}
+
+// The second change comes while the first is told that it is refused.
+void TestRetention::workThatHasTimeWaitsWhileOthersHoldTheDatabase()
+{
+    std::atomic<int> pieces = 0;
+    StoreSettings settings{store->file()};
+    settings.upkeep.piece = [&pieces](Database &) { return ++pieces < 0; };
+    settings.upkeep.whenDone = std::chrono::milliseconds(0);
+    StoreThreads threads(settings);
+    const Transaction held(database());
+    Semaphore done;
+    int before = -1;
+    int after = -1;
+    const auto nothing = [](Database &) {};
+    threads.write({nothing, [&](const std::exception_ptr &) {
+                       before = pieces;
+                       threads.write({nothing, [&](const std::exception_ptr &) {
+                                          after = pieces;
+                                          done.release();
+                                      }});
+                   }});
+    done.acquire();
+    QCOMPARE(after, before);
+    QVERIFY(before >= 0);
 }
 
 TIDELOFT_TEST_MAIN(TestRetention)
