@@ -22,8 +22,15 @@ namespace
 
 constexpr int mostConversations = 2000; // as many as the client lists
 
-void refuseTooMuch(Stored stored)
+[[noreturn]] void refuseUnknown()
 {
+    throw Refusal(404, u"There is no user with this name."_s);
+}
+
+void refuseWhatIsNotStored(Stored stored)
+{
+    if (stored == Stored::NoRecipient) // deleted since the look-up
+        refuseUnknown();
     if (stored == Stored::TooManyMessages)
         throw Refusal(409, u"You have sent as many messages as the service keeps for one user."_s);
     if (stored == Stored::TooManyBytes)
@@ -39,9 +46,9 @@ Outcome send(const ApiContext &context, Database &lookUp, const Request &request
     const StoredMessage message = storedForm(messageFrom(body), context.nowInMilliseconds());
     const std::optional<User> recipient = findUser(lookUp, to);
     if (!recipient)
-        throw Refusal(404, u"There is no user with this name."_s);
+        refuseUnknown();
     return Change([sender, recipient, message, quota = context.settings.quota](Database &database) {
-        refuseTooMuch(storeMessage(database, sender, *recipient, message, quota));
+        refuseWhatIsNotStored(storeMessage(database, sender, *recipient, message, quota));
         return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
     });
 }

@@ -35,11 +35,10 @@ bool addGroup(Database &database, const User &maker, const Group &group, qint64 
     if (database.number(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id})
         >= maximumGroups)
         return false;
-    const Rows inserted = database.run(
-        u"INSERT INTO chat_groups (public_id, name, description, created_at) VALUES (?, ?, ?, ?)"_s,
+    const qint64 row = database.number(
+        u"INSERT INTO chat_groups (public_id, name, description, created_at) VALUES (?, ?, ?, ?) RETURNING id"_s,
         {group.id, group.name, group.description, now});
-    database.run(u"INSERT INTO group_members (user_id, group_id) VALUES (?, ?)"_s,
-                 {maker.id, inserted.lastInsertId()});
+    database.run(u"INSERT INTO group_members (user_id, group_id) VALUES (?, ?)"_s, {maker.id, row});
     groupsChanged(database, maker);
     transaction.commit();
     return true;

@@ -21,13 +21,13 @@ struct StoredMessage {
 /// What a user may have at most.
 struct MessageQuota {
     qint64 messages = 0;
-    qint64 bytes = 0;
-    qint64 conversations = 0;
+    qint64 bytes = 0;         ///< in UTF-8
+    qint64 conversations = 0; ///< that the user has begun
 };
 
 /// What became of a message. A client that got no answer sends the same again, and a nonce is used once: such
 /// a message is kept once.
-enum class Stored { Now, Before, TooManyMessages, TooManyBytes, TooManyConversations };
+enum class Stored { Now, Before, NoRecipient, TooManyMessages, TooManyBytes, TooManyConversations };
 
 Stored storeMessage(Database &database, const User &sender, const User &recipient,
                     const StoredMessage &message, const MessageQuota &quota);

@@ -28,8 +28,9 @@ struct OldMessage {
 
 std::vector<OldMessage> oldMessages(Database &database, qint64 time, int most)
 {
-    Rows rows = database.run(u"SELECT id, sender_id, recipient_id, length(text) + length(iv)"
-                             " + length(recipient_keys) + length(sender_keys) FROM messages"
+    Rows rows = database.run(u"SELECT id, sender_id, recipient_id, length(CAST(text AS BLOB))"
+                             " + length(CAST(iv AS BLOB)) + length(CAST(recipient_keys AS BLOB))"
+                             " + length(CAST(sender_keys AS BLOB)) FROM messages"
                              " WHERE created_at < ? ORDER BY created_at, id LIMIT ?"_s,
                              {time, most});
     std::vector<OldMessage> found;
@@ -50,19 +51,22 @@ std::set<std::pair<qint64, qint64>> shortened(const std::vector<OldMessage> &mes
     return pairs;
 }
 
+/// Where a message stands in its conversation: its position, and its number.
+using Place = std::pair<qint64, qint64>;
+
 // The clock of a computer may be set back, so what was sent last need not be what is kept longest. What goes
 // is passed over, and that is no more than a piece.
-qint64 newestKept(Database &database, qint64 sender, qint64 recipient, const std::set<qint64> &going)
+Place newestKept(Database &database, qint64 sender, qint64 recipient, const std::set<qint64> &going)
 {
-    Rows rows =
-        database.run(u"SELECT id FROM messages WHERE sender_id = ? AND recipient_id = ? ORDER BY id DESC"_s,
-                     {sender, recipient});
+    Rows rows = database.run(u"SELECT position, id FROM messages WHERE sender_id = ? AND recipient_id = ?"
+                             " ORDER BY position DESC, id DESC LIMIT ?"_s,
+                             {sender, recipient, static_cast<qint64>(going.size()) + 1});
     while (rows.next()) {
-        const qint64 id = rows.value(0).toLongLong();
-        if (!going.contains(id))
-            return id;
+        const Place place{rows.value(0).toLongLong(), rows.value(1).toLongLong()};
+        if (!going.contains(place.second))
+            return place;
     }
-    return 0;
+    return {};
 }
 
 QString nameOf(Database &database, qint64 user)
@@ -79,7 +83,7 @@ void shortenConversation(Database &database, qint64 user, qint64 peer, const std
     if (!going.contains(last))
         return;
     const qint64 kept =
-        std::max(newestKept(database, user, peer, going), newestKept(database, peer, user, going));
+        std::max(newestKept(database, user, peer, going), newestKept(database, peer, user, going)).second;
     if (kept == 0)
         database.run(u"DELETE FROM conversations WHERE user_id = ? AND peer_id = ?"_s, {user, peer});
     else

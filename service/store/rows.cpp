@@ -83,6 +83,7 @@ void Rows::run(const QVariantList &values)
         query->bindValue(static_cast<int>(i), bindable(values[i]));
     if (!query->exec())
         failWith(u"Could not run a statement"_s, *query);
+    changed = query->numRowsAffected();
 }
 
 bool Rows::next()

@@ -54,13 +54,13 @@ public:
     /// Goes to the next row. Throws StorageError: an error is not the end of the rows.
     bool next();
     QVariant value(int column) const { return query->value(column); }
-    int numRowsAffected() const { return query->numRowsAffected(); }
-    QVariant lastInsertId() const { return query->lastInsertId(); }
+    int numRowsAffected() const { return changed; }
 
 private:
     PreparedStatements *statements;
     QString statement;
     std::unique_ptr<QSqlQuery> query;
+    int changed = 0; ///< asked for at once: the driver tells of the last statement of all
 };
 
 } // namespace tideloft::service

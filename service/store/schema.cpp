@@ -93,9 +93,42 @@ QStringList removalOfMessages()
     return {u"CREATE INDEX conversations_by_last_message ON conversations (last_message_id)"_s};
 }
 
+// A position orders the messages of any two users: it is larger than that of every message that one of the
+// two has. Messages from before have none and keep the order of their numbers. A name is found by each of its
+// ends, so that a search need not look at all of them. Sizes are those in UTF-8.
+QStringList positionsAndBounds()
+{
+    return {
+        u"ALTER TABLE users ADD COLUMN last_position INTEGER NOT NULL DEFAULT 0"_s,
+        u"ALTER TABLE messages ADD COLUMN position INTEGER NOT NULL DEFAULT 0"_s,
+        u"ALTER TABLE conversations ADD COLUMN begun INTEGER NOT NULL DEFAULT 0"_s,
+        u"UPDATE conversations SET begun = 1 WHERE coalesce((SELECT min(id) FROM messages"
+        " WHERE sender_id = user_id AND recipient_id = peer_id), 9223372036854775807)"
+        " <= coalesce((SELECT min(id) FROM messages"
+        " WHERE sender_id = peer_id AND recipient_id = user_id), 9223372036854775807)"_s,
+        u"UPDATE users SET message_bytes = coalesce((SELECT sum(length(CAST(text AS BLOB))"
+        " + length(CAST(iv AS BLOB)) + length(CAST(recipient_keys AS BLOB)) + length(CAST(sender_keys AS "
+        "BLOB)))"
+        " FROM messages WHERE sender_id = users.id), 0)"_s,
+        u"DROP INDEX messages_by_pair"_s,
+        u"CREATE INDEX messages_by_pair ON messages (sender_id, recipient_id, position)"_s,
+        u"CREATE INDEX conversations_begun ON conversations (user_id) WHERE begun = 1"_s,
+        u"CREATE INDEX sessions_by_user ON sessions (user_id, expires_at)"_s,
+        u"CREATE TABLE name_ends (ending TEXT NOT NULL, user_id INTEGER NOT NULL REFERENCES users ON DELETE "
+        u"CASCADE,"
+        " PRIMARY KEY (ending, user_id)) WITHOUT ROWID"_s,
+        u"CREATE INDEX name_ends_by_user ON name_ends (user_id)"_s,
+        u"WITH RECURSIVE places (place) AS (SELECT 1 UNION ALL SELECT place + 1 FROM places WHERE place < 32)"
+        " INSERT INTO name_ends SELECT substr(name, place), id FROM users JOIN places ON place <= "
+        "length(name)"
+        " WHERE state <> 2"_s,
+    };
+}
+
 QList<QStringList> steps()
 {
-    return {accountsAndMessages(), groupsAndPictures(), versionsAndQuotas(), removalOfMessages()};
+    return {accountsAndMessages(), groupsAndPictures(), versionsAndQuotas(), removalOfMessages(),
+            positionsAndBounds()};
 }
 
 int versionOf(Database &database)

@@ -8,15 +8,44 @@ namespace tideloft::service
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
 // A service that was started while the clock was wrong must not end for good what is only thought to be old.
 constexpr qint64 graceTime = qint64{60} * 24 * 60 * 60 * 1000;
+
+void endSession(Database &database, const QByteArray &tokenHash)
+{
+    database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash});
+    database.afterCommit([tokenHash](KnownState &known) { known.sessions.replace(tokenHash, {}); });
+}
+
+// Those that run out first go, so that one more has room.
+void makeRoom(Database &database, const User &user)
+{
+    QByteArrayList surplus;
+    {
+        Rows rows = database.run(u"SELECT token_hash FROM sessions WHERE user_id = ?"
+                                 " ORDER BY expires_at DESC, token_hash LIMIT 100000 OFFSET ?"_s,
+                                 {user.id, maximumSessions - 1});
+        while (rows.next())
+            surplus << rows.value(0).toByteArray();
+    }
+    for (const QByteArray &tokenHash : std::as_const(surplus))
+        endSession(database, tokenHash);
+}
+
+} // namespace
 
 void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
                 qint64 expiresAt)
 {
+    Transaction transaction(database);
     database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now - graceTime});
+    makeRoom(database, user);
     database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"_s,
                  {tokenHash, user.id, expiresAt});
+    transaction.commit();
 }
 
 std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &tokenHash)
@@ -36,8 +65,7 @@ qint64 sessionCount(Database &database, qint64 now)
 
 void removeSession(Database &database, const QByteArray &tokenHash)
 {
-    database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash});
-    database.afterCommit([tokenHash](KnownState &known) { known.sessions.replace(tokenHash, {}); });
+    endSession(database, tokenHash);
 }
 
 } // namespace tideloft::service

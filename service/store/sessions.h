@@ -8,8 +8,11 @@
 namespace tideloft::service
 {
 
-/// Keeps a session of USER until EXPIRESAT, and drops those that have run out 60 days before NOW. Times
-/// are in ms since 1970.
+/// How many sessions one user may have: more than a person has devices, and no way to fill the disk.
+constexpr int maximumSessions = 100;
+
+/// Keeps a session of USER until EXPIRESAT, and drops those that have run out 60 days before NOW. Of a user
+/// who has too many, those that run out first end. Times are in ms since 1970.
 void addSession(Database &database, const QByteArray &tokenHash, const User &user, qint64 now,
                 qint64 expiresAt);
 

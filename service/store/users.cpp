@@ -26,6 +26,40 @@ std::optional<User> findWithState(Database &database, const QString &name, UserS
     return User{query.value(0).toLongLong(), *normalized};
 }
 
+// A text behind all names and ends of names that begin with TEXT: no name has this sign, and all of its signs
+// come before it.
+QString behind(const QString &text)
+{
+    return text + u'~';
+}
+
+QStringList namesIn(Rows rows)
+{
+    QStringList names;
+    while (rows.next())
+        names.append(rows.value(0).toString());
+    return names;
+}
+
+QStringList beginningWith(Database &database, const QString &text, const User &except, int limit)
+{
+    return namesIn(
+        database.run(u"SELECT name FROM users WHERE name >= ? AND name < ? AND id <> ? AND state <> ?"
+                     " ORDER BY name LIMIT ?"_s,
+                     {text, behind(text), except.id, static_cast<int>(UserState::Deleted), limit}));
+}
+
+// Of a text that stands in very many names only some are looked at.
+QStringList containing(Database &database, const QString &text, const User &except, int limit)
+{
+    constexpr int mostLookedAt = 2000;
+    return namesIn(database.run(
+        u"SELECT name FROM users WHERE id IN (SELECT user_id FROM name_ends WHERE ending >= ? AND ending < ?"
+        " LIMIT ?) AND name NOT BETWEEN ? AND ? AND id <> ? AND state <> ? ORDER BY name LIMIT ?"_s,
+        {text, behind(text), mostLookedAt, text, behind(text), except.id,
+         static_cast<int>(UserState::Deleted), limit}));
+}
+
 } // namespace
 
 std::optional<User> findUser(Database &database, const QString &name)
@@ -51,11 +85,17 @@ QByteArray passwordHash(Database &database, const User &user)
 
 bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now)
 {
-    const Rows query =
-        database.run(u"INSERT INTO users (name, password, created_at, conversations_version, groups_version)"
-                     " VALUES (?, ?, ?, ?, ?) ON CONFLICT (name) DO NOTHING"_s,
-                     {name, QString::fromLatin1(hash), now, newVersion(), newVersion()});
-    return query.numRowsAffected() == 1;
+    Transaction transaction(database);
+    const qint64 id = database.number(
+        u"INSERT INTO users (name, password, created_at, conversations_version, groups_version)"
+        " VALUES (?, ?, ?, ?, ?) ON CONFLICT (name) DO NOTHING RETURNING id"_s,
+        {name, QString::fromLatin1(hash), now, newVersion(), newVersion()});
+    if (id == 0)
+        return false;
+    for (qsizetype place = 0; place < name.size(); ++place)
+        database.run(u"INSERT INTO name_ends (ending, user_id) VALUES (?, ?)"_s, {name.sliced(place), id});
+    transaction.commit();
+    return true;
 }
 
 QString bioOf(Database &database, const User &user)
@@ -69,16 +109,11 @@ void setBio(Database &database, const User &user, const QString &bio)
     database.run(u"UPDATE users SET bio = ? WHERE id = ?"_s, {bio, user.id});
 }
 
-// instr() takes the text as it is: "%" and "_" are no wildcards, and "_" may stand in a name.
 QStringList findNames(Database &database, const QString &text, const User &except, int limit)
 {
-    Rows query = database.run(u"SELECT name FROM users WHERE instr(name, ?) > 0 AND id <> ? AND state <> ?"
-                              " ORDER BY instr(name, ?) > 1, name LIMIT ?"_s,
-                              {text, except.id, static_cast<int>(UserState::Deleted), text, limit});
-    QStringList names;
-    while (query.next())
-        names.append(query.value(0).toString());
-    return names;
+    const QStringList names = beginningWith(database, text, except, limit);
+    const int left = limit - static_cast<int>(names.size());
+    return left > 0 ? names + containing(database, text, except, left) : names;
 }
 
 } // namespace tideloft::service

@@ -33,7 +33,7 @@ QString bioOf(Database &database, const User &user);
 void setBio(Database &database, const User &user, const QString &bio);
 
 /// At most LIMIT names that contain TEXT, which is in small letters, without that of EXCEPT. Names that
-/// begin with it come first.
+/// begin with it come first. Of those that merely contain it, some are left out when there are thousands.
 QStringList findNames(Database &database, const QString &text, const User &except, int limit);
 
 } // namespace tideloft::service

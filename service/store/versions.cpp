@@ -10,17 +10,12 @@ namespace tideloft::service
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
-
-void note(Database &database, const User &user, const QString &subject, qint64 version)
+void noteVersion(Database &database, const User &user, const QString &subject, qint64 version)
 {
     database.afterCommit([key = VersionKey{user.id, subject}, version](KnownState &known) {
         known.versions.replace(key, version);
     });
 }
-
-} // namespace
 
 QString conversationsSubject()
 {
@@ -63,14 +58,14 @@ void conversationsChanged(Database &database, const User &user)
 {
     const qint64 version = newVersion();
     database.run(u"UPDATE users SET conversations_version = ? WHERE id = ?"_s, {version, user.id});
-    note(database, user, conversationsSubject(), version);
+    noteVersion(database, user, conversationsSubject(), version);
 }
 
 void groupsChanged(Database &database, const User &user)
 {
     const qint64 version = newVersion();
     database.run(u"UPDATE users SET groups_version = ? WHERE id = ?"_s, {version, user.id});
-    note(database, user, groupsSubject(), version);
+    noteVersion(database, user, groupsSubject(), version);
 }
 
 void historyChanged(Database &database, const User &user, const User &peer)
@@ -78,7 +73,7 @@ void historyChanged(Database &database, const User &user, const User &peer)
     const qint64 version = newVersion();
     database.run(u"UPDATE conversations SET version = ? WHERE user_id = ? AND peer_id = ?"_s,
                  {version, user.id, peer.id});
-    note(database, user, historySubject(peer.name), version);
+    noteVersion(database, user, historySubject(peer.name), version);
 }
 
 } // namespace tideloft::service

@@ -28,4 +28,7 @@ void conversationsChanged(Database &database, const User &user);
 void groupsChanged(Database &database, const User &user);
 void historyChanged(Database &database, const User &user, const User &peer);
 
+/// Tells the memory of a version that the present transaction writes.
+void noteVersion(Database &database, const User &user, const QString &subject, qint64 version);
+
 } // namespace tideloft::service

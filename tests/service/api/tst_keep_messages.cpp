@@ -29,14 +29,15 @@ private:
             u"sender_id, recipient_id, text, iv, recipient_keys, sender_keys, encrypted"_s;
         const qint64 day = qint64{24} * 60 * 60 * 1000;
         Transaction transaction(fixture.database);
-        const Rows added = fixture.database.run(
-            u"INSERT INTO messages (%1, created_at) VALUES (1, 2, 'x', '', '[]', '[]', 0, ?)"_s.arg(columns),
+        const qint64 added = fixture.database.number(
+            u"INSERT INTO messages (%1, created_at) VALUES (1, 2, 'x', '', '[]', '[]', 0, ?) RETURNING id"_s
+                .arg(columns),
             {fixture.now.toMSecsSinceEpoch() - daysAgo * day});
         for (const auto &[user, peer] : {std::pair{1, 2}, std::pair{2, 1}})
             fixture.database.run(u"INSERT INTO conversations (user_id, peer_id, last_message_id, version)"
                                  " VALUES (?, ?, ?, 7) ON CONFLICT (user_id, peer_id)"
                                  " DO UPDATE SET last_message_id = excluded.last_message_id"_s,
-                                 {user, peer, added.lastInsertId()});
+                                 {user, peer, added});
         transaction.commit();
     }
     static qint64 messages(ApiFixture &fixture)

@@ -1,0 +1,42 @@
+-- A database as version 4 of its tables was written by the service of then: two users, what they wrote, and a key.
+-- SPDX-FileCopyrightText: 2026 The TideLoft developers
+-- SPDX-License-Identifier: MIT
+PRAGMA foreign_keys=OFF;
+BEGIN TRANSACTION;
+CREATE TABLE users (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE, password TEXT NOT NULL, bio TEXT NOT NULL DEFAULT '', created_at INTEGER NOT NULL, state INTEGER NOT NULL DEFAULT 0, message_count INTEGER NOT NULL DEFAULT 0, message_bytes INTEGER NOT NULL DEFAULT 0, conversations_version INTEGER NOT NULL DEFAULT 0, groups_version INTEGER NOT NULL DEFAULT 0);
+INSERT INTO users VALUES(1,'alice','scrypt$32768$8$3$v0tYmsfuexcHk0iKFhOx5g==$zqozPlpvTYvv9gr57TiSY2jlKk3o0tQ8qLs0CtdEEls=','I sail.',1795351182838,0,1,435,4627128551170743846,3138033796958958512);
+INSERT INTO users VALUES(2,'bob','scrypt$32768$8$3$I5iDjK0QjRPBno6fgJRFkw==$aNIx6JXR5ghZIBcCmfDIgTtkVS26BzOFVCPryBsLUts=','',1795351183924,0,2,34,248331966638899653,1808574858978251309);
+CREATE TABLE sessions (token_hash BLOB PRIMARY KEY, user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, expires_at INTEGER NOT NULL) WITHOUT ROWID;
+INSERT INTO sessions VALUES(X'39c184e20bbe5851a1dbfa1f99c66fd9685ea11666d05314b51c9dc1a192df0a',2,1797943184357);
+INSERT INTO sessions VALUES(X'498725df5e8fd7befe4d1e57952ce148267e92c9471eb3f6001c5f9b70debe16',1,1797943183391);
+CREATE TABLE device_keys (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, device_id TEXT NOT NULL, device_name TEXT NOT NULL, public_key TEXT NOT NULL, updated_at INTEGER NOT NULL, PRIMARY KEY (user_id, device_id)) WITHOUT ROWID;
+INSERT INTO device_keys VALUES(1,'d1','Desk','MIIBIjANBgkqhkiG9w0BAQEFAAOCAQ8AMIIBCgKCAQEA0mLd3JxZ0HBsJ5YnQvFjAmejWrk4uhVYNgY+T9WEF7YbLejPFgfB2iaFoFuPYvI8gpv+tXLkMPd3T8dmv5Zm3JyrzihsMH/cEZTeHqtOLxl8PMrKXUt3xiZjKWCIGgs5faOoJ1DEGKqCPfg80nOAK+o9xEUVfNk3hbbHs3la50i7u7c2k/i46JGeftToPk2gZGiHXLSBMRKgUj99f87LWwgb02dzta90NIKZP1QgzPdJrwYN4pq7jGVT5jaKwuvHaM7tYXiXnyM1Uu41dTONx7v5IVkLJdkuv677KrYuczjjMfikSJk2uoHt82FFXMQk8m+YVaoXs/DU1O2v7FNAeQIDAQAB',1795351184598);
+CREATE TABLE messages (id INTEGER PRIMARY KEY AUTOINCREMENT, sender_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, recipient_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, text TEXT NOT NULL, iv TEXT NOT NULL, recipient_keys TEXT NOT NULL, sender_keys TEXT NOT NULL, encrypted INTEGER NOT NULL, created_at INTEGER NOT NULL);
+INSERT INTO messages VALUES(1,1,2,'Y2lwaGVydGV4dCAxIGFuZCB0YWcuLi4uLi4=','bm9uY2Utbm9uY2Ux','[{"deviceId":"d9","encryptedKey":"AAECAwQFBgcICQoLDA0ODxAREhMUFRYXGBkaGxwdHh8gISIjJCUmJygpKissLS4vMDEyMzQ1Njc4OTo7PD0+P0BBQkNERUZHSElKS0xNTk9QUVJTVFVWV1hZWltcXV5fYGFiY2RlZmdoaWprbG1ub3BxcnN0dXZ3eHl6e3x9fn+AgYKDhIWGh4iJiouMjY6PkJGSk5SVlpeYmZqbnJ2en6ChoqOkpaanqKmqq6ytrq+wsbKztLW2t7i5uru8vb6/wMHCw8TFxsfIycrLzM3Oz9DR0tPU1dbX2Nna29zd3t/g4eLj5OXm5+jp6uvs7e7v8PHy8/T19vf4+fr7/P3+/w=="}]','[]',1,1795351184606);
+INSERT INTO messages VALUES(2,2,1,'it''s me 👋','','[]','[]',0,1795351184609);
+INSERT INTO messages VALUES(3,2,2,'a note to myself','','[]','[]',0,1795351184611);
+CREATE TABLE conversations (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, peer_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, last_message_id INTEGER NOT NULL REFERENCES messages ON DELETE CASCADE, version INTEGER NOT NULL DEFAULT 0, PRIMARY KEY (user_id, peer_id)) WITHOUT ROWID;
+INSERT INTO conversations VALUES(1,2,2,3461002210271114682);
+INSERT INTO conversations VALUES(2,1,2,121122981620779418);
+INSERT INTO conversations VALUES(2,2,3,4359337832247690793);
+CREATE TABLE chat_groups (id INTEGER PRIMARY KEY AUTOINCREMENT, public_id TEXT NOT NULL UNIQUE, name TEXT NOT NULL, description TEXT NOT NULL, created_at INTEGER NOT NULL);
+INSERT INTO chat_groups VALUES(1,'1532f247fb49b2e72bfe62ccb6921d76','Chess','On Sundays',1795351184612);
+CREATE TABLE group_members (user_id INTEGER NOT NULL REFERENCES users ON DELETE CASCADE, group_id INTEGER NOT NULL REFERENCES chat_groups ON DELETE CASCADE, PRIMARY KEY (user_id, group_id)) WITHOUT ROWID;
+INSERT INTO group_members VALUES(1,1);
+CREATE TABLE pictures (id INTEGER PRIMARY KEY, name TEXT NOT NULL UNIQUE, user_id INTEGER UNIQUE REFERENCES users ON DELETE CASCADE, group_id INTEGER UNIQUE REFERENCES chat_groups ON DELETE CASCADE, content_type TEXT NOT NULL, content BLOB NOT NULL, CHECK ((user_id IS NULL) <> (group_id IS NULL)));
+INSERT INTO pictures VALUES(1,'ee1e4f9c4a1e0ebedccd5a9e8ac83685773dc6fc',NULL,1,'image/gif',X'47494638396120616e6420736f206f6e');
+INSERT INTO pictures VALUES(2,'52857e25f8b21974aea23abfe20b68718d052823',1,NULL,'image/gif',X'47494638396120616e6420736f206f6e');
+CREATE TABLE invitations (name TEXT PRIMARY KEY, created_at INTEGER NOT NULL) WITHOUT ROWID;
+CREATE TABLE facts (name TEXT PRIMARY KEY, value INTEGER NOT NULL) WITHOUT ROWID;
+DELETE FROM sqlite_sequence;
+INSERT INTO sqlite_sequence VALUES('messages',3);
+INSERT INTO sqlite_sequence VALUES('chat_groups',1);
+CREATE INDEX sessions_by_expiry ON sessions (expires_at);
+CREATE INDEX messages_by_pair ON messages (sender_id, recipient_id, id);
+CREATE INDEX messages_by_recipient ON messages (recipient_id);
+CREATE INDEX group_members_by_group ON group_members (group_id);
+CREATE INDEX messages_by_nonce ON messages (sender_id, recipient_id, iv) WHERE iv <> '';
+CREATE INDEX messages_by_time ON messages (created_at);
+CREATE INDEX conversations_by_last_message ON conversations (last_message_id);
+COMMIT;
+PRAGMA user_version = 4;
