@@ -15,6 +15,9 @@
 
 #include <QDateTime>
 
+#include <chrono>
+#include <thread>
+
 namespace tideloft::service
 {
 
@@ -59,6 +62,13 @@ void requireFree(Database &database, const QString &name)
         throw Problem(u"There is a user %1 already"_s.arg(name));
     if (findUserOrDeleted(database, name))
         throw Problem(u"The name %1 was that of a deleted account and is given to nobody else"_s.arg(name));
+}
+
+// A process that takes the database again and again at once leaves no turn to those who look for one now and
+// then.
+void letOthersWrite()
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
 }
 
 } // namespace
@@ -120,7 +130,7 @@ void deleteUserByHand(const Call &call)
     const User user = namedUser(*database, call);
     if (!call.confirmed)
         throw Problem(u"Deleting %1 cannot be undone. Repeat the command with --yes"_s.arg(user.name));
-    deleteUser(*database, user);
+    deleteUser(*database, user, &letOthersWrite);
     say(u"The account %1 is deleted. What others got from it stays with them."_s.arg(user.name));
 }
 

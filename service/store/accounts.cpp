@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/accounts.h"
 
+#include <limits>
+
 namespace tideloft::service
 {
 
@@ -32,16 +34,57 @@ void leaveGroups(Database &database, const User &user)
                      {group, group});
 }
 
-// A message stays as long as one of the two who have it does.
-void removeMessagesOfNobody(Database &database, const User &user)
+// A message stays as long as one of the two who have it does. The user who is being deleted has no more than
+// MOST of these messages less afterwards. True when there were fewer.
+bool removeMessagesOfNobody(Database &database, const User &user, int most)
 {
     const int gone = static_cast<int>(UserState::Deleted);
-    database.run(u"DELETE FROM messages WHERE sender_id = ?"
-                 " AND recipient_id IN (SELECT id FROM users WHERE state = ?)"_s,
-                 {user.id, gone});
-    database.run(u"DELETE FROM messages WHERE recipient_id = ?"
-                 " AND sender_id IN (SELECT id FROM users WHERE state = ?)"_s,
-                 {user.id, gone});
+    const Rows sent = database.run(
+        u"DELETE FROM messages WHERE id IN (SELECT id FROM messages WHERE sender_id = ? AND recipient_id IN"
+        " (SELECT id FROM users WHERE state = ? OR id = ?) LIMIT ?)"_s,
+        {user.id, gone, user.id, most});
+    const Rows got = database.run(
+        u"DELETE FROM messages WHERE id IN (SELECT id FROM messages WHERE recipient_id = ? AND sender_id IN"
+        " (SELECT id FROM users WHERE state = ?) LIMIT ?)"_s,
+        {user.id, gone, most});
+    return sent.numRowsAffected() < most && got.numRowsAffected() < most;
+}
+
+bool removeConversations(Database &database, const User &user, int most)
+{
+    return database
+               .run(u"DELETE FROM conversations WHERE user_id = ? AND peer_id IN"
+                    " (SELECT peer_id FROM conversations WHERE user_id = ? LIMIT ?)"_s,
+                    {user.id, user.id, most})
+               .numRowsAffected()
+           < most;
+}
+
+// True when nothing is left that may be large.
+bool removePiece(Database &database, const User &user)
+{
+    constexpr int pieceSize = 100;
+    Transaction transaction(database);
+    const bool all =
+        removeMessagesOfNobody(database, user, pieceSize) && removeConversations(database, user, pieceSize);
+    transaction.commit();
+    return all;
+}
+
+// Others may have written meanwhile, so the little that has come since is looked for once more.
+void removeRest(Database &database, const User &user)
+{
+    constexpr int any = std::numeric_limits<int>::max();
+    Transaction transaction(database);
+    setState(database, user, UserState::Deleted);
+    database.run(u"UPDATE users SET password = '', bio = '' WHERE id = ?"_s, {user.id});
+    database.run(u"DELETE FROM name_ends WHERE user_id = ?"_s, {user.id});
+    database.run(u"DELETE FROM device_keys WHERE user_id = ?"_s, {user.id});
+    database.run(u"DELETE FROM pictures WHERE user_id = ?"_s, {user.id});
+    leaveGroups(database, user);
+    removeMessagesOfNobody(database, user, any);
+    removeConversations(database, user, any);
+    transaction.commit();
 }
 
 } // namespace
@@ -87,18 +130,12 @@ void setPassword(Database &database, const User &user, const QByteArray &hash)
     transaction.commit();
 }
 
-void deleteUser(Database &database, const User &user)
+void deleteUser(Database &database, const User &user, const std::function<void()> &betweenPieces)
 {
-    Transaction transaction(database);
-    endSessions(database, user);
-    setState(database, user, UserState::Deleted);
-    database.run(u"UPDATE users SET password = '', bio = '' WHERE id = ?"_s, {user.id});
-    database.run(u"DELETE FROM device_keys WHERE user_id = ?"_s, {user.id});
-    database.run(u"DELETE FROM pictures WHERE user_id = ?"_s, {user.id});
-    database.run(u"DELETE FROM conversations WHERE user_id = ?"_s, {user.id});
-    leaveGroups(database, user);
-    removeMessagesOfNobody(database, user);
-    transaction.commit();
+    disableUser(database, user);
+    while (!removePiece(database, user))
+        betweenPieces();
+    removeRest(database, user);
 }
 
 } // namespace tideloft::service

@@ -34,6 +34,10 @@ void setPassword(Database &database, const User &user, const QByteArray &hash);
 
 /// Forgets the user's keys, picture, profile, sessions, servers and list of conversations, and the messages
 /// that nobody else has. What others have written, and what they have got from the user, stays theirs.
-void deleteUser(Database &database, const User &user);
+///
+/// The user is disabled at once, and what may be large goes in small transactions: others write in
+/// BETWEENPIECES. A deletion that was broken off is begun again.
+void deleteUser(
+    Database &database, const User &user, const std::function<void()> &betweenPieces = [] {});
 
 } // namespace tideloft::service

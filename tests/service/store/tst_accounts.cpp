@@ -27,6 +27,8 @@ private slots:
     void deletedLeavesNothingOfItsOwn();
     void deletedLeavesWhatOthersHave();
     void messagesGoWithTheLastWhoHasThem();
+    void othersWriteBetweenThePiecesOfADeletion();
+    void brokenOffDeletionIsBegunAgain();
     void nameOfADeletedAccountIsKept();
     void groupWithOthersStays();
     void accountsAreListed();
@@ -116,6 +118,36 @@ void TestStoredAccounts::messagesGoWithTheLastWhoHasThem()
     deleteUser(database(), store->bob);
     QCOMPARE(rows(u"messages"_s), 1);
     QCOMPARE(store->conversations(store->carol), "bob:three");
+}
+
+void TestStoredAccounts::othersWriteBetweenThePiecesOfADeletion()
+{
+    for (int i = 0; i < 250; ++i)
+        store->send(store->alice, store->alice, QString::number(i), 2);
+    Store other(store->file());
+    int pieces = 0;
+    deleteUser(database(), store->alice, [&] {
+        setBio(other, store->bob, QString::number(++pieces));
+        QCOMPARE(stateOf(other, store->alice), UserState::Disabled);
+    });
+    QVERIFY(pieces >= 2);
+    QCOMPARE(bioOf(database(), store->bob), QString::number(pieces));
+    QCOMPARE(rows(u"messages"_s), 0);
+    QCOMPARE(stateOf(database(), store->alice), UserState::Deleted);
+}
+
+void TestStoredAccounts::brokenOffDeletionIsBegunAgain()
+{
+    for (int i = 0; i < 150; ++i)
+        store->send(store->alice, store->alice, QString::number(i), 2);
+    QVERIFY_THROWS_EXCEPTION(
+        std::runtime_error, deleteUser(database(), store->alice, [] { throw std::runtime_error("killed"); }));
+    QVERIFY(rows(u"messages"_s) > 0);
+    const std::optional<User> again = findUser(database(), u"alice"_s);
+    QVERIFY(again);
+    deleteUser(database(), *again);
+    QCOMPARE(rows(u"messages"_s), 0);
+    QVERIFY(!findUser(database(), u"alice"_s));
 }
 
 void TestStoredAccounts::nameOfADeletedAccountIsKept()
