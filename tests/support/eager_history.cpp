@@ -11,6 +11,8 @@
 #include <QListWidget>
 #include <QScrollBar>
 
+#include <utility>
+
 namespace tideloft::tests
 {
 
@@ -45,29 +47,42 @@ bool EagerHistory::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::Resize || list->viewport()->width() == width)
         return QObject::eventFilter(watched, event);
     width = list->viewport()->width();
+    isStale = true;
+    layOut();
+    return QObject::eventFilter(watched, event);
+}
+
+void EagerHistory::layOut()
+{
     QScrollBar *bar = list->verticalScrollBar();
     const bool wasAtBottom = bar->value() == bar->maximum();
     QListWidgetItem *first = list->item(0);
     for (int i = 0; i < list->count() && list->visualItemRect(first).bottom() < 0; ++i)
         first = list->item(i);
     const int y = first ? list->visualItemRect(first).top() : 0;
-    updateHints();
+    const bool isWidthNew = std::exchange(isStale, false);
+    if (!updateHints() && !isWidthNew)
+        return;
     list->doItemsLayout();
     if (wasAtBottom)
         list->scrollToBottom();
     else if (first)
         bar->setValue(bar->value() + list->visualItemRect(first).top() - y);
-    return QObject::eventFilter(watched, event);
 }
 
-void EagerHistory::updateHints()
+/// False if nothing is new.
+bool EagerHistory::updateHints()
 {
+    bool isNew = false;
     for (int i = 0; i < list->count(); ++i) {
         QListWidgetItem *entry = list->item(i);
         const QWidget *row = list->itemWidget(entry);
-        if (row && entry->sizeHint() != row->sizeHint())
-            entry->setSizeHint(row->sizeHint());
+        if (!row || entry->sizeHint() == row->sizeHint())
+            continue;
+        entry->setSizeHint(row->sizeHint());
+        isNew = true;
     }
+    return isNew;
 }
 
 } // namespace tideloft::tests

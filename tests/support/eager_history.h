@@ -24,13 +24,17 @@ public:
     /// Makes the list show ROWS, of which it keeps those that it shows already, and scrolls it to its bottom.
     void show(const QList<ui::HistoryRow> &rows);
 
+    /// Takes the rows' own sizes, which may have changed with their fonts.
+    void layOut();
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void updateHints();
+    bool updateHints();
 
     QListWidget *list;
     int width = 0;
+    bool isStale = false; ///< the list is laid out for another width
 };
 
 } // namespace tideloft::tests

@@ -37,6 +37,8 @@ public:
     [[nodiscard]] const RowSize &measured() const { return measure; }
     /// Lets the list know. True if this changes anything.
     bool applySize();
+    /// What the list knows.
+    [[nodiscard]] QSize appliedSize() const { return applied; }
     /// Whether the list knows of the measure.
     [[nodiscard]] bool isApplied() const { return applied == measure.row; }
 

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/history_list.h"
 
+#include "ui/chat/history_delegate.h"
 #include "ui/lists/row_reconciler.h"
 
 #include <QAccessible>
@@ -21,6 +22,7 @@ namespace tideloft::ui
 
 HistoryList::HistoryList(QListWidget *watched) : QObject(watched), list(watched), widgets(watched)
 {
+    list->setItemDelegate(new HistoryDelegate(list));
     list->viewport()->installEventFilter(this);
     connect(list->verticalScrollBar(), &QScrollBar::valueChanged, this, &HistoryList::onScrolled);
 }
@@ -30,7 +32,6 @@ void HistoryList::show(const QList<HistoryRow> &rows)
     {
         const QScopedValueRollback<bool> settling(isSettling, true);
         topBefore = -1;
-        measuredFrom = {};
         const bool isNew = place(rows);
         // Rows are measured beside the scroll bar, not without it first.
         const Qt::ScrollBarPolicy policy = list->verticalScrollBarPolicy();
@@ -54,11 +55,20 @@ bool HistoryList::needsScrollBar() const
     return height > list->viewport()->height();
 }
 
+/// False if there is nothing to do.
+bool HistoryList::measure(int index)
+{
+    if (!widgets.measure(index))
+        return false;
+    unapplied.append(index);
+    return true;
+}
+
 /// The newest first.
 void HistoryList::measureAtOnce(Range range, const QDeadlineTimer &end)
 {
     for (int index = range.end; index-- > range.first && !end.hasExpired();)
-        widgets.measure(index);
+        measure(index);
 }
 
 /// Gives every row its entry. False if the list shows ROWS already.
@@ -87,7 +97,21 @@ bool HistoryList::place(const QList<HistoryRow> &rows)
         if (!places.at(i).isKept)
             widgets.entry(i)->setRow(rows.at(i));
     }
+    renumber();
     return true;
+}
+
+/// Entries have other indexes now.
+void HistoryList::renumber()
+{
+    measuredFrom = {};
+    areMeasured = false;
+    withWidgets = {0, list->count()};
+    unapplied.clear();
+    for (int index = 0; index < list->count(); ++index) {
+        if (widgets.entry(index)->isMeasured() && !widgets.entry(index)->isApplied())
+            unapplied.append(index);
+    }
 }
 
 /// Opens, measures and makes what is on screen and ATONCE. Meanwhile the row ANCHOR stays where it stands on
@@ -105,7 +129,7 @@ void HistoryList::settle(Range atOnce, int anchor, bool keepsBottom)
             break;
     }
     if (int(makeWidgets(atOnce)) + int(makeWidgets(onScreen())) > 0)
-        list->doItemsLayout();
+        placeWidgets();
     rememberPlace();
     if (list->count() > 0)
         slices.start(0, this);
@@ -132,12 +156,17 @@ bool HistoryList::layOut(int anchor, bool keepsBottom)
 bool HistoryList::applySizes()
 {
     bool isChanged = false;
-    for (int index = 0; index < list->count(); ++index) {
+    for (const int index : std::exchange(unapplied, {})) {
         HistoryEntry *entry = widgets.entry(index);
         isChanged = (entry && entry->isMeasured() && entry->applySize()) || isChanged;
     }
-    unapplied = 0;
     return isChanged;
+}
+
+void HistoryList::make(int index)
+{
+    widgets.make(index);
+    withWidgets = {qMin(withWidgets.first, index), qMax(withWidgets.end, index + 1)};
 }
 
 /// False if they are there already.
@@ -147,10 +176,16 @@ bool HistoryList::makeWidgets(Range range)
     for (int index = range.first; index < range.end; ++index) {
         if (!widgets.needsWidget(index) || !widgets.entry(index)->isMeasured())
             continue;
-        widgets.make(index);
+        make(index);
         isChanged = true;
     }
     return isChanged;
+}
+
+/// Gives new widgets their places. No size has changed: the list need not ask every entry for its own again.
+void HistoryList::placeWidgets()
+{
+    list->QAbstractItemView::doItemsLayout();
 }
 
 void HistoryList::onScrolled()
@@ -199,6 +234,7 @@ void HistoryList::onResized()
 void HistoryList::remeasure(bool fontsAreNew)
 {
     measuredFrom = {};
+    areMeasured = false;
     for (int index = 0; index < list->count(); ++index) {
         QListWidgetItem *item = list->item(index);
         if (HistoryEntry *entry = widgets.entry(index))

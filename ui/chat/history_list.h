@@ -50,7 +50,9 @@ private:
     };
 
     bool place(const QList<HistoryRow> &rows);
+    void renumber();
     [[nodiscard]] bool needsScrollBar() const;
+    bool measure(int index);
     void measureAtOnce(Range range, const QDeadlineTimer &end);
     [[nodiscard]] int rowAt(int y) const;
     [[nodiscard]] Range onScreen() const;
@@ -62,7 +64,9 @@ private:
     void settle(Range atOnce, int anchor, bool keepsBottom);
     bool layOut(int anchor, bool keepsBottom);
     bool applySizes();
+    void make(int index);
     bool makeWidgets(Range range);
+    void placeWidgets();
     void onScrolled();
     void onResized();
     void remeasure(bool fontsAreNew);
@@ -77,13 +81,15 @@ private:
     QListWidget *list;
     HistoryWidgets widgets;
     QBasicTimer slices;
-    int width = 0;        ///< of the viewport, for which rows are measured
-    int topBefore = -1;   ///< the first row on screen, and
-    int valueBefore = 0;  ///< where the list stood, when it was last settled
-    int unapplied = 0;    ///< how many rows are measured of which the list does not know yet
-    int distance = 0;     ///< how far from the screen rows are measured, while it shows
-    Range measuredFrom;   ///< these
-    bool isStale = false; ///< the list is laid out for another width
+    int width = 0;            ///< of the viewport, for which rows are measured
+    int topBefore = -1;       ///< the first row on screen, and
+    int valueBefore = 0;      ///< where the list stood, when it was last settled
+    QList<int> unapplied;     ///< rows that are measured, of which the list does not know yet
+    int distance = 0;         ///< how far from the screen rows are measured, while it shows
+    Range measuredFrom;       ///< these
+    Range withWidgets;        ///< no other row has a widget
+    bool areMeasured = false; ///< all rows
+    bool isStale = false;     ///< the list is laid out for another width
     bool isSettling = false;
 };
 

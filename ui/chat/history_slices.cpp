@@ -108,10 +108,12 @@ bool HistoryList::workNearby(const QDeadlineTimer &end)
     for (const int index : rows) {
         if (end.hasExpired())
             return false;
-        widgets.measure(index);
+        measure(index);
         const HistoryEntry *entry = widgets.entry(index);
         isApplied = isApplied && (!entry || entry->isApplied());
     }
+    if (end.hasExpired())
+        return false;
     if (!isApplied)
         layOut(-1, isAtBottom());
     return makeNearby(rows, end);
@@ -125,26 +127,26 @@ bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
             return true;
         if (end.hasExpired())
             return false;
-        widgets.make(index);
+        make(index);
         return isChanged = true;
     };
     const bool areMade = std::ranges::all_of(rows, isMade);
     if (isChanged)
-        list->doItemsLayout();
+        placeWidgets();
     return areMade;
 }
 
-/// Measures the other rows. The list learns of many at once: it lays all of them out, and paints itself. True
-/// once all are measured.
+/// Measures the other rows. The list learns of many at once: it lays all of them out, and paints itself,
+/// which takes the first part of a slice. True once all are measured and the list knows.
 bool HistoryList::measureOutward(const QDeadlineTimer &end)
 {
+    if (areMeasured || unapplied.size() > qMax(250, list->count() / 10))
+        layOut(-1, isAtBottom());
     const Range middle = onScreen();
     if (std::exchange(measuredFrom, middle) != middle)
         distance = 0;
-    const bool areMeasured = measureBeside(middle, end);
-    if (areMeasured || unapplied > qMax(250, list->count() / 10))
-        layOut(-1, isAtBottom());
-    return areMeasured;
+    areMeasured = areMeasured || measureBeside(middle, end);
+    return areMeasured && unapplied.isEmpty();
 }
 
 /// Goes on from the screen outward, above and below by turns.
@@ -153,20 +155,25 @@ bool HistoryList::measureBeside(Range middle, const QDeadlineTimer &end)
     for (; middle.first - distance > 0 || middle.end + distance < list->count(); ++distance) {
         if (end.hasExpired())
             return false;
-        for (const int index : {middle.first - 1 - distance, middle.end + distance})
-            unapplied += widgets.measure(index) ? 1 : 0;
+        measure(middle.first - 1 - distance);
+        measure(middle.end + distance);
     }
     return true;
 }
 
+/// Widgets that the user is at stay, wherever they are.
 void HistoryList::takeFarWidgets()
 {
     const Range kept = around(onScreen(), screensKept);
-    const int last = newest(newestWithWidgets).first;
-    for (int index = 0; index < last; ++index) {
+    const Range last = newest(newestWithWidgets);
+    Range left = last;
+    for (int index = withWidgets.first; index < qMin(withWidgets.end, last.first); ++index) {
         if (index < kept.first || index >= kept.end)
             widgets.take(index);
+        if (widgets.entry(index) && widgets.entry(index)->widgetRow())
+            left.first = qMin(left.first, index);
     }
+    withWidgets = left;
 }
 
 } // namespace tideloft::ui

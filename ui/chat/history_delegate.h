@@ -1,0 +1,38 @@
+// What the list does with each entry of a history: little, for rows draw themselves.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStyledItemDelegate>
+
+class QListWidget;
+
+namespace tideloft::ui
+{
+
+class HistoryEntry;
+
+/// The toolkit's own delegate asks the style sheet where the text of an entry is, for every widget, and each
+/// time. A history's entry has no text of its own: its widget fills it. Entries of other kinds are left to
+/// the toolkit.
+class HistoryDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    /// LIST owns it.
+    explicit HistoryDelegate(QListWidget *list);
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void updateEditorGeometry(QWidget *row, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const override;
+
+private:
+    [[nodiscard]] const HistoryEntry *entryAt(const QModelIndex &index) const;
+
+    QListWidget *list;
+};
+
+} // namespace tideloft::ui
