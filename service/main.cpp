@@ -40,7 +40,8 @@ ServerSettings serverSettings(const Options &options, Counters &counters)
     settings.port = options.port;
     settings.certificateFile = options.certificateFile;
     settings.keyFile = options.keyFile;
-    settings.trustedProxy = options.trustedProxy;
+    settings.trustedProxies = options.trustedProxies;
+    settings.proxyProtocol = options.proxyProtocol;
     settings.limits.connections = static_cast<std::size_t>(options.connections);
     settings.limits.connectionsOfOnePeer = static_cast<std::size_t>(options.connectionsPerAddress);
     settings.answered = [&counters](const QByteArray &method, const Response &response,

@@ -56,6 +56,23 @@ OptionEntry address(const char *name, QString Options::*member, const char *help
     return {QString::fromLatin1(name), u"ADDRESS"_s, QString::fromLatin1(help), set};
 }
 
+OptionEntry addresses(const char *name, QStringList Options::*member, const char *help)
+{
+    const auto set = [member](Options &options, const QString &value) {
+        QStringList all;
+        for (const QString &part : value.split(u',')) {
+            boost::system::error_code error;
+            boost::asio::ip::make_address(part.trimmed().toStdString(), error);
+            if (error)
+                return u"must be numeric addresses with commas between them, like 10.0.0.5,::1"_s;
+            all << part.trimmed();
+        }
+        options.*member = all;
+        return QString();
+    };
+    return {QString::fromLatin1(name), u"ADDRESSES"_s, QString::fromLatin1(help), set};
+}
+
 OptionEntry onOff(const char *name, bool Options::*member, const char *help)
 {
     const auto set = [member](Options &options, const QString &value) {
@@ -116,9 +133,12 @@ const QList<OptionEntry> &optionTable()
              "SQLite file that keeps accounts, keys, messages, servers and pictures; made when missing, "
              "readable for its owner only. Default: tideloftd.sqlite in the user's data folder."),
         onOff("quiet", &Options::quiet, "Write warnings and problems only to the standard error output."),
-        address("trusted-proxy", &Options::trustedProxy,
-                "Address of a proxy in front of the service, in numbers. What it says in X-Forwarded-For "
-                "counts as the client's address."),
+        addresses("trusted-proxy", &Options::trustedProxies,
+                  "Addresses of the proxies in front of the service, in numbers, with commas between them. "
+                  "What these say in X-Forwarded-For counts as the client's address."),
+        onOff("proxy-protocol", &Options::proxyProtocol,
+              "The proxies of --trusted-proxy say the client's address in a header of the PROXY protocol "
+              "instead, with which each of their connections has to begin."),
         portOrNone("metrics-port", &Options::metricsPort,
                    "Port on 127.0.0.1 that answers /metrics in the text format of Prometheus. 0 takes any "
                    "free one. Default: none."),

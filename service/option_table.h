@@ -8,6 +8,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <functional>
@@ -31,7 +32,8 @@ struct Options {
     int quotaMegabytes = usualMessageMegabytes;
     int quotaConversations = usualConversations;
     int quotaPictureMegabytes = usualPictureMegabytes;
-    QString trustedProxy; ///< empty = none
+    QStringList trustedProxies; ///< numeric addresses
+    bool proxyProtocol = false;
     int metricsPort = -1; ///< -1 = none
     Registration registration = Registration::Open;
     int keepMessages = 0; ///< days; 0 = forever

@@ -65,6 +65,8 @@ QString problemWith(const Options &options)
     if (options.certificateFile.isEmpty()
         && !boost::asio::ip::make_address(options.listen.toStdString()).is_loopback())
         return u"Without --tls-cert and --tls-key only a loopback address is allowed."_s;
+    if (options.proxyProtocol && options.trustedProxies.isEmpty())
+        return u"--proxy-protocol needs --trusted-proxy."_s;
     return {};
 }
 

@@ -10,14 +10,36 @@ namespace tideloft::service
 
 namespace ip = boost::asio::ip;
 
-QByteArray peerOf(const ip::address &address)
+namespace
 {
+
+// A socket that listens on every address sees IPv4 addresses as IPv6 ones.
+ip::address unmapped(const ip::address &address)
+{
+    if (address.is_v6() && address.to_v6().is_v4_mapped())
+        return ip::make_address_v4(ip::v4_mapped, address.to_v6());
+    return address;
+}
+
+} // namespace
+
+TrustedProxies::TrustedProxies(const QStringList &addresses)
+{
+    for (const QString &address : addresses)
+        trusted.push_back(unmapped(ip::make_address(address.toStdString())));
+}
+
+bool TrustedProxies::contains(const ip::address &address) const
+{
+    return std::find(trusted.begin(), trusted.end(), unmapped(address)) != trusted.end();
+}
+
+QByteArray peerOf(const ip::address &anyAddress)
+{
+    const ip::address address = unmapped(anyAddress);
     if (address.is_v4())
         return QByteArray::fromStdString(address.to_string());
-    const ip::address_v6 v6 = address.to_v6();
-    if (v6.is_v4_mapped())
-        return QByteArray::fromStdString(ip::make_address_v4(ip::v4_mapped, v6).to_string());
-    ip::address_v6::bytes_type bytes = v6.to_bytes();
+    ip::address_v6::bytes_type bytes = address.to_v6().to_bytes();
     std::fill(bytes.begin() + 8, bytes.end(), static_cast<unsigned char>(0));
     return QByteArray::fromStdString(ip::address_v6(bytes).to_string()) + "/64";
 }

@@ -7,6 +7,7 @@
 #include "service/http/connection.h"
 #include "service/http/loop_mailbox.h"
 #include "service/http/peer.h"
+#include "service/http/proxy_greetings.h"
 #include "service/http/translation.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -53,6 +54,8 @@ public:
 
 private:
     asio::awaitable<void> acceptAll();
+    void take(tcp::socket socket, const Way &way);
+    void takeGreeted(tcp::socket socket, const std::optional<asio::ip::address> &client);
     asio::awaitable<void> serve(std::shared_ptr<Connection> connection, QByteArray peer);
     asio::awaitable<Response> answer(Request request);
     void stopNow();
@@ -69,7 +72,9 @@ private:
     asio::signal_set stopSignals;
     asio::signal_set renewSignals;
     asio::steady_timer pause;
-    std::optional<asio::ip::address> trustedProxy;
+    const TrustedProxies trustedProxies;
+    const bool proxiesGreet;
+    ProxyGreetings greetings;
     std::set<std::shared_ptr<Connection>> connections;
     std::atomic<std::size_t> open = 0;     ///< how many there are, for other threads
     std::atomic<qint64> validUntil = 0;    ///< the certificate, in seconds since 1970; 0 without one
@@ -84,6 +89,14 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
       stopSignals(io),
       renewSignals(io),
       pause(io),
+      trustedProxies(settings.trustedProxies),
+      proxiesGreet(settings.proxyProtocol),
+      greetings(
+          settings.limits.headerTime,
+          [this](tcp::socket socket, const auto &client) { takeGreeted(std::move(socket), client); },
+          [this] {
+              context.log(LogLevel::Warning, 0, "a connection of a trusted proxy begins without its header");
+          }),
       mailbox(std::make_shared<LoopMailbox>(io))
 {
     context.log = settings.log;
@@ -93,8 +106,6 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
         return waitFor<Admission>(mailbox, admit(head));
     };
     context.answer = [this](Request request) { return answer(std::move(request)); };
-    if (!settings.trustedProxy.isEmpty())
-        trustedProxy = asio::ip::make_address(settings.trustedProxy.toStdString());
     certificateFile = settings.certificateFile;
     keyFile = settings.keyFile;
     readCertificate();
@@ -117,17 +128,34 @@ asio::awaitable<void> HttpServer::Implementation::acceptAll()
             co_await pause.async_wait(asio::redirect_error(asio::use_awaitable, error));
             continue;
         }
-        if (error || connections.size() >= context.limits.connections)
+        if (error || connections.size() + greetings.count() >= context.limits.connections)
             continue;
         const tcp::endpoint remote = socket.remote_endpoint(error);
-        const Way way{false, peerOf(remote.address()), remote.address() == trustedProxy};
-        if (error || (!way.forwarded && ofPeer.value(way.peer) >= context.limits.connectionsOfOnePeer))
-            continue;
-        auto connection =
-            std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr, way);
-        connections.insert(connection);
-        co_spawn(io, serve(std::move(connection), way.peer), asio::detached);
+        const bool trusted = trustedProxies.contains(remote.address());
+        if (!error && trusted && proxiesGreet)
+            greetings.await(std::move(socket));
+        else if (!error)
+            take(std::move(socket), {false, peerOf(remote.address()), trusted});
     }
+}
+
+// What a request says behind it is not believed: the proxy may not have read the request.
+void HttpServer::Implementation::takeGreeted(tcp::socket socket,
+                                             const std::optional<asio::ip::address> &client)
+{
+    error_code error;
+    const tcp::endpoint remote = socket.remote_endpoint(error);
+    if (!error && !context.stopping)
+        take(std::move(socket), {false, peerOf(client.value_or(remote.address())), false});
+}
+
+void HttpServer::Implementation::take(tcp::socket socket, const Way &way)
+{
+    if (!way.forwarded && ofPeer.value(way.peer) >= context.limits.connectionsOfOnePeer)
+        return;
+    auto connection = std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr, way);
+    connections.insert(connection);
+    co_spawn(io, serve(std::move(connection), way.peer), asio::detached);
 }
 
 asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connection> connection,
@@ -203,6 +231,7 @@ void HttpServer::Implementation::stopNow()
     acceptor.close(ignored);
     stopSignals.cancel(ignored);
     renewSignals.cancel(ignored);
+    greetings.giveUp();
     for (const std::shared_ptr<Connection> &connection : connections)
         connection->finish();
     if (connections.empty())

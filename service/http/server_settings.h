@@ -44,7 +44,8 @@ struct ServerSettings {
     std::uint16_t port = 8443;                     ///< 0 = any free port
     QString certificateFile;                       ///< PEM, the chain; empty = plain HTTP
     QString keyFile;                               ///< PEM
-    QString trustedProxy;                          ///< whose X-Forwarded-For is believed; empty = nobody's
+    QStringList trustedProxies;                    ///< numeric addresses, whose X-Forwarded-For is believed
+    bool proxyProtocol = false; ///< these begin each connection with a header, which is believed instead
     ServerLimits limits;
     /// What large bodies and replies may hold together; made from the limits when there is none.
     std::shared_ptr<ByteBudget> transfers;

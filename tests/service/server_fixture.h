@@ -28,7 +28,11 @@ public:
     explicit ServerFixture(
         service::Handler handler, const service::ServerLimits &limits = {},
         const AdmissionRule &admit = [](const auto &) { return service::Admission(); })
-        : server(settings(limits, admit), std::move(handler)),
+        : ServerFixture(std::move(handler), limited(limits, admit))
+    {
+    }
+    ServerFixture(service::Handler handler, service::ServerSettings settings)
+        : server(completed(settings), std::move(handler)),
           thread([this] { server.run(); })
     {
     }
@@ -51,13 +55,17 @@ public:
     }
 
 private:
-    service::ServerSettings settings(const service::ServerLimits &limits, const AdmissionRule &admit)
+    static service::ServerSettings limited(const service::ServerLimits &limits, const AdmissionRule &admit)
     {
         service::ServerSettings wanted;
-        wanted.port = 0;
         wanted.limits = limits;
-        wanted.refuse = &refusalInJson;
         wanted.admit = admit;
+        return wanted;
+    }
+    service::ServerSettings &completed(service::ServerSettings &wanted)
+    {
+        wanted.port = 0;
+        wanted.refuse = &refusalInJson;
         wanted.log = [this](service::LogLevel, std::uint64_t, const QByteArray &line) {
             const std::lock_guard lock(mutex);
             lines << line;

@@ -19,6 +19,7 @@ private slots:
     void limitsAreTheUsualOnes();
     void limitsAreGiven();
     void registrationAndRetentionAreGiven();
+    void proxiesAreGiven();
     void helpExplainsEveryOption();
     void helpSaysWhatIsKept();
     void versionIsPrinted();
@@ -44,9 +45,11 @@ private:
     // Something that an option of this kind may be, and that is the default of none.
     static QString sample(const OptionEntry &option)
     {
-        static const QHash<QString, QString> samples{{u"N"_s, u"77"_s},        {u"FILE"_s, u"a.file"_s},
-                                                     {u"ADDRESS"_s, u"::1"_s}, {u"WHO"_s, u"invite"_s},
-                                                     {u"DAYS"_s, u"30"_s},     {QString(), u"yes"_s}};
+        static const QHash<QString, QString> samples{
+            {u"N"_s, u"77"_s},        {u"FILE"_s, u"a.file"_s},
+            {u"ADDRESS"_s, u"::1"_s}, {u"ADDRESSES"_s, u"10.0.0.5,::1"_s},
+            {u"WHO"_s, u"invite"_s},  {u"DAYS"_s, u"30"_s},
+            {QString(), u"yes"_s}};
         return samples.value(option.valueName);
     }
 };
@@ -96,7 +99,8 @@ void TestOptions::limitsAreGiven()
                          options.signInsPerMinute, options.registrationsPerMinute, options.quotaMessages,
                          options.quotaMegabytes, options.quotaConversations, options.quotaPictureMegabytes}),
              (QList<int>{1, 2, 3, 0, 5, 6, 7, 8, 9}));
-    QCOMPARE(options.trustedProxy, u"::1"_s);
+    QCOMPARE(options.trustedProxies, QStringList(u"::1"_s));
+    QVERIFY(!options.proxyProtocol);
 }
 
 void TestOptions::registrationAndRetentionAreGiven()
@@ -108,6 +112,16 @@ void TestOptions::registrationAndRetentionAreGiven()
     QCOMPARE(parse({}).serve->keepMessages, 0);
     QCOMPARE(parse(u"--keep-messages 30"_s).serve->keepMessages, 30);
     QCOMPARE(parseWithFile("keep-messages = 30", u"--keep-messages forever"_s).serve->keepMessages, 0);
+}
+
+void TestOptions::proxiesAreGiven()
+{
+    const Command command = parseWithFile("trusted-proxy = 10.0.0.5, ::1\nproxy-protocol = yes\n");
+    QVERIFY2(command.serve, qPrintable(command.text));
+    QCOMPARE(command.serve->trustedProxies, QStringList({u"10.0.0.5"_s, u"::1"_s}));
+    QVERIFY(command.serve->proxyProtocol);
+    QVERIFY(!parseWithFile("trusted-proxy = ::1\nproxy-protocol = no\n").serve->proxyProtocol);
+    QCOMPARE(parseWithFile("proxy-protocol = yes\n").exitCode, 2);
 }
 
 void TestOptions::helpExplainsEveryOption()
@@ -133,7 +147,8 @@ void TestOptions::helpExplainsEveryOption()
                                   u"--metrics-port <N>"_s,
                                   u"--registration <WHO>"_s,
                                   u"--keep-messages <DAYS>"_s,
-                                  u"--trusted-proxy <ADDRESS>"_s,
+                                  u"--trusted-proxy <ADDRESSES>"_s,
+                                  u"--proxy-protocol"_s,
                                   u"--config <FILE>"_s,
                                   u"--check-config"_s,
                                   u"--help"_s,
@@ -170,7 +185,12 @@ void TestOptions::mistakes_data()
     QTest::newRow("number too small")
         << u"--history-limit 0"_s << u"--history-limit must be a number from 1 to"_s;
     QTest::newRow("number is none") << u"--quota-messages many"_s << u"--quota-messages must be a number"_s;
-    QTest::newRow("proxy by name") << u"--trusted-proxy proxy"_s << u"--trusted-proxy must be a numeric"_s;
+    QTest::newRow("proxy by name") << u"--trusted-proxy proxy"_s << u"--trusted-proxy must be numeric"_s;
+    QTest::newRow("one proxy by name")
+        << u"--trusted-proxy ::1,proxy"_s << u"--trusted-proxy must be numeric"_s;
+    QTest::newRow("comma at the end") << u"--trusted-proxy ::1,"_s << u"--trusted-proxy must be numeric"_s;
+    QTest::newRow("a header from nobody")
+        << u"--proxy-protocol"_s << u"--proxy-protocol needs --trusted-proxy."_s;
     QTest::newRow("nobody of that kind") << u"--registration some"_s << u"--registration must be open, inv"_s;
     QTest::newRow("no days") << u"--keep-messages 0"_s << u"--keep-messages must be forever or a number"_s;
     QTest::newRow("host name") << u"--listen example.org"_s << u"--listen must be a numeric address"_s;

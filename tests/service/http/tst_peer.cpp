@@ -21,6 +21,8 @@ private slots:
     void proxies();
     void connectionsOfOnePeerAreLimited();
     void placesComeBack();
+    void trustedProxies_data();
+    void trustedProxies();
     void proxyIsBelievedWhereItIsTrusted_data();
     void proxyIsBelievedWhereItIsTrusted();
 
@@ -96,6 +98,28 @@ void TestPeer::placesComeBack()
     }
 }
 
+void TestPeer::trustedProxies_data()
+{
+    QTest::addColumn<QStringList>("trusted");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<bool>("isAmong");
+    const QStringList both{u"192.0.2.7"_s, u"2001:db8::7"_s};
+    QTest::newRow("nobody") << QStringList() << u"192.0.2.7"_s << false;
+    QTest::newRow("first") << both << u"192.0.2.7"_s << true;
+    QTest::newRow("second") << both << u"2001:db8:0:0::7"_s << true;
+    QTest::newRow("neighbour") << both << u"192.0.2.8"_s << false;
+    QTest::newRow("neighbour in the network") << both << u"2001:db8::8"_s << false;
+    QTest::newRow("as seen by a socket for both families") << both << u"::ffff:192.0.2.7"_s << true;
+    QTest::newRow("written like that") << QStringList(u"::ffff:192.0.2.7"_s) << u"192.0.2.7"_s << true;
+}
+
+void TestPeer::trustedProxies()
+{
+    QFETCH(QStringList, trusted);
+    QFETCH(QString, address);
+    QTEST(TrustedProxies(trusted).contains(boost::asio::ip::make_address(address.toStdString())), "isAmong");
+}
+
 void TestPeer::proxyIsBelievedWhereItIsTrusted_data()
 {
     QTest::addColumn<QString>("trusted");
@@ -103,6 +127,7 @@ void TestPeer::proxyIsBelievedWhereItIsTrusted_data()
     QTest::newRow("nobody") << QString() << u"127.0.0.1"_s;
     QTest::newRow("another") << u"127.0.0.9"_s << u"127.0.0.1"_s;
     QTest::newRow("this one") << u"127.0.0.1"_s << u"192.0.2.7"_s;
+    QTest::newRow("one of two") << u"127.0.0.9,127.0.0.1"_s << u"192.0.2.7"_s;
 }
 
 void TestPeer::proxyIsBelievedWhereItIsTrusted()
@@ -110,7 +135,7 @@ void TestPeer::proxyIsBelievedWhereItIsTrusted()
     QFETCH(QString, trusted);
     ServerSettings settings;
     settings.port = 0;
-    settings.trustedProxy = trusted;
+    settings.trustedProxies = trusted.split(u',', Qt::SkipEmptyParts);
     settings.limits.connectionsOfOnePeer = 1;
     HttpServer server(settings, &tellPeer);
     std::thread thread([&] { server.run(); });
@@ -125,7 +150,7 @@ void TestPeer::proxyIsBelievedWhereItIsTrusted()
     server.stop();
     thread.join();
     QTEST(reply.text(u"peer"_s), "peer");
-    QCOMPARE(served, trusted == u"127.0.0.1"_s);
+    QCOMPARE(served, trusted.endsWith(u"127.0.0.1"_s));
 }
 
 TIDELOFT_TEST_MAIN(TestPeer)
