@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/empty_state.h"
 
-#include "ui/style/hint_row.h"
+#include "ui/chat/hint_row.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"
 

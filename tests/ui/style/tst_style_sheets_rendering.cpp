@@ -5,7 +5,6 @@
 
 #include "tests/support/test_main.h"
 #include "ui/style/grid_widget.h"
-#include "ui/style/hint_row.h"
 #include "ui/style/inline_styles.h"
 #include "ui/style/style_sheets.h"
 
@@ -36,9 +35,6 @@ private slots:
     void plainWidgetsPaintTheirBackground();
     void childrenDoNotPaintOverTheirParent();
     void badgeIsAPill();
-    void hintRowTakesTheDefaultTextColourInTheDark();
-    void hintRowHasItsOwnColoursInTheLight();
-    void hintRowIsBuiltOfPlainTextLabels();
 };
 
 // Everything counts but the offscreen platform's remarks about what it cannot do.
@@ -168,48 +164,6 @@ void TestStyleSheetsRendering::badgeIsAPill()
     const QImage image = window->grab().toImage();
     QCOMPARE(image.pixelColor(0, 0), QColor(0x07, 0x07, 0x0c));
     QVERIFY(image.pixelColor(50, 10) != QColor(0x07, 0x07, 0x0c));
-}
-
-static QColor textColour(const QString &sheet, const QString &label)
-{
-    const std::unique_ptr<QMainWindow> window(makeWindow(sheet, makeHintRow(u"i"_s, u"text"_s)));
-    return window->findChild<QLabel *>(label)->palette().color(QPalette::WindowText);
-}
-
-void TestStyleSheetsRendering::hintRowTakesTheDefaultTextColourInTheDark()
-{
-    QCOMPARE(textColour(darkStyleSheet(), u"hintIcon"_s), QColor(0xe0, 0xe0, 0xec));
-    QCOMPARE(textColour(darkStyleSheet(), u"hintText"_s), QColor(0xe0, 0xe0, 0xec));
-}
-
-void TestStyleSheetsRendering::hintRowHasItsOwnColoursInTheLight()
-{
-    QCOMPARE(textColour(lightStyleSheet(), u"hintIcon"_s), QColor(0x60, 0x80, 0xa0));
-    QCOMPARE(textColour(lightStyleSheet(), u"hintText"_s), QColor(0x40, 0x60, 0xa0));
-}
-
-void TestStyleSheetsRendering::hintRowIsBuiltOfPlainTextLabels()
-{
-    const std::unique_ptr<QWidget> row(makeHintRow(u"🔒"_s, u"<b>safe</b>"_s));
-    QVERIFY(!row->parent());
-    QCOMPARE(row->objectName(), u"hintRow"_s);
-    const auto *layout = qobject_cast<QHBoxLayout *>(row->layout());
-    QVERIFY(layout);
-    QCOMPARE(layout->contentsMargins(), QMargins());
-    QCOMPARE(layout->spacing(), 10);
-    const auto *icon = qobject_cast<QLabel *>(layout->itemAt(0)->widget());
-    const auto *text = qobject_cast<QLabel *>(layout->itemAt(1)->widget());
-    QCOMPARE(icon->objectName(), u"hintIcon"_s);
-    QCOMPARE(icon->text(), u"🔒"_s);
-    QCOMPARE(icon->minimumWidth(), 20);
-    QCOMPARE(icon->maximumWidth(), 20);
-    QCOMPARE(icon->alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
-    QCOMPARE(text->objectName(), u"hintText"_s);
-    QCOMPARE(text->text(), u"<b>safe</b>"_s);
-    QCOMPARE(icon->textFormat(), Qt::PlainText);
-    QCOMPARE(text->textFormat(), Qt::PlainText);
-    QCOMPARE(layout->stretch(0), 0);
-    QCOMPARE(layout->stretch(1), 1);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestStyleSheetsRendering)

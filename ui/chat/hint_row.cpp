@@ -1,7 +1,7 @@
 // One line of the empty state: an icon and a short text.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/style/hint_row.h"
+#include "ui/chat/hint_row.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,12 +1,15 @@
-// A hint of the empty state: its two labels, and the room of each.
+// A hint of the empty state: its two labels, the room of each, and their colours in both themes.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/style/hint_row.h"
+#include "ui/chat/hint_row.h"
+#include "ui/style/style_sheets.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMainWindow>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -17,13 +20,23 @@ class TestHintRow : public QObject
     Q_OBJECT
 
 private slots:
+    void init();
     void iconAndTextStandSideBySide();
     void markupIsText();
+    void takesTheDefaultTextColourInTheDark();
+    void hasItsOwnColoursInTheLight();
 };
+
+// Everything counts but the offscreen platform's remarks about what it cannot do.
+void TestHintRow::init()
+{
+    QTest::failOnWarning(QRegularExpression(u"^(?!This plugin)"_s));
+}
 
 void TestHintRow::iconAndTextStandSideBySide()
 {
     const std::unique_ptr<QWidget> row(makeHintRow(u"🔒"_s, u"Sealed"_s));
+    QVERIFY(!row->parent());
     QCOMPARE(row->objectName(), u"hintRow"_s);
     const auto *layout = qobject_cast<QHBoxLayout *>(row->layout());
     QVERIFY(layout);
@@ -46,8 +59,32 @@ void TestHintRow::iconAndTextStandSideBySide()
 void TestHintRow::markupIsText()
 {
     const std::unique_ptr<QWidget> row(makeHintRow(u"<b>x</b>"_s, u"<i>y</i>"_s));
-    for (const QLabel *label : row->findChildren<QLabel *>())
+    const auto labels = row->findChildren<QLabel *>();
+    QCOMPARE(labels.size(), 2);
+    for (const QLabel *label : labels)
         QCOMPARE(label->textFormat(), Qt::PlainText);
+    QCOMPARE(labels.at(1)->text(), u"<i>y</i>"_s);
+}
+
+static QColor textColour(const QString &sheet, const QString &label)
+{
+    QMainWindow window;
+    window.setStyleSheet(sheet);
+    window.setCentralWidget(makeHintRow(u"i"_s, u"text"_s));
+    window.show();
+    return window.findChild<QLabel *>(label)->palette().color(QPalette::WindowText);
+}
+
+void TestHintRow::takesTheDefaultTextColourInTheDark()
+{
+    QCOMPARE(textColour(darkStyleSheet(), u"hintIcon"_s), QColor(0xe0, 0xe0, 0xec));
+    QCOMPARE(textColour(darkStyleSheet(), u"hintText"_s), QColor(0xe0, 0xe0, 0xec));
+}
+
+void TestHintRow::hasItsOwnColoursInTheLight()
+{
+    QCOMPARE(textColour(lightStyleSheet(), u"hintIcon"_s), QColor(0x60, 0x80, 0xa0));
+    QCOMPARE(textColour(lightStyleSheet(), u"hintText"_s), QColor(0x40, 0x60, 0xa0));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestHintRow)
