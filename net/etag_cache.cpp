@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "net/etag_cache.h"
 
+#include "net/http_status.h"
+
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -17,7 +19,6 @@ namespace
 
 constexpr qsizetype capacity = 8; // two lists, and the conversations that a user switches between
 constexpr qsizetype longestTag = 200;
-constexpr int notModified = 304;
 const QByteArray condition = QByteArrayLiteral("If-None-Match");
 
 // The tag is sent back as it came, so it must be a valid one (RFC 9110, section 8.8.3) of a bounded size.
@@ -30,11 +31,6 @@ bool isTag(QByteArrayView text)
     return text.size() >= 2 && text.startsWith('"') && text.endsWith('"')
            && std::all_of(text.begin() + 1, text.end() - 1,
                           [](char c) { return c > ' ' && c < 0x7f && c != '"'; });
-}
-
-int statusOf(const QNetworkReply &reply)
-{
-    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
 } // namespace
@@ -53,7 +49,7 @@ QNetworkReply *ETagCache::get(QNetworkAccessManager &network, QNetworkRequest re
 
 bool ETagCache::isNotModified(const QNetworkReply &reply)
 {
-    return statusOf(reply) == notModified && reply.request().hasRawHeader(condition);
+    return httpStatus(reply) == statusNotModified && reply.request().hasRawHeader(condition);
 }
 
 std::optional<QJsonDocument> ETagCache::takeNotModified(const QNetworkReply &reply)
@@ -70,7 +66,7 @@ void ETagCache::insert(const QNetworkReply &reply, const QJsonDocument &document
     const QUrl address = reply.request().url();
     entries.removeIf([&](const Entry &each) { return each.address == address; });
     const QByteArray tag = reply.rawHeader("ETag");
-    if (statusOf(reply) != 200 || reply.url() != address || !isTag(tag))
+    if (httpStatus(reply) != statusOk || reply.url() != address || !isTag(tag))
         return;
     entries.prepend({address, tag, document});
     if (entries.size() > capacity)

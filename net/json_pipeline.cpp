@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/json_pipeline.h"
 
+#include "net/http_status.h"
 #include "net/reply_caches.h"
 #include "net/reply_pipeline.h"
 
@@ -14,14 +15,12 @@ namespace tideloft::net
 namespace
 {
 
-constexpr int notModified = 304;
-
 // Nothing for a list that has not changed, but is no longer cached.
 std::optional<JsonReply> readWithCaches(QNetworkReply &reply, bool ok, ReplyCaches &caches, ReplyCache *cache)
 {
     const auto cached = caches.tags.takeNotModified(reply);
     if (ok && ETagCache::isNotModified(reply))
-        return cached ? std::optional(JsonReply{*cached, notModified}) : std::nullopt;
+        return cached ? std::optional(JsonReply{*cached, statusNotModified}) : std::nullopt;
     JsonReply content = readJsonReply(reply, cache);
     if (ok && cache)
         caches.tags.insert(reply, content.document);

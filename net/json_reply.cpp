@@ -3,12 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "net/json_reply.h"
 
+#include "net/http_status.h"
 #include "net/reply_cache.h"
 #include "net/reply_limit.h"
 
 #include <QNetworkReply>
-#include <QNetworkRequest>
-#include <QVariant>
 
 namespace tideloft::net
 {
@@ -16,8 +15,7 @@ namespace tideloft::net
 JsonReply readJsonReply(QNetworkReply &reply, ReplyCache *cache)
 {
     const QByteArray body = isTooLarge(reply) ? QByteArray() : reply.readAll();
-    return {cache ? cache->read(body) : QJsonDocument::fromJson(body),
-            reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt()};
+    return {cache ? cache->read(body) : QJsonDocument::fromJson(body), httpStatus(reply)};
 }
 
 } // namespace tideloft::net

@@ -4,6 +4,7 @@
 // SPDX-License-Identifier: MIT
 #include "net/reply_outcome.h"
 
+#include "net/http_status.h"
 #include "net/reply_limit.h"
 
 #include <QNetworkReply>
@@ -18,14 +19,11 @@ namespace tideloft::net
 namespace
 {
 
-constexpr int noContent = 204;
-constexpr int notModified = 304;
-
 // Neither of these has a body, whatever length it tells, and chunks are not counted by it (RFC 9112, 6.3).
 bool lengthCounts(const QNetworkReply &reply)
 {
-    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    return status != noContent && status != notModified
+    const int status = httpStatus(reply);
+    return status != statusNoContent && status != statusNotModified
            && !reply.rawHeader("Transfer-Encoding").toLower().contains("chunked");
 }
 
