@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/widgets/emoji_line_edit.h"
 
+#include "ui/keyboard/composition.h"
 #include "ui/widgets/emoji_formats.h"
 
 #include <QInputMethodEvent>
@@ -12,20 +13,16 @@
 namespace tideloft::ui
 {
 
-EmojiLineEdit::EmojiLineEdit(const QString &text, QWidget *parent) : QLineEdit(parent)
+EmojiLineEdit::EmojiLineEdit(const QString &text, QWidget *parent)
+    : QLineEdit(parent),
+      composition(new Composition(this))
 {
-    connect(this, &QLineEdit::textEdited, this, [this] { isTyped = true; });
-    connect(this, &QLineEdit::textChanged, this, [this] {
-        // A field whose text the program sets drops what was being composed, and no event reports that.
-        isComposing = std::exchange(isTyped, false) && isComposing;
-        drawEmoji();
-    });
+    connect(this, &QLineEdit::textChanged, this, &EmojiLineEdit::drawEmoji);
     setText(text);
 }
 
 void EmojiLineEdit::inputMethodEvent(QInputMethodEvent *event)
 {
-    isComposing = !event->preeditString().isEmpty();
     QLineEdit::inputMethodEvent(event);
     drawEmoji();
 }
@@ -33,7 +30,7 @@ void EmojiLineEdit::inputMethodEvent(QInputMethodEvent *event)
 // An input method's event that types nothing is the only public way to the formats of the line.
 void EmojiLineEdit::drawEmoji()
 {
-    if (isComposing || echoMode() != Normal)
+    if (composition->isActive() || echoMode() != Normal)
         return;
     QList<QInputMethodEvent::Attribute> attributes;
     for (const QTextLayout::FormatRange &range : emojiFormats(text()))

@@ -8,6 +8,8 @@
 namespace tideloft::ui
 {
 
+class Composition;
+
 /// A line edit that draws its text with emojiFormats(). The text itself stays as it is, and so
 /// does what is copied. While an input method composes, the line looks as the input method wants it.
 class EmojiLineEdit : public QLineEdit // without a macro: a line edit to style sheets and assistive programs
@@ -22,9 +24,8 @@ protected:
 private:
     void drawEmoji();
 
+    Composition *composition; ///< owned by the field
     bool hasEmoji = false;
-    bool isComposing = false;
-    bool isTyped = false; ///< the next change that is reported was typed or committed
 };
 
 } // namespace tideloft::ui

@@ -13,7 +13,7 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 
-class TestComposition : public QObject
+class TestCompositionKeys : public QObject
 {
     Q_OBJECT
 
@@ -77,14 +77,14 @@ public:
 
 } // namespace
 
-void TestComposition::addKeys()
+void TestCompositionKeys::addKeys()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("Return") << Qt::Key_Return;
     QTest::newRow("keypad Enter") << Qt::Key_Enter;
 }
 
-void TestComposition::messageField()
+void TestCompositionKeys::messageField()
 {
     QFETCH(Qt::Key, key);
     ChatProbe probe;
@@ -98,7 +98,7 @@ void TestComposition::messageField()
     QCOMPARE(probe.service.count(keysOfBob), 0);
 }
 
-void TestComposition::theNextReturnSendsTheWholeText()
+void TestCompositionKeys::theNextReturnSendsTheWholeText()
 {
     ChatProbe probe;
     compose(probe.field, u"にほん"_s);
@@ -112,7 +112,7 @@ void TestComposition::theNextReturnSendsTheWholeText()
 }
 
 // One event ends a syllable and begins the next: there is a composition behind it.
-void TestComposition::aSyllableThatFollowsAnother()
+void TestCompositionKeys::aSyllableThatFollowsAnother()
 {
     ChatProbe probe;
     compose(probe.field, u"안"_s);
@@ -127,7 +127,7 @@ void TestComposition::aSyllableThatFollowsAnother()
     QCOMPARE(probe.field->text(), u"안녕"_s);
 }
 
-void TestComposition::anAbandonedCompositionHoldsNothingBack()
+void TestCompositionKeys::anAbandonedCompositionHoldsNothingBack()
 {
     ChatProbe probe;
     QTest::keyClicks(probe.field, u"hej"_s);
@@ -138,7 +138,7 @@ void TestComposition::anAbandonedCompositionHoldsNothingBack()
     QCOMPARE(probe.field->text(), u"hej"_s);
 }
 
-void TestComposition::aTextSetByTheProgramEndsTheComposition()
+void TestCompositionKeys::aTextSetByTheProgramEndsTheComposition()
 {
     ChatProbe probe;
     QTest::keyClicks(probe.field, u"hej"_s);
@@ -151,7 +151,7 @@ void TestComposition::aTextSetByTheProgramEndsTheComposition()
 }
 
 // It may have been switched off or have died: the second Return is the field's own again.
-void TestComposition::anInputMethodThatAnswersNothing()
+void TestCompositionKeys::anInputMethodThatAnswersNothing()
 {
     ChatProbe probe;
     QTest::keyClicks(probe.field, u"hej"_s);
@@ -163,7 +163,7 @@ void TestComposition::anInputMethodThatAnswersNothing()
     QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
 }
 
-void TestComposition::leavingTheFieldEndsTheComposition()
+void TestCompositionKeys::leavingTheFieldEndsTheComposition()
 {
     ChatProbe probe;
     QTest::keyClicks(probe.field, u"hej"_s);
@@ -174,7 +174,7 @@ void TestComposition::leavingTheFieldEndsTheComposition()
     QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
 }
 
-void TestComposition::aHeldReturnThatEndedACompositionSendsNothing()
+void TestCompositionKeys::aHeldReturnThatEndedACompositionSendsNothing()
 {
     ChatProbe probe;
     compose(probe.field, u"dag"_s);
@@ -186,7 +186,7 @@ void TestComposition::aHeldReturnThatEndedACompositionSendsNothing()
     QCOMPARE(probe.service.count(keysOfBob), 0);
 }
 
-void TestComposition::searchField()
+void TestCompositionKeys::searchField()
 {
     QFETCH(Qt::Key, key);
     SettingsProbe probe;
@@ -203,7 +203,7 @@ void TestComposition::searchField()
     QVERIFY(probe.service.waitForRequests(search, 1));
 }
 
-void TestComposition::signInFields_data()
+void TestCompositionKeys::signInFields_data()
 {
     QTest::addColumn<bool>("isPassword");
     QTest::addColumn<Qt::Key>("key");
@@ -213,7 +213,7 @@ void TestComposition::signInFields_data()
     QTest::newRow("password, keypad Enter") << true << Qt::Key_Enter;
 }
 
-void TestComposition::signInFields()
+void TestCompositionKeys::signInFields()
 {
     QFETCH(bool, isPassword);
     QFETCH(Qt::Key, key);
@@ -231,7 +231,7 @@ void TestComposition::signInFields()
     QVERIFY(probe.service.waitForRequests(login, 1));
 }
 
-void TestComposition::createDialogFields()
+void TestCompositionKeys::createDialogFields()
 {
     QFETCH(Qt::Key, key);
     const SettingsProbe probe;
@@ -250,5 +250,5 @@ void TestComposition::createDialogFields()
     }));
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestComposition)
-#include "tst_composition.moc"
+TIDELOFT_GUI_TEST_MAIN(TestCompositionKeys)
+#include "tst_composition_keys.moc"
