@@ -4,6 +4,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ui/lists/common_ends.h"
+
 #include <QHash>
 #include <QList>
 
@@ -31,20 +33,18 @@ template <typename Model> QList<int> equalRows(const QList<const Model *> &shown
     const auto same = [&](qsizetype old, qsizetype now) {
         return shown.at(old) && *shown.at(old) == wanted.at(now);
     };
+    const CommonEnds ends = commonEnds(shown.size(), wanted.size(), same);
     QList<int> kept(wanted.size(), -1);
-    qsizetype first = 0;
-    for (; first < qMin(shown.size(), wanted.size()) && same(first, first); ++first)
-        kept[first] = int(first);
-    qsizetype oldEnd = shown.size();
-    qsizetype newEnd = wanted.size();
-    for (; oldEnd > first && newEnd > first && same(oldEnd - 1, newEnd - 1); --oldEnd, --newEnd)
-        kept[newEnd - 1] = int(oldEnd - 1);
+    for (qsizetype i = 0; i < ends.front; ++i)
+        kept[i] = int(i);
+    for (qsizetype i = 1; i <= ends.back; ++i)
+        kept[wanted.size() - i] = int(shown.size() - i);
     QMultiHash<Model, qsizetype> between; // of equal ones the newest entry is found first
-    for (qsizetype old = oldEnd; old-- > first;) {
+    for (qsizetype old = shown.size() - ends.back; old-- > ends.front;) {
         if (shown.at(old))
             between.insert(*shown.at(old), old);
     }
-    for (qsizetype now = first; now < newEnd && !between.isEmpty(); ++now) {
+    for (qsizetype now = ends.front; now < wanted.size() - ends.back && !between.isEmpty(); ++now) {
         if (const auto found = between.find(wanted.at(now)); found != between.end()) {
             kept[now] = int(*found);
             between.erase(found);

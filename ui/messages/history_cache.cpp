@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/messages/history_cache.h"
 
+#include "ui/lists/common_ends.h"
 #include "ui/messages/unreadable_message.h"
 
 #include <QMultiHash>
@@ -16,19 +17,13 @@ namespace tideloft::ui
 namespace
 {
 
-// How many items are the same, counted from both ends. Those that the parser shared compare at once.
-std::pair<qsizetype, qsizetype> sameItems(const QJsonArray &before, const QJsonArray &now)
+// Items that the parser shared compare at once.
+CommonEnds sameItems(const QJsonArray &before, const QJsonArray &now)
 {
     if (before == now)
         return {now.size(), 0};
-    const qsizetype most = qMin(before.size(), now.size());
-    qsizetype front = 0;
-    while (front < most && before.at(front) == now.at(front))
-        ++front;
-    qsizetype back = 0;
-    while (front + back < most && before.at(before.size() - 1 - back) == now.at(now.size() - 1 - back))
-        ++back;
-    return {front, back};
+    return commonEnds(before.size(), now.size(),
+                      [&](qsizetype old, qsizetype current) { return before.at(old) == now.at(current); });
 }
 
 } // namespace
