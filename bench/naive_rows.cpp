@@ -33,19 +33,19 @@ QWidget *makeBubble(const ui::MessageRowModel &message)
 {
     auto *bubble = new QWidget;
     bubble->setAttribute(Qt::WA_StyledBackground);
-    bubble->setStyleSheet(message.isMine ? ui::style::ownBubble() : ui::style::peerBubble());
+    bubble->setStyleSheet(message.isMine ? ui::style::ownBubble : ui::style::peerBubble);
     bubble->setMaximumWidth(520);
     auto *column = new QVBoxLayout(bubble);
     column->setContentsMargins(12, 8, 12, 8);
     column->setSpacing(3);
     if (message.showsSender())
-        column->addWidget(makeLabel(message.sender, ui::style::senderName()));
-    QLabel *text = makeLabel(message.text.value(), ui::style::messageText());
+        column->addWidget(makeLabel(message.sender, ui::style::senderName));
+    QLabel *text = makeLabel(message.text.value(), ui::style::messageText);
     text->setWordWrap(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     column->addWidget(text);
     if (!message.time.isEmpty()) {
-        QLabel *time = makeLabel(message.time, ui::style::messageTime());
+        QLabel *time = makeLabel(message.time, ui::style::messageTime);
         time->setAlignment(message.isMine ? Qt::AlignRight : Qt::AlignLeft);
         column->addWidget(time);
     }
@@ -54,14 +54,14 @@ QWidget *makeBubble(const ui::MessageRowModel &message)
 
 QWidget *makeSide(const ui::MessageRowModel &message)
 {
-    QLabel *side = makeLabel({}, ui::style::rowBackground());
+    QLabel *side = makeLabel({}, ui::style::rowBackground);
     side->setFixedWidth(34);
     if (!message.showsSender())
         return side;
     side->setText(ui::initials(message.sender));
     side->setFixedHeight(34);
     side->setAlignment(Qt::AlignCenter);
-    side->setStyleSheet(ui::style::messageAvatar());
+    side->setStyleSheet(ui::style::messageAvatar);
     return side;
 }
 
@@ -69,7 +69,7 @@ QWidget *makeMessage(const ui::MessageRowModel &message)
 {
     auto *row = new QWidget;
     row->setAttribute(Qt::WA_TranslucentBackground);
-    row->setStyleSheet(ui::style::rowBackground());
+    row->setStyleSheet(ui::style::rowBackground);
     const int top = message.startsGroup() ? 8 : 2;
     const int bottom = message.time.isEmpty() ? 2 : 6;
     auto *line = new QHBoxLayout(row);

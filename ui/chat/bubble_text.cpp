@@ -25,7 +25,7 @@ BubbleText::BubbleText(const QString &text, QWidget *parent)
     setWordWrap(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
     setContextMenuPolicy(Qt::NoContextMenu); // the list's menu takes the place of the label's own
-    setStyleSheet(style::messageText());
+    setStyleSheet(style::messageText);
     setText(text);
 }
 

@@ -21,7 +21,7 @@ QWidget *makeDayLine(QWidget *row)
 {
     auto *rule = makeBox(row);
     rule->setFixedHeight(1); // whatever the style sheet says, and when
-    rule->setStyleSheet(style::dayLine());
+    rule->setStyleSheet(style::dayLine);
     return rule;
 }
 
@@ -31,10 +31,10 @@ QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent)
 {
     auto *row = makeBox(parent);
     row->setAttribute(Qt::WA_TranslucentBackground);
-    row->setStyleSheet(style::rowBackground());
+    row->setStyleSheet(style::rowBackground);
     auto *day = makeLabel(model.label, row);
     day->setAlignment(Qt::AlignCenter);
-    day->setStyleSheet(style::dayLabel());
+    day->setStyleSheet(style::dayLabel);
     auto *line = new QHBoxLayout(row);
     line->setContentsMargins(40, 18, 40, 10);
     line->addWidget(makeDayLine(row), 1);

@@ -28,7 +28,7 @@ QLabel *makeAvatar(const QString &sender, QWidget *row)
     auto *avatar = makeLabel(initials(sender), row);
     avatar->setFixedSize(34, 34);
     avatar->setAlignment(Qt::AlignCenter);
-    avatar->setStyleSheet(style::messageAvatar());
+    avatar->setStyleSheet(style::messageAvatar);
     avatar->setAccessibleName(inOneLine(sender));
     return avatar;
 }
@@ -45,7 +45,7 @@ public:
 QLabel *makeSenderName(const QString &sender, QWidget *bubble)
 {
     auto *name = new ElidedLabel(sender, bubble);
-    name->setStyleSheet(style::senderName());
+    name->setStyleSheet(style::senderName);
     return name;
 }
 
@@ -53,7 +53,7 @@ QLabel *makeTime(const MessageRowModel &model, QWidget *bubble)
 {
     auto *time = makeLabel(model.time, bubble);
     time->setAlignment(model.isMine ? Qt::AlignRight : Qt::AlignLeft);
-    time->setStyleSheet(style::messageTime());
+    time->setStyleSheet(style::messageTime);
     return time;
 }
 
@@ -63,7 +63,7 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
 {
     setAttribute(Qt::WA_StyledBackground);
     setAttribute(Qt::WA_TranslucentBackground);
-    setStyleSheet(style::rowBackground());
+    setStyleSheet(style::rowBackground);
     auto *line = makeLine(this, 8);
     line->setContentsMargins(margins(model));
     if (model.isMine) {
@@ -82,7 +82,7 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
 QWidget *MessageRow::makeBubble(const MessageRowModel &model)
 {
     auto *bubble = makeBox(this);
-    bubble->setStyleSheet(model.isMine ? style::ownBubble() : style::peerBubble());
+    bubble->setStyleSheet(model.isMine ? style::ownBubble : style::peerBubble);
     bubble->setMaximumWidth(widestBubble);
     bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
     auto *column = makeColumn(bubble, 3);

@@ -43,7 +43,7 @@ QLabel *makeRailLogo(QWidget *rail)
 QFrame *makeRailSeparator(QWidget *rail)
 {
     auto *separator = makeRule(rail);
-    separator->setStyleSheet(style::railSeparator());
+    separator->setStyleSheet(style::railSeparator);
     return separator;
 }
 
@@ -60,7 +60,7 @@ Rail::Rail(Language shownLanguage, QWidget *parent) : QWidget(parent), language(
     serverColumn = new QWidget(this);
     makeColumn(serverColumn, 4);
     createServerBtn = makeRailButton(u"+"_s, text(u"Skapa server"_s, u"Create server"_s), this);
-    createServerBtn->setStyleSheet(style::createServerButton());
+    createServerBtn->setStyleSheet(style::createServerButton);
     railSettingsBtn = makeRailButton(u"⚙"_s, text(u"Inställningar"_s, u"Settings"_s), this);
     railSettingsBtn->setCheckable(true);
     style::drawAsSymbol(railSettingsBtn);

@@ -25,7 +25,7 @@ public:
         setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setFocusPolicy(Qt::NoFocus);
         setWidgetResizable(true);
-        setStyleSheet(style::serverScroll());
+        setStyleSheet(style::serverScroll);
     }
 
     QSize sizeHint() const override { return widget() ? widget()->sizeHint() : QSize(); }

@@ -26,11 +26,11 @@ QWidget *makeAvatar(const QString &peer, QWidget *row)
 {
     auto *place = makeBox(row);
     place->setFixedSize(42, 42);
-    place->setStyleSheet(style::rowBackground());
+    place->setStyleSheet(style::rowBackground);
     auto *avatar = makeLabel(initials(peer), place);
     avatar->setFixedSize(40, 40);
     avatar->setAlignment(Qt::AlignCenter);
-    avatar->setStyleSheet(style::conversationAvatar());
+    avatar->setStyleSheet(style::conversationAvatar);
     avatar->setAccessibleName(inOneLine(peer));
     return place;
 }
@@ -47,7 +47,7 @@ QString cutPreview(const QString &text, const QFont &font)
 QLabel *makePreview(const QString &text, QWidget *row)
 {
     auto *preview = new ElidedLabel({}, row);
-    preview->setStyleSheet(style::conversationPreview());
+    preview->setStyleSheet(style::conversationPreview);
     preview->ensurePolished(); // the style sheet's font is the label's own from here on
     preview->setText(cutPreview(firstPart(text, previewLimits), preview->font()));
     return preview;
@@ -56,7 +56,7 @@ QLabel *makePreview(const QString &text, QWidget *row)
 QLayout *makeTextBlock(const ConversationRowModel &model, QWidget *row)
 {
     auto *name = new ElidedLabel(model.peer, row);
-    name->setStyleSheet(style::conversationName());
+    name->setStyleSheet(style::conversationName);
     auto *block = new QVBoxLayout;
     block->setContentsMargins(0, 0, 0, 0);
     block->setSpacing(3);
@@ -69,7 +69,7 @@ QLayout *makeTimeBlock(const QString &text, QWidget *row)
 {
     auto *time = makeLabel(text, row);
     time->setAlignment(Qt::AlignRight);
-    time->setStyleSheet(style::conversationTime());
+    time->setStyleSheet(style::conversationTime);
     auto *block = new QVBoxLayout;
     block->addWidget(time, 0, Qt::AlignRight | Qt::AlignTop);
     block->addStretch();
@@ -82,7 +82,7 @@ QWidget *makeConversationRow(const ConversationRowModel &model, QWidget *parent)
 {
     auto *row = makeBox(parent);
     row->setAttribute(Qt::WA_TranslucentBackground);
-    row->setStyleSheet(style::rowBackground());
+    row->setStyleSheet(style::rowBackground);
     row->setCursor(Qt::PointingHandCursor);
     auto *line = new QHBoxLayout(row);
     line->setContentsMargins(12, 10, 12, 10);

@@ -59,12 +59,12 @@ void SideFooter::makeParts()
     footerAvatar->setToolTip(
         text(u"Klicka för att ändra profilbild"_s, u"Click to change profile picture"_s));
     footerAvatar->setCursor(Qt::PointingHandCursor);
-    footerAvatar->setStyleSheet(style::footerInitials());
+    footerAvatar->setStyleSheet(style::footerInitials);
     myName = new ElidedLabel(u"—"_s, this, u"myName"_s);
     myStatus = makeStatus(this);
     quilloryBtn = makeButton(u"Quillory"_s, this, u"quilloryBtn"_s);
     quilloryBtn->setFixedHeight(24);
-    quilloryBtn->setStyleSheet(style::quilloryButton());
+    quilloryBtn->setStyleSheet(style::quilloryButton);
 }
 
 void SideFooter::layOut()
@@ -121,13 +121,13 @@ void SideFooter::restorePicture()
     if (footerAvatarPixmap.isNull())
         return;
     footerAvatar->setPixmap(footerAvatarPixmap); // takes the place of the initials
-    footerAvatar->setStyleSheet(style::footerPicture());
+    footerAvatar->setStyleSheet(style::footerPicture);
 }
 
 void SideFooter::forgetPicture()
 {
     footerAvatarPixmap = {};
-    footerAvatar->setStyleSheet(style::footerInitials());
+    footerAvatar->setStyleSheet(style::footerInitials);
 }
 
 void SideFooter::confirmSaving()

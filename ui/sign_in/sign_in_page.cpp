@@ -148,7 +148,7 @@ void SignInPage::addFields(QWidget *card, QVBoxLayout *column)
     passwordField->setEchoMode(QLineEdit::Password);
     rememberCheck = new QCheckBox(text(u"Kom ihåg mig i 30 dagar"_s, u"Remember me for 30 days"_s), card);
     rememberCheck->setObjectName(u"rememberCheck"_s);
-    rememberCheck->setStyleSheet(style::rememberCheck());
+    rememberCheck->setStyleSheet(style::rememberCheck);
     ringFocus(rememberCheck);
     authError = new ErrorLabel(card, u"authError"_s);
     makeNotification(authError);

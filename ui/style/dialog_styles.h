@@ -1,4 +1,4 @@
-// Styles of the window's dialogs and of the server buttons, in the dark palette whatever the theme.
+// Styles of the window's dialogs, in the dark palette whatever the theme.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -40,19 +40,5 @@ inline const QString privacyDialog = QStringLiteral(
 inline const QString privacyCard = QStringLiteral("background: #111e2a; border-radius: 8px;");
 inline const QString privacyHint =
     QStringLiteral("font-size: 10px; color: #5a7a9a; background: transparent;");
-
-inline QString serverButton(bool selected)
-{
-    return QStringLiteral(
-               "QPushButton { background: %1; border: 1px solid %2; border-radius: 10px; color: #e8f0f8; "
-               "font-size: 14px; font-weight: 700; }"
-               "QPushButton:hover { border-radius: 8px; border-color: #5aa0f5; }"
-               "QPushButton:checked { border-radius: 8px; background: rgba(59,139,235,0.25); "
-               "border-color: #3b8beb; }")
-        .arg(selected ? QStringLiteral("rgba(59,139,235,0.2)") : QStringLiteral("#131e2a"),
-             selected ? QStringLiteral("#3b8beb") : QStringLiteral("#1a2d40"));
-}
-inline const QString serverNotice =
-    QStringLiteral("color: #5a7a9a; font-size: 13px; background: transparent;");
 
 } // namespace tideloft::ui::style

@@ -90,7 +90,7 @@ void TestBubbleText::heightIsALabelsOwn()
     label.setText(text);
     label.setWordWrap(true);
     label.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label.setStyleSheet(ui::style::messageText());
+    label.setStyleSheet(ui::style::messageText);
     label.ensurePolished();
     for (int width = 40; width <= 496; width += 3)
         QCOMPARE(bubble.heightForWidth(width), label.heightForWidth(width));
@@ -166,7 +166,7 @@ void TestBubbleText::longWordsStayBrokenAfterChanges()
         fresh.resize(width, fresh.heightForWidth(width));
         return fresh.grab().toImage();
     };
-    for (const QString &look : {ui::style::messageText(), u"font-size: 20px;"_s, u"color: red;"_s}) {
+    for (const QString &look : {ui::style::messageText, u"font-size: 20px;"_s, u"color: red;"_s}) {
         bubble.setStyleSheet(look);
         for (const int width : {300, 200, 496}) {
             bubble.resize(width, bubble.heightForWidth(width));
@@ -184,7 +184,7 @@ void TestBubbleText::picturesStayAfterChanges()
 {
     const QString text = u"❤️‍🔥 1️⃣\n1️⃣"_s;
     ui::BubbleText bubble(text, nullptr);
-    for (const QString &look : {ui::style::messageText(), u"font-size: 30px;"_s, u"font-size: 12px;"_s}) {
+    for (const QString &look : {ui::style::messageText, u"font-size: 30px;"_s, u"font-size: 12px;"_s}) {
         ui::BubbleText fresh(text, nullptr);
         for (ui::BubbleText *each : {&bubble, &fresh}) {
             each->setStyleSheet(look);

@@ -99,24 +99,24 @@ void TestStyleSheetsRendering::toolkitTakesInlineStyles_data()
     QTest::addColumn<QString>("style");
     QTest::addColumn<QColor>("background");
     const QColor window(0x07, 0x07, 0x0c);
-    QTest::newRow("row") << style::rowBackground() << window;
-    QTest::newRow("rail separator") << style::railSeparator() << QColor(0x1a, 0x2d, 0x40);
-    QTest::newRow("footer picture") << style::footerPicture() << window;
-    QTest::newRow("footer button") << style::quilloryButton() << QColor(0x1a, 0x2e, 0x40);
-    QTest::newRow("remember me") << style::rememberCheck() << window;
-    QTest::newRow("conversation name") << style::conversationName() << window;
-    QTest::newRow("preview") << style::conversationPreview() << window;
-    QTest::newRow("conversation time") << style::conversationTime() << window;
-    QTest::newRow("own bubble") << style::ownBubble() << QColor(0x2a, 0x5a, 0x8a);
-    QTest::newRow("peer's bubble") << style::peerBubble() << QColor(0x1e, 0x2d, 0x3d);
-    QTest::newRow("sender name") << style::senderName() << window;
-    QTest::newRow("message text") << style::messageText() << window;
-    QTest::newRow("message time") << style::messageTime() << window;
-    QTest::newRow("day line") << style::dayLine() << QColor(0x1a, 0x2d, 0x40);
-    QTest::newRow("day label") << style::dayLabel() << window;
-    QTest::newRow("footer initials") << style::footerInitials() << QColor();
-    QTest::newRow("conversation avatar") << style::conversationAvatar() << QColor();
-    QTest::newRow("message avatar") << style::messageAvatar() << QColor();
+    QTest::newRow("row") << style::rowBackground << window;
+    QTest::newRow("rail separator") << style::railSeparator << QColor(0x1a, 0x2d, 0x40);
+    QTest::newRow("footer picture") << style::footerPicture << window;
+    QTest::newRow("footer button") << style::quilloryButton << QColor(0x1a, 0x2e, 0x40);
+    QTest::newRow("remember me") << style::rememberCheck << window;
+    QTest::newRow("conversation name") << style::conversationName << window;
+    QTest::newRow("preview") << style::conversationPreview << window;
+    QTest::newRow("conversation time") << style::conversationTime << window;
+    QTest::newRow("own bubble") << style::ownBubble << QColor(0x2a, 0x5a, 0x8a);
+    QTest::newRow("peer's bubble") << style::peerBubble << QColor(0x1e, 0x2d, 0x3d);
+    QTest::newRow("sender name") << style::senderName << window;
+    QTest::newRow("message text") << style::messageText << window;
+    QTest::newRow("message time") << style::messageTime << window;
+    QTest::newRow("day line") << style::dayLine << QColor(0x1a, 0x2d, 0x40);
+    QTest::newRow("day label") << style::dayLabel << window;
+    QTest::newRow("footer initials") << style::footerInitials << QColor();
+    QTest::newRow("conversation avatar") << style::conversationAvatar << QColor();
+    QTest::newRow("message avatar") << style::messageAvatar << QColor();
 }
 
 // A gradient has no one colour: there, that the window's colour is painted over is all that is asked.
