@@ -12,11 +12,14 @@
 namespace tideloft::ui
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
 // QWidget gets no background: every child would paint it over its parent's.
 // Among rules of equal weight the last one wins, so :hover stands before :focus, :checked and :selected.
+// A line that ends in a backslash goes on behind the indentation of the next one.
 constexpr QStringView sheetTemplate = uR"(
 QMainWindow, QWidget { font-family: "Segoe UI", system-ui, sans-serif; font-size: 13px; color: $text; }
 QMainWindow { background: $window; }
@@ -88,7 +91,8 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
     color: #fff; border-radius: 10px; font-size: 13px; font-weight: 800;
 }
 #railBtn {
-    background: transparent; color: $rail-button-text; border: none; border-radius: 10px; font-size: 16px; padding: 0;
+    background: transparent; color: $rail-button-text; border: none; border-radius: 10px; \
+    font-size: 16px; padding: 0;
 }
 #railBtn:hover { background: $rail-button-hover; color: $lively-text; }
 #railBtn:checked { background: $rail-button-checked; color: $rail-button-checked-text; }
@@ -100,7 +104,8 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
     background: $panel; border-bottom: 1px solid $panel-border; border-right: 1px solid $panel-border;
 }
 #sidebarTitle { color: $strong-text; font-size: 15px; font-weight: 700; }
-#addDmBtn { background: $soft-button; color: $lively-text; border: none; border-radius: 8px; font-size: 18px; }
+#addDmBtn { background: $soft-button; color: $lively-text; border: none; \
+    border-radius: 8px; font-size: 18px; }
 #addDmBtn:hover { background: $soft-button-hover; color: $add-button-hover-text; }
 #sideSearch {
     background: $search; color: $soft-text; border: 1px solid $search-border;
@@ -118,7 +123,8 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 #searchResults::item { color: $result-text; padding: 10px 14px; border-radius: 6px; margin: 2px 6px; }
 #searchResults::item:hover { background: $result-hover; color: $result-hover-text; }
 #searchResults::item:selected { background: $result-selected; color: $result-selected-text; }
-#sideFooter { background: $footer; border-top: 1px solid $panel-border; border-right: 1px solid $panel-border; }
+#sideFooter { background: $footer; \
+    border-top: 1px solid $panel-border; border-right: 1px solid $panel-border; }
 #sideFooter:hover { background: $footer-hover; }
 /* #footerAvatar styled inline to allow pixmap override */
 #myName { color: $strong-text; font-size: 13px; font-weight: 700; }
@@ -154,7 +160,8 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 #emptyState { background: $chat; }
 #emptyInner { background: $empty-card; border: 1px solid $box-border; border-radius: 16px; }
 #emptyIconContainer {
-    background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 $empty-icon,stop:1 $empty-icon-end); border-radius: 40px;
+    background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 $empty-icon,stop:1 $empty-icon-end); \
+    border-radius: 40px;
 }
 #emptyIcon { background: transparent; font-size: 36px; }
 #emptyTitle { background: $empty-card; color: $strong-text; font-size: 18px; font-weight: 700; }
@@ -191,13 +198,15 @@ QScrollBar:horizontal { height: 0; }
 /* The toolkit's own boxes: without these the default text colour would stand on the system's background */
 QMessageBox, QFileDialog { background: $page; }
 QMessageBox QPushButton, QFileDialog QPushButton {
-    background: $soft-button; color: $dialog-button-text; border: 1px solid $dialog-button-border; border-radius: 6px; padding: 6px 16px;
+    background: $soft-button; color: $dialog-button-text; border: 1px solid $dialog-button-border; \
+    border-radius: 6px; padding: 6px 16px;
 }
 QMessageBox QPushButton:hover, QFileDialog QPushButton:hover { background: $soft-button-hover; }
 QFileDialog QLineEdit, QFileDialog QComboBox, QFileDialog QAbstractItemView {
     background: $dialog-field; color: $strong-text; border: 1px solid $box-border;
 }
-QFileDialog QHeaderView::section { background: $dialog-field; color: $strong-text; border: none; padding: 4px 8px; }
+QFileDialog QHeaderView::section { \
+    background: $dialog-field; color: $strong-text; border: none; padding: 4px 8px; }
 )";
 
 bool belongsToName(QChar character)
@@ -210,7 +219,8 @@ QString filledIn(QStringView PaletteRole::*palette)
     QMap<QStringView, QStringView> values;
     for (const PaletteRole &role : paletteRoles())
         values.insert(role.name, role.*palette);
-    const auto parts = sheetTemplate.split(u'$');
+    const QString text = sheetTemplate.toString().remove(u"\\\n    "_s);
+    const auto parts = QStringView(text).split(u'$');
     QString sheet = parts.first().toString();
     for (const QStringView part : parts.sliced(1)) {
         const auto end = std::find_if_not(part.begin(), part.end(), belongsToName) - part.begin();
