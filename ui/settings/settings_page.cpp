@@ -43,8 +43,8 @@ const QList<LocalizedText> &sectionNames()
 
 SettingsPage::SettingsPage(const SettingsFacts &facts, Language shownLanguage, QWidget *parent)
     : QWidget(parent),
+      builtLanguage(shownLanguage),
       language(shownLanguage),
-      languageNow(shownLanguage),
       savedBio(facts.bio)
 {
     setStyleSheet(style::settingsPage);
@@ -68,8 +68,8 @@ SettingsPage::SettingsPage(const SettingsFacts &facts, Language shownLanguage, Q
 
 QList<QWidget *> SettingsPage::makeSections(const SettingsFacts &facts)
 {
-    const SectionContext context{.language = language,
-                                 .languageNow = [this] { return languageNow; },
+    const SectionContext context{.language = builtLanguage,
+                                 .currentLanguage = [this] { return language; },
                                  .parent = settingsStack,
                                  .window = window()};
     const LookChoices choices{.theme = [this](bool dark) { emit themeChosen(dark); },
@@ -92,7 +92,7 @@ QWidget *SettingsPage::makeNavigation()
     // The border of the navigation has no selector: between it and the caption stands a box without any.
     auto *captionBox = new QWidget(navigation);
     captionBox->setStyleSheet(style::settingsNavCaptionBox);
-    auto *caption = makeLabel(chooseText(language, u"Inställningar"_s, u"Settings"_s), captionBox);
+    auto *caption = makeLabel(chooseText(builtLanguage, u"Inställningar"_s, u"Settings"_s), captionBox);
     caption->setStyleSheet(style::settingsNavCaption);
     makeColumn(captionBox)->addWidget(caption);
     settingsNavList = new QListWidget(navigation);
@@ -100,11 +100,11 @@ QWidget *SettingsPage::makeNavigation()
     settingsNavList->setAccessibleName(caption->text());
     ringFocus(settingsNavList);
     for (const LocalizedText &name : sectionNames())
-        settingsNavList->addItem(name.in(language));
+        settingsNavList->addItem(name.in(builtLanguage));
     for (QListWidgetItem *entry : settingsNavList->findItems(u"⚙"_s, Qt::MatchStartsWith))
         entry->setFont(style::symbolFont());
-    auto *back = makeButton(u"←  "_s + chooseText(language, u"Tillbaka till chatten"_s, u"Back to chat"_s),
-                            navigation);
+    auto *back = makeButton(
+        u"←  "_s + chooseText(builtLanguage, u"Tillbaka till chatten"_s, u"Back to chat"_s), navigation);
     back->setStyleSheet(style::settingsBackButton);
     connect(back, &QPushButton::clicked, this, &SettingsPage::backClicked);
     auto *column = makeColumn(navigation);
@@ -116,7 +116,7 @@ QWidget *SettingsPage::makeNavigation()
 
 QWidget *SettingsPage::makeProfile(const QString &username, QWidget *section)
 {
-    profile = makeProfileCard(username, language, section);
+    profile = makeProfileCard(username, builtLanguage, section);
     showSavedBio(profile.bio, savedBio);
     connect(profile.avatarButton, &QPushButton::clicked, this, &SettingsPage::pictureClicked);
     connect(profile.saveButton, &QPushButton::clicked, this, &SettingsPage::beginSaving);
@@ -145,7 +145,7 @@ void SettingsPage::beginSaving()
     const QString bio = bioToSave(profile.bio, savedBio);
     heldFocus.take({profile.saveButton}, profile.card);
     profile.saveButton->setEnabled(false);
-    profile.saveButton->setText(chooseText(languageNow, u"Sparar..."_s, u"Saving..."_s));
+    profile.saveButton->setText(chooseText(language, u"Sparar..."_s, u"Saving..."_s));
     emit saveClicked(displayName, bio);
 }
 
@@ -153,7 +153,7 @@ void SettingsPage::endSaving()
 {
     profile.saveButton->setEnabled(true);
     heldFocus.giveBack();
-    profile.saveButton->setText(chooseText(languageNow, u"Spara ändringar"_s, u"Save changes"_s));
+    profile.saveButton->setText(chooseText(language, u"Spara ändringar"_s, u"Save changes"_s));
 }
 
 void SettingsPage::markSaved(const QString &bio)

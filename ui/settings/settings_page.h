@@ -22,14 +22,15 @@ struct SettingsFacts {
     QString service; ///< the host that the client talks to
 };
 
-/// Keeps the language that it is made in; only the message boxes that it opens follow later changes.
+/// Keeps the language that it is built in; of later changes only its message boxes and the button that saves
+/// take notice.
 class SettingsPage : public QWidget
 {
     Q_OBJECT
 
 public:
     SettingsPage(const SettingsFacts &facts, Language language, QWidget *parent);
-    void retranslate(Language shown) { languageNow = shown; }
+    void retranslate(Language current) { language = current; }
 
     void showAccount(); ///< the first section
     /// BIO is what the service has now: it is shown unless the person has typed there.
@@ -55,8 +56,8 @@ private:
     QWidget *makeProfile(const QString &username, QWidget *section);
     void beginSaving();
 
-    Language language;    ///< of the page
-    Language languageNow; ///< of the boxes
+    Language builtLanguage; ///< of every text that does not change
+    Language language;
     QListWidget *settingsNavList = nullptr;
     QStackedWidget *settingsStack = nullptr;
     ProfileCard profile;

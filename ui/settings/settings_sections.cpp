@@ -30,7 +30,7 @@ void addAction(const SectionContext &context, QWidget *card, const LocalizedText
     const QString styleSheet = severity == Severity::Warning ? style::dangerButton : QString();
     columnOf(card)->addWidget(makeActionRow(label.in(context.language), button.in(context.language),
                                             styleSheet, card,
-                                            [window = context.window, now = context.languageNow, severity,
+                                            [window = context.window, now = context.currentLanguage, severity,
                                              message] { showMessage(window, severity, message.in(now())); }));
 }
 

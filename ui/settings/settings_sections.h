@@ -14,10 +14,10 @@ namespace tideloft::ui
 
 /// What every section needs to know.
 struct SectionContext {
-    Language language = Language::Swedish; ///< of the section
-    std::function<Language()> languageNow; ///< asked by a message box when it opens
-    QWidget *parent = nullptr;             ///< of the section
-    QWidget *window = nullptr;             ///< of the message boxes
+    Language language = Language::Swedish;     ///< of the section
+    std::function<Language()> currentLanguage; ///< asked by a message box when it opens
+    QWidget *parent = nullptr;                 ///< of the section
+    QWidget *window = nullptr;                 ///< of the message boxes
 };
 
 using CardBuilder = std::function<QWidget *(QWidget *parent)>;
