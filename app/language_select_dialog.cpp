@@ -40,7 +40,7 @@ QPushButton *makeLanguageButton(const QString &text, QWidget *card)
     return button;
 }
 
-QHBoxLayout *makeBrandLine(QWidget *card)
+QHBoxLayout *makeBrandRow(QWidget *card)
 {
     auto *logo = ui::makeLabel(u"TL"_s, card, u"logo"_s);
     logo->setFixedSize(36, 36);
@@ -61,7 +61,7 @@ LanguageSelectDialog::LanguageSelectDialog(QWidget *parent) : QDialog(parent)
     setFixedSize(420, 300);
     setAttribute(Qt::WA_TranslucentBackground);
     setStyleSheet(dialogStyle);
-    ui::makeColumn(this)->addWidget(buildCard());
+    ui::makeColumnLayout(this)->addWidget(buildCard());
     setAccessibleName(question); // the window has no title to be called by
 }
 
@@ -70,9 +70,9 @@ QWidget *LanguageSelectDialog::buildCard()
     auto *card = ui::makeBox(this, u"card"_s);
     auto *swedish = makeLanguageButton(u"🇸🇪   Svenska"_s, card);
     auto *english = makeLanguageButton(u"🇬🇧   English"_s, card);
-    auto *column = ui::makeColumn(card);
+    auto *column = ui::makeColumnLayout(card);
     column->setContentsMargins(36, 32, 36, 32);
-    column->addLayout(makeBrandLine(card));
+    column->addLayout(makeBrandRow(card));
     column->addSpacing(6);
     column->addWidget(ui::makeLabel(question, card, u"subtitle"_s));
     column->addSpacing(24);

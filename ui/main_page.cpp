@@ -28,10 +28,10 @@ MainPage::MainPage(Language shownLanguage, QWidget *parent) : LatePage(parent), 
     leftSidebar = new Sidebar(language, this);
     sideFooter = new SideFooter(language, leftSidebar);
     leftSidebar->addFooter(sideFooter);
-    auto *line = makeLine(this);
-    line->addWidget(railColumn);
-    line->addWidget(leftSidebar);
-    line->addWidget(makeCenter(), 1);
+    auto *layout = makeRowLayout(this);
+    layout->addWidget(railColumn);
+    layout->addWidget(leftSidebar);
+    layout->addWidget(makeCenter(), 1);
     connectParts();
 }
 
@@ -46,7 +46,7 @@ QWidget *MainPage::makeCenter()
     emptyState->build(language);
     chatPage = new ChatPage(language, centerStack);
     centerStack->addWidget(chatPage);
-    makeColumn(panel)->addWidget(centerStack, 1);
+    makeColumnLayout(panel)->addWidget(centerStack, 1);
     return panel;
 }
 
@@ -91,26 +91,26 @@ void MainPage::showChat()
 {
     centerStack->setCurrentWidget(chatPage);
     fadeIn(chatPage);
-    chatPage->focusLine();
-    chatPage->settleLine();
+    chatPage->focusField();
+    chatPage->settleField();
 }
 
-// Where the disabled line had the keyboard, what comes next on the Tab key's way gets it.
+// Where the disabled field had the keyboard, what comes next on the Tab key's way gets it.
 void MainPage::showServer(const QString &groupId)
 {
     railColumn->selectServer(groupId);
-    const bool lineHadFocus = chatPage->lineHasFocus();
+    const bool fieldHadFocus = chatPage->fieldHasFocus();
     const QString name = railColumn->serverName(groupId);
     centerStack->setCurrentWidget(chatPage);
     chatPage->showServer(name.isEmpty() ? groupId : name, initials(name, 1));
-    if (lineHadFocus && !railColumn->focusSelectedServer())
+    if (fieldHadFocus && !railColumn->focusSelectedServer())
         chatPage->setFocus();
 }
 
 void MainPage::leaveSearch()
 {
-    if (chatPage->lineIsReady())
-        chatPage->focusLine();
+    if (chatPage->fieldIsReady())
+        chatPage->focusField();
     else
         leftSidebar->focusConversations();
 }

@@ -44,7 +44,7 @@ public:
     void clear();
 
     void showEmptyState();
-    /// Shows the chat page and gives the keyboard to its line.
+    /// Shows the chat page and gives the keyboard to its field.
     void showChat();
     /// Shows the notice of the server GROUPID in place of the conversation.
     void showServer(const QString &groupId);

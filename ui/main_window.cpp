@@ -53,7 +53,7 @@ void MainWindow::buildShell()
     auto *central = new QWidget(this);
     setCentralWidget(central);
     rootStack = new QStackedWidget(central);
-    makeColumn(central)->addWidget(rootStack);
+    makeColumnLayout(central)->addWidget(rootStack);
     authPage = new SignInPage(rootStack);
     rootStack->addWidget(authPage);
     authPage->build();

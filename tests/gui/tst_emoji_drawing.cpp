@@ -146,7 +146,7 @@ std::vector<TextPlace> textPlaces(const GuiProbe &probe)
             label("header's initials", probe.the<QLabel>(u"peerAvatar"_s)),
             label("own name", probe.the<QLabel>(u"myName"_s)),
             label("profile card", card.card->findChild<ui::ElidedLabel *>()),
-            field("message line", probe.the<QLineEdit>(u"msgInput"_s)),
+            field("message field", probe.the<QLineEdit>(u"msgInput"_s)),
             field("search", probe.the<QLineEdit>(u"sideSearch"_s)),
             field("user name", probe.username()),
             field("server's name", dialog->findChildren<QLineEdit *>().value(0)),

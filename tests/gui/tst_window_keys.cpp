@@ -82,7 +82,7 @@ void TestWindowKeys::endTheProgram()
 void TestWindowKeys::leadToTheSearch_data()
 {
     QTest::addColumn<QString>("from");
-    QTest::newRow("the message line") << u"msgInput"_s;
+    QTest::newRow("the message field") << u"msgInput"_s;
     QTest::newRow("the list of conversations") << u"dmList"_s;
     QTest::newRow("the search itself") << u"sideSearch"_s;
     QTest::newRow("a button") << u"quilloryBtn"_s;
@@ -115,7 +115,7 @@ void TestWindowKeys::escapeLeavesTheSearch_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<bool>("isOpen");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("to the message line") << u"sideSearch"_s << true << u"msgInput"_s;
+    QTest::newRow("to the message field") << u"sideSearch"_s << true << u"msgInput"_s;
     QTest::newRow("to the list of conversations") << u"sideSearch"_s << false << u"dmList"_s;
     QTest::newRow("from the results") << u"searchResults"_s << true << u"msgInput"_s;
 }

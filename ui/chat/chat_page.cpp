@@ -26,7 +26,7 @@ namespace tideloft::ui
 ChatPage::ChatPage(Language shownLanguage, QWidget *parent) : QWidget(parent), language(shownLanguage)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    auto *column = makeColumn(this);
+    auto *column = makeColumnLayout(this);
     column->addWidget(makeHeader());
     column->addWidget(makeRule(this, u"headerLine"_s));
     messageList = makeMessageList();
@@ -50,11 +50,11 @@ QWidget *ChatPage::makeHeader()
     titles->addWidget(centerTitle);
     titles->addWidget(centerSubtitle);
     titles->addStretch();
-    auto *line = makeLine(header, 12);
-    line->setContentsMargins(18, 0, 18, 0);
-    line->addWidget(peerAvatar);
-    line->addLayout(titles);
-    line->addStretch();
+    auto *layout = makeRowLayout(header, 12);
+    layout->setContentsMargins(18, 0, 18, 0);
+    layout->addWidget(peerAvatar);
+    layout->addLayout(titles);
+    layout->addStretch();
     return header;
 }
 
@@ -84,10 +84,10 @@ QWidget *ChatPage::makeInputArea()
     sendButton = makeButton(u"➤"_s, area, u"sendButton"_s);
     sendButton->setFixedSize(40, 40);
     roundFocusRing(sendButton, 10);
-    auto *line = makeLine(area, 10);
-    line->setContentsMargins(14, 12, 14, 12);
-    line->addWidget(msgInput, 1);
-    line->addWidget(sendButton);
+    auto *layout = makeRowLayout(area, 10);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->addWidget(msgInput, 1);
+    layout->addWidget(sendButton);
     return area;
 }
 

@@ -1,4 +1,4 @@
-// The open conversation: header, history, the line to write in.
+// The open conversation: header, history, the field to write in.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -36,22 +36,22 @@ public:
     void showHistory(const QString &peer, const QList<HistoryRow> &rows);
     /// The rows stay for who looks on, but no more of them are opened, and the next history begins anew.
     void endHistory();
-    /// Empties header, history and line.
+    /// Empties header, history and field.
     void clear();
 
-    /// What is written, trimmed; empty while the line is disabled.
+    /// What is written, trimmed; empty while the field is disabled.
     [[nodiscard]] QString writtenText() const;
-    /// Takes SENT, a text that has arrived, out of the line; what was typed behind it stays.
+    /// Takes SENT, a text that has arrived, out of the field; what was typed behind it stays.
     void takeSent(const QString &sent);
-    /// Disables the line while a message is being sealed; the keyboard waits for it.
+    /// Disables the field while a message is being sealed; the keyboard waits for it.
     void setSealing(bool busy);
-    void focusLine();
-    /// Whether the line is on screen and can be written in.
-    [[nodiscard]] bool lineIsReady() const;
-    /// Whether the keyboard is at the line or its button.
-    [[nodiscard]] bool lineHasFocus() const;
-    /// Has the layout look at the line again once the page is shown.
-    void settleLine();
+    void focusField();
+    /// Whether the field is on screen and can be written in.
+    [[nodiscard]] bool fieldIsReady() const;
+    /// Whether the keyboard is at the field or its button.
+    [[nodiscard]] bool fieldHasFocus() const;
+    /// Has the layout look at the field again once the page is shown.
+    void settleField();
 
 signals:
     void sendClicked();
@@ -66,7 +66,7 @@ private:
     void connectParts();
     void showHeader(const QString &title, const QString &subtitle, const QString &avatar);
     void leaveServer();
-    void updateLine();
+    void updateField();
 
     Language language;
     QLabel *peerAvatar = nullptr;
@@ -79,7 +79,7 @@ private:
     QString shownHistory;       ///< whose history the list shows; empty while it shows a server's notice
     bool serverIsShown = false; ///< whether the page shows a server instead of the conversation
     bool isSealing = false;
-    HeldFocus heldFocus; ///< of the line or its button, meanwhile
+    HeldFocus heldFocus; ///< of the field or its button, meanwhile
 };
 
 } // namespace tideloft::ui

@@ -1,10 +1,10 @@
-// The chat page: what it shows, and the line in which messages are written.
+// The chat page: what it shows, and the field in which messages are written.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/chat/chat_page.h"
 
 #include "ui/chat/history_list.h"
-#include "ui/chat/message_line.h"
+#include "ui/chat/message_field.h"
 #include "ui/chat/server_notice.h"
 #include "ui/lists/row_list.h"
 #include "ui/texts/bounded_text.h"
@@ -42,7 +42,7 @@ void ChatPage::showServer(const QString &title, const QString &avatar)
 {
     showHeader(title, u"Server"_s, avatar);
     serverIsShown = true;
-    updateLine();
+    updateField();
     messageList->clear();
     shownHistory.clear();
     const QString notice =
@@ -57,7 +57,7 @@ void ChatPage::leaveServer()
     if (!serverIsShown)
         return;
     serverIsShown = false;
-    updateLine();
+    updateField();
     messageList->clear();
 }
 
@@ -95,7 +95,7 @@ void ChatPage::takeSent(const QString &sent)
     clearSentText(msgInput, sent);
 }
 
-void ChatPage::updateLine()
+void ChatPage::updateField()
 {
     const bool canWrite = !serverIsShown && !isSealing;
     msgInput->setEnabled(canWrite);
@@ -107,27 +107,27 @@ void ChatPage::setSealing(bool busy)
     isSealing = busy;
     if (busy)
         heldFocus.take({msgInput, sendButton}, this);
-    updateLine();
+    updateField();
     if (msgInput->isEnabled())
         heldFocus.giveBack();
 }
 
-void ChatPage::focusLine()
+void ChatPage::focusField()
 {
     msgInput->setFocus();
 }
 
-bool ChatPage::lineIsReady() const
+bool ChatPage::fieldIsReady() const
 {
     return msgInput->isVisible() && msgInput->isEnabled();
 }
 
-bool ChatPage::lineHasFocus() const
+bool ChatPage::fieldHasFocus() const
 {
     return msgInput->hasFocus() || sendButton->hasFocus();
 }
 
-void ChatPage::settleLine()
+void ChatPage::settleField()
 {
     QTimer::singleShot(0, this, [this] {
         msgInput->parentWidget()->layout()->activate();
@@ -135,7 +135,7 @@ void ChatPage::settleLine()
     });
 }
 
-// Return sends; with Shift, and on the keypad, the toolkit does what it does in every line.
+// Return sends; with Shift, and on the keypad, the toolkit does what it does in every field.
 bool ChatPage::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == msgInput && event->type() == QEvent::KeyPress) {

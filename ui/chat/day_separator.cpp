@@ -35,11 +35,11 @@ QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent)
     auto *day = makeLabel(model.label, row);
     day->setAlignment(Qt::AlignCenter);
     day->setStyleSheet(style::dayLabel);
-    auto *line = new QHBoxLayout(row);
-    line->setContentsMargins(40, 18, 40, 10);
-    line->addWidget(makeDayLine(row), 1);
-    line->addWidget(day);
-    line->addWidget(makeDayLine(row), 1);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(40, 18, 40, 10);
+    layout->addWidget(makeDayLine(row), 1);
+    layout->addWidget(day);
+    layout->addWidget(makeDayLine(row), 1);
     return row;
 }
 

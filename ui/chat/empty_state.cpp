@@ -25,7 +25,7 @@ QWidget *makeEmptyIcon(QWidget *inner)
     container->setFixedSize(80, 80);
     auto *icon = makeLabel(u"💬"_s, container, u"emptyIcon"_s);
     icon->setAlignment(Qt::AlignCenter);
-    makeColumn(container)->addWidget(icon);
+    makeColumnLayout(container)->addWidget(icon);
     return container;
 }
 
@@ -39,13 +39,13 @@ EmptyState::EmptyState(QWidget *parent) : QWidget(parent)
 
 void EmptyState::build(Language language)
 {
-    auto *column = makeColumn(this);
-    auto *line = new QHBoxLayout; // not an alignment: that would give the wrapped text no height of its own
-    line->addStretch();
-    line->addWidget(makeInner(language), 1);
-    line->addStretch();
+    auto *column = makeColumnLayout(this);
+    auto *layout = new QHBoxLayout; // not an alignment: that would give the wrapped text no height of its own
+    layout->addStretch();
+    layout->addWidget(makeInner(language), 1);
+    layout->addStretch();
     column->addStretch(2);
-    column->addLayout(line);
+    column->addLayout(layout);
     column->addStretch(2);
     connect(emptyActionBtn, &QPushButton::clicked, this, &EmptyState::startClicked);
 }
@@ -66,7 +66,7 @@ QWidget *EmptyState::makeInner(Language language)
     emptyTitle = makeLabel({}, inner, u"emptyTitle"_s);
     emptyTitle->setAlignment(Qt::AlignCenter);
 
-    auto *column = makeColumn(inner);
+    auto *column = makeColumnLayout(inner);
     column->setContentsMargins(32, 32, 32, 32);
     column->addWidget(icon, 0, Qt::AlignHCenter);
     column->addSpacing(20);
@@ -83,7 +83,7 @@ QWidget *EmptyState::makeInner(Language language)
 QWidget *EmptyState::makeHints(Language language, QWidget *inner)
 {
     auto *hints = makeBox(inner, u"emptyHints"_s);
-    auto *column = makeColumn(hints, 8);
+    auto *column = makeColumnLayout(hints, 8);
     const auto add = [&](const QString &icon, const QString &swedish, const QString &english) {
         column->addWidget(makeHintRow(icon, chooseText(language, swedish, english), hints));
     };

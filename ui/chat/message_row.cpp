@@ -64,19 +64,19 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
     setAttribute(Qt::WA_StyledBackground);
     setAttribute(Qt::WA_TranslucentBackground);
     setStyleSheet(style::rowBackground);
-    auto *line = makeLine(this, 8);
-    line->setContentsMargins(margins(model));
+    auto *layout = makeRowLayout(this, 8);
+    layout->setContentsMargins(margins(model));
     if (model.isMine) {
-        line->addStretch();
-        line->addWidget(makeBubble(model));
+        layout->addStretch();
+        layout->addWidget(makeBubble(model));
         return;
     }
     if (model.showsSender())
-        line->addWidget(makeAvatar(model.sender, this), 0, Qt::AlignTop);
+        layout->addWidget(makeAvatar(model.sender, this), 0, Qt::AlignTop);
     else
-        line->addItem(new AvatarSpace); // the layout owns it
-    line->addWidget(makeBubble(model));
-    line->addStretch();
+        layout->addItem(new AvatarSpace); // the layout owns it
+    layout->addWidget(makeBubble(model));
+    layout->addStretch();
 }
 
 QWidget *MessageRow::makeBubble(const MessageRowModel &model)
@@ -85,7 +85,7 @@ QWidget *MessageRow::makeBubble(const MessageRowModel &model)
     bubble->setStyleSheet(model.isMine ? style::ownBubble : style::peerBubble);
     bubble->setMaximumWidth(widestBubble);
     bubble->resize(bubble->maximumWidth(), 0); // else the text is measured for the toolkit's 100 px first
-    auto *column = makeColumn(bubble, 3);
+    auto *column = makeColumnLayout(bubble, 3);
     column->setContentsMargins(bubblePadding, 8, bubblePadding, 8);
     if (model.showsSender())
         column->addWidget(makeSenderName(model.sender, bubble));

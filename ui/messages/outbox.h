@@ -1,4 +1,4 @@
-// What a person has written, from the line until it has arrived.
+// What a person has written, from the message field until it has arrived.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -42,7 +42,7 @@ public:
 
     /// The text of the message that has arrived; empty if none was on its way.
     QString takeArrived() { return sentTexts.takeArrived(); }
-    /// A message was refused: its text stays in the line.
+    /// A message was refused: its text stays in the field.
     void dropFailed() { sentTexts.dropFailed(); }
 
 signals:

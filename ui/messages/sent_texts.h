@@ -16,10 +16,10 @@ public:
     void append(const QString &text) { texts.append(text); }
     void clear() { texts.clear(); }
 
-    /// The text of the message that has arrived; empty if none was on its way. The line that began with this
+    /// The text of the message that has arrived; empty if none was on its way. The field that began with this
     /// text loses it, so the texts behind lose that beginning too.
     QString takeArrived();
-    /// A message has failed: its text stays in the line.
+    /// A message has failed: its text stays in the field.
     void dropFailed();
 
 private:

@@ -39,7 +39,7 @@ CreateServerDialog::CreateServerDialog(Language language, QWidget *parent) : QDi
     setWindowTitle(chooseText(language, u"Skapa server"_s, u"Create server"_s));
     setFixedWidth(380);
     setStyleSheet(style::createServerDialog);
-    auto *column = makeColumn(this, 14);
+    auto *column = makeColumnLayout(this, 14);
     column->setContentsMargins(24, 24, 24, 24);
     column->addWidget(makeStyledLabel(chooseText(language, u"Skapa en ny server"_s, u"Create a new server"_s),
                                       style::dialogHeading, this));
@@ -83,10 +83,10 @@ void CreateServerDialog::addButtons(Language language)
     create->setDefault(true); // Return in a field creates, as a person expects; on Cancel it cancels
     ringFocus(cancel);
     ringFocus(create);
-    auto *line = new QHBoxLayout;
-    line->addWidget(cancel);
-    line->addWidget(create);
-    static_cast<QBoxLayout *>(layout())->addLayout(line);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(cancel);
+    buttons->addWidget(create);
+    static_cast<QBoxLayout *>(layout())->addLayout(buttons);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(create, &QPushButton::clicked, this, &CreateServerDialog::acceptNamed);
 }

@@ -58,7 +58,7 @@ Rail::Rail(Language shownLanguage, QWidget *parent) : QWidget(parent), language(
     railMessagesBtn->setCheckable(true);
     railMessagesBtn->setChecked(true);
     serverColumn = new QWidget(this);
-    makeColumn(serverColumn, 4);
+    makeColumnLayout(serverColumn, 4);
     createServerBtn = makeRailButton(u"+"_s, text(u"Skapa server"_s, u"Create server"_s), this);
     createServerBtn->setStyleSheet(style::createServerButton);
     railSettingsBtn = makeRailButton(u"⚙"_s, text(u"Inställningar"_s, u"Settings"_s), this);
@@ -72,7 +72,7 @@ Rail::Rail(Language shownLanguage, QWidget *parent) : QWidget(parent), language(
 
 void Rail::layOut()
 {
-    auto *column = makeColumn(this, 6);
+    auto *column = makeColumnLayout(this, 6);
     column->setContentsMargins(8, 14, 8, 14);
     column->addWidget(makeRailLogo(this), 0, Qt::AlignHCenter);
     column->addSpacing(16);

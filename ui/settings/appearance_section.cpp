@@ -53,12 +53,12 @@ QPushButton *makeSwatch(const QString &colour, const QString &name, Language lan
     return swatch;
 }
 
-QHBoxLayout *makeCardLine(int spacing)
+QHBoxLayout *makeCardRow(int spacing)
 {
-    auto *line = new QHBoxLayout;
-    line->setContentsMargins(16, 12, 16, 12);
-    line->setSpacing(spacing);
-    return line;
+    auto *layout = new QHBoxLayout;
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->setSpacing(spacing);
+    return layout;
 }
 
 QPushButton *makeThemeButton(const QString &name, bool chosen, QWidget *card)
@@ -72,17 +72,17 @@ QPushButton *makeThemeButton(const QString &name, bool chosen, QWidget *card)
 
 void addThemeButtons(const SectionContext &context, const LookChoices &choices, QWidget *card)
 {
-    auto *line = makeCardLine(12);
+    auto *layout = makeCardRow(12);
     auto *group = new QButtonGroup(card);
     const Language language = context.language;
     for (const QString &name : {chooseText(language, u"Mörkt"_s, u"Dark"_s),
                                 chooseText(language, u"Ljust"_s, u"Light"_s), u"System"_s}) {
         QPushButton *button = makeThemeButton(name, group->buttons().isEmpty(), card);
         group->addButton(button);
-        line->addWidget(button);
+        layout->addWidget(button);
     }
-    line->addStretch();
-    columnOf(card)->addLayout(line);
+    layout->addStretch();
+    columnOf(card)->addLayout(layout);
     QObject::connect(group, &QButtonGroup::buttonClicked, card,
                      [group, chosen = choices.theme](const QAbstractButton *clicked) {
                          for (QAbstractButton *button : group->buttons())
@@ -95,15 +95,15 @@ void addThemeButtons(const SectionContext &context, const LookChoices &choices, 
 // The page stays in the language that it was built in, and with it what is said of the swatches.
 void addSwatches(const SectionContext &context, const LookChoices &choices, QWidget *card)
 {
-    auto *line = makeCardLine(10);
+    auto *layout = makeCardRow(10);
     QList<QPushButton *> swatches;
     for (const QStringView colour : swatchColours) {
         const QString name = swatchName(swatches.size(), context.language);
         swatches.append(makeSwatch(colour.toString(), name, context.language, card));
-        line->addWidget(swatches.last());
+        layout->addWidget(swatches.last());
     }
-    line->addStretch();
-    columnOf(card)->addLayout(line);
+    layout->addStretch();
+    columnOf(card)->addLayout(layout);
     for (QPushButton *clicked : swatches)
         QObject::connect(clicked, &QPushButton::clicked, card,
                          [clicked, swatches, language = context.language, chosen = choices.accent] {

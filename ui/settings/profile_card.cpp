@@ -52,12 +52,12 @@ QHBoxLayout *makeTopRow(QPushButton *avatar, const QString &username, Language l
     words->addWidget(name);
     words->addWidget(hint);
     words->addStretch();
-    auto *line = new QHBoxLayout;
-    line->setSpacing(0);
-    line->addWidget(avatar);
-    line->addSpacing(16);
-    line->addLayout(words, 1);
-    return line;
+    auto *layout = new QHBoxLayout;
+    layout->setSpacing(0);
+    layout->addWidget(avatar);
+    layout->addSpacing(16);
+    layout->addLayout(words, 1);
+    return layout;
 }
 
 QLabel *makeFieldLabel(const QString &text, QWidget *field, QWidget *card)

@@ -31,12 +31,12 @@ QHBoxLayout *makeFact(const QString &name, const QString &value, QWidget *card)
     auto *label = makeStyledLabel(name, style::aboutLabel, card);
     auto *shown = new ElidedLabel(value, card); // the name of a host may be longer than the page is wide
     shown->setStyleSheet(style::aboutValue);
-    auto *line = new QHBoxLayout;
-    line->setContentsMargins(16, 10, 16, 10);
-    line->addWidget(label);
-    line->addStretch();
-    line->addWidget(shown);
-    return line;
+    auto *layout = new QHBoxLayout;
+    layout->setContentsMargins(16, 10, 16, 10);
+    layout->addWidget(label);
+    layout->addStretch();
+    layout->addWidget(shown);
+    return layout;
 }
 
 } // namespace
@@ -47,10 +47,10 @@ QWidget *buildSettingsAbout(const SectionContext &context, const QString &servic
     auto *badge = makeCentred(u"TL"_s, style::aboutBadge, section.content());
     badge->setFixedSize(72, 72);
     auto *place = new QWidget(section.content());
-    auto *line = makeLine(place);
-    line->addStretch();
-    line->addWidget(badge);
-    line->addStretch();
+    auto *layout = makeRowLayout(place);
+    layout->addStretch();
+    layout->addWidget(badge);
+    layout->addStretch();
     section.add(place);
     section.add(makeCentred(u"TideLoft"_s, style::aboutName, section.content()));
     section.add(

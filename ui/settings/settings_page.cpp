@@ -57,9 +57,9 @@ SettingsPage::SettingsPage(const SettingsFacts &facts, Language shownLanguage, Q
         section->setAccessibleName(settingsNavList->item(settingsStack->count())->text().section(u"  "_s, 1));
         settingsStack->addWidget(section);
     }
-    auto *line = makeLine(this);
-    line->addWidget(navigation);
-    line->addWidget(settingsStack, 1);
+    auto *layout = makeRowLayout(this);
+    layout->addWidget(navigation);
+    layout->addWidget(settingsStack, 1);
     makeRoomForSections(this, navigation, settingsStack);
     connect(settingsNavList, &QListWidget::currentRowChanged, settingsStack,
             &QStackedWidget::setCurrentIndex);
@@ -94,7 +94,7 @@ QWidget *SettingsPage::makeNavigation()
     captionBox->setStyleSheet(style::settingsNavCaptionBox);
     auto *caption = makeLabel(chooseText(builtLanguage, u"Inställningar"_s, u"Settings"_s), captionBox);
     caption->setStyleSheet(style::settingsNavCaption);
-    makeColumn(captionBox)->addWidget(caption);
+    makeColumnLayout(captionBox)->addWidget(caption);
     settingsNavList = new QListWidget(navigation);
     settingsNavList->setStyleSheet(style::settingsNavList);
     settingsNavList->setAccessibleName(caption->text());
@@ -107,7 +107,7 @@ QWidget *SettingsPage::makeNavigation()
         u"←  "_s + chooseText(builtLanguage, u"Tillbaka till chatten"_s, u"Back to chat"_s), navigation);
     back->setStyleSheet(style::settingsBackButton);
     connect(back, &QPushButton::clicked, this, &SettingsPage::backClicked);
-    auto *column = makeColumn(navigation);
+    auto *column = makeColumnLayout(navigation);
     column->addWidget(captionBox);
     column->addWidget(settingsNavList, 1);
     column->addWidget(back);

@@ -52,7 +52,7 @@ QWidget *makeSectionHeader(const QString &caption, QWidget *parent)
     auto *header = makeBox(parent, u"settingsSectionHeader"_s);
     auto *rule = makeRule(header);
     rule->setStyleSheet(style::sectionRule);
-    auto *column = makeColumn(header, 6);
+    auto *column = makeColumnLayout(header, 6);
     column->addWidget(makeStyledLabel(caption, style::sectionHeader, header));
     column->addWidget(rule);
     return header;
@@ -61,7 +61,8 @@ QWidget *makeSectionHeader(const QString &caption, QWidget *parent)
 QWidget *makeSettingsCard(QWidget *parent)
 {
     auto *card = makeBox(parent, u"settingsCard"_s);
-    makeColumn(card)->setContentsMargins(1, 1, 1, 1); // rows must not cover the border of the light card
+    makeColumnLayout(card)->setContentsMargins(1, 1, 1,
+                                               1); // rows must not cover the border of the light card
     return card;
 }
 
@@ -79,10 +80,10 @@ QWidget *makeSwitchRow(const QString &label, const QString &hint, bool on, QWidg
     words->addWidget(makeWrapping(label, style::rowLabel, row));
     if (!hint.isEmpty())
         words->addWidget(makeWrapping(hint, style::rowHint, row));
-    auto *line = makeLine(row, 12);
-    line->setContentsMargins(16, 12, 16, 12);
-    line->addLayout(words, 1);
-    line->addWidget(makeSwitch(label, hint, on, row), 0, Qt::AlignVCenter);
+    auto *layout = makeRowLayout(row, 12);
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->addLayout(words, 1);
+    layout->addWidget(makeSwitch(label, hint, on, row), 0, Qt::AlignVCenter);
     return row;
 }
 
@@ -96,10 +97,10 @@ QWidget *makeActionRow(const QString &label, const QString &buttonText, const QS
     button->setMinimumWidth(120);
     button->setStyleSheet(styleSheet.isEmpty() ? style::actionButton : styleSheet);
     button->setAccessibleDescription(label);
-    auto *line = makeLine(row, 12);
-    line->setContentsMargins(16, 12, 16, 12);
-    line->addWidget(makeWrapping(label, style::actionLabel, row), 1);
-    line->addWidget(button);
+    auto *layout = makeRowLayout(row, 12);
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->addWidget(makeWrapping(label, style::actionLabel, row), 1);
+    layout->addWidget(button);
     QObject::connect(button, &QPushButton::clicked, button, [action] { action(); });
     return row;
 }
@@ -111,7 +112,7 @@ QWidget *makeTextRow(const QString &label, const QString &placeholder, const QSt
     field->setPlaceholderText(placeholder);
     field->setStyleSheet(style::field);
     field->setAccessibleName(label);
-    auto *column = makeColumn(row, 6);
+    auto *column = makeColumnLayout(row, 6);
     column->setContentsMargins(16, 12, 16, 12);
     auto *caption = makeStyledLabel(label, style::fieldLabel, row);
     caption->setBuddy(field);

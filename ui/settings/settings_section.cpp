@@ -22,7 +22,7 @@ SettingsSection::SettingsSection(const LocalizedText &title, Language shownLangu
     : language(shownLanguage),
       area(new QScrollArea(parent)),
       page(new QWidget(area)),
-      column(makeColumn(page, 12))
+      column(makeColumnLayout(page, 12))
 {
     if (title.english.isEmpty())
         return;
@@ -86,13 +86,13 @@ QWidget *makeShieldCard(Language language, QWidget *parent)
     words->setSpacing(2);
     words->addWidget(caption);
     words->addWidget(state);
-    auto *line = new QHBoxLayout;
-    line->setContentsMargins(16, 12, 16, 12);
-    line->setSpacing(12);
-    line->addWidget(icon);
-    line->addLayout(words, 1);
-    line->addWidget(mark);
-    columnOf(card)->addLayout(line);
+    auto *layout = new QHBoxLayout;
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->setSpacing(12);
+    layout->addWidget(icon);
+    layout->addLayout(words, 1);
+    layout->addWidget(mark);
+    columnOf(card)->addLayout(layout);
     return card;
 }
 

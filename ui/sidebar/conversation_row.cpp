@@ -84,12 +84,12 @@ QWidget *makeConversationRow(const ConversationRowModel &model, QWidget *parent)
     row->setAttribute(Qt::WA_TranslucentBackground);
     row->setStyleSheet(style::rowBackground);
     row->setCursor(Qt::PointingHandCursor);
-    auto *line = new QHBoxLayout(row);
-    line->setContentsMargins(12, 10, 12, 10);
-    line->setSpacing(12);
-    line->addWidget(makeAvatar(model.peer, row));
-    line->addLayout(makeTextBlock(model, row), 1);
-    line->addLayout(makeTimeBlock(model.time, row));
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(12, 10, 12, 10);
+    layout->setSpacing(12);
+    layout->addWidget(makeAvatar(model.peer, row));
+    layout->addLayout(makeTextBlock(model, row), 1);
+    layout->addLayout(makeTimeBlock(model.time, row));
     return row;
 }
 

@@ -47,7 +47,7 @@ QWidget *makeChoiceCard(const PrivacyChoice &choice, Language language, QWidget 
     box->setAccessibleDescription(choice.hint.in(language));
     auto *hint = makeStyledLabel(choice.hint.in(language), style::privacyHint, card);
     hint->setWordWrap(true);
-    auto *column = makeColumn(card, 4);
+    auto *column = makeColumnLayout(card, 4);
     column->setContentsMargins(14, 12, 14, 12);
     column->addWidget(box);
     column->addWidget(hint);
@@ -61,7 +61,7 @@ PrivacyDialog::PrivacyDialog(Language language, QWidget *parent) : QDialog(paren
     setWindowTitle(chooseText(language, u"Quillory — Integritet"_s, u"Quillory — Privacy"_s));
     setFixedWidth(400);
     setStyleSheet(style::privacyDialog);
-    auto *column = makeColumn(this, 14);
+    auto *column = makeColumnLayout(this, 14);
     column->setContentsMargins(24, 24, 24, 24);
     column->addWidget(
         makeStyledLabel(chooseText(language, u"Integritetsinställningar"_s, u"Privacy Settings"_s),
@@ -75,10 +75,10 @@ PrivacyDialog::PrivacyDialog(Language language, QWidget *parent) : QDialog(paren
     auto *save = new QPushButton(chooseText(language, u"Spara"_s, u"Save"_s), this);
     save->setDefault(true);
     ringFocus(save);
-    auto *line = new QHBoxLayout;
-    line->addStretch();
-    line->addWidget(save);
-    column->addLayout(line);
+    auto *layout = new QHBoxLayout;
+    layout->addStretch();
+    layout->addWidget(save);
+    column->addLayout(layout);
     connect(save, &QPushButton::clicked, this, &QDialog::accept);
 }
 

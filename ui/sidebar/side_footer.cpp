@@ -75,14 +75,14 @@ void SideFooter::layOut()
     who->addWidget(myName);
     who->addWidget(myStatus);
     who->addStretch();
-    auto *line = makeLine(this, 10);
-    line->setContentsMargins(14, 0, 14, 0);
-    line->addWidget(footerAvatar);
-    line->addLayout(who);
-    line->addStretch();
-    line->addWidget(quilloryBtn);
-    line->addSpacing(4);
-    line->addWidget(makeLabel(u"›"_s, this, u"footerChevron"_s));
+    auto *layout = makeRowLayout(this, 10);
+    layout->setContentsMargins(14, 0, 14, 0);
+    layout->addWidget(footerAvatar);
+    layout->addLayout(who);
+    layout->addStretch();
+    layout->addWidget(quilloryBtn);
+    layout->addSpacing(4);
+    layout->addWidget(makeLabel(u"›"_s, this, u"footerChevron"_s));
 }
 
 QString SideFooter::text(const QString &swedish, const QString &english) const

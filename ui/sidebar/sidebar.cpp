@@ -28,7 +28,7 @@ Sidebar::Sidebar(Language language, QWidget *parent) : QWidget(parent)
     setObjectName(u"leftSidebar"_s);
     setAttribute(Qt::WA_StyledBackground);
     setFixedWidth(260);
-    auto *column = makeColumn(this);
+    auto *column = makeColumnLayout(this);
     column->addWidget(makeHeader());
     column->addWidget(makeSearch());
     makeLists();
@@ -52,11 +52,11 @@ QWidget *Sidebar::makeHeader()
     addDmBtn = makeButton(u"+"_s, header, u"addDmBtn"_s);
     addDmBtn->setFixedSize(28, 28);
     roundFocusRing(addDmBtn, 8);
-    auto *line = makeLine(header);
-    line->setContentsMargins(16, 0, 12, 0);
-    line->addWidget(sidebarTitle);
-    line->addStretch();
-    line->addWidget(addDmBtn);
+    auto *layout = makeRowLayout(header);
+    layout->setContentsMargins(16, 0, 12, 0);
+    layout->addWidget(sidebarTitle);
+    layout->addStretch();
+    layout->addWidget(addDmBtn);
     return header;
 }
 
@@ -66,7 +66,7 @@ QWidget *Sidebar::makeSearch()
     sideSearch = new EmojiLineEdit(wrap);
     sideSearch->setObjectName(u"sideSearch"_s);
     sideSearch->setFixedHeight(34);
-    auto *column = makeColumn(wrap);
+    auto *column = makeColumnLayout(wrap);
     column->setContentsMargins(12, 6, 12, 10);
     column->addWidget(sideSearch);
     return wrap;

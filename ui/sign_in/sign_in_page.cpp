@@ -30,24 +30,24 @@ namespace
 /// A line that keeps WIDGET in its middle.
 QHBoxLayout *centred(QWidget *widget)
 {
-    auto *line = new QHBoxLayout;
-    line->setSpacing(0);
-    line->addStretch();
-    line->addWidget(widget);
-    line->addStretch();
-    return line;
+    auto *layout = new QHBoxLayout;
+    layout->setSpacing(0);
+    layout->addStretch();
+    layout->addWidget(widget);
+    layout->addStretch();
+    return layout;
 }
 
 QWidget *makeSecurityBadge(QWidget *card)
 {
     auto *badge = makeBox(card, u"secBadge"_s);
-    auto *line = new QHBoxLayout(badge);
-    line->setContentsMargins(12, 3, 12, 3);
-    line->setSpacing(6);
+    auto *layout = new QHBoxLayout(badge);
+    layout->setContentsMargins(12, 3, 12, 3);
+    layout->setSpacing(6);
     auto *dot = makeLabel({}, badge, u"secBadgeDot"_s);
     dot->setFixedSize(6, 6);
-    line->addWidget(dot);
-    line->addWidget(makeLabel(u"End-to-end encrypted · TLS 1.3"_s, badge, u"secBadgeText"_s));
+    layout->addWidget(dot);
+    layout->addWidget(makeLabel(u"End-to-end encrypted · TLS 1.3"_s, badge, u"secBadgeText"_s));
     return badge;
 }
 
@@ -60,18 +60,18 @@ QLineEdit *makeAuthField(QLineEdit *field)
 
 QHBoxLayout *makeDivider(const QString &word, QWidget *card)
 {
-    auto *line = new QHBoxLayout;
-    line->addWidget(makeRule(card, u"authDivider"_s), 1);
-    line->addWidget(makeLabel(word, card, u"authDividerText"_s));
-    line->addWidget(makeRule(card, u"authDivider"_s), 1);
-    return line;
+    auto *layout = new QHBoxLayout;
+    layout->addWidget(makeRule(card, u"authDivider"_s), 1);
+    layout->addWidget(makeLabel(word, card, u"authDividerText"_s));
+    layout->addWidget(makeRule(card, u"authDivider"_s), 1);
+    return layout;
 }
 
 } // namespace
 
 void SignInPage::build()
 {
-    auto *column = makeColumn(this);
+    auto *column = makeColumnLayout(this);
     column->addWidget(makeTopbar());
     column->addWidget(makeCenter(), 1);
     connectParts();
@@ -81,8 +81,8 @@ QWidget *SignInPage::makeTopbar()
 {
     auto *topbar = makeBox(this, u"authTopbar"_s);
     topbar->setFixedHeight(40);
-    auto *line = makeLine(topbar, 8);
-    line->setContentsMargins(16, 0, 16, 0);
+    auto *layout = makeRowLayout(topbar, 8);
+    layout->setContentsMargins(16, 0, 16, 0);
     auto *logo = makeLabel(u"TL"_s, topbar, u"tbLogo"_s);
     logo->setFixedSize(24, 24);
     logo->setAlignment(Qt::AlignCenter);
@@ -92,17 +92,17 @@ QWidget *SignInPage::makeTopbar()
     ringFocus(langCombo);
     langCombo->setFixedWidth(120);
     langCombo->addItems({u"Svenska"_s, u"English"_s});
-    line->addWidget(logo);
-    line->addWidget(makeLabel(u"TideLoft"_s, topbar, u"tbLogoName"_s));
-    line->addStretch();
-    line->addWidget(langCombo);
+    layout->addWidget(logo);
+    layout->addWidget(makeLabel(u"TideLoft"_s, topbar, u"tbLogoName"_s));
+    layout->addStretch();
+    layout->addWidget(langCombo);
     return topbar;
 }
 
 QWidget *SignInPage::makeCenter()
 {
     auto *center = makeBox(this, u"authCenter"_s);
-    auto *column = makeColumn(center);
+    auto *column = makeColumnLayout(center);
     column->addStretch();
     column->addLayout(centred(makeCard(center)));
     column->addStretch();
@@ -113,7 +113,7 @@ QWidget *SignInPage::makeCard(QWidget *center)
 {
     auto *card = makeBox(center, u"authCard"_s);
     card->setFixedWidth(340);
-    auto *column = makeColumn(card);
+    auto *column = makeColumnLayout(card);
     column->setContentsMargins(28, 28, 28, 28);
     addHeading(card, column);
     addFields(card, column);

@@ -83,9 +83,9 @@ constexpr auto roles = std::to_array<PaletteRole>({
     {u"peer-name", u"#fff", u"#1a1a2e"},
     {u"input-area", u"#0a1018", u"#f5f7fa"},
     {u"input-area-border", u"#1a2d40", u"#d8dce8"},
-    {u"message-line", u"#162535", u"#ffffff"},
-    {u"message-line-border", u"#2a4a6a", u"#c8d4e8"},
-    {u"message-line-focus", u"#1a3050", u"#ffffff"},
+    {u"message-field", u"#162535", u"#ffffff"},
+    {u"message-field-border", u"#2a4a6a", u"#c8d4e8"},
+    {u"message-field-focus", u"#1a3050", u"#ffffff"},
     // No open conversation
     {u"empty-card", u"#111e2a", u"#f0f4fa"},
     {u"empty-icon", u"#1a3050", u"#dce8f8"},

@@ -145,10 +145,10 @@ QWidget#secBadge { border-radius: 10px; min-height: 18px; }
 #messageList::item { background: transparent; border: none; padding: 0; margin: 0; }
 #inputArea { background: $input-area; border-top: 1px solid $input-area-border; }
 #msgInput {
-    background: $message-line; color: $strong-text; border: 1px solid $message-line-border;
+    background: $message-field; color: $strong-text; border: 1px solid $message-field-border;
     border-radius: 10px; padding: 0px 14px; font-size: 13px;
 }
-#msgInput:focus { background: $message-line-focus; border: 1px solid #3b8beb; }
+#msgInput:focus { background: $message-field-focus; border: 1px solid #3b8beb; }
 #sendButton {
     background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #3b8beb,stop:1 #2563eb);
     color: #fff; border: none; border-radius: 10px; font-size: 16px;

@@ -55,7 +55,7 @@ QPushButton *makeButton(const QString &text, QWidget *parent, const QString &obj
     return button;
 }
 
-QVBoxLayout *makeColumn(QWidget *owner, int spacing)
+QVBoxLayout *makeColumnLayout(QWidget *owner, int spacing)
 {
     auto *column = new QVBoxLayout(owner);
     column->setContentsMargins(0, 0, 0, 0);
@@ -63,12 +63,12 @@ QVBoxLayout *makeColumn(QWidget *owner, int spacing)
     return column;
 }
 
-QHBoxLayout *makeLine(QWidget *owner, int spacing)
+QHBoxLayout *makeRowLayout(QWidget *owner, int spacing)
 {
-    auto *line = new QHBoxLayout(owner);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(spacing);
-    return line;
+    auto *layout = new QHBoxLayout(owner);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
 }
 
 } // namespace tideloft::ui

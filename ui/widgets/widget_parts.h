@@ -30,8 +30,9 @@ QFrame *makeRule(QWidget *parent, const QString &objectName = {});
 /// A push button with a pointing hand.
 QPushButton *makeButton(const QString &text, QWidget *parent, const QString &objectName = {});
 
-/// Layouts of OWNER without margins and with SPACING px between their items.
-QVBoxLayout *makeColumn(QWidget *owner, int spacing = 0);
-QHBoxLayout *makeLine(QWidget *owner, int spacing = 0);
+/// Layouts of OWNER, from top to bottom and from left to right, without margins and with SPACING px between
+/// their items.
+QVBoxLayout *makeColumnLayout(QWidget *owner, int spacing = 0);
+QHBoxLayout *makeRowLayout(QWidget *owner, int spacing = 0);
 
 } // namespace tideloft::ui

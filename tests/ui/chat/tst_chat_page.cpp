@@ -104,29 +104,29 @@ void TestChatPage::nothingCanBeWrittenToAServer()
 {
     const ChatPageProbe chat;
     QTest::keyClicks(chat.msgInput(), u"Hello"_s);
-    QVERIFY(chat.page->lineIsReady());
+    QVERIFY(chat.page->fieldIsReady());
     chat.page->showServer(u"Club"_s, u"C"_s);
-    QVERIFY(!chat.page->lineIsReady());
+    QVERIFY(!chat.page->fieldIsReady());
     QVERIFY(!sendButton(chat)->isEnabled());
     QCOMPARE(chat.page->writtenText(), QString());
     chat.page->showPeer(u"bob"_s);
-    QVERIFY(chat.page->lineIsReady());
+    QVERIFY(chat.page->fieldIsReady());
     QCOMPARE(chat.page->writtenText(), u"Hello"_s);
 }
 
 void TestChatPage::theKeyboardWaitsWhileAMessageIsSealed()
 {
     const ChatPageProbe chat;
-    chat.page->focusLine();
+    chat.page->focusField();
     chat.page->setSealing(true);
-    QVERIFY(!chat.page->lineIsReady());
-    QVERIFY(!chat.page->lineHasFocus());
+    QVERIFY(!chat.page->fieldIsReady());
+    QVERIFY(!chat.page->fieldHasFocus());
     chat.page->setSealing(false);
     QVERIFY(chat.msgInput()->hasFocus());
     chat.page->showServer(u"Club"_s, u"C"_s);
     chat.page->setSealing(true);
     chat.page->setSealing(false);
-    QVERIFY(!chat.page->lineIsReady()); // the server still stands there
+    QVERIFY(!chat.page->fieldIsReady()); // the server still stands there
 }
 
 void TestChatPage::sentTextLeavesTheLine()

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/chat/message_line.h"
+#include "ui/chat/message_field.h"
 #include "ui/messages/sent_texts.h"
 
 #include <QTest>
@@ -52,10 +52,10 @@ void TestSentTexts::nothingUnderWay()
 void TestSentTexts::textsThatGoOnLoseWhatArrived()
 {
     ui::SentTexts sent = under({u"one"_s, u"one two"_s, u"other"_s});
-    QString line = ui::restOfLine(u"one two three"_s, sent.takeArrived());
-    QCOMPARE(line, u" two three"_s);
-    line = ui::restOfLine(line, sent.takeArrived());
-    QCOMPARE(line, u" three"_s);
+    QString written = ui::textBehindSent(u"one two three"_s, sent.takeArrived());
+    QCOMPARE(written, u" two three"_s);
+    written = ui::textBehindSent(written, sent.takeArrived());
+    QCOMPARE(written, u" three"_s);
     QCOMPARE(sent.takeArrived(), u"other"_s);
 }
 
@@ -63,7 +63,7 @@ void TestSentTexts::aFailedTextChangesNoOther()
 {
     ui::SentTexts sent = under({u"one"_s, u"one two"_s});
     sent.dropFailed();
-    QCOMPARE(ui::restOfLine(u"one two three"_s, sent.takeArrived()), u" three"_s);
+    QCOMPARE(ui::textBehindSent(u"one two three"_s, sent.takeArrived()), u" three"_s);
 }
 
 TIDELOFT_TEST_MAIN(TestSentTexts)

@@ -1,15 +1,15 @@
-// What of the message line stays when a message has arrived.
+// What of the message field stays when a message has arrived.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/chat/message_line.h"
+#include "ui/chat/message_field.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft;
 
-class TestMessageLine : public QObject
+class TestMessageField : public QObject
 {
     Q_OBJECT
 
@@ -18,9 +18,9 @@ private slots:
     void rest();
 };
 
-void TestMessageLine::rest_data()
+void TestMessageField::rest_data()
 {
-    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("written");
     QTest::addColumn<QString>("sent");
     QTest::addColumn<QString>("rest");
     QTest::newRow("nothing more") << u"first"_s << u"first"_s << QString();
@@ -33,16 +33,16 @@ void TestMessageLine::rest_data()
     QTest::newRow("in another place") << u"the first one"_s << u"first"_s << QString();
     QTest::newRow("in capitals") << u"First one"_s << u"first"_s << QString();
     QTest::newRow("shortened") << u"fir"_s << u"first"_s << QString();
-    QTest::newRow("an empty line") << QString() << u"first"_s << QString();
+    QTest::newRow("an empty field") << QString() << u"first"_s << QString();
     QTest::newRow("nothing known to be sent") << u"first"_s << QString() << QString();
 }
 
-void TestMessageLine::rest()
+void TestMessageField::rest()
 {
-    QFETCH(QString, line);
+    QFETCH(QString, written);
     QFETCH(QString, sent);
-    QTEST(ui::restOfLine(line, sent), "rest");
+    QTEST(ui::textBehindSent(written, sent), "rest");
 }
 
-TIDELOFT_TEST_MAIN(TestMessageLine)
-#include "tst_message_line.moc"
+TIDELOFT_TEST_MAIN(TestMessageField)
+#include "tst_message_field.moc"
