@@ -6,6 +6,8 @@
 
 #include <QApplication>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 
@@ -14,8 +16,9 @@ class TestAppearanceSheet : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
-    void init() { failOnToolkitWarnings(); }
+    void initTestCase();
+    void init();
+    void cleanupTestCase() { probe.reset(); }
     void themeChoice_data();
     void themeChoice();
     void accentChoice_data();
@@ -25,7 +28,26 @@ private slots:
     void lightThenAccentThenDarkKeepsTheAccent();
     void defaultAccentRestoresTheGradients();
     void byKeyboard();
+
+private:
+    std::unique_ptr<AppearanceProbe> probe;
 };
+
+// One window for all: every test chooses what the one before may have left otherwise.
+void TestAppearanceSheet::initTestCase()
+{
+    placeKeyPair();
+    probe = std::make_unique<AppearanceProbe>();
+    QCOMPARE(probe->sheet(), expectedSheet(true, colours.first()));
+}
+
+void TestAppearanceSheet::init()
+{
+    failOnToolkitWarnings();
+    probe->chooseTheme(0);
+    probe->chooseAccent(colours.first());
+    QCOMPARE(probe->sheet(), expectedSheet(true, colours.first()));
+}
 
 void TestAppearanceSheet::themeChoice_data()
 {
@@ -40,16 +62,15 @@ void TestAppearanceSheet::themeChoice()
 {
     QFETCH(int, index);
     QFETCH(bool, dark);
-    const AppearanceProbe probe;
-    probe.chooseTheme(dark ? 1 : 0); // the other one first, so that something has to change
-    QCOMPARE(probe.sheet(), expectedSheet(!dark, colours.first()));
-    probe.chooseTheme(index);
-    QCOMPARE(probe.sheet(), expectedSheet(dark, colours.first()));
-    QCOMPARE(probe.markedThemes(), QList<int>{index});
-    probe.chooseTheme(index);
-    QCOMPARE(probe.sheet(), expectedSheet(dark, colours.first()));
-    QCOMPARE(probe.markedThemes(), QList<int>{index});
-    QCOMPARE(probe.markedSwatches(), QList<int>{0});
+    probe->chooseTheme(dark ? 1 : 0); // the other one first, so that something has to change
+    QCOMPARE(probe->sheet(), expectedSheet(!dark, colours.first()));
+    probe->chooseTheme(index);
+    QCOMPARE(probe->sheet(), expectedSheet(dark, colours.first()));
+    QCOMPARE(probe->markedThemes(), QList<int>{index});
+    probe->chooseTheme(index);
+    QCOMPARE(probe->sheet(), expectedSheet(dark, colours.first()));
+    QCOMPARE(probe->markedThemes(), QList<int>{index});
+    QCOMPARE(probe->markedSwatches(), QList<int>{0});
 }
 
 void TestAppearanceSheet::accentChoice_data()
@@ -62,12 +83,11 @@ void TestAppearanceSheet::accentChoice_data()
 void TestAppearanceSheet::accentChoice()
 {
     QFETCH(int, index);
-    const AppearanceProbe probe;
-    probe.chooseAccent(colours.at(index == 0 ? 1 : 0));
-    probe.chooseAccent(colours.at(index));
-    QCOMPARE(probe.markedSwatches(), QList<int>{index});
-    QCOMPARE(probe.markedThemes(), QList<int>{0});
-    QCOMPARE(probe.sheet(), expectedSheet(true, colours.at(index)));
+    probe->chooseAccent(colours.at(index == 0 ? 1 : 0));
+    probe->chooseAccent(colours.at(index));
+    QCOMPARE(probe->markedSwatches(), QList<int>{index});
+    QCOMPARE(probe->markedThemes(), QList<int>{0});
+    QCOMPARE(probe->sheet(), expectedSheet(true, colours.at(index)));
 }
 
 void TestAppearanceSheet::themeAndAccent_data()
@@ -85,50 +105,46 @@ void TestAppearanceSheet::themeAndAccent()
 {
     QFETCH(int, theme);
     QFETCH(QString, accent);
-    const AppearanceProbe probe;
     const QString expected = expectedSheet(theme != 1, accent);
-    probe.chooseTheme(theme);
-    probe.chooseAccent(accent);
-    QCOMPARE(probe.sheet(), expected);
-    probe.chooseTheme(theme == 1 ? 0 : 1);
-    QCOMPARE(probe.sheet(), expectedSheet(theme == 1, accent));
-    probe.chooseTheme(theme);
-    QCOMPARE(probe.sheet(), expected);
-    QCOMPARE(probe.markedThemes(), QList<int>{theme});
-    QCOMPARE(probe.markedSwatches(), QList<int>{int(colours.indexOf(accent))});
+    probe->chooseTheme(theme);
+    probe->chooseAccent(accent);
+    QCOMPARE(probe->sheet(), expected);
+    probe->chooseTheme(theme == 1 ? 0 : 1);
+    QCOMPARE(probe->sheet(), expectedSheet(theme == 1, accent));
+    probe->chooseTheme(theme);
+    QCOMPARE(probe->sheet(), expected);
+    QCOMPARE(probe->markedThemes(), QList<int>{theme});
+    QCOMPARE(probe->markedSwatches(), QList<int>{int(colours.indexOf(accent))});
 }
 
 void TestAppearanceSheet::lightThenAccentThenDarkKeepsTheAccent()
 {
-    const AppearanceProbe probe;
-    probe.chooseTheme(1);
-    probe.chooseAccent(u"#e05454"_s);
-    QVERIFY(!probe.sheet().contains(u"#3b8beb"_s));
-    QVERIFY(!probe.sheet().contains(u"#2563eb"_s));
-    QCOMPARE(probe.sheet().count(u"#e05454"_s), expectedSheet(false, u"#e05454"_s).count(u"#e05454"_s));
-    probe.chooseTheme(0);
-    QCOMPARE(probe.sheet(), expectedSheet(true, u"#e05454"_s));
+    probe->chooseTheme(1);
+    probe->chooseAccent(u"#e05454"_s);
+    QVERIFY(!probe->sheet().contains(u"#3b8beb"_s));
+    QVERIFY(!probe->sheet().contains(u"#2563eb"_s));
+    QCOMPARE(probe->sheet().count(u"#e05454"_s), expectedSheet(false, u"#e05454"_s).count(u"#e05454"_s));
+    probe->chooseTheme(0);
+    QCOMPARE(probe->sheet(), expectedSheet(true, u"#e05454"_s));
 }
 
 void TestAppearanceSheet::defaultAccentRestoresTheGradients()
 {
-    const AppearanceProbe probe;
-    probe.chooseAccent(u"#ec4899"_s);
-    QVERIFY(!probe.sheet().contains(u"#2563eb"_s));
-    probe.chooseAccent(u"#3b8beb"_s);
-    QCOMPARE(probe.sheet(), tideloft::ui::darkStyleSheet());
-    QVERIFY(probe.sheet().contains(u"#2563eb"_s));
+    probe->chooseAccent(u"#ec4899"_s);
+    QVERIFY(!probe->sheet().contains(u"#2563eb"_s));
+    probe->chooseAccent(u"#3b8beb"_s);
+    QCOMPARE(probe->sheet(), tideloft::ui::darkStyleSheet());
+    QVERIFY(probe->sheet().contains(u"#2563eb"_s));
 }
 
 void TestAppearanceSheet::byKeyboard()
 {
-    const AppearanceProbe probe;
-    probe.buttons(0).at(1)->setFocus();
-    QTest::keyClick(probe.buttons(0).at(1), Qt::Key_Space);
-    QCOMPARE(probe.sheet(), expectedSheet(false, colours.first()));
-    probe.buttons(1).at(4)->setFocus();
-    QTest::keyClick(probe.buttons(1).at(4), Qt::Key_Space);
-    QCOMPARE(probe.sheet(), expectedSheet(false, u"#f59e0b"_s));
+    probe->buttons(0).at(1)->setFocus();
+    QTest::keyClick(probe->buttons(0).at(1), Qt::Key_Space);
+    QCOMPARE(probe->sheet(), expectedSheet(false, colours.first()));
+    probe->buttons(1).at(4)->setFocus();
+    QTest::keyClick(probe->buttons(1).at(4), Qt::Key_Space);
+    QCOMPARE(probe->sheet(), expectedSheet(false, u"#f59e0b"_s));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestAppearanceSheet)

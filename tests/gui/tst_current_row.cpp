@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QScrollBar>
 
@@ -28,6 +29,8 @@ private slots:
     void doesNotDrawBackWhoHasScrolledAway();
     void aClickedRowSurvivesUnmarked();
     void leavesNoMark();
+    void opensByKeyWithOneRequest_data();
+    void opensByKeyWithOneRequest();
 };
 
 namespace
@@ -169,6 +172,29 @@ void TestCurrentRow::leavesNoMark()
     QVERIFY(dmList(probe)->selectedItems().isEmpty());
     QVERIFY(!dmList(probe)->selectionModel()->hasSelection());
     QTRY_COMPARE(pictureOf(dmList(probe)), plain);
+}
+
+void TestCurrentRow::opensByKeyWithOneRequest_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Space") << Qt::Key_Space;
+}
+
+void TestCurrentRow::opensByKeyWithOneRequest()
+{
+    QFETCH(Qt::Key, key);
+    SettingsProbe probe;
+    QVERIFY(walkToBob(probe));
+    QCOMPARE(probe.centerPage(), u"emptyState"_s); // walking opens nothing
+    probe.service.clear();
+    pressKey(probe, key);
+    QCOMPARE(probe.centerPage(), u"chatPage"_s);
+    QCOMPARE(probe.the<QLabel>(u"centerTitle"_s)->text(), u"bob"_s);
+    QVERIFY(probe.the<QWidget>(u"msgInput"_s)->hasFocus());
+    QCOMPARE(probe.the<QLineEdit>(u"msgInput"_s)->text(), QString()); // the key went no further
+    QVERIFY(probe.service.waitForRequests("GET /api/chat/history/bob", 1));
+    QCOMPARE(probe.service.requests().size(), 1);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestCurrentRow)

@@ -3,18 +3,14 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/style/emoji_font.h"
 
 #include <QApplication>
 #include <QHelpEvent>
 #include <QLabel>
-#include <QScopeGuard>
-#include <QScreen>
 #include <QTextDocument>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
-namespace style = tideloft::ui::style;
 using namespace tideloft::tests;
 
 class TestServerNames : public QObject
@@ -26,11 +22,6 @@ private slots:
     void init() { failOnToolkitWarnings(); }
     void hostileNames_data();
     void hostileNames();
-    void tipsShowMarkupAsText();
-    void tipsShowPicturesAndMarkupAsText_data();
-    void tipsShowPicturesAndMarkupAsText();
-    void tipsKeepToHalfTheScreen_data();
-    void tipsKeepToHalfTheScreen();
     void anIdentifierIsPlainTextToo();
 };
 
@@ -84,82 +75,6 @@ void TestServerNames::hostileNames()
     QCoreApplication::processEvents();
     QCOMPARE(probe.window->size(), before);
     QCOMPARE(probe.window->minimumSizeHint().width() <= before.width(), true);
-}
-
-// Around a picture stands the client's own markup, and nothing else in the tip is any.
-void TestServerNames::tipsShowPicturesAndMarkupAsText_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("markup beside it") << u"<b>1️⃣</b> & <img src=\"❤️‍🔥\">"_s;
-    QTest::newRow("an entity before it") << u"&#3️⃣ &amp;#️⃣"_s;
-    QTest::newRow("an end of a span") << u"</span>'\"❤️\"'</p>"_s;
-    QTest::newRow("wider than the screen") << u"<b>1️⃣&WWWWWW"_s.repeated(20);
-}
-
-void TestServerNames::tipsShowPicturesAndMarkupAsText()
-{
-    QFETCH(const QString, name);
-    GuiProbe probe;
-    QVERIFY(probe.signIn());
-    QFont::insertSubstitution(style::emojiFamily(), u"Noto Color Emoji"_s);
-    const auto restore = qScopeGuard([] { QFont::removeSubstitutions(style::emojiFamily()); });
-    QVERIFY(listServers(probe, {server(u"g1"_s, name)}));
-    const QString tip = shownTip(serverButtons(probe).constFirst());
-    QVERIFY2(tip.contains(u"<span style=\"font-family:'%1'\">"_s.arg(style::emojiFamily())), qPrintable(tip));
-    QTextDocument document;
-    document.setHtml(tip);
-    const QString shown = document.toPlainText().remove(QChar::LineSeparator).remove(u'\n');
-    QCOMPARE(shown, QString(name).remove(QChar(0xfe0f)));
-}
-
-// The property keeps what the service said; what is handed to the toolkit cannot be markup of the name's.
-void TestServerNames::tipsShowMarkupAsText()
-{
-    GuiProbe probe;
-    QVERIFY(probe.signIn());
-    QVERIFY(listServers(probe, {server(u"g1"_s, u"<b>Bold</b> & co"_s)}));
-    QCOMPARE(serverButtons(probe).constFirst()->toolTip(), u"<b>Bold</b> & co"_s);
-    const QString tip = shownTip(serverButtons(probe).constFirst());
-    QVERIFY2(tip.contains(u"&lt;b&gt;Bold&lt;/b&gt; &amp; co"_s), qPrintable(tip));
-    QVERIFY2(!tip.contains(u"<b>"_s), qPrintable(tip));
-}
-
-void TestServerNames::tipsKeepToHalfTheScreen_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("ordinary") << u"The walkers of the valley & friends"_s;
-    QTest::newRow("5,000 letters") << QString(5'000, u'W');
-    QTest::newRow("wide letters") << u"﷽"_s.repeated(300);
-    QTest::newRow("wide words") << u"﷽ "_s.repeated(150);
-    QTest::newRow("ten lines of letters") << (QString(29, u'W') + u'\n').repeated(10);
-    QTest::newRow("blanks that hold words together") << u"a\u00a0"_s.repeated(2'500);
-    QTest::newRow("tabs") << u"a\t"_s.repeated(2'500);
-    QTest::newRow("markup and letters") << u"<b>&"_s.repeated(1'000);
-}
-
-void TestServerNames::tipsKeepToHalfTheScreen()
-{
-    QFETCH(const QString, name);
-    GuiProbe probe;
-    QVERIFY(probe.signIn());
-    QVERIFY(listServers(probe, {server(u"g1"_s, name)}));
-    QAbstractButton *button = serverButtons(probe).constFirst();
-    QCOMPARE(button->toolTip(), name);
-    QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), button->mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(button, &event);
-    QVERIFY(QToolTip::isVisible());
-    int tips = 0;
-    const QSize half = button->screen()->availableSize() / 2;
-    for (const QWidget *window : QApplication::topLevelWidgets()) {
-        if (!window->inherits("QTipLabel") || !window->isVisible())
-            continue;
-        ++tips;
-        QVERIFY2(window->width() <= half.width() && window->height() <= half.height(),
-                 qPrintable(u"%1 x %2"_s.arg(window->width()).arg(window->height())));
-        QVERIFY(window->width() >= 20 && window->height() >= 10);
-    }
-    QCOMPARE(tips, 1);
-    QToolTip::hideText();
 }
 
 void TestServerNames::anIdentifierIsPlainTextToo()

@@ -2,10 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_settings_probe.h"
+#include "tests/support/popups.h"
 #include "tests/support/test_main.h"
 #include "tests/support/test_service_endpoint.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
 #include <QGraphicsOpacityEffect>
 #include <QLabel>
 #include <QListWidget>
@@ -39,6 +42,7 @@ private slots:
     void slotsFadeTheBuiltPage();
     void userMenuOpensWithoutFade_data();
     void userMenuOpensWithoutFade();
+    void switchesAreNotThoseOfThePrivacyDialog();
 };
 
 namespace
@@ -269,6 +273,27 @@ void TestSettingsOpening::userMenuOpensWithoutFade()
     QCOMPARE(probe.center()->currentWidget(), probe.settingsPage());
     QVERIFY(!probe.settingsPage()->graphicsEffect());
     QTEST(probe.nav()->currentRow(), "expectedRow");
+}
+
+// The dialog that the footer's button opens has check boxes of the same names as switches of the settings.
+void TestSettingsOpening::switchesAreNotThoseOfThePrivacyDialog()
+{
+    const SettingsProbe probe;
+    probe.openSettings();
+    probe.clickRow(Privacy);
+    auto *profile = probe.row(Privacy, u"Public profile"_s)->findChild<QPushButton *>();
+    auto *messages = probe.row(Privacy, u"Allow DMs from everyone"_s)->findChild<QPushButton *>();
+    QTest::mouseClick(profile, Qt::LeftButton); // off in the section
+    const bool came =
+        withDialog([&probe] { probe.click(u"quilloryBtn"_s); },
+                   [](const QDialog &dialog) {
+                       QVERIFY(dialog.findChildren<QCheckBox *>().constFirst()->isChecked());
+                       dialog.findChildren<QCheckBox *>().constLast()->click(); // off in the dialog
+                       QTest::mouseClick(only<QPushButton>(dialog, {}), Qt::LeftButton);
+                   });
+    QVERIFY(came);
+    QVERIFY(!profile->isChecked());
+    QVERIFY(messages->isChecked());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSettingsOpening)

@@ -48,9 +48,7 @@ QString broughtUp(const std::function<void()> &open)
         QWidget *dialog = QApplication::activeModalWidget();
         if (!menu && !dialog)
             return;
-        seen = menu ? u"menu"_s : u"picture"_s;
-        if (dialog && dialog->windowTitle() != u"Choose profile picture")
-            seen = dialog->windowTitle();
+        seen = menu ? u"menu"_s : dialog->windowTitle();
         (menu ? menu : dialog)->close();
     });
     watch.start(0);

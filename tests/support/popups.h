@@ -21,8 +21,7 @@ bool withMenu(const std::function<void()> &open, const std::function<void(QMenu 
 /// The same for a modal dialog, which has the keyboard when USE begins.
 bool withDialog(const std::function<void()> &open, const std::function<void(QDialog &)> &use);
 
-/// What OPEN brings up: "menu", "picture" for the choice of one, the title of another dialog, or "nothing".
-/// It is closed again.
+/// What OPEN brings up: "menu", the title of a dialog, or "nothing". It is closed again.
 QString broughtUp(const std::function<void()> &open);
 
 /// The texts of a menu's entries in their order, "-" for a separator.

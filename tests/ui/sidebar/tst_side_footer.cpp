@@ -1,19 +1,14 @@
 // The sidebar's footer: what a press on each of its places brings up.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
 #include "tests/support/popups.h"
+#include "tests/support/sidebar_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QDialog>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -23,7 +18,6 @@ class TestSideFooter : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void pressesOnItsPlaces_data();
     void pressesOnItsPlaces();
@@ -32,18 +26,18 @@ private slots:
     void everyButtonOpensTheMenu_data();
     void everyButtonOpensTheMenu();
     void aReleaseAloneDoesNothing();
-    void anUnansweredChoiceSendsNothing();
     void privacyButtonIsItsOwn();
-    void independentOfThePrivacySection();
     void aLongStatusIsElided();
 };
 
 namespace
 {
 
-QWidget *footerOf(const GuiProbe &probe)
+/// What OPEN brings up; "picture" where the footer asks for the choice of one.
+QString answerTo(const SidebarPageProbe &probe, const std::function<void()> &open)
 {
-    return probe.the<QWidget>(u"sideFooter"_s);
+    const QString seen = broughtUp(open);
+    return probe.pictures.isEmpty() ? seen : seen == u"nothing" ? u"picture"_s : u"both"_s;
 }
 
 } // namespace
@@ -69,16 +63,14 @@ void TestSideFooter::pressesOnItsPlaces()
 {
     QFETCH(QByteArray, corner);
     QFETCH(QPoint, offset);
-    SettingsProbe probe;
-    QWidget *footer = footerOf(probe);
+    const SidebarPageProbe probe;
     const QRect avatar = probe.the<QLabel>(u"footerAvatar"_s)->geometry();
     QCOMPARE(avatar.size(), QSize(34, 34));
     QPoint spot = corner == "last" ? avatar.bottomRight() : avatar.topLeft();
     if (corner != "first" && corner != "last")
         spot = probe.the<QWidget>(QString::fromLatin1(corner))->pos();
-    const QString seen = broughtUp([&] { clickAt(footer, spot + offset); });
-    QTEST(seen, "expected");
-    QVERIFY(probe.onMainPage());
+    QTEST(answerTo(probe, [&] { clickAt(probe.footer, spot + offset); }), "expected");
+    QCOMPARE(probe.sentSignals(), probe.pictures.size());
 }
 
 void TestSideFooter::positionsAreRounded_data()
@@ -94,14 +86,13 @@ void TestSideFooter::positionsAreRounded_data()
 void TestSideFooter::positionsAreRounded()
 {
     QFETCH(QPointF, offset);
-    const SettingsProbe probe;
-    QWidget *footer = footerOf(probe);
+    const SidebarPageProbe probe;
     const QPointF spot = probe.the<QLabel>(u"footerAvatar"_s)->geometry().topLeft() + offset;
     bool consumed = false;
-    const QString seen = broughtUp([&] {
-        QMouseEvent event(QEvent::MouseButtonPress, spot, footer->mapToGlobal(spot), Qt::LeftButton,
+    const QString seen = answerTo(probe, [&] {
+        QMouseEvent event(QEvent::MouseButtonPress, spot, probe.footer->mapToGlobal(spot), Qt::LeftButton,
                           Qt::LeftButton, Qt::NoModifier);
-        consumed = QApplication::sendEvent(footer, &event);
+        consumed = QApplication::sendEvent(probe.footer, &event);
     });
     QTEST(seen, "expected");
     QVERIFY(consumed);
@@ -118,50 +109,36 @@ void TestSideFooter::everyButtonOpensTheMenu_data()
 void TestSideFooter::everyButtonOpensTheMenu()
 {
     QFETCH(Qt::MouseButton, button);
-    const SettingsProbe probe;
-    QCOMPARE(broughtUp([&] { press(footerOf(probe), {150, 5}, button); }), u"menu"_s);
+    const SidebarPageProbe probe;
+    QCOMPARE(answerTo(probe, [&] { press(probe.footer, {150, 5}, button); }), u"menu"_s);
 }
 
 void TestSideFooter::aReleaseAloneDoesNothing()
 {
-    const SettingsProbe probe;
-    const QWidget *footer = footerOf(probe);
-    const QPoint spot = footer->mapTo(probe.window.get(), QPoint(150, 5));
-    QCOMPARE(broughtUp([&] {
-                 QTest::mousePress(probe.window->windowHandle(), Qt::LeftButton, {}, QPoint(600, 300));
-                 QTest::mouseRelease(probe.window->windowHandle(), Qt::LeftButton, {}, spot);
-                 QTest::mouseMove(probe.window->windowHandle(), spot + QPoint(5, 5));
-             }),
+    const SidebarPageProbe probe;
+    const QPoint spot = probe.footer->mapTo(&probe.window, QPoint(150, 5));
+    QWindow *window = probe.window.windowHandle();
+    QCOMPARE(answerTo(probe,
+                      [&] {
+                          QTest::mousePress(window, Qt::LeftButton, {}, QPoint(130, 300));
+                          QTest::mouseRelease(window, Qt::LeftButton, {}, spot);
+                          QTest::mouseMove(window, spot + QPoint(5, 5));
+                      }),
              u"nothing"_s);
-}
-
-void TestSideFooter::anUnansweredChoiceSendsNothing()
-{
-    SettingsProbe probe;
-    probe.service.clear();
-    const auto *avatar = probe.the<QLabel>(u"footerAvatar"_s);
-    QVERIFY(withDialog(
-        [avatar] {
-            clickAt(avatar, {17, 17});
-        },
-        [](QDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
-    QVERIFY(probe.settle());
-    QCOMPARE(probe.service.requests().size(), 1); // the one that was waited for
-    QVERIFY(!QApplication::activeModalWidget());
-    QVERIFY(!avatar->text().isEmpty());
+    QCOMPARE(probe.sentSignals(), 0);
 }
 
 void TestSideFooter::privacyButtonIsItsOwn()
 {
-    const SettingsProbe probe;
+    const SidebarPageProbe probe;
     const auto *button = probe.the<QPushButton>(u"quilloryBtn"_s);
-    QCOMPARE(broughtUp([&] { clickOnScreen(*button); }), u"Quillory — Privacy"_s);
+    QCOMPARE(answerTo(probe, [&] { clickOnScreen(*button); }), u"Quillory — Privacy"_s);
 }
 
 // A label that cannot be narrower than its text would be cut at the footer's end, or cut its neighbour.
 void TestSideFooter::aLongStatusIsElided()
 {
-    const SettingsProbe probe;
+    const SidebarPageProbe probe;
     auto *status = probe.the<QLabel>(u"myStatus"_s);
     const auto *button = probe.the<QPushButton>(u"quilloryBtn"_s);
     const QRect place = button->geometry();
@@ -173,27 +150,6 @@ void TestSideFooter::aLongStatusIsElided()
     status->setText(status->fontMetrics().elidedText(status->text(), Qt::ElideRight, status->width()));
     QVERIFY(status->text().endsWith(u'…'));
     QTRY_COMPARE(status->grab().toImage(), shown);
-}
-
-// The dialog that the button opens has check boxes of the same names as switches of the settings.
-void TestSideFooter::independentOfThePrivacySection()
-{
-    const SettingsProbe probe;
-    probe.openSettings();
-    probe.clickRow(Privacy);
-    auto *profile = probe.row(Privacy, u"Public profile"_s)->findChild<QPushButton *>();
-    auto *messages = probe.row(Privacy, u"Allow DMs from everyone"_s)->findChild<QPushButton *>();
-    QTest::mouseClick(profile, Qt::LeftButton); // off in the section
-    const bool came =
-        withDialog([&probe] { probe.click(u"quilloryBtn"_s); },
-                   [](const QDialog &dialog) {
-                       QVERIFY(dialog.findChildren<QCheckBox *>().constFirst()->isChecked());
-                       dialog.findChildren<QCheckBox *>().constLast()->click(); // off in the dialog
-                       QTest::mouseClick(only<QPushButton>(dialog, {}), Qt::LeftButton);
-                   });
-    QVERIFY(came);
-    QVERIFY(!profile->isChecked());
-    QVERIFY(messages->isChecked());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSideFooter)

@@ -1,18 +1,13 @@
 // The sidebar's footer under the keyboard: what its keys do, and how one gets there.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "tests/gui/tst_settings_probe.h"
 #include "tests/support/popups.h"
+#include "tests/support/sidebar_page_probe.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QMenu>
-#include <QMouseEvent>
-#include <QPushButton>
-#include <QWindow>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -22,7 +17,6 @@ class TestSideFooterKeys : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { placeKeyPair(); }
     void init() { failOnToolkitWarnings(); }
     void keysOpenTheMenu_data();
     void keysOpenTheMenu();
@@ -35,11 +29,6 @@ private slots:
 
 namespace
 {
-
-QWidget *footerOf(const GuiProbe &probe)
-{
-    return probe.the<QWidget>(u"sideFooter"_s);
-}
 
 /// Counts the menus that come up.
 class MenuCount : public QObject
@@ -70,19 +59,19 @@ void TestSideFooterKeys::keysOpenTheMenu()
 {
     QFETCH(Qt::Key, key);
     QFETCH(Qt::KeyboardModifiers, modifiers);
-    const SettingsProbe probe;
-    QWidget *footer = footerOf(probe);
-    footer->setFocus();
+    const SidebarPageProbe probe;
+    probe.footer->setFocus();
     const bool seen = withMenu(
-        [&] { QTest::keyClick(probe.window->windowHandle(), key, modifiers); },
-        [footer](QMenu *menu) {
+        [&] { probe.pressKey(key, modifiers); },
+        [footer = probe.footer](QMenu *menu) {
             QCOMPARE(entriesOf(menu), (QStringList{u"Profile"_s, u"Settings"_s, u"-"_s, u"Log out"_s}));
             QCOMPARE(menu->y() + menu->height() + 4, footer->mapToGlobal(QPoint(0, 0)).y());
             QTest::keyClick(menu, Qt::Key_Down);
             QTest::keyClick(menu, Qt::Key_Return); // the choice opens no second menu
         });
     QVERIFY(seen);
-    QCOMPARE(probe.center()->currentWidget(), probe.settingsPage());
+    QCOMPARE(probe.profiles.size(), 1);
+    QCOMPARE(probe.sentSignals(), 1);
     QVERIFY(!QApplication::activePopupWidget());
 }
 
@@ -106,11 +95,10 @@ void TestSideFooterKeys::otherKeysDoNothing()
 {
     QFETCH(Qt::Key, key);
     QFETCH(Qt::KeyboardModifiers, modifiers);
-    const SettingsProbe probe;
-    footerOf(probe)->setFocus();
-    QCOMPARE(broughtUp([&] { QTest::keyClick(probe.window->windowHandle(), key, modifiers); }), u"nothing"_s);
-    QVERIFY(probe.onMainPage());
-    QCOMPARE(probe.centerPage(), u"emptyState"_s);
+    const SidebarPageProbe probe;
+    probe.footer->setFocus();
+    QCOMPARE(broughtUp([&] { probe.pressKey(key, modifiers); }), u"nothing"_s);
+    QCOMPARE(probe.sentSignals(), 0);
 }
 
 void TestSideFooterKeys::aHeldKeyOpensOneMenu_data()
@@ -124,17 +112,17 @@ void TestSideFooterKeys::aHeldKeyOpensOneMenu_data()
 void TestSideFooterKeys::aHeldKeyOpensOneMenu()
 {
     QFETCH(Qt::Key, key);
-    const SettingsProbe probe;
-    footerOf(probe)->setFocus();
+    const SidebarPageProbe probe;
+    probe.footer->setFocus();
     const MenuCount menus;
-    QWindow *window = probe.window->windowHandle();
+    QWindow *window = probe.window.windowHandle();
     const auto pressKey = [window, key](bool repeated) {
         QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, repeated);
         QApplication::sendEvent(window, &event);
     };
     QVERIFY(withMenu([&] { pressKey(false); }, [](QMenu *menu) { menu->close(); }));
     QCOMPARE(menus.shown, 1);
-    QCOMPARE(probe.window->focusWidget(), footerOf(probe)); // whether or not the window is active again
+    QCOMPARE(probe.window.focusWidget(), probe.footer); // whether or not the window is active again
     QCOMPARE(broughtUp([&] {
                  for (int i = 0; i < 3; ++i)
                      pressKey(true);
@@ -147,15 +135,15 @@ void TestSideFooterKeys::aHeldKeyOpensOneMenu()
 
 void TestSideFooterKeys::tabReachesIt()
 {
-    SettingsProbe probe;
-    QVERIFY(probe.listPeers({u"bob"_s}));
+    const SidebarPageProbe probe;
+    probe.listPeers({u"bob"_s});
     probe.the<QWidget>(u"dmList"_s)->setFocus();
-    QTest::keyClick(probe.window->windowHandle(), Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget(), footerOf(probe));
-    QTest::keyClick(probe.window->windowHandle(), Qt::Key_Tab);
+    probe.pressKey(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), probe.footer);
+    probe.pressKey(Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget()->objectName(), u"quilloryBtn"_s);
-    QTest::keyClick(probe.window->windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(QApplication::focusWidget(), footerOf(probe));
+    probe.pressKey(Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(QApplication::focusWidget(), probe.footer);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestSideFooterKeys)
