@@ -3,8 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/log.h"
 
-#include <poll.h>
-#include <unistd.h>
+#include "service/system/process.h"
 
 #include <utility>
 
@@ -42,13 +41,9 @@ void LogOutput::write(LogLevel level, std::uint64_t request, const QByteArray &t
         ++lost;
 }
 
-// A pipe is ready when it has room for more than any entry takes.
 bool LogOutput::put(const QByteArray &entry) const
 {
-    pollfd output{descriptor, POLLOUT, 0};
-    if (poll(&output, 1, 0) != 1 || (output.revents & POLLOUT) == 0)
-        return false;
-    return ::write(descriptor, entry.constData(), static_cast<std::size_t>(entry.size())) == entry.size();
+    return writeWithoutWaiting(descriptor, entry.constData(), static_cast<std::size_t>(entry.size()));
 }
 
 } // namespace tideloft::service

@@ -8,18 +8,14 @@
 #include "service/metrics_server.h"
 #include "service/options.h"
 #include "service/start_check.h"
+#include "service/system/process.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 #include <optional>
 #include <thread>
-
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace tideloft::service;
 using namespace Qt::StringLiterals;
@@ -48,7 +44,7 @@ ServerSettings serverSettings(const Options &options, Counters &counters)
                                     std::chrono::nanoseconds duration) {
         counters.requestFinished(method, response.route, response.status, duration);
     };
-    settings.log = [output = std::make_shared<LogOutput>(STDERR_FILENO, options.quiet)](
+    settings.log = [output = std::make_shared<LogOutput>(standardError, options.quiet)](
                        LogLevel level, std::uint64_t request, const QByteArray &line) {
         output->write(level, request, line);
     };
@@ -70,16 +66,6 @@ ApiSettings apiSettings(const Options &options)
     return settings;
 }
 
-// A connection takes a descriptor, and the usual limit is lower than that of connections.
-void allowManyFiles()
-{
-    rlimit files{};
-    if (getrlimit(RLIMIT_NOFILE, &files) != 0)
-        return;
-    files.rlim_cur = files.rlim_max;
-    static_cast<void>(setrlimit(RLIMIT_NOFILE, &files));
-}
-
 QString origin(const Options &options, std::uint16_t port)
 {
     const QString host = options.listen.contains(u':') ? u"[%1]"_s.arg(options.listen) : options.listen;
@@ -89,9 +75,7 @@ QString origin(const Options &options, std::uint16_t port)
 void serve(const Options &options)
 {
     allowManyFiles();
-    // A log whose reader is gone, and a file that may not grow, are errors of a write and no reason to end.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    outliveFailedWrites();
     Counters counters;
     ServerSettings settings = serverSettings(options, counters);
     ApiSettings forApi = apiSettings(options);
@@ -128,7 +112,7 @@ int tellOfCheck(const Options &options)
 
 int main(int argc, char **argv)
 {
-    umask(S_IRWXG | S_IRWXO); // whatever is written is nobody else's to read
+    keepFilesForOwner();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(u"TideLoft"_s);
     QCoreApplication::setApplicationName(u"tideloftd"_s);

@@ -4,13 +4,11 @@
 #include "service/start_check.h"
 
 #include "service/http/certificate.h"
+#include "service/store/database_file.h"
 #include "service/store/schema.h"
 
 #include <QDir>
 #include <QFileInfo>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace tideloft::service
 {
@@ -19,12 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-// Asked of the system, which knows of file systems that may only be read.
-bool mayWrite(const QString &path)
-{
-    return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
-}
 
 QString nearestFolder(const QString &file)
 {

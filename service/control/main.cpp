@@ -3,20 +3,19 @@
 // SPDX-License-Identifier: MIT
 #include "service/control/call_parser.h"
 #include "service/control/output.h"
+#include "service/system/process.h"
 
 #include <QCoreApplication>
 
 #include <cstdio>
 #include <exception>
 
-#include <sys/stat.h>
-
 using namespace tideloft::service;
 using namespace Qt::StringLiterals;
 
 int main(int argc, char **argv)
 {
-    umask(S_IRWXG | S_IRWXO); // a copy of the database is nobody else's to read
+    keepFilesForOwner(); // a copy of the database is nobody else's to read
     const QCoreApplication application(argc, argv);
     const ParsedCall parsed = parseCall(QCoreApplication::arguments());
     if (!parsed.command) {

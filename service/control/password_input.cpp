@@ -5,13 +5,11 @@
 
 #include "service/control/problem.h"
 #include "service/store/account_rules.h"
+#include "service/system/process.h"
 
 #include <QStringDecoder>
 
 #include <cstdio>
-
-#include <termios.h>
-#include <unistd.h>
 
 namespace tideloft::service
 {
@@ -22,25 +20,6 @@ namespace
 {
 
 constexpr char interrupt = '\x03';
-
-/// While it lives the terminal shows nothing of what is typed. Ctrl+C is a character then, so that nobody is
-/// left with such a terminal.
-class SilentTerminal
-{
-public:
-    SilentTerminal()
-    {
-        tcgetattr(STDIN_FILENO, &before);
-        termios silent = before;
-        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ISIG);
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
-    }
-    Q_DISABLE_COPY_MOVE(SilentTerminal)
-    ~SilentTerminal() { tcsetattr(STDIN_FILENO, TCSAFLUSH, &before); }
-
-private:
-    termios before{};
-};
 
 QString readLine()
 {
@@ -85,7 +64,7 @@ QString typedTwice()
 QString readNewPassword()
 {
     std::setvbuf(stdin, nullptr, _IONBF, 0);
-    QString password = isatty(STDIN_FILENO) == 1 ? typedTwice() : readLine();
+    QString password = isInputTyped() ? typedTwice() : readLine();
     if (!isPasswordLength(password))
         throw Problem(u"A password has %1 to %2 characters"_s.arg(shortestPassword).arg(longestPassword));
     return password;

@@ -98,6 +98,16 @@ void giveToOwnerOf(const QString &file, const QString &other)
         && OpenFile(file, O_RDONLY | O_NOFOLLOW | O_NONBLOCK).giveTo(owner);
 }
 
+bool mayWrite(const QString &path)
+{
+    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
+}
+
+bool linkFile(const QString &file, const QString &secondName)
+{
+    return ::link(QFile::encodeName(file).constData(), QFile::encodeName(secondName).constData()) == 0;
+}
+
 void syncFile(const QString &file)
 {
     syncPath(file);

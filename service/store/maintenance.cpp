@@ -14,8 +14,6 @@
 #include <cstdio>
 #include <cstring>
 
-#include <unistd.h>
-
 namespace tideloft::service
 {
 
@@ -35,11 +33,6 @@ constexpr QLatin1StringView journal("-wal");
 QString lastProblem()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
-}
-
-bool link(const QString &from, const QString &to)
-{
-    return ::link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
 bool replace(const QString &from, const QString &to)
@@ -108,7 +101,7 @@ void setAside(const QString &file, const QString &kept)
     if (!QFileInfo::exists(file))
         return;
     takeInJournal(file);
-    if (!link(file, kept))
+    if (!linkFile(file, kept))
         fail(u"Could not keep the old database as"_s, kept, lastProblem());
     if (QFileInfo::exists(file + journal) && !replace(file + journal, kept + journal))
         fail(u"Could not keep the old database as"_s, kept, lastProblem());
@@ -136,7 +129,7 @@ void backUp(Database &database, const QString &file)
     makeOwnFile(copy.path); // empty, and its owner's alone before anything is written
     database.run(u"VACUUM INTO ?"_s, {copy.path});
     syncFile(copy.path);
-    if (!link(copy.path, file)) // unlike a new name, which would replace what was made meanwhile
+    if (!linkFile(copy.path, file)) // unlike a new name, which would replace what was made meanwhile
         fail(u"Could not write"_s, file, lastProblem());
     syncFile(file);
 }

@@ -3,23 +3,10 @@
 // SPDX-License-Identifier: MIT
 #include "service/threads/workers.h"
 
-#include <sys/resource.h>
-#include <unistd.h>
+#include "service/system/process.h"
 
 namespace tideloft::service
 {
-
-namespace
-{
-
-// On Linux this number belongs to the thread. Where the system refuses, the thread goes on as it is.
-void stepBack()
-{
-    constexpr int last = 19;
-    static_cast<void>(setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), last));
-}
-
-} // namespace
 
 Workers::Workers(std::size_t threadCount, std::size_t mostWaiting, Priority priority) : queue(mostWaiting)
 {
@@ -27,7 +14,7 @@ Workers::Workers(std::size_t threadCount, std::size_t mostWaiting, Priority prio
     for (std::size_t i = 0; i < threadCount; ++i) {
         threads.emplace_back([this, priority] {
             if (priority == Priority::Low)
-                stepBack();
+                letOthersGoFirst();
             workOff();
         });
     }
