@@ -11,17 +11,10 @@
 namespace tideloft::tests
 {
 
-class HttpClient
+/// What passes over a socket, whoever connects it.
+template <typename Socket> class HttpExchange
 {
 public:
-    explicit HttpClient(quint16 port, const QHostAddress &from = {})
-    {
-        if (!from.isNull())
-            socket.bind(from);
-        socket.connectToHost(QStringLiteral("127.0.0.1"), port);
-        socket.waitForConnected();
-    }
-
     bool isConnected() const { return socket.state() == QAbstractSocket::ConnectedState; }
     void send(const QByteArray &bytes)
     {
@@ -42,8 +35,8 @@ public:
     {
         readUntil("\r\n\r\n");
         const qsizetype end = received.indexOf("\r\n\r\n");
-        const QByteArray head = received.left(end);
-        const qsizetype field = head.indexOf("Content-Length: ");
+        const QByteArray head = received.left(end).toLower(); // as some balancers write it
+        const qsizetype field = head.indexOf("content-length: ");
         const qsizetype length = field < 0 ? 0 : head.mid(field + 16).split('\r').constFirst().toLongLong();
         while (end >= 0 && received.size() < end + 4 + length && socket.waitForReadyRead())
             received += socket.readAll();
@@ -67,10 +60,22 @@ public:
         return readReply();
     }
 
-    QTcpSocket socket;
+    Socket socket;
 
 private:
     QByteArray received;
+};
+
+class HttpClient : public HttpExchange<QTcpSocket>
+{
+public:
+    explicit HttpClient(quint16 port, const QHostAddress &from = {})
+    {
+        if (!from.isNull())
+            socket.bind(from);
+        socket.connectToHost(QStringLiteral("127.0.0.1"), port);
+        socket.waitForConnected();
+    }
 };
 
 inline int statusOf(const QByteArray &reply)
