@@ -104,7 +104,7 @@ bool HistoryList::place(const QList<HistoryRow> &rows)
 /// Entries have other indexes now.
 void HistoryList::renumber()
 {
-    measuredFrom = {};
+    measuredFrom = preparedFor = {};
     areMeasured = false;
     withWidgets = {0, list->count()};
     unapplied.clear();
@@ -128,7 +128,8 @@ void HistoryList::settle(Range atOnce, int anchor, bool keepsBottom)
         if (!layOut(anchor, keepsBottom))
             break;
     }
-    if (int(makeWidgets(atOnce)) + int(makeWidgets(onScreen())) > 0)
+    const Range seen = onScreen(); // asked before a new widget asks for a layout
+    if (int(makeWidgets(atOnce)) + int(makeWidgets(seen)) > 0)
         placeWidgets();
     rememberPlace();
     if (list->count() > 0)
@@ -149,6 +150,7 @@ bool HistoryList::layOut(int anchor, bool keepsBottom)
         bar->setValue(bar->maximum());
     else
         bar->setValue(bar->value() + list->visualItemRect(list->item(held)).top() - y);
+    rememberPlace();
     return true;
 }
 
@@ -233,7 +235,7 @@ void HistoryList::onResized()
 /// Every measure is an estimate from now on. A notice is measured at once.
 void HistoryList::remeasure(bool fontsAreNew)
 {
-    measuredFrom = {};
+    measuredFrom = preparedFor = {};
     areMeasured = false;
     for (int index = 0; index < list->count(); ++index) {
         QListWidgetItem *item = list->item(index);

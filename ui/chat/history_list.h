@@ -59,7 +59,7 @@ private:
     [[nodiscard]] Range around(Range middle, int screens) const;
     [[nodiscard]] Range newest(int count) const;
     [[nodiscard]] bool isAtBottom() const;
-    [[nodiscard]] QList<int> nearRows() const;
+    [[nodiscard]] QList<int> nearRows(Range middle) const;
 
     void settle(Range atOnce, int anchor, bool keepsBottom);
     bool layOut(int anchor, bool keepsBottom);
@@ -71,9 +71,9 @@ private:
     void onResized();
     void remeasure(bool fontsAreNew);
     void work();
-    bool workNearby(const QDeadlineTimer &end);
+    bool workNearby(Range middle, const QDeadlineTimer &end);
     bool makeNearby(const QList<int> &rows, const QDeadlineTimer &end);
-    bool measureOutward(const QDeadlineTimer &end);
+    bool measureOutward(Range middle, const QDeadlineTimer &end);
     bool measureBeside(Range middle, const QDeadlineTimer &end);
     void takeFarWidgets();
     void rememberPlace();
@@ -87,6 +87,7 @@ private:
     QList<int> unapplied;     ///< rows that are measured, of which the list does not know yet
     int distance = 0;         ///< how far from the screen rows are measured, while it shows
     Range measuredFrom;       ///< these
+    Range preparedFor;        ///< what is near these has its widgets
     Range withWidgets;        ///< no other row has a widget
     bool areMeasured = false; ///< all rows
     bool isStale = false;     ///< the list is laid out for another width

@@ -68,11 +68,10 @@ void HistoryList::rememberPlace()
     valueBefore = list->verticalScrollBar()->value();
 }
 
-/// The rows that have widgets: those around the screen, the nearest first, and the newest.
-QList<int> HistoryList::nearRows() const
+/// The rows that have widgets: those around MIDDLE, the nearest first, and the newest.
+QList<int> HistoryList::nearRows(Range middle) const
 {
     QList<int> rows;
-    const Range middle = onScreen();
     const Range near = around(middle, screensMade);
     for (int index = middle.first; index < middle.end; ++index)
         rows.append(index);
@@ -93,17 +92,19 @@ void HistoryList::work()
 {
     const QScopedValueRollback<bool> settling(isSettling, true);
     const QDeadlineTimer end(sliceMilliseconds);
-    if (workNearby(end) && measureOutward(end)) {
+    const Range middle = onScreen();
+    if (workNearby(middle, end) && measureOutward(middle, end)) {
         slices.stop();
         takeFarWidgets();
     }
-    rememberPlace();
 }
 
-/// Measures and makes what is to have a widget. True once nothing is left to do.
-bool HistoryList::workNearby(const QDeadlineTimer &end)
+/// Measures and makes what is to have a widget while MIDDLE is on screen. True once nothing is left to do.
+bool HistoryList::workNearby(Range middle, const QDeadlineTimer &end)
 {
-    const QList<int> rows = nearRows();
+    if (preparedFor == middle)
+        return true;
+    const QList<int> rows = nearRows(middle);
     bool isApplied = true;
     for (const int index : rows) {
         if (end.hasExpired())
@@ -116,7 +117,10 @@ bool HistoryList::workNearby(const QDeadlineTimer &end)
         return false;
     if (!isApplied)
         layOut(-1, isAtBottom());
-    return makeNearby(rows, end);
+    if (!makeNearby(rows, end))
+        return false;
+    preparedFor = middle;
+    return true;
 }
 
 bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
@@ -138,11 +142,10 @@ bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
 
 /// Measures the other rows. The list learns of many at once: it lays all of them out, and paints itself,
 /// which takes the first part of a slice. True once all are measured and the list knows.
-bool HistoryList::measureOutward(const QDeadlineTimer &end)
+bool HistoryList::measureOutward(Range middle, const QDeadlineTimer &end)
 {
     if (areMeasured || unapplied.size() > qMax(250, list->count() / 10))
         layOut(-1, isAtBottom());
-    const Range middle = onScreen();
     if (std::exchange(measuredFrom, middle) != middle)
         distance = 0;
     areMeasured = areMeasured || measureBeside(middle, end);

@@ -28,14 +28,24 @@ QTextDocument &measuringDocument()
     return *document;
 }
 
+// Whatever is set lays the document out, even if nothing is new.
+void prepare(QTextDocument &document, const QFont &font, int width, QTextOption::WrapMode wrapping)
+{
+    if (document.defaultFont() != font)
+        document.setDefaultFont(font);
+    QTextOption option = document.defaultTextOption();
+    if (option.wrapMode() != wrapping) {
+        option.setWrapMode(wrapping);
+        document.setDefaultTextOption(option);
+    }
+    if (!qFuzzyCompare(document.textWidth(), width))
+        document.setTextWidth(width);
+}
+
 QSize measured(const QString &text, const QFont &font, int width, QTextOption::WrapMode wrapping)
 {
     QTextDocument &document = measuringDocument();
-    document.setDefaultFont(font);
-    QTextOption option = document.defaultTextOption();
-    option.setWrapMode(wrapping);
-    document.setDefaultTextOption(option);
-    document.setTextWidth(width);
+    prepare(document, font, width, wrapping);
     document.setPlainText(text);
     if (asksForEmoji(text))
         formatEmoji(&document);
