@@ -1,6 +1,6 @@
 // What a step of scrolling through a long conversation takes beside one through a short conversation. Prints
-// a line for each figure:
-//     QT_QPA_PLATFORM=offscreen bench_scrolling
+// a line for each figure, or for the one that is named:
+//     QT_QPA_PLATFORM=offscreen bench_scrolling [wheel|page]
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "bench/history_client.h"
@@ -101,7 +101,10 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     if (!crypto::ensureKeyPair())
         qFatal("No key pair.");
-    measure("scrolling through 5,000 messages by wheel, longest step vs with 200", turnWheel);
-    measure("scrolling through 5,000 messages by page, longest step vs with 200", turnPage);
+    const QString only = QApplication::arguments().value(1);
+    if (only != u"page"_s)
+        measure("scrolling through 5,000 messages by wheel, longest step vs with 200", turnWheel);
+    if (only != u"wheel"_s)
+        measure("scrolling through 5,000 messages by page, longest step vs with 200", turnPage);
     return 0;
 }

@@ -65,8 +65,7 @@ HistoryClient::HistoryClient() : reader(device)
 
 QList<ui::HistoryRow> HistoryClient::read(const QByteArray &body)
 {
-    const QByteArray arrived(body.constData(), body.size());
-    reader.keepHistory(peer, reply.read(arrived).array());
+    reader.keepHistory(peer, reply.read(body).array());
     return reader.historyRows(ui::Language::English);
 }
 

@@ -22,7 +22,7 @@ class HistoryClient
 public:
     HistoryClient();
 
-    /// Parses BODY, of which nothing is shared with another reply's, and reads it.
+    /// Parses BODY and reads its messages.
     QList<ui::HistoryRow> read(const QByteArray &body);
     /// Returns when the newest messages are painted; the others wait for their slices.
     void show(const QByteArray &body);

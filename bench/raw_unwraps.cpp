@@ -1,25 +1,18 @@
-// Unwrapping with a key and a context that are kept, which no program could do better.
+// Unwrapping by libcrypto alone.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "bench/raw_unwraps.h"
-
-#include "bench/paired_times.h"
-#include "crypto/cipher/openssl_ptr.h"
 
 #include <openssl/evp.h>
 #include <openssl/rsa.h>
 
 #include <QtGlobal>
 
-#include <array>
-
 namespace tideloft::bench
 {
 
 namespace
 {
-
-using Output = std::array<unsigned char, 256>;
 
 crypto::OpenSslPtr<EVP_PKEY_CTX> oaepContext(EVP_PKEY *key, int (*init)(EVP_PKEY_CTX *))
 {
@@ -35,25 +28,25 @@ crypto::OpenSslPtr<EVP_PKEY_CTX> oaepContext(EVP_PKEY *key, int (*init)(EVP_PKEY
 
 } // namespace
 
-double rawUnwraps(int count)
+RawUnwraps::RawUnwraps() : key(EVP_RSA_gen(2048))
 {
-    const crypto::OpenSslPtr<EVP_PKEY> key(EVP_RSA_gen(2048));
     const std::array<unsigned char, 32> secret{};
-    Output wrapped{};
     size_t size = wrapped.size();
     if (EVP_PKEY_encrypt(oaepContext(key.get(), EVP_PKEY_encrypt_init).get(), wrapped.data(), &size,
                          secret.data(), secret.size())
         <= 0)
         qFatal("Nothing was wrapped.");
-    const auto context = oaepContext(key.get(), EVP_PKEY_decrypt_init);
-    return millisecondsOf([&] {
-        for (int i = 0; i < count; ++i) {
-            Output opened{};
-            size = opened.size();
-            if (EVP_PKEY_decrypt(context.get(), opened.data(), &size, wrapped.data(), wrapped.size()) <= 0)
-                qFatal("libcrypto does not unwrap.");
-        }
-    });
+    context = oaepContext(key.get(), EVP_PKEY_decrypt_init);
+}
+
+void RawUnwraps::run(int count)
+{
+    for (int i = 0; i < count; ++i) {
+        Bytes opened{};
+        size_t size = opened.size();
+        if (EVP_PKEY_decrypt(context.get(), opened.data(), &size, wrapped.data(), wrapped.size()) <= 0)
+            qFatal("libcrypto does not unwrap.");
+    }
 }
 
 } // namespace tideloft::bench

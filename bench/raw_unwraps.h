@@ -3,10 +3,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "crypto/cipher/openssl_ptr.h"
+
+#include <array>
+
 namespace tideloft::bench
 {
 
-/// Milliseconds of processor time that libcrypto alone takes for COUNT unwraps with a key of 2,048 bits.
-double rawUnwraps(int count);
+/// Unwraps one content key again and again, with a key of 2,048 bits and a context that are kept: no program
+/// could do better.
+class RawUnwraps
+{
+public:
+    RawUnwraps();
+
+    void run(int count);
+
+private:
+    using Bytes = std::array<unsigned char, 256>;
+
+    crypto::OpenSslPtr<EVP_PKEY> key;
+    crypto::OpenSslPtr<EVP_PKEY_CTX> context;
+    Bytes wrapped{};
+};
 
 } // namespace tideloft::bench
