@@ -7,6 +7,7 @@
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
 #include "ui/messages/history_cache.h"
+#include "ui/messages/unreadable_message.h"
 
 using namespace tideloft::tests;
 using namespace tideloft::ui;
@@ -97,6 +98,31 @@ QList<HistoryRow> checkedRows(const QJsonArray &items, Language language, Histor
     return rows;
 }
 
+// Every other text is looked at before the next reply comes. Then the history is left.
+void checkLeaving(const TwoReplies &replies)
+{
+    int opened = 0;
+    const auto open = [&opened](const QJsonObject &item) {
+        ++opened;
+        return OpenedText(openedText(item));
+    };
+    const Reading reading{u"Alice"_s, open, shownAt(), replies.language};
+    HistoryCache known;
+    const auto before = known.records(replies.before, reading, 0);
+    for (qsizetype i = 0; i < before.size(); i += 2)
+        (void)before.at(i).text.value();
+    const auto after = known.records(replies.after, reading, 0);
+    QList<bool> areOpen;
+    for (const DisplayRecord &record : after)
+        areOpen.append(record.text.isOpen());
+    known.forget();
+    const int openedBefore = opened;
+    for (qsizetype i = 0; i < after.size(); ++i)
+        require(areOpen.at(i) || after.at(i).text.value() == unreadableText(replies.language),
+                "what nobody has looked at stays closed");
+    require(opened == openedBefore, "nothing is opened for who has left");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -105,5 +131,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     HistoryCache known;
     const QList<HistoryRow> shown = checkedRows(replies.before, replies.language, known);
     checkPlans(shown, checkedRows(replies.after, replies.language, known));
+    checkLeaving(replies);
     return 0;
 }

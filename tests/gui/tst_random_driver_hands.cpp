@@ -14,6 +14,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPointer>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -110,6 +111,8 @@ QString RandomHands::actOnWindow()
     }
     if (choose.oneIn(40))
         return changeLook();
+    if (choose.oneIn(20))
+        return scrollHistory();
     if (front != probe.window.get() || !choose.oneIn(4))
         return useFront(front);
     if (!probe.onMainPage())
@@ -203,6 +206,13 @@ QString RandomHands::openSomebody()
     if (list->viewport()->rect().contains(spot))
         clickAt(list->viewport(), spot);
     return u"open somebody"_s;
+}
+
+QString RandomHands::scrollHistory()
+{
+    QScrollBar *bar = probe.the<QListWidget>(u"messageList"_s)->verticalScrollBar();
+    bar->setValue(choose.below(bar->maximum() + 1));
+    return u"scroll"_s;
 }
 
 QString RandomHands::writeMessage()

@@ -35,6 +35,7 @@ private:
     QString signIn();
     QString writeMessage();
     QString openSomebody();
+    QString scrollHistory();
     QString changeLook();
     QString chooseSettings();
 

@@ -146,7 +146,24 @@ QJsonArray RandomService::messages()
             item = choose.from(sealed);
         all.append(item);
     }
+    if (choose.oneIn(4)) {
+        for (const QJsonValue &item : longHistory())
+            all.prepend(item);
+    }
     return all;
+}
+
+QJsonArray RandomService::longHistory()
+{
+    QJsonArray all;
+    for (int count = sealed.isEmpty() ? 0 : 200 + choose.below(600); count > 0; --count)
+        all.append(choose.from(sealed));
+    return all;
+}
+
+void RandomService::answerAtLength(const QByteArray &key)
+{
+    service.answer(key, 200, bytesOf(longHistory()));
 }
 
 QByteArray RandomService::bodyFor(const QByteArray &key)

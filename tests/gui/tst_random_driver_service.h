@@ -37,13 +37,16 @@ public:
     void holdAtRandom();   ///< one endpoint's requests wait
     void releaseAll();     ///< whatever waits is answered
     void answerWell();     ///< every endpoint, and nothing waits
-    QString anyText();     ///< plain or hostile
+    /// The history that KEY asks for has more messages than are opened at once, or than have widgets.
+    void answerAtLength(const QByteArray &key);
+    QString anyText(); ///< plain or hostile
 
     static const QStringList &peers();
 
 private:
     QByteArray bodyFor(const QByteArray &key);
     QJsonArray messages();
+    QJsonArray longHistory();
     QJsonArray records(const QStringList &members);
     QJsonValue anyValue(int depth);
     QByteArray anyBytes();

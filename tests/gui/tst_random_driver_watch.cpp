@@ -56,11 +56,21 @@ QString faultOfStack(const QStackedWidget *stack)
 
 QString faultOfEntries(const QListWidget *list)
 {
+    const QRect seen = list->viewport()->rect();
     for (int i = 0; i < list->count(); ++i) {
-        if (!list->itemWidget(list->item(i)))
+        QListWidgetItem *entry = list->item(i);
+        if (!list->itemWidget(entry) && list->visualItemRect(entry).intersects(seen))
             return list->objectName() + u" has an entry without a row"_s;
     }
     return {};
+}
+
+qsizetype rowCount(const QListWidget *list)
+{
+    qsizetype rows = 0;
+    for (int i = 0; i < list->count(); ++i)
+        rows += list->itemWidget(list->item(i)) ? 1 : 0;
+    return rows;
 }
 
 // The create dialog is kept after it was closed; whatever else was opened has to go.
@@ -128,8 +138,10 @@ QString leftOverRows(const GuiProbe &probe)
         const auto *list = probe.the<QListWidget>(QString::fromUtf16(name));
         const auto rows =
             list->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size();
-        if (rows != list->count())
-            return u"%1 has %2 entries and %3 rows"_s.arg(list->objectName()).arg(list->count()).arg(rows);
+        if (rows != rowCount(list))
+            return u"%1 has %2 rows in its entries and %3 below it"_s.arg(list->objectName())
+                .arg(rowCount(list))
+                .arg(rows);
     }
     return {};
 }
