@@ -4,7 +4,6 @@
 #include "service/http/proxy_greetings.h"
 
 #include "service/http/proxy_header.h"
-#include "service/http/watchdog.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>

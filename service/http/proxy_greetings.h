@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/http/watchdog.h"
+
 #include <boost/asio/awaitable.hpp>
 #include <boost/asio/ip/tcp.hpp>
 
@@ -16,8 +18,6 @@
 
 namespace tideloft::service
 {
-
-class Watchdog;
 
 /// Reads the header of the PROXY protocol from each connection, and nothing behind it. Belongs to the thread
 /// of the event loop.
