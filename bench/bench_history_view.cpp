@@ -5,7 +5,6 @@
 #include "bench/figures.h"
 #include "bench/list_window.h"
 #include "bench/naive_rows.h"
-#include "ui/sidebar/conversation_list.h"
 
 #include <QApplication>
 
@@ -147,9 +146,8 @@ void measureConversations(int count)
     const QList<ui::ConversationRowModel> rows = conversations(count);
     bench::ListWindow window(u"dmList"_s);
     const double naive = median([] {}, [&] { bench::showConversationsNaively(window.list, rows); });
-    const double opened =
-        median([&] { window.list->clear(); }, [&] { ui::showConversations(window.list, rows); });
-    const double unchanged = median([] {}, [&] { ui::showConversations(window.list, rows); });
+    const double opened = median([&] { window.list->clear(); }, [&] { window.conversations->show(rows); });
+    const double unchanged = median([] {}, [&] { window.conversations->show(rows); });
     std::printf("%d conversations\n", count);
     print("  opening vs one row at a time", "ms", opened, naive, naive / opened);
     print("  unchanged vs one row at a time", "ms", unchanged, naive, naive / unchanged);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ui/chat/history_list.h"
+#include "ui/sidebar/conversation_list.h"
 #include "ui/style/style_sheets.h"
 
 #include <QApplication>
@@ -32,6 +33,8 @@ public:
             list->setSelectionMode(QAbstractItemView::NoSelection);
             history = new ui::HistoryList(list);
         }
+        if (name == QLatin1String("dmList"))
+            conversations = new ui::ConversationList(list);
         window.setCentralWidget(list);
         window.resize(name == QLatin1String("messageList") ? 784 : 260, 540);
         window.show();
@@ -40,7 +43,8 @@ public:
 
     QMainWindow window;
     QListWidget *list = nullptr;
-    ui::HistoryList *history = nullptr; ///< of the list of messages
+    ui::HistoryList *history = nullptr;            ///< of the list of messages
+    ui::ConversationList *conversations = nullptr; ///< of the list of conversations
 };
 
 inline double processorSeconds()

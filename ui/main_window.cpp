@@ -147,6 +147,7 @@ void MainWindow::signInAs(const QJsonObject &me)
 {
     if (!user.signIn(me)) {
         reader.forgetHistory();
+        reader.forgetConversations();
         outbox.forgetSent();
         mainPage->clear();
     }
@@ -176,6 +177,7 @@ void MainWindow::logOut()
     user.signOut();
     api.clearReplyCaches();
     mainPage->chat()->endHistory();
+    mainPage->sidebar()->endConversations();
     authPage->clear();
     rootStack->setCurrentWidget(authPage);
     authPage->focusFirst();

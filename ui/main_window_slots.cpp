@@ -83,6 +83,8 @@ void MainWindow::onSearchLoaded(const QJsonArray &users)
 void MainWindow::onConversationsLoaded(const QJsonArray &items)
 {
     mainPage->sidebar()->showConversations(reader.conversationRows(items, language()));
+    if (user.username().isEmpty())
+        reader.forgetConversations();
 }
 
 void MainWindow::onHistoryLoaded(const QString &peer, const QJsonArray &items)

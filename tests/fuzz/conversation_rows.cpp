@@ -1,10 +1,11 @@
 // Fuzzing of the side: conversations, found users and servers from a reply to what is shown of them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/messages/conversation_rows.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
+#include "ui/messages/conversation_cache.h"
 #include "ui/rail/server_models.h"
+#include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"
 
 using namespace tideloft::tests;
@@ -29,14 +30,21 @@ void checkName(const QString &name)
     }
 }
 
-QList<ConversationRowModel> checkedRows(const QJsonArray &items, Language language)
+/// Reads ITEMS as the client does, which remembers the reply before, and afresh.
+QList<ConversationRowModel> checkedRows(const QJsonArray &items, Language language, ConversationCache &cache)
 {
-    const auto rows = conversationRows(items, openedText, shownAt(), language);
+    const Reading reading{u"alice"_s, openedText, shownAt(), language};
+    const auto rows = cache.rows(items, reading, 1);
+    const auto afresh = conversationRows(items, reading);
+    require(rows.size() == afresh.size(), "a known reply has as many rows");
+    for (qsizetype i = 0; i < rows.size(); ++i)
+        require(spokenText(rows.at(i)) == spokenText(afresh.at(i)), "a known row reads as afresh");
+    require(rows == afresh, "what is open and reads the same is equal");
     require(rows.size() <= items.size(), "an item is one row at most");
     for (const ConversationRowModel &row : rows) {
         checkName(row.peer);
-        require(row.time.size() <= 7, "a time is HH:mm or a day of a month");
-        require(spokenText(row).startsWith(row.peer), "a row is spoken from its name on");
+        require(row.time.value().size() <= 7, "a time is HH:mm or a day of a month");
+        require(spokenText(row).startsWith(inOneLine(row.peer)), "a row is spoken from its name on");
     }
     return rows;
 }
@@ -67,8 +75,9 @@ void checkServers(const QJsonArray &items)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const TwoReplies replies = twoReplies(data, size);
-    const QList<ConversationRowModel> shown = checkedRows(replies.before, replies.language);
-    checkPlans(shown, checkedRows(replies.after, replies.language));
+    ConversationCache cache;
+    const QList<ConversationRowModel> shown = checkedRows(replies.before, replies.language, cache);
+    checkPlans(shown, checkedRows(replies.after, replies.language, cache));
     checkFoundUsers(replies.after);
     checkServers(replies.after);
     return 0;

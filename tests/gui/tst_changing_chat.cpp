@@ -94,10 +94,10 @@ QList<HistoryRow> ChangingChat::history() const
     return historyRows(displayRecords(items, {u"alice"_s, closed, now, language}), now.date(), language);
 }
 
-QList<ConversationRowModel> ChangingChat::conversations() const
+QList<ConversationRowModel> ChangingChat::conversations()
 {
     const auto closed = [](const QJsonObject &) { return QString(); };
-    return conversationRows(items, closed, now, language);
+    return cache.rows(items, {u"alice"_s, closed, now, language}, 1);
 }
 
 } // namespace tideloft::tests

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/messages/conversation_rows.h"
+#include "ui/messages/conversation_cache.h"
 #include "ui/messages/history_rows.h"
 
 #include <QRandomGenerator>
@@ -19,7 +19,7 @@ public:
 
     void change();
     QList<ui::HistoryRow> history() const;
-    QList<ui::ConversationRowModel> conversations() const;
+    QList<ui::ConversationRowModel> conversations();
     int below(int limit) { return random.bounded(limit); }
 
 private:
@@ -33,6 +33,7 @@ private:
     QRandomGenerator random;
     QJsonArray items;
     QDateTime now{QDate(2024, 5, 17), QTime(23, 50)};
+    ui::ConversationCache cache;
     ui::Language language = ui::Language::English;
 };
 

@@ -61,7 +61,7 @@ private slots:
     void unusableUsersTakeNoPlace();
     void conversations_data() { addCounts(conversationsLimit); }
     void conversations();
-    void onlyListedConversationsAreOpened();
+    void noConversationIsOpenedUnseen();
     void serverRail_data() { addCounts(serversLimit); }
     void serverRail();
     void history_data() { addCounts(historyLimit); }
@@ -103,11 +103,11 @@ void TestHostileNumbers::conversations()
     QCOMPARE(userOf(list, shown - 1), u"n%1"_s.arg(shown - 1));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the row that stood there before
     const auto rows = list->viewport()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
-    QCOMPARE(rows.size(), shown);
+    QVERIFY(!rows.isEmpty() && rows.size() <= 100); // those near the screen
 }
 
 // Opening costs more than showing.
-void TestHostileNumbers::onlyListedConversationsAreOpened()
+void TestHostileNumbers::noConversationIsOpenedUnseen()
 {
     qsizetype opened = 0;
     const auto open = [&opened](const QJsonObject &) {
@@ -115,9 +115,12 @@ void TestHostileNumbers::onlyListedConversationsAreOpened()
         return QString();
     };
     const QJsonArray items = numbered(far, u"peer"_s, {{u"encrypted"_s, true}});
-    const auto rows = conversationRows(items, open, QDateTime::currentDateTime(), Language::English);
+    const auto rows =
+        conversationRows(items, {u"alice"_s, open, QDateTime::currentDateTime(), Language::English});
     QCOMPARE(rows.size(), conversationsLimit);
-    QCOMPARE(opened, conversationsLimit);
+    QCOMPARE(opened, 0);
+    (void)rows.last().preview.value();
+    QCOMPARE(opened, 1);
 }
 
 void TestHostileNumbers::serverRail()

@@ -165,6 +165,9 @@ void TestListRefresh::conversationsLookRebuiltAfterEveryChange()
     ChangingChat chat(seed);
     ListWindow refreshed(u"dmList"_s);
     ListWindow rebuilt(u"dmList"_s);
+    for (ListWindow *window : {&refreshed, &rebuilt})
+        window->list.resize(500, 600); // every row is near enough to have its widget
+    auto *conversations = new ConversationList(&refreshed.list);
     for (int i = 0; i < 250; ++i) {
         chat.change();
         if (chat.below(5) == 0) {
@@ -172,8 +175,11 @@ void TestListRefresh::conversationsLookRebuiltAfterEveryChange()
             refreshed.list.setCurrentRow(row);
             rebuilt.list.setCurrentRow(row);
         }
-        showConversations(&refreshed.list, chat.conversations());
-        rebuildConversations(&rebuilt.list, chat.conversations());
+        const QList<ConversationRowModel> rows = chat.conversations();
+        conversations->show(rows);
+        rebuildConversations(&rebuilt.list, rows);
+        settleWidgets();
+        QTRY_VERIFY(conversations->isSettled());
         settleWidgets();
         QCOMPARE(listState(&refreshed.list), listState(&rebuilt.list));
     }

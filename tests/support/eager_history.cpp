@@ -3,9 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/eager_history.h"
 
+#include "tests/support/eager_rows.h"
 #include "ui/chat/day_separator.h"
 #include "ui/chat/message_row.h"
-#include "ui/lists/row_reconciler.h"
 
 #include <QEvent>
 #include <QListWidget>
@@ -38,7 +38,7 @@ void EagerHistory::show(const QList<ui::HistoryRow> &rows)
 {
     for (const ui::HistoryRow &row : rows)
         ui::spokenText(row); // opens it: texts are compared
-    ui::showRows<ui::HistoryRow>(list, rows, makeListRow);
+    showRows<ui::HistoryRow>(list, rows, makeListRow);
     list->scrollToBottom();
 }
 

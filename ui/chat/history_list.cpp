@@ -6,13 +6,11 @@
 #include "ui/chat/history_delegate.h"
 #include "ui/lists/row_reconciler.h"
 
-#include <QAccessible>
 #include <QDeadlineTimer>
 #include <QEvent>
 #include <QListWidget>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QSignalBlocker>
 #include <QTimerEvent>
 
 #include <utility>
@@ -32,7 +30,9 @@ void HistoryList::show(const QList<HistoryRow> &rows)
     {
         const QScopedValueRollback<bool> settling(isSettling, true);
         topBefore = -1;
-        const bool isNew = place(rows);
+        const bool isNew = placeRows<HistoryEntry>(list, rows);
+        if (isNew)
+            renumber();
         // Rows are measured beside the scroll bar, not without it first.
         const Qt::ScrollBarPolicy policy = list->verticalScrollBarPolicy();
         if (isNew && needsScrollBar())
@@ -65,40 +65,10 @@ bool HistoryList::measure(int index)
 }
 
 /// The newest first.
-void HistoryList::measureAtOnce(Range range, const QDeadlineTimer &end)
+void HistoryList::measureAtOnce(RowRange range, const QDeadlineTimer &end)
 {
     for (int index = range.end; index-- > range.first && !end.hasExpired();)
         measure(index);
-}
-
-/// Gives every row its entry. False if the list shows ROWS already.
-bool HistoryList::place(const QList<HistoryRow> &rows)
-{
-    QList<const HistoryRow *> shown;
-    shown.reserve(list->count());
-    for (int i = 0; i < list->count(); ++i) {
-        const HistoryEntry *entry = widgets.entry(i);
-        shown.append(entry ? &entry->row() : nullptr);
-    }
-    if (shown.contains(nullptr)) {
-        list->clear();
-        shown.clear();
-    }
-    const QList<RowPlace> places = planRows(shown.size(), equalRows(shown, rows));
-    // The list lays itself out once for all of them. Who listens to it is told of each.
-    const auto insert = [this](int index, int count) {
-        const QSignalBlocker unheard(QAccessible::isActive() ? nullptr : list->model());
-        for (int i = index; i < index + count; ++i)
-            list->insertItem(i, new HistoryEntry);
-    };
-    if (!arrangeEntries(list, places, insert))
-        return false;
-    for (int i = 0; i < places.size(); ++i) {
-        if (!places.at(i).isKept)
-            widgets.entry(i)->setRow(rows.at(i));
-    }
-    renumber();
-    return true;
 }
 
 /// Entries have other indexes now.
@@ -116,7 +86,7 @@ void HistoryList::renumber()
 
 /// Opens, measures and makes what is on screen and ATONCE. Meanwhile the row ANCHOR stays where it stands on
 /// screen, or if it is -1 the first there, or the list stays at its end.
-void HistoryList::settle(Range atOnce, int anchor, bool keepsBottom)
+void HistoryList::settle(RowRange atOnce, int anchor, bool keepsBottom)
 {
     const QScopedValueRollback<bool> settling(isSettling, true);
     keepsBottom = keepsBottom || isAtBottom();
@@ -124,11 +94,11 @@ void HistoryList::settle(Range atOnce, int anchor, bool keepsBottom)
     const QDeadlineTimer end(longestAtOnce);
     for (int round = 0; round < 50; ++round) {
         measureAtOnce(atOnce, end);
-        measureAtOnce(onScreen(), QDeadlineTimer(QDeadlineTimer::Forever));
+        measureAtOnce(rowsOnScreen(list), QDeadlineTimer(QDeadlineTimer::Forever));
         if (!layOut(anchor, keepsBottom))
             break;
     }
-    const Range seen = onScreen(); // asked before a new widget asks for a layout
+    const RowRange seen = rowsOnScreen(list); // asked before a new widget asks for a layout
     if (int(makeWidgets(atOnce)) + int(makeWidgets(seen)) > 0)
         placeWidgets();
     rememberPlace();
@@ -139,7 +109,7 @@ void HistoryList::settle(Range atOnce, int anchor, bool keepsBottom)
 /// Lets the list know what was measured. False if it knows already.
 bool HistoryList::layOut(int anchor, bool keepsBottom)
 {
-    const int held = anchor >= 0 ? anchor : onScreen().first;
+    const int held = anchor >= 0 ? anchor : rowsOnScreen(list).first;
     const int y = list->visualItemRect(list->item(held)).top();
     const bool isWidthNew = std::exchange(isStale, false);
     if (!applySizes() && !isWidthNew)
@@ -172,7 +142,7 @@ void HistoryList::make(int index)
 }
 
 /// False if they are there already.
-bool HistoryList::makeWidgets(Range range)
+bool HistoryList::makeWidgets(RowRange range)
 {
     bool isChanged = false;
     for (int index = range.first; index < range.end; ++index) {
@@ -229,7 +199,7 @@ void HistoryList::onResized()
         return;
     }
     if (!isSettling && list->count() > 0)
-        settle(wasAtBottom ? newest(newestAtOnce) : Range{}, -1, wasAtBottom);
+        settle(wasAtBottom ? newest(newestAtOnce) : RowRange{}, -1, wasAtBottom);
 }
 
 /// Every measure is an estimate from now on. A notice is measured at once.

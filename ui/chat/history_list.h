@@ -4,6 +4,7 @@
 #pragma once
 
 #include "ui/chat/history_widgets.h"
+#include "ui/lists/visible_rows.h"
 
 #include <QBasicTimer>
 #include <QObject>
@@ -41,40 +42,28 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    /// The indexes of entries from FIRST on, before END.
-    struct Range {
-        int first = 0;
-        int end = 0;
-
-        bool operator==(const Range &) const = default;
-    };
-
-    bool place(const QList<HistoryRow> &rows);
     void renumber();
     [[nodiscard]] bool needsScrollBar() const;
     bool measure(int index);
-    void measureAtOnce(Range range, const QDeadlineTimer &end);
-    [[nodiscard]] int rowAt(int y) const;
-    [[nodiscard]] Range onScreen() const;
-    [[nodiscard]] Range around(Range middle, int screens) const;
-    [[nodiscard]] Range newest(int count) const;
+    void measureAtOnce(RowRange range, const QDeadlineTimer &end);
+    [[nodiscard]] RowRange newest(int count) const;
     [[nodiscard]] bool isAtBottom() const;
-    [[nodiscard]] QList<int> nearRows(Range middle) const;
+    [[nodiscard]] QList<int> nearRows(RowRange middle) const;
 
-    void settle(Range atOnce, int anchor, bool keepsBottom);
+    void settle(RowRange atOnce, int anchor, bool keepsBottom);
     bool layOut(int anchor, bool keepsBottom);
     bool applySizes();
     void make(int index);
-    bool makeWidgets(Range range);
+    bool makeWidgets(RowRange range);
     void placeWidgets();
     void onScrolled();
     void onResized();
     void remeasure(bool fontsAreNew);
     void work();
-    bool workNearby(Range middle, const QDeadlineTimer &end);
+    bool workNearby(RowRange middle, const QDeadlineTimer &end);
     bool makeNearby(const QList<int> &rows, const QDeadlineTimer &end);
-    bool measureOutward(Range middle, const QDeadlineTimer &end);
-    bool measureBeside(Range middle, const QDeadlineTimer &end);
+    bool measureOutward(RowRange middle, const QDeadlineTimer &end);
+    bool measureBeside(RowRange middle, const QDeadlineTimer &end);
     void takeFarWidgets();
     void rememberPlace();
 
@@ -86,9 +75,9 @@ private:
     int valueBefore = 0;      ///< where the list stood, when it was last settled
     QList<int> unapplied;     ///< rows that are measured, of which the list does not know yet
     int distance = 0;         ///< how far from the screen rows are measured, while it shows
-    Range measuredFrom;       ///< these
-    Range preparedFor;        ///< what is near these has its widgets
-    Range withWidgets;        ///< no other row has a widget
+    RowRange measuredFrom;    ///< these
+    RowRange preparedFor;     ///< what is near these has its widgets
+    RowRange withWidgets;     ///< no other row has a widget
     bool areMeasured = false; ///< all rows
     bool isStale = false;     ///< the list is laid out for another width
     bool isSettling = false;

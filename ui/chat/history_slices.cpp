@@ -26,33 +26,7 @@ constexpr int screensKept = 3;
 
 } // namespace
 
-/// The first row that ends at Y of the viewport or below; behind the last one if none does.
-int HistoryList::rowAt(int y) const
-{
-    int first = 0;
-    int end = list->count();
-    while (first < end) {
-        const int middle = first + (end - first) / 2;
-        if (list->visualItemRect(list->item(middle)).bottom() < y)
-            first = middle + 1;
-        else
-            end = middle;
-    }
-    return first;
-}
-
-HistoryList::Range HistoryList::onScreen() const
-{
-    return {rowAt(0), qMin(rowAt(list->viewport()->height() - 1) + 1, list->count())};
-}
-
-HistoryList::Range HistoryList::around(Range middle, int screens) const
-{
-    const int rows = qMax(middle.end - middle.first, 10) * screens;
-    return {qMax(middle.first - rows, 0), qMin(middle.end + rows, list->count())};
-}
-
-HistoryList::Range HistoryList::newest(int count) const
+RowRange HistoryList::newest(int count) const
 {
     return {qMax(list->count() - count, 0), list->count()};
 }
@@ -64,15 +38,15 @@ bool HistoryList::isAtBottom() const
 
 void HistoryList::rememberPlace()
 {
-    topBefore = onScreen().first;
+    topBefore = rowsOnScreen(list).first;
     valueBefore = list->verticalScrollBar()->value();
 }
 
 /// The rows that have widgets: those around MIDDLE, the nearest first, and the newest.
-QList<int> HistoryList::nearRows(Range middle) const
+QList<int> HistoryList::nearRows(RowRange middle) const
 {
     QList<int> rows;
-    const Range near = around(middle, screensMade);
+    const RowRange near = rowsAround(list, middle, screensMade);
     for (int index = middle.first; index < middle.end; ++index)
         rows.append(index);
     for (int step = 1; middle.first - step >= near.first || middle.end - 1 + step < near.end; ++step) {
@@ -81,7 +55,7 @@ QList<int> HistoryList::nearRows(Range middle) const
         if (middle.end - 1 + step < near.end)
             rows.append(middle.end - 1 + step);
     }
-    const Range last = newest(newestWithWidgets);
+    const RowRange last = newest(newestWithWidgets);
     for (int index = last.end; index-- > last.first;)
         rows.append(index);
     return rows;
@@ -92,7 +66,7 @@ void HistoryList::work()
 {
     const QScopedValueRollback<bool> settling(isSettling, true);
     const QDeadlineTimer end(sliceMilliseconds);
-    const Range middle = onScreen();
+    const RowRange middle = rowsOnScreen(list);
     if (workNearby(middle, end) && measureOutward(middle, end)) {
         slices.stop();
         takeFarWidgets();
@@ -100,7 +74,7 @@ void HistoryList::work()
 }
 
 /// Measures and makes what is to have a widget while MIDDLE is on screen. True once nothing is left to do.
-bool HistoryList::workNearby(Range middle, const QDeadlineTimer &end)
+bool HistoryList::workNearby(RowRange middle, const QDeadlineTimer &end)
 {
     if (preparedFor == middle)
         return true;
@@ -142,7 +116,7 @@ bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
 
 /// Measures the other rows. The list learns of many at once: it lays all of them out, and paints itself,
 /// which takes the first part of a slice. True once all are measured and the list knows.
-bool HistoryList::measureOutward(Range middle, const QDeadlineTimer &end)
+bool HistoryList::measureOutward(RowRange middle, const QDeadlineTimer &end)
 {
     if (areMeasured || unapplied.size() > qMax(250, list->count() / 10))
         layOut(-1, isAtBottom());
@@ -153,7 +127,7 @@ bool HistoryList::measureOutward(Range middle, const QDeadlineTimer &end)
 }
 
 /// Goes on from the screen outward, above and below by turns.
-bool HistoryList::measureBeside(Range middle, const QDeadlineTimer &end)
+bool HistoryList::measureBeside(RowRange middle, const QDeadlineTimer &end)
 {
     for (; middle.first - distance > 0 || middle.end + distance < list->count(); ++distance) {
         if (end.hasExpired())
@@ -167,9 +141,9 @@ bool HistoryList::measureBeside(Range middle, const QDeadlineTimer &end)
 /// Widgets that the user is at stay, wherever they are.
 void HistoryList::takeFarWidgets()
 {
-    const Range kept = around(onScreen(), screensKept);
-    const Range last = newest(newestWithWidgets);
-    Range left = last;
+    const RowRange kept = rowsAround(list, rowsOnScreen(list), screensKept);
+    const RowRange last = newest(newestWithWidgets);
+    RowRange left = last;
     for (int index = withWidgets.first; index < qMin(withWidgets.end, last.first); ++index) {
         if (index < kept.first || index >= kept.end)
             widgets.take(index);

@@ -10,8 +10,8 @@ namespace tideloft::ui
 
 /// How many entries of one reply are listed, from its beginning. No person has so many. Without these limits
 /// a single reply could keep the window busy for minutes.
-constexpr qsizetype conversationsLimit = 2'000;
-constexpr qsizetype foundUsersLimit = 2'000;
+constexpr qsizetype conversationsLimit = 10'000;
+constexpr qsizetype foundUsersLimit = 10'000;
 constexpr qsizetype serversLimit = 1'000;
 
 /// Of a history the newest are shown: those are at the end, which is where the list stands.

@@ -3,8 +3,10 @@
 // SPDX-License-Identifier: MIT
 #include "ui/lists/row_list.h"
 
+#include <QAccessible>
 #include <QLayout>
 #include <QListWidget>
+#include <QSignalBlocker>
 
 namespace tideloft::ui
 {
@@ -42,6 +44,15 @@ void appendRows(QListWidget *list, const QList<ListRow> &rows)
         setRow(list, first + i, rows.at(i));
 }
 
+// Each entry that a list hears of has it look at all others again. A screen reader has to hear of each.
+void insertEntries(QListWidget *list, int index, int count,
+                   const std::function<QListWidgetItem *(int number)> &make)
+{
+    const QSignalBlocker unheard(QAccessible::isActive() ? nullptr : list->model());
+    for (int number = 0; number < count; ++number)
+        list->insertItem(index + number, make(number));
+}
+
 void setRow(QListWidget *list, int index, const ListRow &row)
 {
     QListWidgetItem *entry = list->item(index);
@@ -49,7 +60,6 @@ void setRow(QListWidget *list, int index, const ListRow &row)
     entry->setSizeHint(row.sizeHint);
     setEntryData(entry, Qt::UserRole, row.user.isEmpty() ? QVariant() : row.user);
     setEntryData(entry, Qt::AccessibleTextRole, row.spoken.isEmpty() ? QVariant() : row.spoken);
-    setEntryData(entry, shownModelRole, row.model);
     setRowWidget(list, entry, row.widget, row.sizeHint.height());
 }
 

@@ -6,8 +6,9 @@
 #include <QList>
 #include <QSize>
 #include <QString>
-#include <QVariant>
 #include <Qt>
+
+#include <functional>
 
 class QListWidget;
 class QListWidgetItem;
@@ -23,15 +24,16 @@ struct ListRow {
     QSize sizeHint;
     QString user = {};   ///< The user-role data: whom a click on the entry is about. Empty for none.
     QString spoken = {}; ///< What a screen reader says of the entry: it does not look into row widgets.
-    QVariant model = {}; ///< What the widget shows, as a value. It lives and dies with the entry.
 };
-
-/// Where an entry keeps ListRow::model.
-constexpr int shownModelRole = Qt::UserRole + 1;
 
 /// Appends ROWS to LIST: all entries first, then their widgets. One by one, every entry would lay out all the
 /// row widgets before it again.
 void appendRows(QListWidget *list, const QList<ListRow> &rows);
+
+/// Inserts COUNT entries that MAKE makes, numbered from 0, before INDEX. LIST does not lay itself out:
+/// whoever inserts entries does that once for all of them.
+void insertEntries(QListWidget *list, int index, int count,
+                   const std::function<QListWidgetItem *(int number)> &make);
 
 /// Makes ROW the one that the entry at INDEX shows.
 void setRow(QListWidget *list, int index, const ListRow &row);

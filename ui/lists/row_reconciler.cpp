@@ -3,56 +3,15 @@
 // SPDX-License-Identifier: MIT
 #include "ui/lists/row_reconciler.h"
 
-#include <QApplication>
 #include <QListWidget>
 
 #include <algorithm>
-#include <optional>
 
 namespace tideloft::ui
 {
 
 namespace
 {
-
-/// Keeps what stands in a list's viewport out of sight while many rows come in: a row that is made visible
-/// announces itself to the whole window, and so all of them together take a time that grows with the square
-/// of their number. Nothing is painted before the event loop turns, so nobody sees the gap.
-class Curtain
-{
-public:
-    explicit Curtain(QListWidget *filled) : list(isNeeded(filled->viewport()) ? filled : nullptr)
-    {
-        if (!list)
-            return;
-        list->viewport()->hide();
-        // So many rows need the bar: they are measured beside it, not without it first.
-        policy = list->verticalScrollBarPolicy();
-        list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    }
-    ~Curtain()
-    {
-        if (!list)
-            return;
-        list->setVerticalScrollBarPolicy(policy);
-        // Every widget that is shown searches all that is posted if anything is posted for itself.
-        for (const QEvent::Type waiting : {QEvent::PolishRequest, QEvent::LayoutRequest})
-            QCoreApplication::sendPostedEvents(nullptr, waiting);
-        list->viewport()->show();
-    }
-    Q_DISABLE_COPY_MOVE(Curtain)
-
-private:
-    /// What has the keyboard would lose it, and with it the text that is selected there.
-    static bool isNeeded(const QWidget *viewport)
-    {
-        const QWidget *focused = QApplication::focusWidget();
-        return viewport->isVisible() && !(focused && viewport->isAncestorOf(focused));
-    }
-
-    QListWidget *list;
-    Qt::ScrollBarPolicy policy = Qt::ScrollBarAsNeeded;
-};
 
 /// Moves the entries of a list until they stand as planned, and remembers which is where.
 class EntryMover
@@ -140,15 +99,6 @@ void EntryMover::move(int from, int to)
 
 } // namespace
 
-QList<QVariant> shownModels(const QListWidget *list)
-{
-    QList<QVariant> models;
-    models.reserve(list->count());
-    for (int i = 0; i < list->count(); ++i)
-        models.append(list->item(i)->data(shownModelRole));
-    return models;
-}
-
 bool arrangeEntries(QListWidget *list, const QList<RowPlace> &places, const InsertEntries &insert)
 {
     const bool isSame = places.size() == list->count()
@@ -160,22 +110,6 @@ bool arrangeEntries(QListWidget *list, const QList<RowPlace> &places, const Inse
     mover.removeUnused();
     mover.arrange();
     return true;
-}
-
-void applyPlan(QListWidget *list, const QList<RowPlace> &places, const std::function<ListRow(int)> &make)
-{
-    std::optional<Curtain> curtain;
-    if (std::count_if(places.cbegin(), places.cend(), [](const RowPlace &place) { return !place.isKept; })
-        > 50)
-        curtain.emplace(list);
-    const auto insert = [list](int index, int count) { list->insertItems(index, QStringList(count)); };
-    if (!arrangeEntries(list, places, insert))
-        return;
-    for (int i = 0; i < places.size(); ++i) {
-        if (!places.at(i).isKept)
-            setRow(list, i, make(i));
-    }
-    list->doItemsLayout();
 }
 
 } // namespace tideloft::ui

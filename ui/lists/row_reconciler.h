@@ -13,38 +13,41 @@
 namespace tideloft::ui
 {
 
-/// The models that the entries of LIST show, in order; invalid for what is no row made from a model.
-QList<QVariant> shownModels(const QListWidget *list);
-
 /// Inserts COUNT new entries at INDEX.
 using InsertEntries = std::function<void(int index, int count)>;
 
 /// Makes the entries of LIST follow PLACES. False if they do so already, and all are kept.
 bool arrangeEntries(QListWidget *list, const QList<RowPlace> &places, const InsertEntries &insert);
 
-/// Makes the entries of LIST follow PLACES, and gives those that are not kept the row that MAKE builds for
-/// their index. Lays the list out at once.
-void applyPlan(QListWidget *list, const QList<RowPlace> &places, const std::function<ListRow(int)> &make);
-
-/// Makes LIST show ROWS, as if it were cleared and filled with what MAKE builds for each under the list's
-/// viewport; but rows that it shows already stay as they are, with all that the user has done to them.
-/// A selection of entries is not kept.
-template <typename Model>
-void showRows(QListWidget *list, const QList<Model> &rows,
-              const std::function<ListRow(const Model &, QWidget *viewport)> &make)
+/// Gives each of ROWS an entry of LIST, where rows that LIST has already keep theirs. LIST does not lay
+/// itself out. False if it has these rows already. An Entry tells its row() and takes another with setRow();
+/// entries of any other kind go.
+template <typename Entry, typename Row> bool placeRows(QListWidget *list, const QList<Row> &rows)
 {
-    const QList<QVariant> shown = shownModels(list); // holds what the pointers point to
-    QList<const Model *> models;
-    models.reserve(shown.size());
-    for (const QVariant &model : shown)
-        models.append(model.metaType() == QMetaType::fromType<Model>()
-                          ? static_cast<const Model *>(model.constData())
-                          : nullptr);
-    applyPlan(list, planRows(shown.size(), equalRows(models, rows)), [&](int index) {
-        ListRow row = make(rows.at(index), list->viewport());
-        row.model = QVariant::fromValue(rows.at(index));
-        return row;
-    });
+    const auto entryAt = [list](int index) { return static_cast<Entry *>(list->item(index)); };
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->type() != Entry::entryType)
+            list->clear();
+    }
+    QList<const Row *> shown;
+    shown.reserve(list->count());
+    for (int i = 0; i < list->count(); ++i)
+        shown.append(&entryAt(i)->row());
+    const QList<RowPlace> places = planRows(shown.size(), equalRows(shown, rows));
+    const auto insert = [&](int index, int count) { // those before INDEX stand where they are to stand
+        insertEntries(list, index, count, [&](int number) {
+            auto *entry = new Entry;
+            entry->setRow(rows.at(index + number));
+            return entry;
+        });
+    };
+    if (!arrangeEntries(list, places, insert))
+        return false;
+    for (int i = 0; i < places.size(); ++i) {
+        if (!places.at(i).isKept && places.at(i).entry >= 0)
+            entryAt(i)->setRow(rows.at(i));
+    }
+    return true;
 }
 
 } // namespace tideloft::ui

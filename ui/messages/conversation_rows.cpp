@@ -6,6 +6,7 @@
 #include "crypto/messages/trimmed_member.h"
 #include "ui/lists/bounded_rows.h"
 #include "ui/messages/unreadable_message.h"
+#include "ui/texts/bounded_text.h"
 #include "ui/texts/message_time.h"
 
 using namespace Qt::StringLiterals;
@@ -13,21 +14,34 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-QList<ConversationRowModel> conversationRows(const QJsonArray &items, const OpenMessage &open,
-                                             const QDateTime &now, Language language)
+ConversationReader::ConversationReader(const Reading &reading)
+    : previewOpener(std::make_shared<const OpenMessage>(
+        [open = reading.open, unreadable = unreadablePreview(reading.language)](const QJsonObject &item) {
+            return shownText(item, open, unreadable);
+        })),
+      timeOpener(std::make_shared<const OpenMessage>(
+          [now = reading.now](const QJsonObject &item) { return conversationTimeText(item, now); }))
 {
-    const QString unreadable = unreadablePreview(language);
+}
+
+ConversationRowModel ConversationReader::read(const QJsonValue &item) const
+{
+    const QJsonObject object = item.toObject();
+    const QString peer = crypto::trimmedMember(object, u"peer"_s);
+    if (peer.isEmpty())
+        return {};
+    return {.peer = peer, .preview = {object, previewOpener}, .time = {object, timeOpener}};
+}
+
+QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Reading &reading)
+{
+    const ConversationReader reader(reading);
     QList<ConversationRowModel> rows;
-    for (const QJsonValue &value : items) {
-        const QJsonObject item = value.toObject();
-        const QString peer = crypto::trimmedMember(item, u"peer"_s);
-        if (peer.isEmpty())
-            continue;
+    for (const QJsonValue &item : items) {
         if (rows.size() == conversationsLimit)
-            break; // before its message is opened
-        rows.append({.peer = peer,
-                     .preview = shownText(item, open, unreadable),
-                     .time = conversationTimeText(item, now)});
+            break;
+        if (const ConversationRowModel row = reader.read(item); !row.peer.isEmpty())
+            rows.append(row);
     }
     return rows;
 }
@@ -39,7 +53,7 @@ size_t qHash(const ConversationRowModel &row, size_t seed)
 
 QString spokenText(const ConversationRowModel &row)
 {
-    QStringList parts{row.peer, row.preview, row.time};
+    QStringList parts{inOneLine(row.peer), firstPart(row.preview.value(), previewLimits), row.time.value()};
     parts.removeAll({});
     return parts.join(u", "_s);
 }

@@ -8,23 +8,37 @@
 namespace tideloft::ui
 {
 
-/// One conversation: with whom, how its last message begins, and when that was written.
+/// One conversation: with whom, how its last message begins, and when that was written. What is said of the
+/// last message is read when somebody looks at it.
 struct ConversationRowModel {
     QString peer;
-    QString preview;
-    QString time;
+    LazyText preview;
+    LazyText time;
 
     bool operator==(const ConversationRowModel &) const = default;
 };
 
 size_t qHash(const ConversationRowModel &row, size_t seed = 0);
 
-/// One row for each object of ITEMS that names a peer, in their order, up to conversationsLimit. NOW decides
-/// what counts as today.
-QList<ConversationRowModel> conversationRows(const QJsonArray &items, const OpenMessage &open,
-                                             const QDateTime &now, Language language);
+/// Makes the rows of one reply, read as READING says: a time is shown as what it is on that day.
+class ConversationReader
+{
+public:
+    explicit ConversationReader(const Reading &reading);
 
-/// What a screen reader says of a conversation: "bob, see you at noon, 12:04".
+    /// The row of ITEM; without a peer if ITEM is no object or names none.
+    [[nodiscard]] ConversationRowModel read(const QJsonValue &item) const;
+
+private:
+    TextOpener previewOpener;
+    TextOpener timeOpener;
+};
+
+/// One row for each object of ITEMS that names a peer, in their order, up to conversationsLimit. None is
+/// opened.
+QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Reading &reading);
+
+/// What a screen reader says of a conversation: "bob, see you at noon, 12:04". Opens its preview.
 QString spokenText(const ConversationRowModel &row);
 
 /// The usable user names of a search reply: objects with a `username` that is not blank, trimmed. Up to

@@ -3,61 +3,12 @@
 // SPDX-License-Identifier: MIT
 #include "ui/messages/history_cache.h"
 
-#include "ui/lists/common_ends.h"
 #include "ui/messages/unreadable_message.h"
-
-#include <QMultiHash>
-#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 
 namespace tideloft::ui
 {
-
-namespace
-{
-
-// Items that the parser shared compare at once.
-CommonEnds sameItems(const QJsonArray &before, const QJsonArray &now)
-{
-    if (before == now)
-        return {now.size(), 0};
-    return commonEnds(before.size(), now.size(),
-                      [&](qsizetype old, qsizetype current) { return before.at(old) == now.at(current); });
-}
-
-} // namespace
-
-class HistoryCache::Places
-{
-public:
-    Places(const QJsonArray &all, qsizetype first, qsizetype end) : items(all)
-    {
-        for (qsizetype i = first; i < end; ++i)
-            places.insert(keyOf(items.at(i)), i);
-    }
-
-    /// The place of an item that is equal to VALUE and was not taken before, or -1.
-    qsizetype take(const QJsonValue &value)
-    {
-        const QString key = places.isEmpty() ? QString() : keyOf(value);
-        for (auto place = places.find(key); place != places.end() && place.key() == key; ++place) {
-            if (items.at(*place) != value)
-                continue;
-            const qsizetype found = *place;
-            places.erase(place);
-            return found;
-        }
-        return -1;
-    }
-
-private:
-    // No two sealed texts are the same.
-    static QString keyOf(const QJsonValue &value) { return value[u"text"_s].toString(); }
-
-    QJsonArray items;
-    QMultiHash<QString, qsizetype> places;
-};
 
 void HistoryCache::forget()
 {
@@ -77,15 +28,13 @@ HistoryCache::Known HistoryCache::read(const QJsonValue &value, RecordReader &re
 
 QList<HistoryCache::Known> HistoryCache::follow(const QJsonArray &items, const Reading &reading) const
 {
-    const auto [front, back] = sameItems(itemsBefore, items);
-    const qsizetype shift = items.size() - itemsBefore.size();
-    Places between(itemsBefore, front, itemsBefore.size() - back);
+    const QList<qsizetype> places =
+        knownItems(itemsBefore, items, u"text"_s); // no two sealed texts are the same
     RecordReader reader(reading);
     QList<Known> known;
     known.reserve(items.size());
     for (qsizetype i = 0; i < items.size(); ++i) {
-        const bool isBetween = i >= front && i < items.size() - back;
-        const qsizetype place = isBetween ? between.take(items.at(i)) : i < front ? i : i - shift;
+        const qsizetype place = places.at(i);
         known.append(place < 0 ? read(items.at(i), reader) : knownBefore.at(place));
         if (known.last().isMessage && !known.last().isTimed)
             known.last().record.time = reading.now;
@@ -96,8 +45,7 @@ QList<HistoryCache::Known> HistoryCache::follow(const QJsonArray &items, const R
 QList<DisplayRecord> HistoryCache::records(const QJsonArray &items, const Reading &reading,
                                            quint64 generation)
 {
-    const CacheKey now{reading.ownName, reading.language, QTimeZone::systemTimeZoneId(),
-                       reading.now.offsetFromUtc(), generation};
+    const ReadingKey now = readingKey(reading, generation);
     if (now != key)
         forget();
     key = now;

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/messages/display_records.h"
+#include "ui/messages/known_items.h"
 
 namespace tideloft::ui
 {
@@ -26,23 +26,11 @@ private:
         bool isMessage = false; ///< only an object is one
         bool isTimed = false;
     };
-    struct CacheKey {
-        QString ownName;
-        Language language = Language::English;
-        QByteArray zone;       ///< the times shown are local
-        int offsetFromUtc = 0; ///< s; a zone's rules can be replaced under its name
-        quint64 generation = 0;
-
-        bool operator==(const CacheKey &) const = default;
-    };
-
-    /// Finds the items of a part of the last reply again, wherever they stand now.
-    class Places;
 
     static Known read(const QJsonValue &value, RecordReader &reader);
     QList<Known> follow(const QJsonArray &items, const Reading &reading) const;
 
-    CacheKey key;
+    ReadingKey key;
     QJsonArray itemsBefore;
     QList<Known> knownBefore; ///< one for each of itemsBefore
 };

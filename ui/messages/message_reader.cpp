@@ -9,11 +9,18 @@
 namespace tideloft::ui
 {
 
+MessageReader::~MessageReader()
+{
+    forgetHistory();
+    forgetConversations();
+}
+
 void MessageReader::signOut()
 {
     myUsername.clear();
     decryptionCache.clear();
     forgetHistory();
+    forgetConversations();
 }
 
 void MessageReader::keepHistory(const QString &peer, const QJsonArray &items)
@@ -41,24 +48,29 @@ OpenedText MessageReader::open(const QJsonObject &item)
     return {text, reason};
 }
 
+/// How messages are read now, with the key file as it is now.
+Reading MessageReader::reading(Language language)
+{
+    if (!myUsername.isEmpty())
+        crypto::rereadPrivateKey(myUsername, deviceId, decryptionCache);
+    return {myUsername, [this](const QJsonObject &item) { return open(item); }, QDateTime::currentDateTime(),
+            language};
+}
+
 QList<HistoryRow> MessageReader::historyRows(Language language)
 {
     if (historyItems.isEmpty())
         return {};
-    const QDateTime now = QDateTime::currentDateTime();
-    const Reading reading{myUsername, [this](const QJsonObject &item) { return open(item); }, now, language};
-    if (!myUsername.isEmpty())
-        crypto::rereadPrivateKey(myUsername, deviceId, decryptionCache);
+    const Reading now = reading(language);
     const QList<DisplayRecord> records =
-        historyCache.records(newestItems(historyItems), reading, decryptionCache.generation());
-    return ui::historyRows(records, now.date(), language);
+        historyCache.records(newestItems(historyItems), now, decryptionCache.generation());
+    return ui::historyRows(records, now.now.date(), language);
 }
 
 QList<ConversationRowModel> MessageReader::conversationRows(const QJsonArray &items, Language language)
 {
-    return ui::conversationRows(
-        items, [this](const QJsonObject &item) { return open(item); }, QDateTime::currentDateTime(),
-        language);
+    const Reading now = reading(language);
+    return conversationCache.rows(items, now, decryptionCache.generation());
 }
 
 } // namespace tideloft::ui

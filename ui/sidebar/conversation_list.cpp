@@ -1,13 +1,21 @@
-// The entries of conversations.
+// What of the conversations is opened and made, and when.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/sidebar/conversation_list.h"
 
+#include "ui/lists/row_list.h"
 #include "ui/lists/row_reconciler.h"
+#include "ui/lists/visible_rows.h"
+#include "ui/sidebar/conversation_entry.h"
 #include "ui/sidebar/conversation_row.h"
-#include "ui/texts/bounded_text.h"
 
+#include <QDeadlineTimer>
+#include <QEvent>
+#include <QGuiApplication>
 #include <QListWidget>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QTimerEvent>
 
 namespace tideloft::ui
 {
@@ -15,40 +23,149 @@ namespace tideloft::ui
 namespace
 {
 
-ListRow makeListRow(const ConversationRowModel &model, QWidget *viewport)
+// The last row of a slice may need two milliseconds more.
+constexpr int sliceMilliseconds = 6;
+
+// Widgets are made before they are scrolled to, and stay for a while.
+constexpr int screensMade = 1;
+constexpr int screensKept = 2;
+
+} // namespace
+
+ConversationList::ConversationList(QListWidget *watched) : QObject(watched), list(watched)
 {
-    return {.widget = makeConversationRow(model, viewport),
-            .flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled,
-            .sizeHint = QSize(0, 62),
-            .user = model.peer,
-            .spoken = spokenText({.peer = inOneLine(model.peer),
-                                  .preview = firstPart(model.preview, previewLimits),
-                                  .time = model.time})};
+    list->setUniformItemSizes(true);
+    list->viewport()->installEventFilter(this);
+    connect(list->verticalScrollBar(), &QScrollBar::valueChanged, this, &ConversationList::settle);
+}
+
+void ConversationList::show(const QList<ConversationRowModel> &rows)
+{
+    const QListWidgetItem *current = list->currentItem();
+    const QString user = current ? current->data(Qt::UserRole).toString() : QString();
+    {
+        const QScopedValueRollback<bool> changing(isChanging, true);
+        list->selectionModel()->clear(); // else the list makes a neighbour current when the current row goes
+        if (placeRows<ConversationEntry>(list, rows))
+            list->doItemsLayout();
+        keepCurrentRow(rows, user);
+    }
+    settle();
 }
 
 // For the keyboard only: the row counts as current again, but nothing marks it, and who has scrolled
 // elsewhere stays there.
-void keepCurrentRow(QListWidget *list, const QString &user)
+void ConversationList::keepCurrentRow(const QList<ConversationRowModel> &rows, const QString &user)
 {
+    const auto isCurrent = [&user](const ConversationRowModel &row) { return row.peer == user; };
+    const auto current = std::find_if(rows.cbegin(), rows.cend(), isCurrent);
+    if (user.isEmpty() || current == rows.cend())
+        return;
     list->setAutoScroll(false);
-    for (int i = 0; !user.isEmpty() && i < list->count(); ++i) {
-        if (list->item(i)->data(Qt::UserRole).toString() == user) {
-            list->setCurrentRow(i, QItemSelectionModel::NoUpdate);
-            break;
-        }
-    }
+    list->setCurrentRow(int(current - rows.cbegin()), QItemSelectionModel::NoUpdate);
     list->setAutoScroll(true);
 }
 
-} // namespace
-
-void showConversations(QListWidget *list, const QList<ConversationRowModel> &rows)
+bool ConversationList::eventFilter(QObject *watched, QEvent *event)
 {
-    const QListWidgetItem *current = list->currentItem();
-    const QString user = current ? current->data(Qt::UserRole).toString() : QString();
-    list->selectionModel()->clear(); // else the list makes a neighbour current when the current row goes
-    showRows<ConversationRowModel>(list, rows, makeListRow);
-    keepCurrentRow(list, user);
+    if (event->type() == QEvent::Resize)
+        settle();
+    return QObject::eventFilter(watched, event);
+}
+
+void ConversationList::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == slices.timerId())
+        work();
+    else
+        QObject::timerEvent(event);
+}
+
+/// The conversation at INDEX; null for an entry of another kind.
+ConversationEntry *ConversationList::entry(int index) const
+{
+    QListWidgetItem *item = list->item(index);
+    return item && item->type() == ConversationEntry::entryType ? static_cast<ConversationEntry *>(item)
+                                                                : nullptr;
+}
+
+bool ConversationList::needsWidget(int index) const
+{
+    const ConversationEntry *asked = entry(index);
+    return asked && asked->needsWidget();
+}
+
+/// Makes what is on screen. Other rows wait for their slices.
+void ConversationList::settle()
+{
+    if (isChanging || list->count() == 0)
+        return;
+    const QScopedValueRollback<bool> changing(isChanging, true);
+    const RowRange range = rowsOnScreen(list);
+    bool isChanged = false;
+    for (int index = range.first; index < range.end; ++index) {
+        if (!needsWidget(index))
+            continue;
+        make(index);
+        isChanged = true;
+    }
+    if (isChanged)
+        placeWidgets();
+    slices.start(0, this);
+}
+
+/// One slice.
+void ConversationList::work()
+{
+    const QScopedValueRollback<bool> changing(isChanging, true);
+    const QDeadlineTimer end(sliceMilliseconds);
+    const RowRange near = rowsAround(list, rowsOnScreen(list), screensMade);
+    bool isChanged = false;
+    bool isDone = true;
+    for (int index = near.first; index < near.end && isDone; ++index) {
+        if (!needsWidget(index))
+            continue;
+        isDone = !end.hasExpired();
+        if (!isDone)
+            continue;
+        make(index);
+        isChanged = true;
+    }
+    if (isChanged)
+        placeWidgets();
+    if (!isDone)
+        return;
+    slices.stop();
+    takeFarWidgets();
+}
+
+/// Entries keep their places: the list itself need not be laid out for new widgets.
+void ConversationList::placeWidgets()
+{
+    list->QAbstractItemView::doItemsLayout();
+}
+
+void ConversationList::make(int index)
+{
+    ConversationEntry *made = entry(index);
+    setRowWidget(list, made, makeConversationRow(made->row(), list->viewport()), ConversationEntry::height);
+    made->setWidgetMade(true);
+}
+
+// A button of the mouse that went down in a row comes up there.
+void ConversationList::takeFarWidgets()
+{
+    if (QGuiApplication::mouseButtons() != Qt::NoButton)
+        return;
+    const RowRange kept = rowsAround(list, rowsOnScreen(list), screensKept);
+    for (int index = 0; index < list->count(); ++index) {
+        ConversationEntry *taken = entry(index);
+        if (!taken || !taken->ownsWidget() || kept.contains(index))
+            continue;
+        list->itemWidget(taken)->hide(); // the list deletes it later
+        list->removeItemWidget(taken);
+        taken->setWidgetMade(false);
+    }
 }
 
 } // namespace tideloft::ui

@@ -61,7 +61,7 @@ QLayout *makeTextBlock(const ConversationRowModel &model, QWidget *row)
     block->setContentsMargins(0, 0, 0, 0);
     block->setSpacing(3);
     block->addWidget(name);
-    block->addWidget(makePreview(model.preview, row));
+    block->addWidget(makePreview(model.preview.value(), row));
     return block;
 }
 
@@ -89,7 +89,7 @@ QWidget *makeConversationRow(const ConversationRowModel &model, QWidget *parent)
     layout->setSpacing(12);
     layout->addWidget(makeAvatar(model.peer, row));
     layout->addLayout(makeTextBlock(model, row), 1);
-    layout->addLayout(makeTimeBlock(model.time, row));
+    layout->addLayout(makeTimeBlock(model.time.value(), row));
     return row;
 }
 

@@ -6,7 +6,7 @@
 #include "ui/keyboard/click_keys.h"
 #include "ui/keyboard/composition_keys.h"
 #include "ui/sidebar/conversation_list.h"
-#include "ui/texts/bounded_text.h"
+#include "ui/sidebar/found_users.h"
 #include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"
@@ -83,6 +83,7 @@ void Sidebar::makeLists()
     dmList->setObjectName(u"dmList"_s);
     dmList->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     dmList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    conversations = new ConversationList(dmList);
 }
 
 void Sidebar::connectParts()
@@ -122,17 +123,17 @@ void Sidebar::retranslate(Language language)
 
 void Sidebar::showConversations(const QList<ConversationRowModel> &rows)
 {
-    ui::showConversations(dmList, rows);
+    conversations->show(rows);
+}
+
+void Sidebar::endConversations()
+{
+    conversations->stop();
 }
 
 void Sidebar::showFoundUsers(const QStringList &usernames)
 {
-    searchResults->clear();
-    for (const QString &username : usernames) {
-        auto *entry = new QListWidgetItem(u"👤  "_s + inOneLine(username), searchResults);
-        entry->setData(Qt::UserRole, username);
-        entry->setSizeHint({0, searchResults->sizeHintForRow(searchResults->count() - 1)}); // never wider
-    }
+    ui::showFoundUsers(searchResults, usernames);
     searchResults->setVisible(searchResults->count() > 0 && !searchIsLeft);
 }
 

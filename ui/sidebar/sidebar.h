@@ -16,6 +16,8 @@ class QPushButton;
 namespace tideloft::ui
 {
 
+class ConversationList;
+
 class Sidebar : public QWidget
 {
     Q_OBJECT
@@ -28,6 +30,8 @@ public:
     void retranslate(Language language);
 
     void showConversations(const QList<ConversationRowModel> &rows);
+    /// Previews that are not on screen are not opened any more.
+    void endConversations();
     void showFoundUsers(const QStringList &usernames);
     /// What stands in the search now, trimmed, to be searched for even if it is short; empty if there is
     /// nothing.
@@ -62,7 +66,8 @@ private:
     QLineEdit *sideSearch = nullptr;
     QListWidget *searchResults = nullptr;
     QListWidget *dmList = nullptr;
-    bool searchIsLeft = false; ///< by Escape: what was asked for before is not shown any more
+    ConversationList *conversations = nullptr; ///< in dmList
+    bool searchIsLeft = false;                 ///< by Escape: what was asked for before is not shown any more
 };
 
 } // namespace tideloft::ui

@@ -32,7 +32,8 @@ QString openNothing(const QJsonObject &)
 QList<ConversationRowModel> rows(const QByteArray &json, const OpenMessage &opening = open,
                                  Language language = Language::English)
 {
-    return conversationRows(parsed(json), opening, QDateTime(QDate(2024, 5, 17), QTime(12, 0)), language);
+    const Reading reading{u"alice"_s, opening, QDateTime(QDate(2024, 5, 17), QTime(12, 0)), language};
+    return conversationRows(parsed(json), reading);
 }
 
 } // namespace
@@ -49,6 +50,7 @@ private slots:
     void preview();
     void envelopeThatDoesNotOpenSaysSo();
     void envelopeIsHandedOverWhole();
+    void nothingIsReadBeforeItIsLookedAt();
     void plainPreviewIsNotOpened();
     void time_data();
     void time();
@@ -113,15 +115,18 @@ void TestConversationRows::preview()
 {
     QFETCH(const QByteArray, members);
     QFETCH(const QString, expected);
-    QCOMPARE(rows(R"([{"peer":"bob",)" + members + "}]").value(0),
-             (ConversationRowModel{u"bob"_s, expected, {}}));
+    const ConversationRowModel row = rows(R"([{"peer":"bob",)" + members + "}]").value(0);
+    QCOMPARE(row.peer, u"bob"_s);
+    QCOMPARE(row.preview.value(), expected);
+    QCOMPARE(row.time.value(), QString());
 }
 
 void TestConversationRows::envelopeThatDoesNotOpenSaysSo()
 {
     const QByteArray items = R"([{"peer":"bob","encrypted":true,"text":"x"}])";
-    QCOMPARE(rows(items, openNothing, Language::English).value(0).preview, u"🔒 Encrypted message"_s);
-    QCOMPARE(rows(items, openNothing, Language::Swedish).value(0).preview, u"🔒 Krypterat meddelande"_s);
+    QCOMPARE(rows(items, openNothing, Language::English).value(0).preview.value(), u"🔒 Encrypted message"_s);
+    QCOMPARE(rows(items, openNothing, Language::Swedish).value(0).preview.value(),
+             u"🔒 Krypterat meddelande"_s);
 }
 
 void TestConversationRows::envelopeIsHandedOverWhole()
@@ -129,18 +134,31 @@ void TestConversationRows::envelopeIsHandedOverWhole()
     const QByteArray items = R"([{"peer":"bob","from":"alice","encrypted":true,"text":"x","iv":"i",
                                   "senderKeys":[{"deviceId":"d"}],"recipientKeys":[]}])";
     QList<QJsonObject> seen;
-    rows(items, [&seen](const QJsonObject &item) {
+    const auto open = [&seen](const QJsonObject &item) {
         seen.append(item);
         return u"hello"_s;
-    });
+    };
+    QCOMPARE(rows(items, open).value(0).preview.value(), u"hello"_s);
     QCOMPARE(seen, QList<QJsonObject>{parsed(items).at(0).toObject()});
+}
+
+void TestConversationRows::nothingIsReadBeforeItIsLookedAt()
+{
+    int opened = 0;
+    const auto open = [&opened](const QJsonObject &) { return QString::number(++opened); };
+    const auto read = rows(R"([{"peer":"a","encrypted":true},{"peer":"b","encrypted":true}])", open);
+    QCOMPARE(opened, 0);
+    QVERIFY(!read.at(1).time.isOpen());
+    QCOMPARE(read.at(1).preview.value(), u"1"_s);
+    QCOMPARE(read.at(1).preview.value(), u"1"_s);
+    QVERIFY(!read.at(0).preview.isOpen());
 }
 
 void TestConversationRows::plainPreviewIsNotOpened()
 {
     int opened = 0;
-    rows(R"([{"peer":"bob","text":"x"}])",
-         [&opened](const QJsonObject &) { return QString::number(++opened); });
+    const auto open = [&opened](const QJsonObject &) { return QString::number(++opened); };
+    QCOMPARE(rows(R"([{"peer":"bob","text":"x"}])", open).value(0).preview.value(), u"x"_s);
     QCOMPARE(opened, 0);
 }
 
@@ -159,7 +177,7 @@ void TestConversationRows::time()
 {
     QFETCH(const QByteArray, createdAt);
     QFETCH(const QString, expected);
-    QCOMPARE(rows(R"([{"peer":"bob","createdAt":)" + createdAt + "}]").value(0).time, expected);
+    QCOMPARE(rows(R"([{"peer":"bob","createdAt":)" + createdAt + "}]").value(0).time.value(), expected);
 }
 
 void TestConversationRows::spoken_data()

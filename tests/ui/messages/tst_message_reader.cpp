@@ -22,6 +22,10 @@ private slots:
     void keepsOneHistory();
     void noHistoryGivesNoRows();
     void previewsAreOpened();
+    void knownPreviewsAreNotReadAgain();
+    void signingOutClosesPreviews();
+    void previewsAreReadAnew_data();
+    void previewsAreReadAnew();
     void signingOutForgetsTheHistory();
     void lateReplyIsReadWithoutAUser();
     void newKeyFileIsReadAtOnce();
@@ -29,7 +33,9 @@ private slots:
 
 private:
     [[nodiscard]] QStringList shownTexts(Language language = Language::English);
+    [[nodiscard]] QString preview(const QJsonArray &conversations, Language language = Language::English);
     [[nodiscard]] QJsonObject sealed(const QString &text) const;
+    [[nodiscard]] QJsonObject conversation(const QString &text) const;
 
     KeyPair mine = makeKeyPair();
     std::unique_ptr<MessageReader> reader;
@@ -87,14 +93,66 @@ void TestMessageReader::noHistoryGivesNoRows()
     QVERIFY(reader->historyRows(Language::English).isEmpty());
 }
 
+QString TestMessageReader::preview(const QJsonArray &conversations, Language language)
+{
+    return reader->conversationRows(conversations, language).value(0).preview.value();
+}
+
+QJsonObject TestMessageReader::conversation(const QString &text) const
+{
+    QJsonObject item = sealed(text);
+    item.insert(u"peer"_s, u"bob"_s);
+    return item;
+}
+
 void TestMessageReader::previewsAreOpened()
 {
-    QJsonObject conversation = sealed(u"see you"_s);
-    conversation.insert(u"peer"_s, u"bob"_s);
-    const QList<ui::ConversationRowModel> rows = reader->conversationRows({conversation}, Language::English);
+    const auto rows = reader->conversationRows({conversation(u"see you"_s)}, Language::English);
     QCOMPARE(rows.size(), 1);
     QCOMPARE(rows.first().peer, u"bob"_s);
-    QCOMPARE(rows.first().preview, u"see you"_s);
+    QCOMPARE(rows.first().preview.value(), u"see you"_s);
+}
+
+void TestMessageReader::knownPreviewsAreNotReadAgain()
+{
+    const QJsonArray items{conversation(u"one"_s), conversation(u"two"_s)};
+    const auto rows = reader->conversationRows(items, Language::English);
+    QVERIFY(!rows.at(1).preview.isOpen());
+    QCOMPARE(rows.at(0).preview.value(), u"one"_s);
+    const auto again = reader->conversationRows(items, Language::English);
+    QCOMPARE(again, rows);
+    QVERIFY(again.at(0).preview.isOpen());
+    QVERIFY(!again.at(1).preview.isOpen());
+}
+
+void TestMessageReader::signingOutClosesPreviews()
+{
+    const QJsonArray items{conversation(u"one"_s), conversation(u"two"_s)};
+    const auto rows = reader->conversationRows(items, Language::English);
+    QCOMPARE(rows.at(0).preview.value(), u"one"_s);
+    reader->signOut();
+    QCOMPARE(rows.at(1).preview.value(), ui::unreadablePreview(Language::English));
+}
+
+void TestMessageReader::previewsAreReadAnew_data()
+{
+    QTest::addColumn<bool>("hasNewKey");
+    QTest::addColumn<bool>("isSwedish");
+    QTest::newRow("with another key file") << true << false;
+    QTest::newRow("in another language, where they do not open") << true << true;
+    QTest::newRow("in another language") << false << true;
+}
+
+void TestMessageReader::previewsAreReadAnew()
+{
+    QFETCH(const bool, hasNewKey);
+    QFETCH(const bool, isSwedish);
+    const QJsonArray items{conversation(u"one"_s)};
+    QCOMPARE(preview(items), u"one"_s);
+    if (hasNewKey)
+        makeKeyPair();
+    const Language language = isSwedish ? Language::Swedish : Language::English;
+    QCOMPARE(preview(items, language), hasNewKey ? ui::unreadablePreview(language) : u"one"_s);
 }
 
 void TestMessageReader::signingOutForgetsTheHistory()

@@ -80,7 +80,8 @@ private:
 
 void TestConversationRow::showConversations(const QJsonArray &items) const
 {
-    sidebar->showConversations(conversationRows(items, {}, QDateTime::currentDateTime(), Language::English));
+    sidebar->showConversations(
+        conversationRows(items, {u"alice"_s, {}, QDateTime::currentDateTime(), Language::English}));
     QCoreApplication::processEvents();
 }
 

@@ -1,0 +1,71 @@
+// Many sealed conversations in the signed-in window: what nobody has looked at stays sealed.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/sealed_messages.h"
+#include "tests/support/test_main.h"
+
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+
+class TestUnseenConversations : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { failOnToolkitWarnings(); }
+    void logOutClosesThem();
+    void newKeyFileHoldsForAllOfThem();
+
+private:
+    static QJsonArray conversations(const ChatWindow &chat);
+    static QString spoken(const ChatWindow &chat, int row)
+    {
+        return chat.dmList()->item(row)->data(Qt::AccessibleTextRole).toString();
+    }
+};
+
+QJsonArray TestUnseenConversations::conversations(const ChatWindow &chat)
+{
+    const KeyPair own = ownKeyPair();
+    QJsonArray items;
+    for (int i = 0; i < 100; ++i) {
+        QJsonObject item = sealedMessage(u"bob"_s, u"message %1"_s.arg(i), own, chat.deviceId());
+        item.insert(u"peer"_s, u"peer-%1"_s.arg(i));
+        item.remove(u"createdAt"_s);
+        items.append(item);
+    }
+    return items;
+}
+
+void TestUnseenConversations::logOutClosesThem()
+{
+    ChatWindow chat;
+    QVERIFY(chat.signIn());
+    QVERIFY(chat.showConversations(conversations(chat)));
+    QCOMPARE(spoken(chat, 70), u"peer-70, message 70"_s); // a screen reader looked at this one
+    chat.window.logOut();
+    QCOMPARE(spoken(chat, 0), u"peer-0, message 0"_s);
+    QCOMPARE(spoken(chat, 70), u"peer-70, message 70"_s);
+    QCOMPARE(spoken(chat, 99), u"peer-99, 🔒 Encrypted message"_s);
+    chat.dmList()->verticalScrollBar()->setValue(chat.dmList()->verticalScrollBar()->maximum());
+    QCOMPARE(shownConversation(chat.dmList(), 99).preview->text(), u"🔒 Encrypted message"_s);
+}
+
+void TestUnseenConversations::newKeyFileHoldsForAllOfThem()
+{
+    ChatWindow chat;
+    QVERIFY(chat.signIn());
+    const QJsonArray items = conversations(chat);
+    QVERIFY(chat.showConversations(items));
+    QCOMPARE(shownConversation(chat.dmList(), 0).preview->text(), u"message 0"_s);
+    makeKeyPair();
+    QVERIFY(chat.showConversations(items));
+    QCOMPARE(shownConversation(chat.dmList(), 0).preview->text(), u"🔒 Encrypted message"_s);
+    QCOMPARE(spoken(chat, 99), u"peer-99, 🔒 Encrypted message"_s);
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestUnseenConversations)
+#include "tst_unseen_conversations.moc"

@@ -1,0 +1,100 @@
+// Which rows of a list are on screen, and near it.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/test_main.h"
+#include "ui/lists/visible_rows.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::ui;
+
+class TestVisibleRows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rowsOnScreenAre_data();
+    void rowsOnScreenAre();
+    void rowsAroundAre_data();
+    void rowsAroundAre();
+};
+
+namespace
+{
+
+/// Rows of 50 px in a viewport of 200 px.
+struct Window {
+    explicit Window(int count)
+    {
+        list.setFrameStyle(QFrame::NoFrame);
+        list.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        for (int i = 0; i < count; ++i)
+            (new QListWidgetItem(&list))->setSizeHint({0, 50});
+        list.resize(100, 200);
+        list.show();
+        QApplication::processEvents();
+    }
+
+    QListWidget list;
+};
+
+} // namespace
+
+void TestVisibleRows::rowsOnScreenAre_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("scrolled");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("end");
+    QTest::newRow("no row") << 0 << 0 << 0 << 0;
+    QTest::newRow("all of few") << 2 << 0 << 0 << 2;
+    QTest::newRow("as many as fit") << 4 << 0 << 0 << 4;
+    QTest::newRow("the first of many") << 100 << 0 << 0 << 4;
+    QTest::newRow("two cut rows count") << 100 << 49 << 0 << 5;
+    QTest::newRow("one whole row on") << 100 << 50 << 1 << 5;
+    QTest::newRow("the end") << 100 << 4'800 << 96 << 100;
+}
+
+void TestVisibleRows::rowsOnScreenAre()
+{
+    QFETCH(const int, count);
+    QFETCH(const int, scrolled);
+    const Window window(count);
+    window.list.verticalScrollBar()->setValue(scrolled);
+    const RowRange rows = rowsOnScreen(&window.list);
+    QTEST(rows.first, "first");
+    QTEST(rows.end, "end");
+    QVERIFY(count == 0 || (rows.contains(rows.first) && !rows.contains(rows.end)));
+}
+
+void TestVisibleRows::rowsAroundAre_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("end");
+    QTest::addColumn<int>("expectedFirst");
+    QTest::addColumn<int>("expectedEnd");
+    QTest::newRow("at the beginning") << 100 << 0 << 4 << 0 << 24;
+    QTest::newRow("in the middle") << 100 << 50 << 54 << 30 << 74;
+    QTest::newRow("at the end") << 100 << 96 << 100 << 76 << 100;
+    QTest::newRow("of few") << 3 << 0 << 3 << 0 << 3;
+    QTest::newRow("of a high screen") << 100 << 40 << 55 << 10 << 85;
+}
+
+void TestVisibleRows::rowsAroundAre()
+{
+    QFETCH(const int, count);
+    QFETCH(const int, first);
+    QFETCH(const int, end);
+    const Window window(count);
+    const RowRange rows = rowsAround(&window.list, {first, end}, 2);
+    QTEST(rows.first, "expectedFirst");
+    QTEST(rows.end, "expectedEnd");
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestVisibleRows)
+#include "tst_visible_rows.moc"

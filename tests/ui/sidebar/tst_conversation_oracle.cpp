@@ -1,0 +1,122 @@
+// A list of conversations beside one that has all its widgets: whatever happens, both look and read the same.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/eager_conversations.h"
+#include "tests/support/long_form.h"
+#include "tests/support/test_main.h"
+#include "tests/support/widget_parts.h"
+#include "tests/ui/sidebar/conversation_window.h"
+#include "ui/sidebar/conversation_list.h"
+#include "ui/style/style_sheets.h"
+
+#include <QApplication>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::tests;
+using namespace tideloft::ui;
+
+namespace
+{
+
+/// Where both lists differ, in what can be seen, read and reached now; empty if nowhere.
+QString difference(ConversationWindow &lazy, ConversationWindow &eager)
+{
+    const auto facts = [](const ConversationWindow &window) {
+        QStringList all{QString::number(window.bar()->value()), QString::number(window.bar()->maximum()),
+                        QString::number(window.list.count()), QString::number(window.list.currentRow()),
+                        QString::number(window.list.selectedItems().size())};
+        for (int y = 0; y < window.list.viewport()->height(); y += 31) {
+            QListWidgetItem *entry = window.list.itemAt(20, y);
+            all.append(entry ? entry->data(Qt::UserRole).toString() + window.spoken(window.list.row(entry))
+                             : u"nothing"_s);
+        }
+        return all.join(u'|');
+    };
+    if (facts(lazy) != facts(eager))
+        return facts(lazy) + u"\nbut eager\n"_s + facts(eager);
+    return lazy.list.grab().toImage() == eager.list.grab().toImage() ? QString() : u"the pictures differ"_s;
+}
+
+} // namespace
+
+class TestConversationOracle : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { failOnToolkitWarnings(); }
+    void looksLikeAListOfAllWidgets_data();
+    void looksLikeAListOfAllWidgets();
+
+private:
+    void changeBoth(ConversationWindow &lazy, ConversationWindow &eager);
+
+    QRandomGenerator random;
+};
+
+void TestConversationOracle::looksLikeAListOfAllWidgets_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (int seed = 1; seed <= rounds(5, 1'000); ++seed)
+        QTest::addRow("seed %d", seed) << quint32(seed);
+}
+
+void TestConversationOracle::changeBoth(ConversationWindow &lazy, ConversationWindow &eager)
+{
+    const int kind = random.bounded(6);
+    const int height = 100 + random.bounded(700);
+    const int value = random.bounded(qMax(1, eager.bar()->maximum() + 1));
+    const int current = random.bounded(qMax(1, eager.list.count()));
+    const QString sheet = random.bounded(2) ? darkStyleSheet() : lightStyleSheet();
+    const auto key =
+        QList{Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Home}.at(random.bounded(5));
+    for (ConversationWindow *window : {&lazy, &eager}) {
+        switch (kind) {
+        case 0:
+            window->list.resize(window->list.width(), height);
+            break;
+        case 1:
+            window->list.setStyleSheet(sheet);
+            break;
+        case 2:
+            window->list.setCurrentRow(current);
+            break;
+        case 3:
+            QTest::keyClick(&window->list, key);
+            break;
+        default:
+            window->bar()->setValue(value);
+        }
+    }
+}
+
+void TestConversationOracle::looksLikeAListOfAllWidgets()
+{
+    QFETCH(const quint32, seed);
+    QCursor::setPos(5'000, 5'000); // no row is marked because the mouse is there
+    random.seed(seed);
+    Conversations service(seed);
+    service.fill(random.bounded(60));
+    ConversationWindow lazy;
+    ConversationWindow eager;
+    QWidget active; // or one of the two lists would have the keyboard
+    active.show();
+    auto *conversations = new ConversationList(&lazy.list);
+    for (int step = 0; step < 40; ++step) {
+        if (random.bounded(2) > 0) {
+            service.change();
+            conversations->show(service.rows());
+            showConversationsEagerly(&eager.list, service.rows());
+        } else {
+            changeBoth(lazy, eager);
+        }
+        QApplication::processEvents();
+        QCOMPARE(difference(lazy, eager), QString());
+    }
+    QTRY_VERIFY(conversations->isSettled());
+    for (int i = 0; i < eager.list.count(); ++i)
+        QCOMPARE(lazy.spoken(i), eager.spoken(i));
+}
+
+TIDELOFT_GUI_TEST_MAIN(TestConversationOracle)
+#include "tst_conversation_oracle.moc"

@@ -1,0 +1,36 @@
+// Finding rows by their place.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/lists/visible_rows.h"
+
+#include <QListWidget>
+
+namespace tideloft::ui
+{
+
+int rowAt(const QListWidget *list, int y)
+{
+    int first = 0;
+    int end = list->count();
+    while (first < end) {
+        const int middle = first + (end - first) / 2;
+        if (list->visualItemRect(list->item(middle)).bottom() < y)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    return first;
+}
+
+RowRange rowsOnScreen(const QListWidget *list)
+{
+    return {rowAt(list, 0), qMin(rowAt(list, list->viewport()->height() - 1) + 1, list->count())};
+}
+
+RowRange rowsAround(const QListWidget *list, RowRange middle, int screens)
+{
+    const int rows = qMax(middle.end - middle.first, 10) * screens;
+    return {qMax(middle.first - rows, 0), qMin(middle.end + rows, list->count())};
+}
+
+} // namespace tideloft::ui
