@@ -21,12 +21,15 @@ else()
     target_compile_options(tideloft_options INTERFACE -fstack-protector-strong)
     target_link_options(tideloft_options INTERFACE -Wl,-z,relro,-z,now)
 endif()
-# The other linker of binutils needs a third of the time for the many programs of tests.
+# Of the linkers the fastest that there is, for the many programs of tests.
 include(CheckLinkerFlag)
-check_linker_flag(CXX -fuse-ld=gold TIDELOFT_HAS_GOLD)
-if(TIDELOFT_HAS_GOLD)
-    target_link_options(tideloft_options INTERFACE $<$<CONFIG:Debug>:-fuse-ld=gold>)
-endif()
+foreach(linker lld gold)
+    check_linker_flag(CXX -fuse-ld=${linker} TIDELOFT_HAS_LINKER_${linker})
+    if(TIDELOFT_HAS_LINKER_${linker})
+        target_link_options(tideloft_options INTERFACE $<$<CONFIG:Debug>:-fuse-ld=${linker}>)
+        break()
+    endif()
+endforeach()
 # What is shipped does not tell in which folder it was made, and is the same from every one.
 target_compile_options(tideloft_options INTERFACE
     "$<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.;-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>")
