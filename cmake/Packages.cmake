@@ -45,6 +45,7 @@ set(CPACK_DEBIAN_SERVICE_PACKAGE_NAME tideloftd)
 set(CPACK_DEBIAN_SERVICE_PACKAGE_SECTION net)
 set(CPACK_DEBIAN_SERVICE_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_SERVICE_PACKAGE_DEPENDS libqt6sql6-sqlite)
+set(CPACK_DEBIAN_SERVICE_PACKAGE_RECOMMENDS libqt6sql6-psql)
 set(CPACK_DEBIAN_SERVICE_PACKAGE_SUGGESTS tideloft)
 set(CPACK_COMPONENT_SERVICE_DESCRIPTION "service of an end-to-end encrypted chat
 Keeps accounts, public keys, servers and pictures for the users of TideLoft,

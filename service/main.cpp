@@ -8,6 +8,7 @@
 #include "service/metrics_server.h"
 #include "service/options.h"
 #include "service/start_check.h"
+#include "service/store/engines.h"
 #include "service/system/process.h"
 
 #include <QCoreApplication>
@@ -80,7 +81,8 @@ void serve(const Options &options)
     ServerSettings settings = serverSettings(options, counters);
     ApiSettings forApi = apiSettings(options);
     settings.transfers = forApi.transfers = transferBudget(settings.limits);
-    StoreSettings store{databaseFile(options)};
+    const QString place = databasePlace(options);
+    StoreSettings store{place};
     store.committed = [&counters](std::chrono::nanoseconds duration) { counters.commitFinished(duration); };
     Api api(store, forApi);
     settings.refuse = &errorResponse;
@@ -89,7 +91,8 @@ void serve(const Options &options)
     server.stopOnSignals();
     std::optional<MetricsServer> metrics;
     if (options.metricsPort >= 0)
-        metrics.emplace(static_cast<std::uint16_t>(options.metricsPort), counters, api, server, store.file);
+        metrics.emplace(static_cast<std::uint16_t>(options.metricsPort), counters, api, server,
+                        engineFor(place)->file());
     print(stdout, u"listening on %1\n"_s.arg(origin(options, server.port())));
     if (metrics)
         print(stdout, u"metrics on http://127.0.0.1:%1/metrics\n"_s.arg(metrics->port()));
@@ -98,7 +101,7 @@ void serve(const Options &options)
 
 int tellOfCheck(const Options &options)
 {
-    const StartCheck check = checkStart(options, databaseFile(options));
+    const StartCheck check = checkStart(options, databasePlace(options));
     for (const QString &warning : check.warnings)
         print(stderr, u"tideloftd: warning: %1\n"_s.arg(warning));
     for (const QString &problem : check.problems)

@@ -25,6 +25,8 @@ void writeQueues(MetricsText &text, const ServiceState &state)
 
 void writeDatabase(MetricsText &text, const ServiceState &state)
 {
+    if (state.databaseBytes == 0) // it lies elsewhere
+        return;
     text.begin("tideloftd_database_bytes", "gauge",
                "Size of the database file and of the journal beside it.");
     text.sample({{"file", "database"}}, static_cast<double>(state.databaseBytes));

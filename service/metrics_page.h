@@ -19,7 +19,7 @@ struct ServiceState {
     std::size_t waitingWrites = 0;
     std::size_t waitingHashes = 0;
     std::optional<qint64> sessions = {};
-    qint64 databaseBytes = 0;
+    qint64 databaseBytes = 0; ///< 0 when it is not known
     qint64 journalBytes = 0;
     QDateTime certificateEnd = {}; ///< not valid without a certificate
 };

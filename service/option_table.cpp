@@ -131,7 +131,9 @@ const QList<OptionEntry> &optionTable()
         file("tls-key", &Options::keyFile, "PEM file with the certificate's private key. Needs --tls-cert."),
         file("database", &Options::database,
              "SQLite file that keeps accounts, keys, messages, servers and pictures; made when missing, "
-             "readable for its owner only. Default: tideloftd.sqlite in the user's data folder."),
+             "readable for its owner only. Or the address of a PostgreSQL database that several processes "
+             "share, "
+             "postgresql://USER@HOST/NAME. Default: tideloftd.sqlite in the user's data folder."),
         onOff("quiet", &Options::quiet, "Write warnings and problems only to the standard error output."),
         addresses("trusted-proxy", &Options::trustedProxies,
                   "Addresses of the proxies in front of the service, in numbers, with commas between them. "

@@ -100,7 +100,7 @@ Command parseCommandLine(const QStringList &arguments)
     return {options, {}, 0, parser.isSet(u"check-config"_s)};
 }
 
-QString databaseFile(const Options &options)
+QString databasePlace(const Options &options)
 {
     if (!options.database.isEmpty())
         return options.database;

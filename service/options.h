@@ -25,6 +25,6 @@ struct Command {
 Command parseCommandLine(const QStringList &arguments);
 
 /// The database that is meant.
-QString databaseFile(const Options &options);
+QString databasePlace(const Options &options);
 
 } // namespace tideloft::service

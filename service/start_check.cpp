@@ -5,6 +5,7 @@
 
 #include "service/http/certificate.h"
 #include "service/store/database_file.h"
+#include "service/store/engines.h"
 #include "service/store/schema.h"
 
 #include <QDir>
@@ -40,15 +41,15 @@ void checkCertificate(const Options &options, StartCheck &check)
     }
 }
 
-void checkVersion(const QString &file, StartCheck &check)
+void checkVersion(const QString &place, StartCheck &check)
 {
     try {
-        Database database(file, Database::Access::ReadOnly);
-        const int version = database.pragma(u"user_version"_s).toInt();
+        Database database(place, Database::Access::ReadOnly);
+        const int version = database.engine().schemaVersion(database);
         if (version < 0 || version > currentSchemaVersion())
-            check.problems << u"A newer version of the program wrote the database %1"_s.arg(file);
+            check.problems << u"A newer version of the program wrote the database %1"_s.arg(database.place());
     } catch (const StorageError &error) {
-        check.problems << u"%1: %2"_s.arg(file, QString::fromUtf8(error.what()));
+        check.problems << u"%1: %2"_s.arg(engineFor(place)->place(), QString::fromUtf8(error.what()));
     }
 }
 
@@ -73,7 +74,15 @@ StartCheck checkStart(const Options &options, const QString &database)
 {
     StartCheck check;
     checkCertificate(options, check);
-    checkDatabase(database, check);
+    try {
+        const std::unique_ptr<Engine> engine = engineFor(database);
+        if (engine->file().isEmpty())
+            checkVersion(database, check);
+        else
+            checkDatabase(engine->file(), check);
+    } catch (const StorageError &error) {
+        check.problems << QString::fromUtf8(error.what());
+    }
     return check;
 }
 

@@ -15,7 +15,7 @@ struct StartCheck {
     QStringList warnings;
 };
 
-/// DATABASE is the file that a start would open.
+/// DATABASE is what a start would open: a file, or the address of a server.
 StartCheck checkStart(const Options &options, const QString &database);
 
 } // namespace tideloft::service

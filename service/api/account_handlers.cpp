@@ -105,6 +105,7 @@ Outcome registerAccount(ApiContext &context, Database &lookUp, const Request &re
 Response signIn(const ApiContext &context, Database &database, const User &user, const QByteArray &hash,
                 bool remember)
 {
+    lockUser(database, user);
     if (passwordHash(database, user) != hash)
         refuseWrong();
     if (stateOf(database, user) != UserState::Active)

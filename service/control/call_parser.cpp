@@ -22,7 +22,8 @@ QString usualDatabase()
 QList<QCommandLineOption> knownOptions()
 {
     return {
-        {u"database"_s, u"Database of the service. Default: %1."_s.arg(usualDatabase()), u"FILE"_s,
+        {u"database"_s,
+         u"Database of the service, as in its configuration. Default: %1."_s.arg(usualDatabase()), u"FILE"_s,
          usualDatabase()},
         {u"yes"_s, u"Do what cannot be undone."_s},
         {{u"h"_s, u"help"_s}, u"Print this text and end."_s},

@@ -7,6 +7,7 @@
 #include "service/control/opened_database.h"
 #include "service/control/output.h"
 #include "service/control/problem.h"
+#include "service/store/engines.h"
 #include "service/store/maintenance.h"
 #include "service/store/statistics.h"
 
@@ -27,11 +28,22 @@ QString sizeText(qint64 bytes)
     return u"%1 MiB"_s.arg((bytes + 1'048'575) / 1'048'576);
 }
 
+// A server has tools of its own, which know more than one file.
+QString fileOf(const Call &call)
+{
+    const QString file = engineFor(call.database)->file();
+    if (file.isEmpty())
+        throw Problem(
+            u"This is for a database in a file. Use pg_dump and pg_restore for one of PostgreSQL"_s);
+    return file;
+}
+
 } // namespace
 
 void backUpDatabase(const Call &call)
 {
     const QString &file = call.arguments.constFirst();
+    fileOf(call);
     OpenedDatabase database(call.database, OpenedDatabase::Form::AnyKnown);
     backUp(*database, file);
     say(u"%1 is a copy of the database, %2."_s.arg(file, sizeText(QFileInfo(file).size())));
@@ -40,9 +52,10 @@ void backUpDatabase(const Call &call)
 void restoreDatabase(const Call &call)
 {
     const QString time = QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'hhmmsszzz'Z'"_s);
-    const QString kept = call.database + u".before-"_s + time;
-    restore(call.database, call.arguments.constFirst(), kept);
-    say(u"The database %1 is restored."_s.arg(call.database));
+    const QString file = fileOf(call);
+    const QString kept = file + u".before-"_s + time;
+    restore(file, call.arguments.constFirst(), kept);
+    say(u"The database %1 is restored."_s.arg(file));
     if (QFileInfo::exists(kept))
         say(u"What was there before is %1."_s.arg(kept));
 }
@@ -54,8 +67,8 @@ void checkDatabase(const Call &call)
     for (const QString &problem : problems)
         say(problem, stderr);
     if (!problems.isEmpty())
-        throw Problem(u"The database %1 is damaged"_s.arg(call.database));
-    say(u"The database %1 is sound."_s.arg(call.database));
+        throw Problem(u"The database %1 is damaged"_s.arg((*database).place()));
+    say(u"The database %1 is sound."_s.arg((*database).place()));
 }
 
 void tellStatistics(const Call &call)

@@ -4,6 +4,7 @@
 #include "service/control/opened_database.h"
 
 #include "service/control/problem.h"
+#include "service/store/engines.h"
 #include "service/store/schema.h"
 
 #include <QFile>
@@ -17,19 +18,21 @@ namespace
 {
 
 // Opening would make it. A folder that may not be looked into is reported as such.
-QString existing(const QString &file)
+std::optional<DatabaseLock> lockOf(const QString &file)
 {
+    if (file.isEmpty())
+        return std::nullopt;
     QFile database(file);
     if (!database.open(QIODevice::ReadOnly))
         throw Problem(u"Could not open the database %1: %2"_s.arg(file, database.errorString()));
-    return file;
+    return std::optional<DatabaseLock>(std::in_place, file, DatabaseLock::Kind::Shared);
 }
 
 } // namespace
 
-OpenedDatabase::OpenedDatabase(const QString &file, Form form)
-    : lock(existing(file), DatabaseLock::Kind::Shared),
-      database(file)
+OpenedDatabase::OpenedDatabase(const QString &place, Form form)
+    : lock(lockOf(engineFor(place)->file())),
+      database(place)
 {
     if (form == Form::Present)
         requireCurrentVersion(database);

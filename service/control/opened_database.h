@@ -6,6 +6,8 @@
 #include "service/store/database.h"
 #include "service/store/database_lock.h"
 
+#include <optional>
+
 namespace tideloft::service
 {
 
@@ -16,12 +18,12 @@ public:
     /// Older forms of a database can be copied and looked through; everything else needs the present one.
     enum class Form { Present, AnyKnown };
 
-    explicit OpenedDatabase(const QString &file, Form form = Form::Present);
+    explicit OpenedDatabase(const QString &place, Form form = Form::Present);
 
     Database &operator*() { return database; }
 
 private:
-    const DatabaseLock lock;
+    const std::optional<DatabaseLock> lock; ///< of a file
     Database database;
 };
 

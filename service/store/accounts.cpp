@@ -112,8 +112,8 @@ int endSessions(Database &database, const User &user)
 void disableUser(Database &database, const User &user)
 {
     Transaction transaction(database);
-    endSessions(database, user);
     setState(database, user, UserState::Disabled);
+    endSessions(database, user); // also that of a sign-in which came before
     transaction.commit();
 }
 
@@ -125,8 +125,8 @@ void enableUser(Database &database, const User &user)
 void setPassword(Database &database, const User &user, const QByteArray &hash)
 {
     Transaction transaction(database);
-    endSessions(database, user);
     database.run(u"UPDATE users SET password = ? WHERE id = ?"_s, {QString::fromLatin1(hash), user.id});
+    endSessions(database, user);
     transaction.commit();
 }
 

@@ -3,9 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/database.h"
 
-#include "service/store/database_file.h"
+#include "service/store/engines.h"
 
-#include <QSqlError>
 #include <QUuid>
 
 #include <utility>
@@ -18,45 +17,58 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-[[noreturn]] void fail(const QString &what, const QString &why)
+constexpr int mostAttempts = 10;
+
+// Nothing is lost when such a statement comes twice.
+bool mayComeTwice(const QString &statement)
 {
-    throw StorageError((what + u": "_s + why).toStdString());
+    return statement.startsWith(u"SELECT"_s) || statement.startsWith(u"BEGIN"_s);
 }
 
 } // namespace
 
-Database::Database(const QString &file, Access wanted)
+Database::Database(const QString &place, Access wanted)
     : access(wanted),
+      kind(engineFor(place)),
       connectionName(QUuid::createUuid().toString(QUuid::WithoutBraces)),
-      connection(QSqlDatabase::addDatabase(u"QSQLITE"_s, connectionName))
+      connection(QSqlDatabase::addDatabase(kind->driver(), connectionName)),
+      prepared(*kind)
 {
     try {
-        open(file);
+        open();
     } catch (...) {
         close();
         throw;
     }
 }
 
-void Database::open(const QString &file)
+void Database::open()
 {
-    // SQLite would create the file with the rights of the umask. The journals beside it take over the rights
-    // of the file, so making it first is enough for all of them.
-    if (access == Access::Full) {
-        makeFolderOf(file);
-        makeOwnFile(file);
+    kind->open(connection, access);
+    gone = false;
+    for (const QString &statement : kind->firstStatements(access))
+        attempt(statement, {});
+}
+
+// Where nobody answers, each attempt takes seconds. Whoever comes soon after one is told at once.
+void Database::reopen()
+{
+    using namespace std::chrono;
+    constexpr milliseconds pause{300};
+    if (steady_clock::now() < nextOpening)
+        throw StorageError((u"The database "_s + place() + u" does not answer"_s).toStdString(),
+                           Trouble::Gone);
+    prepared.clear();
+    connection.close();
+    nextOpening = steady_clock::time_point::max();
+    try {
+        open();
+        nextOpening = {};
+    } catch (...) {
+        gone = true;
+        nextOpening = steady_clock::now() + pause;
+        throw;
     }
-    connection.setDatabaseName(file);
-    if (!connection.open())
-        fail(u"Could not open the database "_s + file, connection.lastError().text());
-    run(u"PRAGMA busy_timeout = %1"_s.arg(patience.count()));
-    if (access == Access::ReadOnly) {
-        run(u"PRAGMA query_only = ON"_s);
-        return;
-    }
-    run(u"PRAGMA journal_mode = WAL"_s);
-    run(u"PRAGMA synchronous = FULL"_s); // a message that was acknowledged survives a power cut
-    run(u"PRAGMA foreign_keys = ON"_s);
 }
 
 void Database::close()
@@ -72,17 +84,36 @@ Database::~Database()
     close();
 }
 
-Rows Database::run(const QString &statement, const QVariantList &values)
+Rows Database::attempt(const QString &statement, const QVariantList &values)
 {
-    Rows rows(prepared, statement, prepared.take(connection, statement));
-    rows.run(values);
-    return rows;
+    try {
+        Rows rows(prepared, statement, prepared.take(connection, statement));
+        rows.run(values);
+        return rows;
+    } catch (const StorageError &error) {
+        gone = gone || error.kind() == Trouble::Gone;
+        throw;
+    }
 }
 
-qint64 Database::number(const QString &statement, const QVariantList &values)
+Rows Database::run(const QString &statement, const QVariantList &values)
 {
-    Rows rows = run(statement, values);
-    return rows.next() ? rows.value(0).toLongLong() : 0;
+    if (gone && depth == 0)
+        reopen();
+    for (int left = mostAttempts;; --left) {
+        try {
+            return attempt(statement, values);
+        } catch (const StorageError &error) {
+            if (depth > 0 || left == 0)
+                throw;
+            if (error.kind() == Trouble::Gone && mayComeTwice(statement)) {
+                left = 1;
+                reopen();
+            } else if (error.kind() != Trouble::Conflict) {
+                throw;
+            }
+        }
+    }
 }
 
 void Database::afterCommit(const Note &note)
@@ -106,10 +137,9 @@ QVariant Database::pragma(const QString &name)
     return rows.next() ? rows.value(0) : QVariant();
 }
 
-// IMMEDIATE takes the write lock now: a later step can then no longer fail because of another writer.
 Transaction::Transaction(Database &target) : database(target), notesBefore(target.notes.size())
 {
-    database.run(database.depth == 0 ? u"BEGIN IMMEDIATE"_s : u"SAVEPOINT part"_s);
+    database.run(database.depth == 0 ? database.kind->beginStatement() : u"SAVEPOINT part"_s);
     ++database.depth;
 }
 
@@ -119,12 +149,14 @@ Transaction::~Transaction()
         return;
     --database.depth;
     database.notes.resize(notesBefore);
+    if (database.gone)
+        return; // and with the connection everything that was not committed
     try {
         if (database.depth > 0)
             database.run(u"ROLLBACK TO part"_s);
         database.run(database.depth == 0 ? u"ROLLBACK"_s : u"RELEASE part"_s);
     } catch (const StorageError &) {
-        // SQLite has already rolled back by itself, which is what was asked for.
+        // The engine has already rolled back by itself, which is what was asked for.
     }
 }
 

@@ -1,10 +1,11 @@
-// The service's storage: one SQLite database, opened with safe settings.
+// The service's storage: one connection to one database, whatever engine keeps it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "service/store/engine.h"
 #include "service/store/known.h"
-#include "service/store/rows.h"
+#include "service/store/statement_runner.h"
 
 #include <QSqlDatabase>
 #include <QString>
@@ -12,35 +13,31 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace tideloft::service
 {
 
 /// Belongs to the thread that made it. Needs a QCoreApplication, because the driver is a plug-in.
-class Database
+class Database : public StatementRunner
 {
 public:
-    enum class Access { Full, ReadOnly };
+    using Access = service::Access;
 
-    /// How long a statement waits for another process that holds the database.
-    static constexpr std::chrono::milliseconds patience{900};
-
-    /// Creates the file, and missing folders above it, for the owner only. Throws StorageError when the file
-    /// cannot be opened or is no database.
-    explicit Database(const QString &file, Access access = Access::Full);
+    /// Opens the database at a place that engineFor() knows. Throws StorageError when it cannot be opened or
+    /// is no database.
+    explicit Database(const QString &place, Access access = Access::Full);
     Q_DISABLE_COPY_MOVE(Database)
 
-    /// The last connection of all writes everything into the database file itself and leaves nothing beside
-    /// it. One that closes before the others keeps nobody waiting.
-    ~Database();
+    /// The last connection of all to a file writes everything into it and leaves nothing beside it. One that
+    /// closes before the others keeps nobody waiting.
+    ~Database() override;
 
-    /// Runs one statement with its values bound in order. Throws StorageError. Statements are kept prepared,
-    /// so a text must not carry values.
-    Rows run(const QString &statement, const QVariantList &values = {});
-
-    /// The number in the first row that the statement finds; 0 when it finds none.
-    qint64 number(const QString &statement, const QVariantList &values = {});
+    /// Statements are kept prepared, so a text must not carry values. A connection that was lost is opened
+    /// again first, but not inside of a transaction. Outside of one, a statement that met others is tried
+    /// again.
+    Rows run(const QString &statement, const QVariantList &values = {}) override;
 
     /// NOTE gets the state in memory as soon as the present transaction is committed; at once outside of one.
     using Note = std::function<void(KnownState &)>;
@@ -49,22 +46,30 @@ public:
     /// STATE is what notes get. It must outlive the database.
     void keep(KnownState &state) { known = &state; }
 
-    QString file() const { return connection.databaseName(); }
+    const Engine &engine() const { return *kind; }
 
-    /// The number that PRAGMA NAME reports, or its text.
+    /// What the database is called in messages.
+    QString place() const { return kind->place(); }
+
+    /// The number that PRAGMA NAME of SQLite reports, or its text.
     QVariant pragma(const QString &name);
 
 private:
     friend class Transaction;
-    void open(const QString &file);
+    void open();
+    void reopen();
     void close();
     void tellNotes();
+    Rows attempt(const QString &statement, const QVariantList &values);
 
     const Access access;
-    QString connectionName;
+    const std::unique_ptr<Engine> kind;
+    const QString connectionName;
     QSqlDatabase connection;
     PreparedStatements prepared;
     int depth = 0; ///< of transactions inside each other
+    bool gone = false;
+    std::chrono::steady_clock::time_point nextOpening; ///< not tried before
     std::vector<Note> notes;
     KnownState *known = nullptr;
 };

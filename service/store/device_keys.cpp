@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 bool storeDeviceKey(Database &database, const User &user, const DeviceKey &key, qint64 now)
 {
     Transaction transaction(database);
+    lockUser(database, user);
     const qint64 others = database.number(
         u"SELECT count(*) FROM device_keys WHERE user_id = ? AND device_id <> ?"_s, {user.id, key.deviceId});
     if (others >= maximumDevices)

@@ -32,6 +32,7 @@ Group groupFromRow(const Rows &row)
 bool addGroup(Database &database, const User &maker, const Group &group, qint64 now)
 {
     Transaction transaction(database);
+    lockUser(database, maker);
     if (database.number(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id})
         >= maximumGroups)
         return false;

@@ -35,7 +35,7 @@ public:
     void learn(const Key &key, const Value &value, quint64 lookedAt)
     {
         const std::lock_guard lock(mutex);
-        if (lookedAt != forgotten || values.contains(key))
+        if (!keeps || lookedAt != forgotten || values.contains(key))
             return;
         makeRoom();
         values.insert(key, value);
@@ -45,8 +45,19 @@ public:
     void replace(const Key &key, const Value &value)
     {
         const std::lock_guard lock(mutex);
+        if (!keeps)
+            return;
         makeRoom();
         values.insert(key, value);
+    }
+
+    /// Keeps nothing from now on.
+    void keepNothing()
+    {
+        const std::lock_guard lock(mutex);
+        keeps = false;
+        values.clear();
+        ++forgotten;
     }
 
     void forgetAll()
@@ -70,6 +81,7 @@ private:
     mutable std::mutex mutex;
     QHash<Key, Value> values;
     quint64 forgotten = 0;
+    bool keeps = true;
 };
 
 /// Something that a user asks for again and again: the user's row, and what it is.
@@ -94,6 +106,13 @@ struct KnownSession {
 struct KnownState {
     Known<QByteArray, KnownSession> sessions; ///< by the hash of their token
     Known<VersionKey, qint64> versions;
+
+    /// For a database that other processes change at any moment.
+    void keepNothing()
+    {
+        sessions.keepNothing();
+        versions.keepNothing();
+    }
 
     void forgetAll()
     {

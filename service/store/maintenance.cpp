@@ -51,13 +51,6 @@ public:
     const QString path;
 };
 
-void addLines(Database &database, const QString &statement, QStringList &lines)
-{
-    Rows rows = database.run(statement);
-    while (rows.next())
-        lines << rows.value(0).toString();
-}
-
 QString problemOfCopy(const QString &file)
 {
     try {
@@ -88,7 +81,7 @@ void takeInJournal(const QString &file)
         return;
     try {
         Database old(file);
-        old.pragma(u"user_version"_s);
+        old.engine().schemaVersion(old);
     } catch (const StorageError &) {
         // The file is damaged. The two are kept as they are.
     }
@@ -112,13 +105,7 @@ void setAside(const QString &file, const QString &kept)
 
 QStringList problemsOf(Database &database)
 {
-    QStringList lines;
-    addLines(database, u"PRAGMA integrity_check(20)"_s, lines);
-    lines.removeAll(u"ok"_s);
-    Rows rows = database.run(u"PRAGMA foreign_key_check"_s);
-    if (rows.next())
-        lines << u"a row of %1 belongs to nothing"_s.arg(rows.value(0).toString());
-    return lines;
+    return database.engine().problems(database);
 }
 
 void backUp(Database &database, const QString &file)

@@ -28,7 +28,7 @@ struct Parties {
 Parties partiesOf(Database &database, const User &sender, const User &recipient)
 {
     Rows rows = database.run(u"SELECT id, state, last_position, message_count, message_bytes FROM users"
-                             " WHERE id IN (?, ?) ORDER BY id"_s,
+                             " WHERE id IN (?, ?) ORDER BY id FOR UPDATE"_s,
                              {sender.id, recipient.id});
     Parties found;
     bool senderIsThere = false;

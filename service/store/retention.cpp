@@ -31,7 +31,7 @@ std::vector<OldMessage> oldMessages(Database &database, qint64 time, int most)
     Rows rows = database.run(u"SELECT id, sender_id, recipient_id, length(CAST(text AS BLOB))"
                              " + length(CAST(iv AS BLOB)) + length(CAST(recipient_keys AS BLOB))"
                              " + length(CAST(sender_keys AS BLOB)) FROM messages"
-                             " WHERE created_at < ? ORDER BY created_at, id LIMIT ?"_s,
+                             " WHERE created_at < ? ORDER BY created_at, id LIMIT ? FOR UPDATE"_s,
                              {time, most});
     std::vector<OldMessage> found;
     while (rows.next())

@@ -6,7 +6,6 @@
 #include <QSqlError>
 
 #include <algorithm>
-#include <array>
 
 namespace tideloft::service
 {
@@ -15,15 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-// Result codes of SQLite: busy, locked, no memory, read-only, input or output, full, cannot open.
-constexpr std::array temporaryCodes{5, 6, 7, 8, 10, 13, 14};
-
-bool isTemporary(const QSqlError &error)
-{
-    const int code = error.nativeErrorCode().toInt() & 0xff; // above stand details
-    return std::find(temporaryCodes.begin(), temporaryCodes.end(), code) != temporaryCodes.end();
-}
 
 // A change of tables is done once; everything else comes again.
 bool comesAgain(const QString &statement)
@@ -42,10 +32,16 @@ QVariant bindable(const QVariant &value)
 
 } // namespace
 
-void failWith(const QString &what, const QSqlQuery &query)
+void PreparedStatements::failWith(const QString &what, const QSqlQuery &query) const
 {
     const QSqlError error = query.lastError();
-    throw StorageError((what + u": "_s + error.text()).toStdString(), isTemporary(error));
+    throw StorageError((what + u": "_s + error.text().simplified()).toStdString(), kind.troubleOf(error));
+}
+
+void PreparedStatements::clear()
+{
+    idle.clear();
+    ++cleared;
 }
 
 std::unique_ptr<QSqlQuery> PreparedStatements::take(const QSqlDatabase &connection, const QString &statement)
@@ -57,8 +53,8 @@ std::unique_ptr<QSqlQuery> PreparedStatements::take(const QSqlDatabase &connecti
         return query;
     }
     auto query = std::make_unique<QSqlQuery>(connection);
-    query->setForwardOnly(true);
-    if (!query->prepare(statement))
+    query->setForwardOnly(kind.streamsRows());
+    if (kind.prepares(statement) && !query->prepare(kind.translated(statement)))
         failWith(u"Could not prepare a statement"_s, *query);
     return query;
 }
@@ -74,15 +70,18 @@ Rows::~Rows()
     if (!query)
         return;
     query->finish(); // lets go of the state of the database that it has read
+    if (generation != statements->generation())
+        return;
     statements->giveBack(statement, std::move(query));
 }
 
 void Rows::run(const QVariantList &values)
 {
     for (qsizetype i = 0; i < values.size(); ++i)
-        query->bindValue(static_cast<int>(i), bindable(values[i]));
-    if (!query->exec())
-        failWith(u"Could not run a statement"_s, *query);
+        query->bindValue(static_cast<int>(i), statements->engine().bound(bindable(values[i])));
+    const Engine &engine = statements->engine();
+    if (!(engine.prepares(statement) ? query->exec() : query->exec(engine.translated(statement))))
+        statements->failWith(u"Could not run a statement"_s, *query);
     changed = query->numRowsAffected();
 }
 
@@ -91,7 +90,7 @@ bool Rows::next()
     if (query->next())
         return true;
     if (query->lastError().isValid())
-        failWith(u"Could not read a row"_s, *query);
+        statements->failWith(u"Could not read a row"_s, *query);
     return false;
 }
 

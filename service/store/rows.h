@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/store/storage_error.h"
+#include "service/store/engine.h"
 
 #include <QSqlQuery>
 #include <QString>
@@ -16,19 +16,28 @@
 namespace tideloft::service
 {
 
-/// Throws a StorageError that tells what QUERY could not do.
-[[noreturn]] void failWith(const QString &what, const QSqlQuery &query);
-
 /// Statements that nobody runs at the moment, by their text.
 class PreparedStatements
 {
 public:
+    explicit PreparedStatements(const Engine &owner) : kind(owner) {}
+
+    const Engine &engine() const { return kind; }
+
+    /// Another number after each time that everything was cleared.
+    int generation() const { return cleared; }
+
     /// A statement that is ready to be bound. Throws StorageError.
     std::unique_ptr<QSqlQuery> take(const QSqlDatabase &connection, const QString &statement);
     void giveBack(const QString &statement, std::unique_ptr<QSqlQuery> query);
-    void clear() { idle.clear(); }
+    void clear();
+
+    /// Throws a StorageError that tells what QUERY could not do.
+    [[noreturn]] void failWith(const QString &what, const QSqlQuery &query) const;
 
 private:
+    const Engine &kind;
+    int cleared = 0;
     std::unordered_map<QString, std::unique_ptr<QSqlQuery>> idle;
 };
 
@@ -39,6 +48,7 @@ class Rows
 public:
     Rows(PreparedStatements &owner, QString text, std::unique_ptr<QSqlQuery> running)
         : statements(&owner),
+          generation(owner.generation()),
           statement(std::move(text)),
           query(std::move(running))
     {
@@ -53,11 +63,12 @@ public:
 
     /// Goes to the next row. Throws StorageError: an error is not the end of the rows.
     bool next();
-    QVariant value(int column) const { return query->value(column); }
+    QVariant value(int column) const { return statements->engine().read(query->value(column)); }
     int numRowsAffected() const { return changed; }
 
 private:
     PreparedStatements *statements;
+    int generation; ///< a statement of an older one belongs to a connection that was closed
     QString statement;
     std::unique_ptr<QSqlQuery> query;
     int changed = 0; ///< asked for at once: the driver tells of the last statement of all

@@ -8,7 +8,7 @@
 namespace tideloft::service
 {
 
-/// The version that this program writes; stored in the database as PRAGMA user_version.
+/// The version that this program writes.
 int currentSchemaVersion();
 
 /// Throws StorageError when the database is newer than this program, or is none of the service's.
@@ -26,7 +26,7 @@ class Store : public Database
 {
 public:
     /// Throws StorageError, also when a newer version of the program wrote the file.
-    explicit Store(const QString &file) : Database(file) { migrate(*this); }
+    explicit Store(const QString &place) : Database(place) { migrate(*this); }
 };
 
 } // namespace tideloft::service

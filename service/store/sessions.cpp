@@ -41,6 +41,7 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
                 qint64 expiresAt)
 {
     Transaction transaction(database);
+    lockUser(database, user);
     database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now - graceTime});
     makeRoom(database, user);
     database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"_s,

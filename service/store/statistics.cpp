@@ -22,7 +22,7 @@ qint64 usersIn(Database &database, UserState state)
 
 Statistics statistics(Database &database, qint64 now)
 {
-    const qint64 page = database.pragma(u"page_size"_s).toLongLong();
+    const Extent extent = database.engine().extent(database);
     return {
         .activeUsers = usersIn(database, UserState::Active),
         .disabledUsers = usersIn(database, UserState::Disabled),
@@ -35,8 +35,8 @@ Statistics statistics(Database &database, qint64 now)
         .conversations = database.number(u"SELECT count(*) FROM conversations"_s),
         .groups = database.number(u"SELECT count(*) FROM chat_groups"_s),
         .pictures = database.number(u"SELECT count(*) FROM pictures"_s),
-        .databaseBytes = page * database.pragma(u"page_count"_s).toLongLong(),
-        .freeBytes = page * database.pragma(u"freelist_count"_s).toLongLong(),
+        .databaseBytes = extent.bytes,
+        .freeBytes = extent.free,
     };
 }
 

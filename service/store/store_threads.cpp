@@ -3,7 +3,10 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/store_threads.h"
 
+#include "service/store/engines.h"
 #include "service/store/schema.h"
+
+#include <QRandomGenerator>
 
 #include <algorithm>
 #include <chrono>
@@ -70,13 +73,35 @@ void storeTogether(Database &database, const Batch &batch, const Committed &comm
         batch[i].done(failures[i]);
 }
 
+// Two that met go on after different times, and so does not meet a third with both again.
+void awaitTurn(int attempt)
+{
+    const int most = 1 << std::min(attempt, 6);
+    std::this_thread::sleep_for(std::chrono::milliseconds(QRandomGenerator::global()->bounded(most) + 1));
+}
+
+// What met the change of another process is stored a moment later.
+void storeWithPatience(Database &database, const Batch &batch, const Committed &committed)
+{
+    constexpr int mostAttempts = 20;
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return storeTogether(database, batch, committed);
+        } catch (const StorageError &error) {
+            if (error.kind() != Trouble::Conflict || attempt == mostAttempts)
+                throw;
+        }
+        awaitTurn(attempt);
+    }
+}
+
 // One change that cannot be stored must not take the others with it, so each is then tried by itself.
 void storeOneByOne(Database &database, Batch &batch, const Committed &committed)
 {
     while (!batch.empty()) {
         const Batch first{batch.front()};
         try {
-            storeTogether(database, first, committed);
+            storeWithPatience(database, first, committed);
         } catch (const StorageError &) {
             first.front().done(std::current_exception());
         }
@@ -87,7 +112,7 @@ void storeOneByOne(Database &database, Batch &batch, const Committed &committed)
 void storeAll(Database &database, Batch &batch, const Committed &committed)
 {
     try {
-        storeTogether(database, batch, committed);
+        storeWithPatience(database, batch, committed);
         batch.clear();
     } catch (const StorageError &) {
         storeOneByOne(database, batch, committed);
@@ -132,14 +157,20 @@ private:
 } // namespace
 
 StoreThreads::StoreThreads(const StoreSettings &settings)
-    : lock(settings.file, DatabaseLock::Kind::Shared),
-      reads(settings.waitingReads),
+    : reads(settings.waitingReads),
       writes(settings.waitingWrites)
 {
+    const std::unique_ptr<Engine> engine = engineFor(settings.place);
+    if (!engine->file().isEmpty())
+        lock.emplace(engine->file(), DatabaseLock::Kind::Shared);
+    if (engine->isShared())
+        knownState.keepNothing();
     try {
         startThread([this, settings](Opened &opened) { writeAll(settings, opened); });
+        for (std::size_t i = 1; engine->isShared() && i < settings.writers; ++i)
+            startThread([this, settings](Opened &opened) { writeBeside(settings, opened); });
         for (std::size_t i = 0; i < settings.readers; ++i)
-            startThread([this, settings](Opened &opened) { readAll(settings.file, opened); });
+            startThread([this, settings](Opened &opened) { readAll(settings.place, opened); });
     } catch (...) {
         stop();
         throw;
@@ -177,28 +208,43 @@ template <typename Work> void StoreThreads::startThread(Work work)
     result.get();
 }
 
-void StoreThreads::readAll(const QString &file, Opened &opened)
+void StoreThreads::readAll(const QString &place, Opened &opened)
 {
-    Database database(file, Database::Access::ReadOnly);
+    Database database(place, Database::Access::ReadOnly);
     opened.set_value();
     while (const std::optional<ReadTask> task = reads.take())
         (*task)(database);
 }
 
+// The first writer also brings the tables to their form, and does the work that has time.
 void StoreThreads::writeAll(const StoreSettings &settings, Opened &opened)
 {
-    Store database(settings.file);
+    Store database(settings.place);
+    writeWith(database, settings, opened);
+}
+
+void StoreThreads::writeBeside(StoreSettings settings, Opened &opened)
+{
+    Database database(settings.place);
+    settings.upkeep = {};
+    writeWith(database, settings, opened);
+}
+
+// An engine that several write at a time commits together by itself what they commit at the same moment, and
+// what is committed together here would keep many rows from the others.
+void StoreThreads::writeWith(Database &database, const StoreSettings &settings, Opened &opened)
+{
+    const std::size_t together = database.engine().isShared() ? 1 : mostTogether;
     UpkeepTurns upkeep(settings.upkeep);
     database.keep(knownState);
-    QVariant version = database.pragma(u"data_version"_s);
+    qint64 changes = database.engine().changesOfOthers(database);
     opened.set_value();
-    while (std::optional<Batch> batch =
-               writes.takeAll(mostTogether, std::min(idleTurn, upkeep.untilNext()))) {
+    while (std::optional<Batch> batch = writes.takeAll(together, std::min(idleTurn, upkeep.untilNext()))) {
         try {
             // The number changes when another connection has written, which only that of another process
             // does.
-            if (const QVariant now = database.pragma(u"data_version"_s); now != version) {
-                version = now;
+            if (const qint64 now = database.engine().changesOfOthers(database); now != changes) {
+                changes = now;
                 knownState.forgetAll();
             }
             if (!batch->empty())

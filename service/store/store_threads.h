@@ -1,4 +1,5 @@
-// The database on threads of its own: readers, and one writer that commits together what waits together.
+// The database on threads of its own: readers, and writers. To a file there is one writer, which commits
+// together what waits together.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -11,6 +12,7 @@
 #include <exception>
 #include <functional>
 #include <future>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -38,13 +40,14 @@ struct Upkeep {
 };
 
 struct StoreSettings {
-    QString file;
+    QString place; ///< as engineFor() takes it
     std::size_t readers = 2;
     std::size_t waitingReads = 4096; ///< more are refused
     std::size_t waitingWrites = 1024;
     /// Told of every commit that worked, with its sync to the disk. Called by the writer.
     std::function<void(std::chrono::nanoseconds duration)> committed = [](std::chrono::nanoseconds) {};
-    Upkeep upkeep = {}; ///< none unless there is a `piece`
+    Upkeep upkeep = {};      ///< none unless there is a `piece`
+    std::size_t writers = 8; ///< to a database that several may write at a time
 };
 
 class StoreThreads
@@ -71,17 +74,19 @@ public:
 
 private:
     using Opened = std::promise<void>;
-    void readAll(const QString &file, Opened &opened);
+    void readAll(const QString &place, Opened &opened);
     void writeAll(const StoreSettings &settings, Opened &opened);
+    void writeBeside(StoreSettings settings, Opened &opened);
+    void writeWith(Database &database, const StoreSettings &settings, Opened &opened);
     template <typename Work> void startThread(Work work);
     void stop();
     void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);
 
-    const DatabaseLock lock;
+    std::optional<DatabaseLock> lock; ///< of a file
     KnownState knownState;
     BoundedQueue<ReadTask> reads;
     BoundedQueue<WriteTask> writes;
-    std::vector<std::thread> threads; ///< the writer comes first
+    std::vector<std::thread> threads; ///< writers come first
 };
 
 } // namespace tideloft::service

@@ -72,6 +72,11 @@ std::optional<User> findUserOrDeleted(Database &database, const QString &name)
     return findWithState(database, name, UserState::Deleted);
 }
 
+void lockUser(Database &database, const User &user)
+{
+    database.run(u"SELECT 1 FROM users WHERE id = ? FOR UPDATE"_s, {user.id});
+}
+
 UserState stateOf(Database &database, const User &user)
 {
     return static_cast<UserState>(database.number(u"SELECT state FROM users WHERE id = ?"_s, {user.id}));

@@ -19,6 +19,10 @@ std::optional<User> findUser(Database &database, const QString &name);
 /// Finds the user whose messages others may have, also when the account was deleted.
 std::optional<User> findUserOrDeleted(Database &database, const QString &name);
 
+/// Lets nobody else change the user, and whatever is counted for the user, until the present transaction is
+/// over.
+void lockUser(Database &database, const User &user);
+
 UserState stateOf(Database &database, const User &user);
 
 /// The stored hash; empty when there is no such user.

@@ -6,6 +6,7 @@
 #include "service/api/api.h"
 #include "service/api/json_reply.h"
 #include "service/store/schema.h"
+#include "tests/service/chosen_storage.h"
 #include "tests/service/semaphore.h"
 
 #include <QJsonDocument>
@@ -23,12 +24,12 @@ class ApiFixture
 public:
     /// CHANGE is made to the settings of the service.
     explicit ApiFixture(const std::function<void(service::ApiSettings &)> &change = {})
-        : database(file()),
+        : database(place()),
           api(storage(), settings(change))
     {
     }
 
-    QString file() const { return directory.filePath(QStringLiteral("test.sqlite")); }
+    QString place() const { return chosen.place(directory.filePath(QStringLiteral("test.sqlite"))); }
 
     service::Response call(const QByteArray &method, const QByteArray &target, const QByteArray &body = {},
                            const QByteArray &cookie = {}) const
@@ -112,6 +113,7 @@ public:
     }
 
     QTemporaryDir directory;
+    ChosenStorage chosen;
     QDateTime now = QDateTime(QDate(2026, 5, 4), QTime(10, 0, 0, 7), QTimeZone::utc()).toUTC();
     std::atomic<qint64> jump = 0; ///< days by which the computer's clock is wrong
     service::Store database;      ///< a connection of the test's own
@@ -120,7 +122,7 @@ public:
 private:
     service::StoreSettings storage() const
     {
-        service::StoreSettings wanted{file()};
+        service::StoreSettings wanted{place()};
         wanted.upkeep.whenDone = std::chrono::milliseconds(10);
         return wanted;
     }

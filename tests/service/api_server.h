@@ -6,6 +6,7 @@
 #include "service/api/api.h"
 #include "service/api/json_reply.h"
 #include "service/http/server.h"
+#include "tests/service/chosen_storage.h"
 #include "tests/service/http_client.h"
 #include "tests/service/http_reply.h"
 #include "tests/service/semaphore.h"
@@ -56,12 +57,10 @@ public:
                                            + "\r\nContent-Type: " + contentType + "\r\nContent-Length: "
                                            + length + "\r\n" + moreHeaders + "\r\n" + body));
     }
-
     HttpReply get(const QByteArray &target, const QByteArray &cookie) const
     {
         return call("GET", target, cookie);
     }
-
     HttpReply post(const QByteArray &target, const QJsonObject &body, const QByteArray &cookie = {}) const
     {
         return call("POST", target, cookie, QJsonDocument(body).toJson());
@@ -79,7 +78,7 @@ public:
 private:
     void run()
     {
-        service::Api api({folder.filePath(QStringLiteral("test.sqlite"))}, apiSettings);
+        service::Api api({chosen.place(folder.filePath(QStringLiteral("test.sqlite")))}, apiSettings);
         service::ServerSettings settings;
         settings.port = 0;
         settings.refuse = &service::errorResponse;
@@ -92,6 +91,7 @@ private:
 
     const service::ApiSettings apiSettings;
     QTemporaryDir folder;
+    const ChosenStorage chosen;
     Semaphore ready;
     std::unique_ptr<service::HttpServer> server;
     std::thread thread;

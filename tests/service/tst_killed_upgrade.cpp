@@ -50,7 +50,7 @@ void TestKilledUpgrade::oldDatabaseIsLeft()
     QVERIFY(daemon.startPlain());
     QCOMPARE(daemon.stop(SIGTERM), 0);
     const Store upgraded(file);
-    QCOMPARE(upgraded.file(), file);
+    QCOMPARE(upgraded.place(), file);
 }
 
 TIDELOFT_TEST_MAIN(TestKilledUpgrade)

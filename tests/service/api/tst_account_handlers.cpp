@@ -120,7 +120,7 @@ void TestAccounts::passwordsOfNobodyAreHashedToo()
     fixture.signUp(u"alice"_s);
     ApiSettings settings;
     settings.waitingHashes = 0;
-    const Api busy({fixture.file()}, settings);
+    const Api busy({fixture.place()}, settings);
     for (const QString &name : {u"alice"_s, u"nobody"_s, u"' OR 1=1 --"_s}) {
         const QByteArray body = QJsonDocument(credentials(name)).toJson();
         const Response response =
@@ -168,7 +168,7 @@ void TestAccounts::cookieOverPlainHttpIsNotSecure()
     ApiSettings settings;
     settings.scryptCost = {16, 8, 1};
     settings.secureCookies = false;
-    const Api plain({fixture.file()}, settings);
+    const Api plain({fixture.place()}, settings);
     const QByteArray body = QJsonDocument(credentials(u"alice"_s)).toJson();
     const Response response =
         ApiFixture::finish(plain.handle({"POST", "/api/auth/login", "application/json", {}, body}));

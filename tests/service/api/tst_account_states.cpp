@@ -70,6 +70,7 @@ void TestAccountStates::wrongPasswordOfADisabledAccountTellsNothing()
 void TestAccountStates::disabledWhileHashingIsNotSignedIn()
 {
     Transaction nobodyElseWrites(fixture->database);
+    lockUser(fixture->database, user(u"alice"_s));
     const QByteArray body = R"({"username": "alice", "password": "a good password"})";
     const auto begun =
         ApiFixture::begin(fixture->api.handle({"POST", "/api/auth/login", "application/json", {}, body}));
@@ -82,6 +83,7 @@ void TestAccountStates::disabledWhileHashingIsNotSignedIn()
 void TestAccountStates::passwordThatChangedWhileHashingIsRefused()
 {
     Transaction nobodyElseWrites(fixture->database);
+    lockUser(fixture->database, user(u"alice"_s));
     const QByteArray body = R"({"username": "alice", "password": "a good password"})";
     const auto begun =
         ApiFixture::begin(fixture->api.handle({"POST", "/api/auth/login", "application/json", {}, body}));

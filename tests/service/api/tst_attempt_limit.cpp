@@ -93,7 +93,7 @@ void TestAttemptLimit::guessesAtOneAccountAreRefused()
     ApiFixture fixture;
     fixture.signUp(u"alice"_s);
     fixture.signUp(u"bob"_s);
-    const Api api({fixture.file()}, settings());
+    const Api api({fixture.place()}, settings());
     const auto guess = [&](const QString &name, const QByteArray &peer) {
         return ask(api, "/api/auth/login", name, peer);
     };
@@ -116,7 +116,7 @@ void TestAttemptLimit::guessesOfOneAddressAreRefused()
     ApiFixture fixture;
     for (const QString &name : {u"alice"_s, u"bob"_s, u"carol"_s})
         fixture.signUp(name);
-    const Api api({fixture.file()}, settings());
+    const Api api({fixture.place()}, settings());
     QCOMPARE(ask(api, "/api/auth/login", u"alice"_s, "1").status, 200);
     QCOMPARE(ask(api, "/api/auth/login", u"bob"_s, "1").status, 200);
     QCOMPARE(ask(api, "/api/auth/login", u"carol"_s, "1").status, 429);
@@ -127,7 +127,7 @@ void TestAttemptLimit::guessesOfOneAddressAreRefused()
 void TestAttemptLimit::registrationsOfOneAddressAreRefused()
 {
     ApiFixture fixture;
-    const Api api({fixture.file()}, settings());
+    const Api api({fixture.place()}, settings());
     QCOMPARE(ask(api, "/api/auth/register", u"alice"_s, "1").status, 201);
     QCOMPARE(ask(api, "/api/auth/register", u"alice"_s, "1").status, 409);
     const Response refused = ask(api, "/api/auth/register", u"bob"_s, "1");

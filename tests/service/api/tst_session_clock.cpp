@@ -36,14 +36,14 @@ void TestSessionClock::clockThatJumpsSignsNobodyOut()
     settings.scryptCost = {16, 8, 1};
     settings.now = [&] { return fixture.now.addDays(fixture.jump); };
     {
-        const Api started({fixture.file()}, settings);
+        const Api started({fixture.place()}, settings);
         const QByteArray body = QJsonDocument(alice).toJson();
         QCOMPARE(ApiFixture::finish(started.handle({"POST", "/api/auth/login", "application/json", {}, body}))
                      .status,
                  200);
     }
     fixture.jump = 0;
-    const Api restarted({fixture.file()}, settings);
+    const Api restarted({fixture.place()}, settings);
     QCOMPARE(ApiFixture::finish(restarted.handle({"GET", "/api/me", {}, before, {}})).status, 200);
 }
 

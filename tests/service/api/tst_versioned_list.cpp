@@ -132,15 +132,15 @@ void TestVersionedList::unchangedListsAreNotSentAgain()
     QVERIFY(tagOf(changed) != tag);
 }
 
-// A reply that comes at once has asked no thread.
+// A reply that comes at once has asked no thread. Nothing is kept in memory of a database that others change.
 void TestVersionedList::unchangedIsAnsweredFromMemory()
 {
     ApiFixture fixture;
     const QByteArray alice = fixture.signUp(u"alice"_s);
     const QByteArray tag = tagOf(ask(fixture, "/api/groups", alice));
     const Request request{"GET", "/api/groups", {}, alice, {}, {}, tag};
-    QVERIFY(std::holds_alternative<Response>(fixture.api.handle(request)));
-    QCOMPARE(std::get<Response>(fixture.api.handle(request)).status, 304);
+    QCOMPARE(std::holds_alternative<Response>(fixture.api.handle(request)), !ChosenStorage::isPostgresql());
+    QCOMPARE(ApiFixture::finish(fixture.api.handle(request)).status, 304);
 }
 
 void TestVersionedList::historyChangesOnBothSides()
@@ -189,7 +189,7 @@ void TestVersionedList::tagsSurviveARestart()
     const QByteArray tag = tagOf(ask(fixture, "/api/chat/history/alice", alice));
     ApiSettings settings;
     settings.now = [&] { return fixture.now; };
-    const Api restarted({fixture.file()}, settings);
+    const Api restarted({fixture.place()}, settings);
     QCOMPARE(ask(fixture, restarted, "/api/chat/history/alice", alice, tag).status, 304);
 }
 
@@ -202,7 +202,7 @@ void TestVersionedList::limitBelongsToTheTag()
     ApiSettings settings;
     settings.now = [&] { return fixture.now; };
     settings.historyLimit = 4;
-    const Api restarted({fixture.file()}, settings);
+    const Api restarted({fixture.place()}, settings);
     QCOMPARE(ask(fixture, restarted, "/api/chat/history/alice", alice, tag).status, 200);
 }
 
@@ -230,7 +230,7 @@ void TestVersionedList::historyGivesTheNewest()
     ApiSettings settings;
     settings.now = [&] { return fixture.now; };
     settings.historyLimit = 3;
-    const Api limited({fixture.file()}, settings);
+    const Api limited({fixture.place()}, settings);
     const QJsonArray items = ApiFixture::array(ask(fixture, limited, "/api/chat/history/alice", alice, {}));
     QCOMPARE(items.size(), 3);
     QCOMPARE(items[0][u"text"_s].toString(), u"3"_s);

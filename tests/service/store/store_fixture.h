@@ -6,6 +6,7 @@
 #include "service/store/history.h"
 #include "service/store/messages.h"
 #include "service/store/schema.h"
+#include "tests/service/chosen_storage.h"
 
 #include <QTemporaryDir>
 
@@ -17,7 +18,7 @@ namespace tideloft::tests
 class StoreFixture
 {
 public:
-    StoreFixture() : database(file())
+    StoreFixture() : database(place())
     {
         alice = add(QStringLiteral("alice"));
         bob = add(QStringLiteral("bob"));
@@ -25,6 +26,7 @@ public:
     }
 
     QString file() const { return path(QStringLiteral("test.sqlite")); }
+    QString place() const { return chosen.place(file()); }
     QString path(const QString &name) const { return folder.filePath(name); }
 
     service::User add(const QString &name)
@@ -64,6 +66,7 @@ public:
 
 private:
     QTemporaryDir folder;
+    const ChosenStorage chosen;
 
 public:
     service::Store database;

@@ -124,7 +124,7 @@ void TestStoredAccounts::othersWriteBetweenThePiecesOfADeletion()
 {
     for (int i = 0; i < 250; ++i)
         store->send(store->alice, store->alice, QString::number(i), 2);
-    Store other(store->file());
+    Store other(store->place());
     int pieces = 0;
     deleteUser(database(), store->alice, [&] {
         setBio(other, store->bob, QString::number(++pieces));

@@ -163,7 +163,7 @@ void TestRetention::failingPieceIsTriedAgain()
     std::atomic<int> tried = 0;
     settings.upkeep.piece = [&tried](Database &) -> bool {
         ++tried;
-        throw StorageError("The disk is full.", true);
+        throw StorageError("The disk is full.", Trouble::Passing);
     };
     settings.upkeep.whenDone = std::chrono::milliseconds(1);
     const StoreThreads threads(settings);

@@ -162,7 +162,7 @@ void TestStoreThreads::brokenChangeLeavesTheOthers()
 void TestStoreThreads::failureOfTheWriterItselfIsTold()
 {
     bool fails = true;
-    StoreThreads store({.file = file(), .committed = [&fails](std::chrono::nanoseconds) {
+    StoreThreads store({.place = file(), .committed = [&fails](std::chrono::nanoseconds) {
                             if (std::exchange(fails, false))
                                 throw std::bad_alloc();
                         }});

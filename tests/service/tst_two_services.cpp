@@ -1,0 +1,222 @@
+// Two services on one PostgreSQL server answer as one does, and neither the end of one nor of the server
+// loses or doubles what was acknowledged.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/schema.h"
+#include "tests/service/daemon.h"
+#include "tests/service/http_reply.h"
+#include "tests/service/message_bodies.h"
+#include "tests/service/postgresql_cluster.h"
+#include "tests/support/test_main.h"
+
+#include <atomic>
+#include <mutex>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+using namespace tideloft::tests;
+
+class TestTwoServices : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { cluster = std::make_unique<PostgresqlCluster>(); }
+    void init();
+    void cleanupTestCase() { cluster.reset(); }
+    void whatOneHasStoredTheOtherTellsAtOnce();
+    void sessionThatEndsAtOneEndsAtTheOther();
+    void sameMessageAtBothIsKeptOnce();
+    void orderIsOneForAllAndNeverChanges();
+    void oneThatIsKilledLosesAndDoublesNothing();
+    void serverThatIsGoneIsToldAndComesBack();
+
+private:
+    static HttpReply call(quint16 port, const QByteArray &method, const QByteArray &target,
+                          const QByteArray &cookie, const QJsonObject &body = {}, const QByteArray &more = {})
+    {
+        const QByteArray text = body.isEmpty() ? QByteArray() : QJsonDocument(body).toJson();
+        HttpClient client(port);
+        return parsedReply(client.exchange(method + ' ' + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
+                                           + "\r\n" + more
+                                           + "Content-Type: application/json\r\nContent-Length: "
+                                           + QByteArray::number(text.size()) + "\r\n\r\n" + text));
+    }
+    HttpReply get(const Daemon &at, const QByteArray &target, const QByteArray &cookie,
+                  const QByteArray &more = {}) const
+    {
+        return call(at.port(), "GET", target, cookie, {}, more);
+    }
+    static QJsonObject numbered(const QString &to, int number, char who)
+    {
+        QJsonObject message = sealedMessage(to);
+        const QByteArray nonce = who + QByteArray::number(number).rightJustified(11, '0');
+        message.insert(u"iv"_s, QString::fromLatin1(nonce.toBase64()));
+        return message;
+    }
+    static QByteArrayList nonces(const HttpReply &history)
+    {
+        QByteArrayList all;
+        for (const QJsonValue &message : history.array())
+            all << message[u"iv"_s].toString().toLatin1();
+        return all;
+    }
+    QByteArray signUp(const QString &name) const
+    {
+        const QJsonObject user{{u"username"_s, name}, {u"password"_s, u"a good password"_s}};
+        call(one->port(), "POST", "/api/auth/register", {}, user);
+        return call(two->port(), "POST", "/api/auth/login", {}, user)
+            .headers.value("set-cookie")
+            .split(';')
+            .constFirst();
+    }
+
+    std::unique_ptr<PostgresqlCluster> cluster;
+    std::unique_ptr<Daemon> one;
+    std::unique_ptr<Daemon> two;
+    QString place;
+    QByteArray alice;
+    QByteArray bob;
+};
+
+void TestTwoServices::init()
+{
+    place = cluster->newPlace();
+    one = std::make_unique<Daemon>();
+    two = std::make_unique<Daemon>();
+    QVERIFY(one->startPlain({u"--database"_s, place}));
+    QVERIFY(two->startPlain({u"--database"_s, place}));
+    alice = signUp(u"alice"_s);
+    bob = signUp(u"bob"_s);
+}
+
+void TestTwoServices::whatOneHasStoredTheOtherTellsAtOnce()
+{
+    for (int i = 0; i < 20; ++i) {
+        const Daemon &sender = i % 2 == 0 ? *one : *two;
+        const Daemon &reader = i % 2 == 0 ? *two : *one;
+        const QByteArray tag = get(reader, "/api/chat/history/bob", alice).headers.value("etag");
+        QCOMPARE(call(sender.port(), "POST", "/api/chat/send", alice, numbered(u"bob"_s, i, 'a')).status,
+                 201);
+        const HttpReply after = get(reader, "/api/chat/history/bob", alice, "If-None-Match: " + tag + "\r\n");
+        QCOMPARE(after.status, 200);
+        QCOMPARE(after.array().size(), i + 1);
+        const QByteArray known = "If-None-Match: " + after.headers.value("etag") + "\r\n";
+        QCOMPARE(get(sender, "/api/chat/history/bob", alice, known).status, 304);
+    }
+}
+
+void TestTwoServices::sessionThatEndsAtOneEndsAtTheOther()
+{
+    QCOMPARE(get(*one, "/api/me", alice).status, 200);
+    QCOMPARE(get(*two, "/api/me", alice).status, 200);
+    QCOMPARE(call(one->port(), "POST", "/api/auth/logout", alice).status, 200);
+    QCOMPARE(get(*two, "/api/me", alice).status, 401);
+    QCOMPARE(get(*two, "/api/me", bob).status, 200);
+}
+
+void TestTwoServices::sameMessageAtBothIsKeptOnce()
+{
+    constexpr int count = 30;
+    std::atomic<int> acknowledged = 0;
+    const auto sendAll = [&](quint16 port) {
+        for (int i = 0; i < count; ++i)
+            acknowledged +=
+                call(port, "POST", "/api/chat/send", alice, numbered(u"bob"_s, i, 'a')).status == 201;
+    };
+    std::thread first([&] { sendAll(one->port()); });
+    std::thread second([&] { sendAll(two->port()); });
+    first.join();
+    second.join();
+    QCOMPARE(acknowledged.load(), 2 * count);
+    QCOMPARE(get(*one, "/api/chat/history/bob", alice).array().size(), count);
+}
+
+// Whoever reads meanwhile sees the beginning of what everybody sees at the end.
+void TestTwoServices::orderIsOneForAllAndNeverChanges()
+{
+    constexpr int count = 40;
+    std::atomic<bool> over = false;
+    std::mutex mutex;
+    QList<QByteArrayList> seen;
+    const auto write = [](quint16 port, const QByteArray &cookie, const QString &to, char who) {
+        for (int i = 0; i < count; ++i)
+            call(port, "POST", "/api/chat/send", cookie, numbered(to, i, who));
+    };
+    const auto read = [&](quint16 port, const QByteArray &cookie, const QByteArray &peer) {
+        while (!over) {
+            const QByteArrayList history = nonces(call(port, "GET", "/api/chat/history/" + peer, cookie));
+            const std::lock_guard lock(mutex);
+            seen << history;
+        }
+    };
+    std::thread readers[] = {std::thread([&] { read(one->port(), alice, "bob"); }),
+                             std::thread([&] { read(two->port(), bob, "alice"); })};
+    std::thread writers[] = {std::thread([&] { write(one->port(), alice, u"bob"_s, 'a'); }),
+                             std::thread([&] { write(two->port(), bob, u"alice"_s, 'b'); }),
+                             std::thread([&] { write(two->port(), alice, u"bob"_s, 'c'); })};
+    for (std::thread &writer : writers)
+        writer.join();
+    over = true;
+    for (std::thread &reader : readers)
+        reader.join();
+    const QByteArrayList all = nonces(get(*one, "/api/chat/history/bob", alice));
+    QCOMPARE(all.size(), 3 * count);
+    QCOMPARE(nonces(get(*two, "/api/chat/history/alice", bob)), all);
+    QVERIFY(seen.size() > 4);
+    for (const QByteArrayList &history : std::as_const(seen))
+        QCOMPARE(history, all.first(history.size()));
+}
+
+// A client that got no reply sends the same again, to the one that is left.
+void TestTwoServices::oneThatIsKilledLosesAndDoublesNothing()
+{
+    constexpr int count = 80;
+    std::atomic<int> acknowledged = 0;
+    const quint16 ports[] = {one->port(), two->port()};
+    const auto write = [&](const QByteArray &cookie, const QString &to, char who) {
+        for (int i = 0; i < count; ++i) {
+            for (int attempt = i; attempt < i + 100; ++attempt) {
+                if (call(ports[attempt % 2], "POST", "/api/chat/send", cookie, numbered(to, i, who)).status
+                    == 201)
+                    break;
+            }
+            ++acknowledged;
+        }
+    };
+    std::thread first([&] { write(alice, u"bob"_s, 'a'); });
+    std::thread second([&] { write(bob, u"alice"_s, 'b'); });
+    QTRY_VERIFY(acknowledged > count / 2);
+    one->stop(SIGKILL);
+    const int before = acknowledged;
+    first.join();
+    second.join();
+    QVERIFY(before < 2 * count);
+    const QByteArrayList all = nonces(get(*two, "/api/chat/history/bob", alice));
+    QCOMPARE(all.size(), 2 * count);
+    QCOMPARE(QSet<QByteArray>(all.begin(), all.end()).size(), 2 * count);
+}
+
+void TestTwoServices::serverThatIsGoneIsToldAndComesBack()
+{
+    const auto send = [this](int number) {
+        return call(one->port(), "POST", "/api/chat/send", alice, numbered(u"bob"_s, number, 'a'));
+    };
+    QCOMPARE(send(1).status, 201);
+    cluster->stop(SIGQUIT);
+    for (const HttpReply &refused : {send(2), get(*two, "/api/chat/history/bob", alice)}) {
+        QCOMPARE(refused.status, 503);
+        QCOMPARE(refused.message(),
+                 u"The service cannot store anything at the moment. Please try again later."_s);
+        QCOMPARE(refused.headers.value("retry-after"), QByteArray("1"));
+    }
+    QTRY_COMPARE(get(*one, "/healthz", {}).status, 503);
+    cluster->start();
+    QTRY_COMPARE(send(2).status, 201);
+    QTRY_COMPARE(get(*two, "/api/chat/history/bob", alice).array().size(), 2);
+    QTRY_COMPARE(get(*one, "/healthz", {}).status, 200);
+}
+
+TIDELOFT_TEST_MAIN(TestTwoServices)
+#include "tst_two_services.moc"
