@@ -10,7 +10,7 @@
 #include "tests/fuzz/json_input.h"
 #include "tests/fuzz/key_home.h"
 #include "tests/support/crypto/device_records.h"
-#include "ui/messages/device_lists.h"
+#include "ui/messages/sealing_devices.h"
 
 using namespace tideloft::crypto;
 using namespace tideloft::tests;

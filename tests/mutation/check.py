@@ -24,7 +24,7 @@ PURE = {
     "local_files": "*",
     "net": "device_identity device_key_records etag_cache image_upload json_pipeline json_reply reply_cache "
     "reply_outcome search_query service_request",
-    "ui": "bounded_text conversation_rows device_lists display_records history_groups history_rows initials "
+    "ui": "bounded_text conversation_rows sealing_devices display_records history_groups history_rows initials "
     "message_time history_cache picture_file row_plan server_models text",
 }
 

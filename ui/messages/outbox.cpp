@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/messages/outbox.h"
 
-#include "ui/messages/device_lists.h"
+#include "ui/messages/sealing_devices.h"
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/messages/own_devices.h"
 
-#include "ui/messages/device_lists.h"
+#include "ui/messages/sealing_devices.h"
 
 namespace tideloft::ui
 {

@@ -4,7 +4,7 @@
 #include "ui/settings/settings_page.h"
 
 #include "ui/settings/appearance_section.h"
-#include "ui/settings/settings_room.h"
+#include "ui/settings/settings_width.h"
 #include "ui/style/settings_styles.h"
 #include "ui/style/symbol_font.h"
 #include "ui/widgets/focus_ring.h"
@@ -60,7 +60,7 @@ SettingsPage::SettingsPage(const SettingsFacts &facts, Language shownLanguage, Q
     auto *layout = makeRowLayout(this);
     layout->addWidget(navigation);
     layout->addWidget(settingsStack, 1);
-    makeRoomForSections(this, navigation, settingsStack);
+    fitSectionsToWidth(this, navigation, settingsStack);
     connect(settingsNavList, &QListWidget::currentRowChanged, settingsStack,
             &QStackedWidget::setCurrentIndex);
     settingsNavList->setCurrentRow(0);

@@ -11,6 +11,6 @@ namespace tideloft::ui
 
 /// Where PAGE is narrow, takes what the SECTIONS need from the navigation NAV and from the margins around
 /// them: they scroll up and down alone, so what is too wide for them would be out of reach.
-void makeRoomForSections(QWidget *page, QWidget *nav, QStackedWidget *sections);
+void fitSectionsToWidth(QWidget *page, QWidget *nav, QStackedWidget *sections);
 
 } // namespace tideloft::ui

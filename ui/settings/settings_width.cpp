@@ -1,7 +1,7 @@
 // Following the width of the settings page.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/settings/settings_room.h"
+#include "ui/settings/settings_width.h"
 
 #include <QEvent>
 #include <QLayout>
@@ -17,10 +17,10 @@ namespace
 // At this width the wide form leaves a row as much room as the narrow one has in the smallest window.
 constexpr int wideFrom = 580;
 
-class RoomKeeper : public QObject
+class WidthFollower : public QObject
 {
 public:
-    RoomKeeper(QWidget *settingsPage, QWidget *navigation, QStackedWidget *sectionStack)
+    WidthFollower(QWidget *settingsPage, QWidget *navigation, QStackedWidget *sectionStack)
         : QObject(settingsPage),
           page(settingsPage),
           nav(navigation),
@@ -59,9 +59,9 @@ private:
 
 } // namespace
 
-void makeRoomForSections(QWidget *page, QWidget *nav, QStackedWidget *sections)
+void fitSectionsToWidth(QWidget *page, QWidget *nav, QStackedWidget *sections)
 {
-    new RoomKeeper(page, nav, sections);
+    new WidthFollower(page, nav, sections);
 }
 
 } // namespace tideloft::ui

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/messages/device_lists.h"
+#include "ui/messages/sealing_devices.h"
 
 #include <QJsonDocument>
 
@@ -20,7 +20,7 @@ QJsonArray parsed(const QByteArray &json)
 
 } // namespace
 
-class TestDeviceLists : public QObject
+class TestSealingDevices : public QObject
 {
     Q_OBJECT
 
@@ -31,7 +31,7 @@ private slots:
     void senders();
 };
 
-void TestDeviceLists::recipients_data()
+void TestSealingDevices::recipients_data()
 {
     QTest::addColumn<QByteArray>("keys");
     QTest::addColumn<QString>("legacy");
@@ -49,7 +49,7 @@ void TestDeviceLists::recipients_data()
     row("a legacy key of blanks is a key", "[]", u" "_s, R"([{"deviceId":"legacy","publicKeyBase64":" "}])");
 }
 
-void TestDeviceLists::recipients()
+void TestSealingDevices::recipients()
 {
     QFETCH(const QByteArray, keys);
     QFETCH(const QString, legacy);
@@ -57,7 +57,7 @@ void TestDeviceLists::recipients()
     QCOMPARE(recipientDevices(parsed(keys), legacy), parsed(expected));
 }
 
-void TestDeviceLists::senders_data()
+void TestSealingDevices::senders_data()
 {
     QTest::addColumn<QByteArray>("devices");
     QTest::addColumn<QByteArray>("expected");
@@ -78,12 +78,12 @@ void TestDeviceLists::senders_data()
     row("an identifier that is no text", R"([{"deviceId":1},{}])", "[]");
 }
 
-void TestDeviceLists::senders()
+void TestSealingDevices::senders()
 {
     QFETCH(const QByteArray, devices);
     QFETCH(const QByteArray, expected);
     QCOMPARE(senderDevices(parsed(devices), u"this"_s), parsed(expected));
 }
 
-TIDELOFT_TEST_MAIN(TestDeviceLists)
-#include "tst_device_lists.moc"
+TIDELOFT_TEST_MAIN(TestSealingDevices)
+#include "tst_sealing_devices.moc"

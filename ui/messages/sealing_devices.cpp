@@ -1,7 +1,7 @@
 // Device lists of an outgoing message.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/messages/device_lists.h"
+#include "ui/messages/sealing_devices.h"
 
 #include <QJsonObject>
 
