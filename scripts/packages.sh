@@ -29,6 +29,12 @@ missing_packages()
     done <<<"$listed"
 }
 
+# The number of the release that runs here, such as 12; a release that is not out yet has a name only.
+system_release()
+{
+    (. /etc/os-release && echo "${VERSION_ID:-${VERSION_CODENAME:-unknown}}")
+}
+
 # Prints the command that gives root's rights without a question, or fails. Root needs none: an empty line.
 root_command()
 {
