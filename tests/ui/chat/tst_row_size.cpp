@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/hostile_texts.h"
+#include "tests/support/long_form.h"
 #include "tests/support/test_main.h"
+#include "ui/chat/bubble_size.h"
 #include "ui/chat/day_separator.h"
 #include "ui/chat/message_row.h"
 #include "ui/chat/row_size.h"
@@ -11,6 +13,7 @@
 #include "ui/texts/bounded_text.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QRandomGenerator>
 
 #include <memory>
@@ -59,6 +62,19 @@ QString randomText(QRandomGenerator &random)
     return random.bounded(8) == 0 ? QString(random.bounded(300), u'w') : text;
 }
 
+/// A paragraph of Latin letters and signs, with words of any length and blanks between them and around.
+QString randomParagraph(QRandomGenerator &random)
+{
+    QString text;
+    for (int words = 1 + random.bounded(40); words > 0; --words) {
+        const int length = 1 + random.bounded(random.bounded(10) == 0 ? 60 : 12);
+        for (int i = 0; i < length; ++i)
+            text += QChar(random.bounded(8) ? 0x21 + random.bounded(0x5e) : 0xc0 + random.bounded(0x40));
+        text += random.bounded(15) ? u" "_s : u"  "_s;
+    }
+    return random.bounded(3) ? text.trimmed() : text;
+}
+
 HistoryRow randomRow(QRandomGenerator &random)
 {
     const QStringList names{u"bob"_s,  u"漢字"_s, u"🙂 smile"_s, u"two\nlines"_s, QString(90, u'm'),
@@ -84,6 +100,8 @@ private slots:
     void isTheWidgetsOwn();
     void isTheWidgetsOwnForHostileTexts();
     void fontsAreThoseOfThePlace();
+    void paragraphIsMeasuredAsInADocument_data();
+    void paragraphIsMeasuredAsInADocument();
 };
 
 void TestRowSize::initTestCase()
@@ -142,6 +160,32 @@ void TestRowSize::fontsAreThoseOfThePlace()
     const QSize inMono = rowSize(row, 500, rowFonts(mono.viewport)).row;
     QVERIFY(inMono != rowSize(row, 500, rowFonts(dark.viewport)).row);
     QCOMPARE(inMono, mono.widgetSize(row, 500));
+}
+
+void TestRowSize::paragraphIsMeasuredAsInADocument_data()
+{
+    QTest::addColumn<QString>("family");
+    for (const char *family : {"DejaVu Sans", "DejaVu Serif", "DejaVu Sans Mono", "Open Sans", "Segoe UI"})
+        QTest::newRow(family) << QString::fromLatin1(family);
+}
+
+// The label lays its text out in a document. Measuring takes a way that is shorter for most texts.
+void TestRowSize::paragraphIsMeasuredAsInADocument()
+{
+    QFETCH(const QString, family);
+    QFont font(family);
+    QRandomGenerator random(1);
+    for (int i = 0; i < tests::rounds(300, 50'000); ++i) {
+        font.setPixelSize(11 + random.bounded(8));
+        const QString text = randomParagraph(random);
+        const QRect room(0, 0, widestBubbleText, QWIDGETSIZE_MAX);
+        const int natural = QFontMetrics(font).boundingRect(room, Qt::TextWordWrap, text).width();
+        const int width = qMin(natural + 1, widestBubbleText);
+        const QSize expected(width, bubbleTextHeight(text, font, width));
+        if (bubbleTextSize(text, font) != expected)
+            qInfo() << "paragraph" << i << text;
+        QCOMPARE(bubbleTextSize(text, font), expected);
+    }
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestRowSize)
