@@ -11,7 +11,7 @@ target_link_libraries(tideloft_chat_fixture
 
 tideloft_tests(gui_chat_tests
     TESTS tst_back_from_server tst_chat_days tst_chat_history tst_chat_refresh
-        tst_chat_sealed tst_conversation_list tst_list_refresh
+        tst_chat_sealed tst_list_refresh
         tst_scroll_keys tst_search tst_search_buttons tst_send tst_send_failures tst_send_slices
         tst_typing_ahead tst_unfinished_history tst_unseen_conversations
     SOURCES tst_changing_chat.cpp tst_changing_chat.h tst_list_state.cpp tst_list_state.h

@@ -39,6 +39,9 @@ private slots:
     void mouseMayStillBeDownWhenItsMessageGoes();
     void noRowIsLeftOver();
     void noticeOfAServerGivesWayToTheHistory();
+    void failedRequestKeepsTheConversations_data();
+    void failedRequestKeepsTheConversations();
+    void clickAsksForTheHistoryOfTheEntry();
 
 private:
     QLabel *selectWord(int index);
@@ -203,6 +206,39 @@ void TestChatRefresh::noticeOfAServerGivesWayToTheHistory()
     QVERIFY(chat.open(u"bob"_s, items));
     QCOMPARE(shownHistory(chat.messageList()), shown);
     QCOMPARE(widgetsShown(), 3);
+}
+
+void TestChatRefresh::failedRequestKeepsTheConversations_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("refused") << 500 << QByteArray(R"({"message":"no"})");
+    QTest::newRow("signed out") << 401 << QByteArray("<html>login</html>");
+}
+
+void TestChatRefresh::failedRequestKeepsTheConversations()
+{
+    QFETCH(const int, status);
+    QFETCH(const QByteArray, body);
+    QVERIFY(chat.showConversations({QJsonObject{{u"peer"_s, u"bob"_s}}}));
+    chat.service.answerOnce("GET /api/chat/conversations", status, body);
+    chat.refresh();
+    QVERIFY(chat.settle());
+    QCOMPARE(chat.peers(), QStringList{u"bob"_s});
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+// The name comes from the entry's data, and its history is the one that is asked for.
+void TestChatRefresh::clickAsksForTheHistoryOfTheEntry()
+{
+    QVERIFY(chat.showConversations({QJsonObject{{u"peer"_s, u"bob"_s}}, QJsonObject{{u"peer"_s, u"eve"_s}}}));
+    chat.dmList()->item(1)->setData(Qt::UserRole, u"  mallory "_s);
+    chat.service.clear();
+    chat.click(chat.dmList(), 1);
+    QVERIFY(chat.service.waitForRequests("GET /api/chat/history/mallory", 1));
+    QCOMPARE(chat.child<QLabel>("centerTitle")->text(), u"mallory"_s);
+    QVERIFY(chat.msgInput()->isVisible());
+    QCOMPARE(chat.service.count("GET /api/chat/history/eve"), 0);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestChatRefresh)
