@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/account_rules.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace tideloft::service
