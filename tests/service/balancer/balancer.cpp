@@ -148,7 +148,7 @@ QStringList Haproxy::prepare(const Behind &services)
         filledIn(u"haproxy.cfg"_s, {{"10.0.0.11:8443", local(services.one)},
                                     {"10.0.0.12:8443", local(services.two)},
                                     {":::443 v4v6", local(endedPort)},
-                                    {":::8443 v4v6", local(passedPort)},
+                                    {":::444 v4v6", local(passedPort)},
                                     {"/etc/haproxy/chat.example.org.pem", path(u"front-both.pem"_s).toUtf8()},
                                     {"chat.example.org", "localhost"},
                                     {"/etc/ssl/certs/ca-certificates.crt", path(u"service.pem"_s).toUtf8()}});
