@@ -52,7 +52,7 @@ ParsedCall mistake(const QString &what)
 ParsedCall callOf(const ControlCommand &command, const QStringList &arguments,
                   const QCommandLineParser &parser)
 {
-    const qsizetype wanted = command.parameters.isEmpty() ? 0 : 1;
+    const qsizetype wanted = command.parameters.split(u' ', Qt::SkipEmptyParts).size();
     if (arguments.size() < wanted)
         return mistake(u"'%1' needs %2."_s.arg(command.name, command.parameters));
     if (arguments.size() > wanted)

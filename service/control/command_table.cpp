@@ -29,6 +29,9 @@ const QList<ControlCommand> &commandTable()
         {u"backup"_s, u"FILE"_s, u"Write a copy of the database to a new file."_s, &backUpDatabase},
         {u"restore"_s, u"FILE"_s, u"Put a copy in the place of the database; the service must be stopped."_s,
          &restoreDatabase},
+        {u"copy"_s, u"FROM TO"_s,
+         u"Copy everything to another database, or from one; no service may run. Needs --yes where TO holds accounts."_s,
+         &copyDatabase},
         {u"check"_s, {}, u"Look through the whole database for damage."_s, &checkDatabase},
         {u"stats"_s, {}, u"Say how much the database holds."_s, &tellStatistics},
     };

@@ -12,7 +12,7 @@ namespace tideloft::service
 
 struct ControlCommand {
     QString name;       ///< one or two words
-    QString parameters; ///< what its only argument is; empty when it takes none
+    QString parameters; ///< what its arguments are, a word each; empty when it takes none
     QString help;
     void (*run)(const Call &call); ///< throws Problem or StorageError when it cannot be done
 };

@@ -7,12 +7,17 @@
 #include "service/control/opened_database.h"
 #include "service/control/output.h"
 #include "service/control/problem.h"
+#include "service/store/copy.h"
+#include "service/store/database_lock.h"
 #include "service/store/engines.h"
 #include "service/store/maintenance.h"
+#include "service/store/schema.h"
 #include "service/store/statistics.h"
 
 #include <QDateTime>
 #include <QFileInfo>
+
+#include <optional>
 
 namespace tideloft::service
 {
@@ -38,6 +43,14 @@ QString fileOf(const Call &call)
     return file;
 }
 
+std::optional<DatabaseLock> lockAlone(const QString &place)
+{
+    const QString file = engineFor(place)->file();
+    if (file.isEmpty())
+        return std::nullopt;
+    return std::optional<DatabaseLock>(std::in_place, file, DatabaseLock::Kind::Exclusive);
+}
+
 } // namespace
 
 void backUpDatabase(const Call &call)
@@ -58,6 +71,31 @@ void restoreDatabase(const Call &call)
     say(u"The database %1 is restored."_s.arg(file));
     if (QFileInfo::exists(kept))
         say(u"What was there before is %1."_s.arg(kept));
+}
+
+// What somebody would write meanwhile would be lost. A server cannot tell whether a service uses it.
+void copyDatabase(const Call &call)
+{
+    const QString &from = call.arguments.constFirst();
+    const QString &to = call.arguments.constLast();
+    if (const QString file = engineFor(from)->file(); !file.isEmpty() && !QFileInfo::exists(file))
+        throw Problem(u"There is no database %1"_s.arg(file));
+    const std::optional<DatabaseLock> fromAlone = lockAlone(from);
+    if (engineFor(from)->place() == engineFor(to)->place())
+        throw Problem(u"A database cannot be copied to itself"_s);
+    const std::optional<DatabaseLock> toAlone = lockAlone(to);
+    Database source(from);
+    requireCurrentVersion(source);
+    Store target(to);
+    if (holdsSomething(target) && !call.confirmed)
+        throw Problem(u"%1 holds accounts, which would be replaced. Repeat the command with --yes"_s.arg(
+            target.place()));
+    QList<QStringList> rows{{u"TABLE"_s, u"ROWS"_s}};
+    for (const CopiedTable &table : copyEverything(source, target))
+        rows.append({table.name, QString::number(table.rows)});
+    for (const QString &line : tableLines(rows))
+        say(line);
+    say(u"%1 holds the same as %2: every row was compared."_s.arg(target.place(), source.place()));
 }
 
 void checkDatabase(const Call &call)

@@ -11,6 +11,7 @@ struct Call;
 // Each does what the table of commands says, and throws Problem or StorageError when it cannot.
 void backUpDatabase(const Call &call);
 void restoreDatabase(const Call &call);
+void copyDatabase(const Call &call);
 void checkDatabase(const Call &call);
 void tellStatistics(const Call &call);
 

@@ -78,6 +78,13 @@ public:
     /// Another number after another process has written; always the same where nothing is kept in memory.
     virtual qint64 changesOfOthers(StatementRunner &database) const = 0;
 
+    /// Rows of the table that are added without a number get this one and those behind it, if that needs
+    /// saying.
+    virtual void numberFrom(StatementRunner &, const QString &, qint64) const {}
+
+    /// Lets statements of this connection take as long as they do.
+    virtual void allowLongWork(StatementRunner &) const {}
+
     virtual Extent extent(StatementRunner &database) const = 0;
 
     /// What is wrong with the database, a line each.

@@ -125,6 +125,17 @@ void PostgresqlEngine::setSchemaVersion(StatementRunner &database, int version) 
     database.run(u"INSERT INTO schema_version (version) VALUES (?)"_s, {version});
 }
 
+void PostgresqlEngine::numberFrom(StatementRunner &database, const QString &table, qint64 next) const
+{
+    database.run(u"ALTER TABLE %1 ALTER COLUMN id RESTART WITH %2"_s.arg(table).arg(next));
+}
+
+void PostgresqlEngine::allowLongWork(StatementRunner &database) const
+{
+    database.run(u"SET statement_timeout = 0"_s);
+    database.run(u"SET idle_in_transaction_session_timeout = 0"_s);
+}
+
 Extent PostgresqlEngine::extent(StatementRunner &database) const
 {
     return {database.number(u"SELECT pg_database_size(current_database())"_s), 0};

@@ -34,6 +34,8 @@ public:
     void setSchemaVersion(StatementRunner &database, int version) const override;
     QList<SchemaStep> schemaSteps() const override;
     qint64 changesOfOthers(StatementRunner &) const override { return 0; }
+    void numberFrom(StatementRunner &database, const QString &table, qint64 next) const override;
+    void allowLongWork(StatementRunner &database) const override;
     Extent extent(StatementRunner &database) const override;
     QStringList problems(StatementRunner &database) const override;
 

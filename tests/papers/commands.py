@@ -37,7 +37,7 @@ def control_options(project):
 def control_commands(project):
     """What tideloftctl can be asked to do: names, with what each takes."""
     table = project.read("service/control/command_table.cpp")
-    return dict(re.findall(r"\{u\"([a-z ]+)\"_s, (?:\{\}|u\"([A-Z]+)\"_s),", table))
+    return dict(re.findall(r"\{u\"([a-z ]+)\"_s, (?:\{\}|u\"([A-Z ]+)\"_s),", table))
 
 
 def check_control_commands(project):
@@ -50,7 +50,7 @@ def check_control_commands(project):
             words = [word for word in arguments.split()[1:] if not word.startswith(("-", "<"))]
             if command.split(" ")[0] == "tideloftctl" and words and not asks_for_one(known, words):
                 problems.append(f"{paper.path}: tideloftctl cannot do {command!r}")
-    page = re.findall(r"^\.It Cm ([a-z ]+?)(?: Ar [a-z]+)?$", project.read("packaging/man/tideloftctl.8"), re.M)
+    page = re.findall(r"^\.It Cm ([a-z ]+?)(?: Ar [a-z ]+)?$", project.read("packaging/man/tideloftctl.8"), re.M)
     if sorted(page) != sorted(known):
         problems.append(f"the manual page of tideloftctl has {sorted(page)}, and the program {sorted(known)}")
     return problems
@@ -60,7 +60,7 @@ def asks_for_one(known, words):
     for name, parameter in known.items():
         given = words[len(name.split()):]
         if words[:len(name.split())] == name.split():
-            return bool(given) == bool(parameter)
+            return len(given) == len(parameter.split())
     return False
 
 

@@ -4,6 +4,7 @@
 #include "tests/service/control_program.h"
 #include "tests/service/daemon_client.h"
 #include "tests/service/message_bodies.h"
+#include "tests/service/postgresql_cluster.h"
 #include "tests/support/test_main.h"
 
 #include <QDir>
@@ -31,6 +32,8 @@ private slots:
     void damageIsTold();
     void statisticsAreTold();
     void messageTakesSomeTwoKilobytes();
+    void everythingMovesToAServerAndBack();
+    void copyWantsWhatIsThereAndNobodyElse();
 
 private:
     Ended run(const QString &line) const { return control(daemon->databaseFile(), line); }
@@ -203,6 +206,42 @@ void TestTideloftctlCopies::messageTakesSomeTwoKilobytes()
     QCOMPARE(run(u"backup "_s + copy()).code, 0);
     const qint64 each = (QFileInfo(copy()).size() - QFileInfo(before).size()) / count;
     QVERIFY2(each > 1500 && each < 2500, qPrintable(QString::number(each)));
+}
+
+void TestTideloftctlCopies::everythingMovesToAServerAndBack()
+{
+    QCOMPARE(send(u"one"_s), 201);
+    QCOMPARE(daemon->stop(SIGTERM), 0);
+    PostgresqlCluster cluster;
+    const QString server = cluster.newPlace();
+    const auto moved = [](const QString &from, const QString &to, const QString &more = {}) {
+        return control({}, u"copy "_s + from + u' ' + to + more);
+    };
+    const Ended there = moved(daemon->databaseFile(), server);
+    QVERIFY2(there.code == 0, there.errors.constData());
+    QVERIFY2(there.output.simplified().contains(" messages 1 "), there.output.constData());
+    QVERIFY(daemon->startPlain({u"--database"_s, server}));
+    QCOMPARE(sentMessages(), 1); // with the session of before
+    QCOMPARE(send(u"two"_s), 201);
+    QCOMPARE(daemon->stop(SIGTERM), 0);
+    const Ended unsure = moved(server, daemon->databaseFile());
+    QCOMPARE(unsure.code, 1);
+    QVERIFY(unsure.errors.contains("--yes"));
+    const Ended back = moved(server, daemon->databaseFile(), u" --yes"_s);
+    QVERIFY2(back.code == 0, back.errors.constData());
+    QVERIFY(daemon->startPlain());
+    QCOMPARE(sentMessages(), 2);
+    QCOMPARE(run(u"check"_s).code, 0);
+}
+
+void TestTideloftctlCopies::copyWantsWhatIsThereAndNobodyElse()
+{
+    const QString missing = folder->filePath(u"missing.sqlite"_s);
+    QVERIFY(control({}, u"copy "_s + missing + u' ' + copy()).errors.contains("There is no database"));
+    QVERIFY(!QFile::exists(missing));
+    const Ended running = control({}, u"copy "_s + daemon->databaseFile() + u' ' + copy());
+    QVERIFY2(running.errors.contains("is in use by another process"), running.errors.constData());
+    QVERIFY(!QFile::exists(copy()));
 }
 
 TIDELOFT_TEST_MAIN(TestTideloftctlCopies)
