@@ -1,13 +1,14 @@
 // nginx and HAProxy in front of two services, configured as the package says: who is counted, and what goes
 // on.
 //
-// Each service has a database of its own, so a test that signs somebody in lets one of them run.
+// Where a test asks for no place on a server for both, each service has a database of its own.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/service/balancer/balancer.h"
 #include "tests/service/balancer/front_client.h"
 #include "tests/service/message_bodies.h"
 #include "tests/service/picture_material.h"
+#include "tests/service/postgresql_cluster.h"
 #include "tests/service/server_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -101,6 +102,8 @@ class TestBalancers : public QObject
 private slots:
     void twoPeopleTalkWhileOneServiceIsAway_data() { addFronts(); }
     void twoPeopleTalkWhileOneServiceIsAway();
+    void servicesWithOneDatabaseAreOne_data() { addFronts(); }
+    void servicesWithOneDatabaseAreOne();
     void limitsCountTheClient_data() { addFronts(); }
     void limitsCountTheClient();
     void picturesFit_data() { addFronts(); }
@@ -133,6 +136,34 @@ void TestBalancers::twoPeopleTalkWhileOneServiceIsAway()
     QCOMPARE(history.status, 200);
     QCOMPARE(history.array().size(), 4);
     QCOMPARE(history.array()[0][u"from"_s].toString(), u"alice"_s);
+}
+
+// Each request may go to another service than the one before, and one of the services dies meanwhile.
+void TestBalancers::servicesWithOneDatabaseAreOne()
+{
+    QFETCH(QString, kind);
+    const Front front(kind);
+    const QStringList options =
+        front.serviceOptions() + QStringList{u"--database"_s, PostgresqlCluster::ofThisProcess().newPlace()};
+    Daemon one;
+    Daemon two;
+    QVERIFY(one.startPlain(options));
+    QVERIFY(two.startPlain(options));
+    QVERIFY(front.balancer->start({one.port(), two.port()}));
+    FrontClient alice = front.client();
+    FrontClient bob = front.client();
+    QCOMPARE(alice.registerAs(u"alice"_s), 201);
+    QCOMPARE(bob.registerAs(u"bob"_s), 201);
+    QCOMPARE(alice.signIn(u"alice"_s), 200);
+    QCOMPARE(bob.signIn(u"bob"_s), 200);
+    for (int i = 0; i < 8; ++i) {
+        if (i == 4)
+            QCOMPARE(one.stop(SIGKILL), -1);
+        QCOMPARE(alice.post("/api/chat/send", sealedMessage(u"bob"_s, base64(40 + i))).status, 201);
+        QCOMPARE(bob.get("/api/chat/history/alice").array().size(), i + 1);
+    }
+    QCOMPARE(two.stop(SIGTERM), 0);
+    QVERIFY2(two.errors().contains("/api/chat/send 201"), two.errors().constData());
 }
 
 void TestBalancers::limitsCountTheClient()
