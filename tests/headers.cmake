@@ -31,5 +31,7 @@ function(tideloft_precompile_test name)
         target_precompile_headers(${name} REUSE_FROM tideloft_network_test_headers)
     elseif(parts STREQUAL "Qt6::Test")
         target_precompile_headers(${name} REUSE_FROM tideloft_core_test_headers)
+    elseif(NOT "Qt6::Test" IN_LIST parts)
+        tideloft_precompile_room(${name}) # what tests are helped by, and the programs that they start
     endif()
 endfunction()

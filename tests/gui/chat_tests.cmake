@@ -3,6 +3,7 @@
 # SPDX-License-Identifier: MIT
 add_library(tideloft_sealed_messages STATIC
     ../support/sealed_messages.cpp ../support/sealed_messages.h)
+tideloft_when_linked(tideloft_precompile_test tideloft_sealed_messages)
 target_link_libraries(tideloft_sealed_messages PUBLIC tideloft_options tideloft_crypto)
 add_library(tideloft_chat_fixture STATIC tst_chat_fixture.cpp tst_chat_fixture.h)
 tideloft_when_linked(tideloft_precompile_test tideloft_chat_fixture)

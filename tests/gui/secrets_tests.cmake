@@ -9,6 +9,7 @@ set_source_files_properties(../support/secret_search.cpp PROPERTIES COMPILE_OPTI
 
 # The client as it is started, with somebody who uses it.
 add_executable(traced_person traced_person.cpp traced_person.h ../e2e/endpoint_from_environment.cpp)
+tideloft_when_linked(tideloft_precompile_test traced_person)
 target_link_libraries(traced_person PRIVATE tideloft_app Qt6::Test)
 
 tideloft_test(tst_secret_search LIBRARIES tideloft_sealed_messages tideloft_secret_search LABELS gui)
