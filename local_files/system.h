@@ -42,8 +42,8 @@ void close(int descriptor);
 [[nodiscard]] std::optional<Status> statusOf(int descriptor);
 /// Of what is at PATH; links are followed.
 [[nodiscard]] std::optional<Status> statusAt(const QString &path);
-/// Whether the system is certain that PATH leads to nothing that it would open: no such name, a folder on the way
-/// that is none or may not be entered, links in a circle, a name that is too long.
+/// Whether the system is certain that PATH leads to nothing that it would open: no such name, a folder on the
+/// way that is none or may not be entered, links in a circle, a name that is too long.
 [[nodiscard]] bool nothingIsAt(const QString &path);
 
 /// Gives what was opened these permissions, if the system allows that: of the owner, of the group, of others.
