@@ -5,7 +5,9 @@
 
 #include "app/identity.h"
 
-#include <array>
+#include <QIconEngine>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -15,20 +17,54 @@ namespace tideloft::app
 namespace
 {
 
-// With the sizes named, a picture is read only when something shows it.
-QIcon carriedIcon()
+/// The icon that the program carries. The toolkit would read its pictures, all of them, before anybody shows
+/// one: here they are read then.
+class CarriedIcon : public QIconEngine
 {
-    QIcon icon;
-    for (const int size : std::array{16, 24, 32, 48, 64, 128, 256})
-        icon.addFile(u":/icons/%1.png"_s.arg(size), QSize(size, size));
-    return icon;
-}
+public:
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        icon().paint(painter, rect, Qt::AlignCenter, mode, state);
+    }
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return icon().pixmap(size, 1, mode, state);
+    }
+    QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return icon().actualSize(size, mode, state);
+    }
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
+    {
+        QList<QSize> sizes;
+        for (const int size : lengths)
+            sizes.append({size, size});
+        return sizes;
+    }
+    bool isNull() override { return false; }
+    [[nodiscard]] QIconEngine *clone() const override { return new CarriedIcon(*this); }
+
+private:
+    static constexpr int lengths[] = {16, 24, 32, 48, 64, 128, 256};
+
+    const QIcon &icon()
+    {
+        if (!read) {
+            read.emplace();
+            for (const int size : lengths)
+                read->addFile(u":/icons/%1.png"_s.arg(size), QSize(size, size));
+        }
+        return *read;
+    }
+
+    std::optional<QIcon> read;
+};
 
 } // namespace
 
 QIcon windowIcon()
 {
-    return QIcon::fromTheme(desktopFileName, carriedIcon());
+    return QIcon::fromTheme(desktopFileName, QIcon(new CarriedIcon));
 }
 
 } // namespace tideloft::app

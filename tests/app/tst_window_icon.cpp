@@ -50,7 +50,12 @@ void TestWindowIcon::carriedPictures()
     QFETCH(const int, size);
     const QTemporaryDir empty;
     QIcon::setThemeSearchPaths({empty.path()});
-    const QImage picture = tideloft::app::windowIcon().pixmap(size).toImage();
+    const QIcon icon = tideloft::app::windowIcon();
+    QVERIFY(icon.availableSizes().contains(QSize(size, size)));
+    QCOMPARE(icon.actualSize({size, size}), QSize(size, size));
+    const QImage picture = icon.pixmap(size).toImage();
+    QCOMPARE(picture, QImage(u":/icons/%1.png"_s.arg(size)).convertToFormat(picture.format()));
+    QCOMPARE(QIcon(icon).pixmap(size).toImage(), picture);
     QCOMPARE(picture.size(), QSize(size, size));
     QCOMPARE(picture.pixelColor(0, 0).alpha(), 0); // the corners are round
     const QColor bubble = picture.pixelColor(size / 2, size * 3 / 8);

@@ -8,20 +8,57 @@
 namespace tideloft::ui
 {
 
-void GridWidget::paintEvent(QPaintEvent *event)
+namespace
 {
-    QWidget::paintEvent(event);
-    QPainter painter(this);
-    painter.fillRect(rect(), QColor(0x07, 0x07, 0x0c));
+
+constexpr int spacing = 32;
+
+/// Paints the grid in a place of that WIDTH and HEIGHT, line by line.
+void paintLines(QPainter &painter, int width, int height)
+{
+    painter.fillRect(0, 0, width, height, QColor(0x07, 0x07, 0x0c));
     painter.setPen(QPen(QColor(255, 255, 255, 13), 1));
-    constexpr int spacing = 32;
     // Cell by cell: the toolkit hands longer lines to threads, which costs more than the painting.
-    for (int x = 0; x < width(); x += spacing) {
-        for (int y = 0; y < height(); y += spacing) {
+    for (int x = 0; x < width; x += spacing) {
+        for (int y = 0; y < height; y += spacing) {
             painter.drawLine(x, y, x, y + spacing - 1);
             painter.drawLine(x, y, x + spacing - 1, y);
         }
     }
+}
+
+/// Paints the same from copies of a few cells, which costs a tenth of it. One by one: for a large surface,
+/// too, the toolkit would wake threads.
+void paintCopies(QPainter &painter, int width, int height)
+{
+    constexpr int cells = 8 * spacing;
+    QImage picture(cells, spacing, QImage::Format_RGB32);
+    QPainter picturePainter(&picture);
+    paintLines(picturePainter, cells, spacing);
+    picturePainter.end();
+    for (int x = 0; x < width; x += cells) {
+        for (int y = 0; y < height; y += spacing)
+            painter.drawImage(x, y, picture);
+    }
+}
+
+/// Whether a pixel of a picture becomes one of what PAINTER paints on, in the same colour.
+bool copiesPixels(const QPainter &painter)
+{
+    return painter.deviceTransform().type() <= QTransform::TxTranslate
+           && painter.device()->devicePixelRatio() == 1 && painter.device()->depth() >= 24;
+}
+
+} // namespace
+
+void GridWidget::paintEvent(QPaintEvent *event)
+{
+    QWidget::paintEvent(event);
+    QPainter painter(this);
+    if (copiesPixels(painter))
+        paintCopies(painter, width(), height());
+    else
+        paintLines(painter, width(), height());
 }
 
 } // namespace tideloft::ui

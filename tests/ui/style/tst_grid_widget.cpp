@@ -21,6 +21,8 @@ private slots:
     void lines_data();
     void lines();
     void crossingIsPaintedTwice();
+    void everyPixelIsThatOfLines_data();
+    void everyPixelIsThatOfLines();
     void coloursIgnoreTheTheme();
 };
 
@@ -87,6 +89,53 @@ void TestGridWidget::crossingIsPaintedTwice()
     QCOMPARE(image.pixelColor(0, 0), under(under(fill)));
     QCOMPARE(image.pixelColor(31, 31), fill);
     QCOMPARE(image.pixelColor(63, 63), fill);
+}
+
+void TestGridWidget::everyPixelIsThatOfLines_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<QImage::Format>("format");
+    for (const QSize size : {QSize(1, 1), QSize(33, 65), QSize(257, 31), QSize(1100, 720)}) {
+        for (const double scale : {1.0, 1.5, 2.0}) {
+            for (const auto format : {QImage::Format_RGB32, QImage::Format_ARGB32_Premultiplied})
+                QTest::addRow("%d x %d at %g, format %d", size.width(), size.height(), scale, format)
+                    << size << scale << format;
+        }
+    }
+}
+
+/// Whether pixels are copied or lines are drawn, the picture is the same.
+void TestGridWidget::everyPixelIsThatOfLines()
+{
+    QFETCH(const QSize, size);
+    QFETCH(const double, scale);
+    QFETCH(const QImage::Format, format);
+    const QPoint place(3, 5);
+    const auto picture = [&] {
+        QImage image((size + QSize(10, 10)) * scale, format);
+        image.setDevicePixelRatio(scale);
+        image.fill(Qt::magenta);
+        return image;
+    };
+    GridWidget grid;
+    grid.resize(size);
+    QImage painted = picture();
+    grid.render(&painted, place);
+    QImage drawn = picture();
+    QPainter painter(&drawn);
+    painter.translate(place);
+    painter.setClipRect(QRect({}, size));
+    painter.fillRect(QRect({}, size), fill);
+    painter.setPen(QPen(QColor(255, 255, 255, 13), 1));
+    for (int x = 0; x < size.width(); x += 32) {
+        for (int y = 0; y < size.height(); y += 32) {
+            painter.drawLine(x, y, x, y + 31);
+            painter.drawLine(x, y, x + 31, y);
+        }
+    }
+    painter.end();
+    QCOMPARE(painted, drawn);
 }
 
 void TestGridWidget::coloursIgnoreTheTheme()
