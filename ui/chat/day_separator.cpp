@@ -15,9 +15,9 @@ namespace tideloft::ui
 namespace
 {
 
-// A plain box whose background is the line: a frame would draw a border of its own over it, three pixels
+// A plain box whose background is the rule: a frame would draw a border of its own over it, three pixels
 // high.
-QWidget *makeDayLine(QWidget *row)
+QWidget *makeDayRule(QWidget *row)
 {
     auto *rule = makeBox(row);
     rule->setFixedHeight(1); // whatever the style sheet says, and when
@@ -37,9 +37,9 @@ QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent)
     day->setStyleSheet(style::dayLabel);
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(40, 18, 40, 10);
-    layout->addWidget(makeDayLine(row), 1);
+    layout->addWidget(makeDayRule(row), 1);
     layout->addWidget(day);
-    layout->addWidget(makeDayLine(row), 1);
+    layout->addWidget(makeDayRule(row), 1);
     return row;
 }
 

@@ -1,4 +1,4 @@
-// The line between two days of a history.
+// What stands between two days of a history.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -10,7 +10,7 @@ class QWidget;
 namespace tideloft::ui
 {
 
-/// A row with the day's label between two lines.
+/// A row with the day's label between two rules.
 QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent);
 
 } // namespace tideloft::ui

@@ -19,7 +19,7 @@ struct RowFonts {
     QFont text;
     QFont time;
     QFont day;
-    int daySpacing = 0; ///< px between a day's label and the lines beside it
+    int daySpacing = 0; ///< px between a day's label and the rules beside it
 };
 
 /// The fonts of rows below VIEWPORT.

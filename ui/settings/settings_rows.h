@@ -14,7 +14,7 @@ class QWidget;
 namespace tideloft::ui
 {
 
-/// An upper-case caption with a line below it.
+/// An upper-case caption with a rule below it.
 QWidget *makeSectionHeader(const QString &caption, QWidget *parent);
 
 /// A rounded box for rows; its layout is a column inside a border of 1 px.
