@@ -63,7 +63,7 @@ void TestConversationEntry::neighboursFollow()
     ConversationWindow window;
     auto *conversations = new ConversationList(&window.list);
     conversations->show(service.rows());
-    QTRY_VERIFY(conversations->isSettled());
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
     QVERIFY(window.hasWidget(15));
     QVERIFY2(service.opened <= 20, qPrintable(QString::number(service.opened)));
     QVERIFY(widgetCount(window) <= 20);
@@ -96,7 +96,7 @@ void TestConversationEntry::farWidgetsAreTakenBack()
     conversations->show(service.rows());
     for (int value = 0; value < 20'000; value += 1'000) {
         window.bar()->setValue(value);
-        QTRY_VERIFY(conversations->isSettled());
+        QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
         QVERIFY2(widgetCount(window) <= 60, qPrintable(QString::number(widgetCount(window))));
     }
     QVERIFY(!window.hasWidget(0));
@@ -111,11 +111,11 @@ void TestConversationEntry::rowIsKeptWhileTheMouseIsDown()
     conversations->show(service.rows());
     QTest::mousePress(window.list.windowHandle(), Qt::LeftButton, {}, {60, 30});
     window.bar()->setValue(30'000);
-    QTRY_VERIFY(conversations->isSettled());
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
     QVERIFY(window.hasWidget(0));
     QTest::mouseRelease(window.list.windowHandle(), Qt::LeftButton, {}, {60, 30});
     window.bar()->setValue(30'010);
-    QTRY_VERIFY(conversations->isSettled());
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
     QVERIFY(!window.hasWidget(0));
 }
 
@@ -158,7 +158,7 @@ void TestConversationEntry::stoppedWorkGoesOnWithTheNextRows()
     QApplication::processEvents();
     QVERIFY(!window.hasWidget(15));
     conversations->show(service.rows());
-    QTRY_VERIFY(conversations->isSettled());
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
     QVERIFY(window.hasWidget(15));
 }
 

@@ -113,7 +113,7 @@ void TestConversationOracle::looksLikeAListOfAllWidgets()
         QApplication::processEvents();
         QCOMPARE(difference(lazy, eager), QString());
     }
-    QTRY_VERIFY(conversations->isSettled());
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
     for (int i = 0; i < eager.list.count(); ++i)
         QCOMPARE(lazy.spoken(i), eager.spoken(i));
 }
