@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr std::chrono::milliseconds patience{500}; // the database must not keep the figures back
+constexpr std::chrono::milliseconds timeLimit{500}; // the database must not keep the figures back
 
 ServerSettings settingsFor(std::uint16_t port)
 {
@@ -68,7 +68,7 @@ Reply MetricsServer::answer() const
         if (!accepted)
             finish(page(counters, now));
     };
-    return Later<Response>{withSessions, patience, page(counted, now)};
+    return Later<Response>{withSessions, timeLimit, page(counted, now)};
 }
 
 ServiceState MetricsServer::state() const

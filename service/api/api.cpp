@@ -46,7 +46,7 @@ StoreSettings ApiContext::withRetention(StoreSettings storage) const
     constexpr qint64 day = qint64{24} * 60 * 60 * 1000;
     if (settings.keepMessagesDays == 0)
         return storage;
-    storage.upkeep.piece = [this](Database &database) {
+    storage.background.piece = [this](Database &database) {
         const qint64 now = std::min(nowInMilliseconds(), sessionTime());
         return removeMessagesBefore(database, now - settings.keepMessagesDays * day, pieceSize) == pieceSize;
     };

@@ -78,7 +78,7 @@ VersionedList histories(ApiContext &context)
                         visitHistory(database, user, *peer, most, [&](const MessageRow &row) {
                             return items.add(messageItem(row, user.name, peer->name));
                         });
-                    return items.turnedResponse();
+                    return items.reversedResponse();
                 },
             .most = most};
 }

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr std::chrono::milliseconds patience{1000};
+constexpr std::chrono::milliseconds timeLimit{1000};
 
 Response healthy()
 {
@@ -49,9 +49,9 @@ public:
     Reply ask()
     {
         const qint64 now = context.settings.steadyNow();
-        if (last.load() && wroteAt > now - patience.count())
+        if (last.load() && wroteAt > now - timeLimit.count())
             return healthy();
-        return Later<Response>{[this, now](const Finish<Response> &finish) { write(now, finish); }, patience,
+        return Later<Response>{[this, now](const Finish<Response> &finish) { write(now, finish); }, timeLimit,
                                ill(u"The database has not answered within a second."_s)};
     }
 

@@ -51,7 +51,7 @@ Response ItemList::response()
     return response;
 }
 
-Response ItemList::turnedResponse()
+Response ItemList::reversedResponse()
 {
     std::reverse(items.begin(), items.end());
     return response();

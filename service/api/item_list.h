@@ -21,7 +21,7 @@ public:
 
     /// To be called once: a JSON array of the items.
     Response response();
-    Response turnedResponse(); ///< the last item first
+    Response reversedResponse(); ///< the last item first
 
 private:
     ByteBudget::Share share;

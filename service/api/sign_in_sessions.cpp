@@ -38,7 +38,7 @@ QByteArray cookie(const ApiContext &context, const QByteArray &value)
     return cookieName + QByteArray("=") + value + "; Path=/; HttpOnly; SameSite=Strict" + secure;
 }
 
-std::optional<User> userOf(const ApiContext &context, const std::optional<KnownSession> &session)
+std::optional<User> userOf(const ApiContext &context, const std::optional<CachedSession> &session)
 {
     if (!session || session->user == 0 || session->expiresAt <= context.sessionTime())
         return std::nullopt;
@@ -50,7 +50,7 @@ QByteArray maximumAge(qint64 seconds)
     return "; Max-Age=" + QByteArray::number(seconds);
 }
 
-// What is known of sessions may be a second old. Nothing is stored for an account that was disabled
+// The cache of sessions may be a second old. Nothing is stored for an account that was disabled
 // meanwhile.
 Outcome onlyWhileActive(const User &user, Outcome outcome)
 {
@@ -84,20 +84,20 @@ bool carriesSession(const Request &request)
 std::optional<User> sessionUser(ApiContext &context, Database &database, const Request &request)
 {
     const QByteArray hash = tokenHash(requestToken(request));
-    auto &known = context.store.known().sessions;
-    const quint64 generation = known.generation();
-    std::optional<KnownSession> session = known.find(hash);
+    auto &cache = context.store.cache().sessions;
+    const quint64 generation = cache.generation();
+    std::optional<CachedSession> session = cache.find(hash);
     if (!session) {
         session = sessionOwner(database, hash);
         if (session)
-            known.learn(hash, *session, generation);
+            cache.learn(hash, *session, generation);
     }
     return userOf(context, session);
 }
 
-std::optional<User> knownUser(const ApiContext &context, const Request &request)
+std::optional<User> cachedUser(const ApiContext &context, const Request &request)
 {
-    return userOf(context, context.store.known().sessions.find(tokenHash(requestToken(request))));
+    return userOf(context, context.store.cache().sessions.find(tokenHash(requestToken(request))));
 }
 
 QByteArray endSession(const ApiContext &context, Database &database, const Request &request)

@@ -23,8 +23,8 @@ bool carriesSession(const Request &request);
 /// The user whose session the request carries; nobody when it carries none or an old one.
 std::optional<User> sessionUser(ApiContext &context, Database &database, const Request &request);
 
-/// The same from memory alone: nobody when the session is not known there.
-std::optional<User> knownUser(const ApiContext &context, const Request &request);
+/// The same from the cache alone: nobody when the session is not there.
+std::optional<User> cachedUser(const ApiContext &context, const Request &request);
 
 /// Ends the session of the request and returns the Set-Cookie value that removes its cookie.
 QByteArray endSession(const ApiContext &context, Database &database, const Request &request);

@@ -12,12 +12,12 @@ namespace tideloft::service
 namespace
 {
 
-QByteArray knownTag(const ApiContext &context, const VersionedList &list, const Request &request)
+QByteArray cachedTag(const ApiContext &context, const VersionedList &list, const Request &request)
 {
-    const std::optional<User> user = knownUser(context, request);
+    const std::optional<User> user = cachedUser(context, request);
     if (!user)
         return {};
-    const auto version = context.store.known().versions.find({user->id, list.subject(request)});
+    const auto version = context.store.cache().versions.find({user->id, list.subject(request)});
     return entityTag(version.value_or(0), list.most);
 }
 
@@ -26,12 +26,12 @@ QByteArray knownTag(const ApiContext &context, const VersionedList &list, const 
 Response readList(ApiContext &context, const VersionedList &list, Database &database, const Request &request,
                   const User &user)
 {
-    auto &known = context.store.known().versions;
-    const quint64 generation = known.generation();
+    auto &cache = context.store.cache().versions;
+    const quint64 generation = cache.generation();
     const qint64 version = list.version(database, request, user);
     if (version == 0)
         return list.content(database, request, user);
-    known.learn({user.id, list.subject(request)}, version, generation);
+    cache.learn({user.id, list.subject(request)}, version, generation);
     const QByteArray tag = entityTag(version, list.most);
     if (namesTag(request.ifNoneMatch, tag))
         return notModified(tag);
@@ -50,7 +50,7 @@ Handler forUnchanged(ApiContext &context, const VersionedList &list)
         });
     return [&context, list, read](const Request &request) -> Reply {
         if (!request.ifNoneMatch.isEmpty()) {
-            const QByteArray tag = knownTag(context, list, request);
+            const QByteArray tag = cachedTag(context, list, request);
             if (namesTag(request.ifNoneMatch, tag))
                 return notModified(tag);
         }

@@ -32,9 +32,9 @@ auto into(error_code &error)
 } // namespace
 
 Connection::Connection(tcp::socket socket, ConnectionContext &server, asio::ssl::context *tls,
-                       const Way &from)
+                       const RequestOrigin &from)
     : context(server),
-      way{tls != nullptr, from.peer, from.forwarded},
+      origin{tls != nullptr, from.peer, from.forwarded},
       transport(std::move(socket))
 {
     if (tls) {
@@ -123,7 +123,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     if (refusal) {
         response = context.refuse(*refusal);
     } else {
-        Request request = headOf(parser, way);
+        Request request = headOf(parser, origin);
         request.body = std::move(body);
         response = co_await context.answer(std::move(request));
     }
@@ -150,7 +150,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
 template <typename Parser> asio::awaitable<void> Connection::askForAdmission(const Parser &parser)
 {
     if (!admission)
-        admission = co_await context.admit(headOf(parser, way));
+        admission = co_await context.admit(headOf(parser, origin));
 }
 
 // False when there is no memory left for this much.

@@ -43,9 +43,10 @@ struct ConnectionContext {
 class Connection
 {
 public:
-    /// If there is a context TLS the client has to speak TLS, else plain HTTP. FROM is the rest of its way.
+    /// If there is a context TLS the client has to speak TLS, else plain HTTP. FROM says who is at its other
+    /// end.
     Connection(boost::asio::ip::tcp::socket socket, ConnectionContext &server, boost::asio::ssl::context *tls,
-               const Way &from);
+               const RequestOrigin &from);
     Q_DISABLE_COPY_MOVE(Connection)
     ~Connection();
 
@@ -83,7 +84,7 @@ private:
     boost::asio::ip::tcp::socket &socket();
 
     ConnectionContext &context;
-    const Way way;
+    const RequestOrigin origin;
     std::variant<PlainStream, TlsStream> transport;
     std::shared_ptr<Watchdog> watchdog;
     std::optional<Admission> admission; ///< of the current request, once it was needed

@@ -79,8 +79,8 @@ template <typename Result> using Finish = std::function<void(Result)>;
 /// What comes later: START is called on the event loop at once, and must neither wait nor throw.
 template <typename Result> struct Later {
     std::function<void(Finish<Result> finish)> start;
-    std::chrono::milliseconds patience = std::chrono::milliseconds::max();
-    Result whenLate = {}; ///< is taken when nothing has come within the patience
+    std::chrono::milliseconds timeout = std::chrono::milliseconds::max();
+    Result whenLate = {}; ///< is taken when nothing has come within that time
 };
 
 using Reply = std::variant<Response, Later<Response>>;

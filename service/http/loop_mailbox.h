@@ -45,18 +45,18 @@ private:
 
 /// What another thread brings, and a timer that stands for it: it keeps the loop running and wakes who waits.
 template <typename Result> struct Waiting {
-    Waiting(const boost::asio::any_io_executor &loop, std::chrono::milliseconds patience)
+    Waiting(const boost::asio::any_io_executor &loop, std::chrono::milliseconds timeout)
         : timer(loop, boost::asio::steady_timer::time_point::max())
     {
-        if (patience != std::chrono::milliseconds::max())
-            timer.expires_after(patience);
+        if (timeout != std::chrono::milliseconds::max())
+            timer.expires_after(timeout);
     }
 
     boost::asio::steady_timer timer;
     std::optional<Result> result;
 };
 
-/// The result, once it is there; what stands for it when the patience ends first. The result is dropped then.
+/// The result, once it is there; what stands for it when the time ends first. The result is dropped then.
 template <typename Result>
 boost::asio::awaitable<Result> waitFor(std::shared_ptr<LoopMailbox> mailbox,
                                        std::variant<Result, Later<Result>> outcome)
@@ -65,7 +65,7 @@ boost::asio::awaitable<Result> waitFor(std::shared_ptr<LoopMailbox> mailbox,
         co_return std::move(*now);
     auto &later = std::get<Later<Result>>(outcome);
     const auto loop = co_await boost::asio::this_coro::executor;
-    const auto waiting = std::make_shared<Waiting<Result>>(loop, later.patience);
+    const auto waiting = std::make_shared<Waiting<Result>>(loop, later.timeout);
     // Other threads must not keep the timer: it has to go before its loop does.
     later.start([mailbox, waits = std::weak_ptr(waiting)](Result result) {
         mailbox->post([waits, result = std::move(result)]() mutable {

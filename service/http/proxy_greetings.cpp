@@ -43,9 +43,9 @@ asio::awaitable<ProxyHeader> readHeader(asio::ip::tcp::socket &socket)
 
 } // namespace
 
-ProxyGreetings::ProxyGreetings(std::chrono::milliseconds patience, Greeted whenGreeted,
+ProxyGreetings::ProxyGreetings(std::chrono::milliseconds timeout, Greeted whenGreeted,
                                std::function<void()> whenRefused)
-    : time(patience),
+    : time(timeout),
       greeted(std::move(whenGreeted)),
       refused(std::move(whenRefused))
 {

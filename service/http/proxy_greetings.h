@@ -30,8 +30,7 @@ public:
 
     /// A header may take this long. A connection that begins otherwise is closed, and then REFUSED is called.
     /// Both functions must not throw.
-    ProxyGreetings(std::chrono::milliseconds patience, Greeted whenGreeted,
-                   std::function<void()> whenRefused);
+    ProxyGreetings(std::chrono::milliseconds timeout, Greeted whenGreeted, std::function<void()> whenRefused);
     Q_DISABLE_COPY_MOVE(ProxyGreetings)
     ~ProxyGreetings();
 

@@ -54,7 +54,7 @@ public:
 
 private:
     asio::awaitable<void> acceptAll();
-    void take(tcp::socket socket, const Way &way);
+    void take(tcp::socket socket, const RequestOrigin &origin);
     void takeGreeted(tcp::socket socket, const std::optional<asio::ip::address> &client);
     asio::awaitable<void> serve(std::shared_ptr<Connection> connection, QByteArray peer);
     asio::awaitable<Response> answer(Request request);
@@ -149,13 +149,13 @@ void HttpServer::Implementation::takeGreeted(tcp::socket socket,
         take(std::move(socket), {false, peerOf(client.value_or(remote.address())), false});
 }
 
-void HttpServer::Implementation::take(tcp::socket socket, const Way &way)
+void HttpServer::Implementation::take(tcp::socket socket, const RequestOrigin &origin)
 {
-    if (!way.forwarded && ofPeer.value(way.peer) >= context.limits.connectionsOfOnePeer)
+    if (!origin.forwarded && ofPeer.value(origin.peer) >= context.limits.connectionsOfOnePeer)
         return;
-    auto connection = std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr, way);
+    auto connection = std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr, origin);
     connections.insert(connection);
-    co_spawn(io, serve(std::move(connection), way.peer), asio::detached);
+    co_spawn(io, serve(std::move(connection), origin.peer), asio::detached);
 }
 
 asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connection> connection,

@@ -56,7 +56,7 @@ QByteArray toBytes(boost::beast::string_view text)
     return {text.data(), static_cast<qsizetype>(text.size())};
 }
 
-Request headOf(const RequestParser &parser, const Way &way)
+Request headOf(const RequestParser &parser, const RequestOrigin &origin)
 {
     const auto &message = parser.get();
     Request request;
@@ -65,8 +65,8 @@ Request headOf(const RequestParser &parser, const Way &way)
     request.contentType = toBytes(message[http::field::content_type]);
     request.cookie = toBytes(message[http::field::cookie]);
     request.ifNoneMatch = toBytes(message[http::field::if_none_match]);
-    request.fromForeignPage = isForeignPage(parser, way.secure);
-    request.peer = way.forwarded ? forwardedPeer(lastForwardedFor(message), way.peer) : way.peer;
+    request.fromForeignPage = isForeignPage(parser, origin.secure);
+    request.peer = origin.forwarded ? forwardedPeer(lastForwardedFor(message), origin.peer) : origin.peer;
     return request;
 }
 

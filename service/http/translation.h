@@ -21,15 +21,15 @@ using ReplySerializer = boost::beast::http::response_serializer<boost::beast::ht
 
 QByteArray toBytes(boost::beast::string_view text);
 
-/// How a request came.
-struct Way {
+/// Where a request comes from, and how.
+struct RequestOrigin {
     bool secure = false;    ///< over TLS
     QByteArray peer;        ///< whose connection it is
     bool forwarded = false; ///< by a proxy that may say for whom
 };
 
 /// Everything but the body.
-Request headOf(const RequestParser &parser, const Way &way);
+Request headOf(const RequestParser &parser, const RequestOrigin &origin);
 
 /// Leaves the parser with nothing, so that there is one copy.
 QByteArray takeBody(RequestParser &parser);

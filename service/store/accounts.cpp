@@ -105,7 +105,7 @@ void visitAccounts(Database &database, qint64 now, const std::function<void(cons
 int endSessions(Database &database, const User &user)
 {
     const Rows ended = database.run(u"DELETE FROM sessions WHERE user_id = ?"_s, {user.id});
-    database.afterCommit([](KnownState &known) { known.sessions.forgetAll(); });
+    database.afterCommit([](StoreCache &cache) { cache.sessions.forgetAll(); });
     return ended.numRowsAffected();
 }
 

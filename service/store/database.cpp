@@ -126,8 +126,8 @@ void Database::afterCommit(const Note &note)
 void Database::tellNotes()
 {
     for (const Note &note : std::exchange(notes, {})) {
-        if (known)
-            note(*known);
+        if (cache)
+            note(*cache);
     }
 }
 

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "service/store/engine.h"
-#include "service/store/known.h"
 #include "service/store/statement_runner.h"
+#include "service/store/store_cache.h"
 
 #include <QSqlDatabase>
 #include <QString>
@@ -39,12 +39,12 @@ public:
     /// again.
     Rows run(const QString &statement, const QVariantList &values = {}) override;
 
-    /// NOTE gets the state in memory as soon as the present transaction is committed; at once outside of one.
-    using Note = std::function<void(KnownState &)>;
+    /// NOTE gets the cache as soon as the present transaction is committed; at once outside of one.
+    using Note = std::function<void(StoreCache &)>;
     void afterCommit(const Note &note);
 
-    /// STATE is what notes get. It must outlive the database.
-    void keep(KnownState &state) { known = &state; }
+    /// KEPT is what notes get. It must outlive the database.
+    void use(StoreCache &kept) { cache = &kept; }
 
     const Engine &engine() const { return *kind; }
 
@@ -71,7 +71,7 @@ private:
     bool gone = false;
     std::chrono::steady_clock::time_point nextOpening; ///< not tried before
     std::vector<Note> notes;
-    KnownState *known = nullptr;
+    StoreCache *cache = nullptr;
 };
 
 /// Undoes everything since its construction, unless commit() was called. Inside another one it is a part of

@@ -17,7 +17,7 @@ constexpr qint64 graceTime = qint64{60} * 24 * 60 * 60 * 1000;
 void endSession(Database &database, const QByteArray &tokenHash)
 {
     database.run(u"DELETE FROM sessions WHERE token_hash = ?"_s, {tokenHash});
-    database.afterCommit([tokenHash](KnownState &known) { known.sessions.replace(tokenHash, {}); });
+    database.afterCommit([tokenHash](StoreCache &cache) { cache.sessions.replace(tokenHash, {}); });
 }
 
 // Those that run out first go, so that one more has room.
@@ -49,14 +49,14 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
     transaction.commit();
 }
 
-std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &tokenHash)
+std::optional<CachedSession> sessionOwner(Database &database, const QByteArray &tokenHash)
 {
     Rows query = database.run(u"SELECT users.id, users.name, expires_at FROM sessions JOIN users"
                               " ON users.id = user_id WHERE token_hash = ?"_s,
                               {tokenHash});
     if (!query.next())
         return std::nullopt;
-    return KnownSession{query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toLongLong()};
+    return CachedSession{query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toLongLong()};
 }
 
 qint64 sessionCount(Database &database, qint64 now)

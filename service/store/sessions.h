@@ -17,7 +17,7 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
                 qint64 expiresAt);
 
 /// Whose session it is, also when it has run out; nobody when there is none.
-std::optional<KnownSession> sessionOwner(Database &database, const QByteArray &tokenHash);
+std::optional<CachedSession> sessionOwner(Database &database, const QByteArray &tokenHash);
 
 /// How many there are that have not run out at NOW.
 qint64 sessionCount(Database &database, qint64 now);

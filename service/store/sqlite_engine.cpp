@@ -46,7 +46,7 @@ void SqliteEngine::open(QSqlDatabase &connection, Access access) const
 
 QStringList SqliteEngine::firstStatements(Access access) const
 {
-    const QString wait = u"PRAGMA busy_timeout = %1"_s.arg(patience.count());
+    const QString wait = u"PRAGMA busy_timeout = %1"_s.arg(busyTimeout.count());
     if (access == Access::ReadOnly)
         return {wait, u"PRAGMA query_only = ON"_s};
     return {wait, u"PRAGMA journal_mode = WAL"_s,

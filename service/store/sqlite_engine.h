@@ -14,7 +14,7 @@ class SqliteEngine : public Engine
 {
 public:
     /// How long a statement waits for another process that holds the database.
-    static constexpr std::chrono::milliseconds patience{900};
+    static constexpr std::chrono::milliseconds busyTimeout{900};
 
     explicit SqliteEngine(QString databaseFile) : path(std::move(databaseFile)) {}
 

@@ -120,38 +120,38 @@ void storeAll(Database &database, Batch &batch, const Committed &committed)
 }
 
 /// When the next piece of work is due that has time.
-class UpkeepTurns
+class BackgroundTurns
 {
 public:
-    explicit UpkeepTurns(Upkeep wanted) : upkeep(std::move(wanted)) {}
+    explicit BackgroundTurns(BackgroundWork wanted) : background(std::move(wanted)) {}
 
     std::chrono::milliseconds untilNext() const
     {
         using namespace std::chrono;
-        if (!upkeep.piece)
+        if (!background.piece)
             return idleTurn;
         return std::max(0ms, ceil<milliseconds>(next - steady_clock::now()));
     }
 
     void take(Database &database)
     {
-        if (!upkeep.piece || untilNext().count() > 0)
+        if (!background.piece || untilNext().count() > 0)
             return;
         bool more = false;
         try {
-            more = upkeep.piece(database);
+            more = background.piece(database);
         } catch (const std::exception &) {
             // The failure is reported by the tasks that wait for the writer; the piece is tried again.
         }
-        next = std::chrono::steady_clock::now() + (more ? upkeep.betweenPieces : upkeep.whenDone);
+        next = std::chrono::steady_clock::now() + (more ? background.betweenPieces : background.whenDone);
     }
 
     /// Who waits for the writer goes before work that has time, while another process holds the database.
     void postpone() { next = std::max(next, std::chrono::steady_clock::now() + idleTurn); }
 
 private:
-    const Upkeep upkeep;
-    std::chrono::steady_clock::time_point next = std::chrono::steady_clock::now() + upkeep.whenDone;
+    const BackgroundWork background;
+    std::chrono::steady_clock::time_point next = std::chrono::steady_clock::now() + background.whenDone;
 };
 
 } // namespace
@@ -164,7 +164,7 @@ StoreThreads::StoreThreads(const StoreSettings &settings)
     if (!engine->file().isEmpty())
         lock.emplace(engine->file(), DatabaseLock::Kind::Shared);
     if (engine->isShared())
-        knownState.keepNothing();
+        storeCache.keepNothing();
     try {
         startThread([this, settings](Opened &opened) { writeAll(settings, opened); });
         for (std::size_t i = 1; engine->isShared() && i < settings.writers; ++i)
@@ -226,7 +226,7 @@ void StoreThreads::writeAll(const StoreSettings &settings, Opened &opened)
 void StoreThreads::writeBeside(StoreSettings settings, Opened &opened)
 {
     Database database(settings.place);
-    settings.upkeep = {};
+    settings.background = {};
     writeWith(database, settings, opened);
 }
 
@@ -235,27 +235,28 @@ void StoreThreads::writeBeside(StoreSettings settings, Opened &opened)
 void StoreThreads::writeWith(Database &database, const StoreSettings &settings, Opened &opened)
 {
     const std::size_t together = database.engine().isShared() ? 1 : mostTogether;
-    UpkeepTurns upkeep(settings.upkeep);
-    database.keep(knownState);
+    BackgroundTurns background(settings.background);
+    database.use(storeCache);
     qint64 changes = database.engine().changesOfOthers(database);
     opened.set_value();
-    while (std::optional<Batch> batch = writes.takeAll(together, std::min(idleTurn, upkeep.untilNext()))) {
+    while (std::optional<Batch> batch =
+               writes.takeAll(together, std::min(idleTurn, background.untilNext()))) {
         try {
             // The number changes when another connection has written, which only that of another process
             // does.
             if (const qint64 now = database.engine().changesOfOthers(database); now != changes) {
                 changes = now;
-                knownState.forgetAll();
+                storeCache.forgetAll();
             }
             if (!batch->empty())
                 storeAll(database, *batch, settings.committed);
         } catch (const CannotBegin &cannot) {
-            upkeep.postpone();
+            background.postpone();
             refuse(std::move(*batch), cannot.failure);
         } catch (...) {
             refuse(std::move(*batch), std::current_exception()); // the next batch may be stored again
         }
-        upkeep.take(database);
+        background.take(database);
     }
 }
 

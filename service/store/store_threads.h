@@ -32,7 +32,7 @@ struct WriteTask {
 
 /// Work that has time, done in small pieces by the writer when it has nothing else to do or has just
 /// committed.
-struct Upkeep {
+struct BackgroundWork {
     /// Does a piece. True when there is more to do at once. May throw.
     std::function<bool(Database &)> piece;
     std::chrono::milliseconds betweenPieces{100};
@@ -46,8 +46,8 @@ struct StoreSettings {
     std::size_t waitingWrites = 1024;
     /// Told of every commit that worked, with its sync to the disk. Called by the writer.
     std::function<void(std::chrono::nanoseconds duration)> committed = [](std::chrono::nanoseconds) {};
-    Upkeep upkeep = {};      ///< none unless there is a `piece`
-    std::size_t writers = 8; ///< to a database that several may write at a time
+    BackgroundWork background = {}; ///< none unless there is a `piece`
+    std::size_t writers = 8;        ///< to a database that several may write at a time
 };
 
 class StoreThreads
@@ -66,8 +66,8 @@ public:
 
     /// What is kept in memory of the database. It follows every write, and forgets everything within a second
     /// after another process has written.
-    KnownState &known() { return knownState; }
-    const KnownState &known() const { return knownState; }
+    StoreCache &cache() { return storeCache; }
+    const StoreCache &cache() const { return storeCache; }
 
     std::size_t waitingReads() const { return reads.size(); }
     std::size_t waitingWrites() const { return writes.size(); }
@@ -83,7 +83,7 @@ private:
     void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);
 
     std::optional<DatabaseLock> lock; ///< of a file
-    KnownState knownState;
+    StoreCache storeCache;
     BoundedQueue<ReadTask> reads;
     BoundedQueue<WriteTask> writes;
     std::vector<std::thread> threads; ///< writers come first

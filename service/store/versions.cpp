@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 void noteVersion(Database &database, const User &user, const QString &subject, qint64 version)
 {
-    database.afterCommit([key = VersionKey{user.id, subject}, version](KnownState &known) {
-        known.versions.replace(key, version);
+    database.afterCommit([key = VersionKey{user.id, subject}, version](StoreCache &cache) {
+        cache.versions.replace(key, version);
     });
 }
 

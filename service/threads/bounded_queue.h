@@ -47,12 +47,12 @@ public:
         return first;
     }
 
-    /// Waits at most PATIENCE for an item, and takes all that are there, but no more than COUNT. Nothing once
+    /// Waits at most TIMEOUT for an item, and takes all that are there, but no more than COUNT. Nothing once
     /// the queue is closed and empty.
-    std::optional<std::deque<Item>> takeAll(std::size_t count, std::chrono::milliseconds patience)
+    std::optional<std::deque<Item>> takeAll(std::size_t count, std::chrono::milliseconds timeout)
     {
         std::unique_lock lock(mutex);
-        filled.wait_for(lock, patience, [this] { return closed || !items.empty(); });
+        filled.wait_for(lock, timeout, [this] { return closed || !items.empty(); });
         if (closed && items.empty())
             return std::nullopt;
         std::deque<Item> taken;

@@ -123,7 +123,7 @@ private:
     service::StoreSettings storage() const
     {
         service::StoreSettings wanted{place()};
-        wanted.upkeep.whenDone = std::chrono::milliseconds(10);
+        wanted.background.whenDone = std::chrono::milliseconds(10);
         return wanted;
     }
 

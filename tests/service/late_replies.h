@@ -14,8 +14,8 @@ namespace tideloft::tests
 class LateReplies
 {
 public:
-    /// A reply that finish() ends, or the end of PATIENCE with an empty reply of status 503.
-    service::Reply next(std::chrono::milliseconds patience = std::chrono::milliseconds::max())
+    /// A reply that finish() ends, or the end of TIMEOUT with an empty reply of status 503.
+    service::Reply next(std::chrono::milliseconds timeout = std::chrono::milliseconds::max())
     {
         return service::Later<service::Response>{
             [this](const service::Finish<service::Response> &finish) {
@@ -23,7 +23,7 @@ public:
                 waiting << finish;
                 begun.release();
             },
-            patience, service::refusalResponse({503, QStringLiteral("late")}, {}, {})};
+            timeout, service::refusalResponse({503, QStringLiteral("late")}, {}, {})};
     }
 
     /// Waits until that many are asked for.

@@ -27,11 +27,11 @@ public:
         count -= wanted;
     }
 
-    /// False when there is not so much within the patience.
-    bool tryAcquire(int wanted, std::chrono::milliseconds patience)
+    /// False when there is not so much within that time.
+    bool tryAcquire(int wanted, std::chrono::milliseconds timeout)
     {
         std::unique_lock lock(mutex);
-        if (!changed.wait_for(lock, patience, [&] { return count >= wanted; }))
+        if (!changed.wait_for(lock, timeout, [&] { return count >= wanted; }))
             return false;
         count -= wanted;
         return true;

@@ -99,7 +99,7 @@ void TestMessageItems::listsAreArrays()
     ItemList two(budget, 1);
     QVERIFY(two.add("1"));
     QVERIFY(two.add("2"));
-    QCOMPARE(two.turnedResponse().body, QByteArray("[2,1]"));
+    QCOMPARE(two.reversedResponse().body, QByteArray("[2,1]"));
 }
 
 void TestMessageItems::listEndsBeforeItIsTooLarge()

@@ -67,13 +67,13 @@ void TestStoredAccounts::newPasswordSignsOut()
 
 void TestStoredAccounts::endedSessionsAreForgottenInMemory()
 {
-    KnownState known;
-    database().keep(known);
+    StoreCache cache;
+    database().use(cache);
     addSession(database(), "a", store->alice, 0, 100);
     addSession(database(), "b", store->alice, 0, 100);
-    known.sessions.replace("a", {store->alice.id, u"alice"_s, 100});
+    cache.sessions.replace("a", {store->alice.id, u"alice"_s, 100});
     QCOMPARE(endSessions(database(), store->alice), 2);
-    QVERIFY(!known.sessions.find("a"));
+    QVERIFY(!cache.sessions.find("a"));
 }
 
 void TestStoredAccounts::deletedLeavesNothingOfItsOwn()

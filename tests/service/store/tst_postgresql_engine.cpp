@@ -128,11 +128,11 @@ void TestPostgresqlEngine::nothingIsKeptInMemory()
 {
     StoreThreads store({place});
     QVERIFY(isStored(write(store, [](Database &database) {
-        database.afterCommit([](KnownState &known) { known.versions.replace({1, u"x"_s}, 5); });
+        database.afterCommit([](StoreCache &cache) { cache.versions.replace({1, u"x"_s}, 5); });
     })));
-    store.known().versions.learn({1, u"y"_s}, 5, store.known().versions.generation());
-    QVERIFY(!store.known().versions.find({1, u"x"_s}));
-    QVERIFY(!store.known().versions.find({1, u"y"_s}));
+    store.cache().versions.learn({1, u"y"_s}, 5, store.cache().versions.generation());
+    QVERIFY(!store.cache().versions.find({1, u"x"_s}));
+    QVERIFY(!store.cache().versions.find({1, u"y"_s}));
 }
 
 void TestPostgresqlEngine::connectionThatWasLostIsOpenedAgain()

@@ -89,16 +89,16 @@ void TestRetention::listsHaveOtherVersionsAfterwards()
 {
     store->send(store->alice, store->bob, u"one"_s, 10);
     store->send(store->alice, store->bob, u"two"_s, 30);
-    KnownState known;
-    database().keep(known);
+    StoreCache cache;
+    database().use(cache);
     const qint64 history = historyVersion(database(), store->bob, store->alice);
     const qint64 list = conversationsVersion(database(), store->bob);
     removeMessagesBefore(database(), 20, 100);
     QVERIFY(historyVersion(database(), store->bob, store->alice) != history);
     QVERIFY(conversationsVersion(database(), store->bob) != list);
-    QCOMPARE(known.versions.find({store->bob.id, historySubject(u"alice"_s)}).value_or(0),
+    QCOMPARE(cache.versions.find({store->bob.id, historySubject(u"alice"_s)}).value_or(0),
              historyVersion(database(), store->bob, store->alice));
-    QCOMPARE(known.versions.find({store->bob.id, conversationsSubject()}).value_or(0),
+    QCOMPARE(cache.versions.find({store->bob.id, conversationsSubject()}).value_or(0),
              conversationsVersion(database(), store->bob));
 }
 
@@ -144,8 +144,8 @@ void TestRetention::writerDoesItBetweenOtherWork()
     for (int i = 0; i < 30; ++i)
         store->send(store->alice, store->bob, QString::number(i), 10);
     StoreSettings settings{store->file()};
-    settings.upkeep.piece = [](Database &writer) { return removeMessagesBefore(writer, 20, 4) == 4; };
-    settings.upkeep.betweenPieces = settings.upkeep.whenDone = std::chrono::milliseconds(1);
+    settings.background.piece = [](Database &writer) { return removeMessagesBefore(writer, 20, 4) == 4; };
+    settings.background.betweenPieces = settings.background.whenDone = std::chrono::milliseconds(1);
     StoreThreads threads(settings);
     Semaphore done;
     for (int i = 0; i < 10; ++i) {
@@ -161,11 +161,11 @@ void TestRetention::failingPieceIsTriedAgain()
 {
     StoreSettings settings{store->file()};
     std::atomic<int> tried = 0;
-    settings.upkeep.piece = [&tried](Database &) -> bool {
+    settings.background.piece = [&tried](Database &) -> bool {
         ++tried;
         throw StorageError("The disk is full.", Trouble::Passing);
     };
-    settings.upkeep.whenDone = std::chrono::milliseconds(1);
+    settings.background.whenDone = std::chrono::milliseconds(1);
     const StoreThreads threads(settings);
     QTRY_VERIFY(tried > 2);
 }
@@ -175,8 +175,8 @@ void TestRetention::workThatHasTimeWaitsWhileOthersHoldTheDatabase()
 {
     std::atomic<int> pieces = 0;
     StoreSettings settings{store->file()};
-    settings.upkeep.piece = [&pieces](Database &) { return ++pieces < 0; };
-    settings.upkeep.whenDone = std::chrono::milliseconds(0);
+    settings.background.piece = [&pieces](Database &) { return ++pieces < 0; };
+    settings.background.whenDone = std::chrono::milliseconds(0);
     StoreThreads threads(settings);
     const Transaction held(database());
     Semaphore done;

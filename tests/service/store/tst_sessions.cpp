@@ -35,13 +35,13 @@ void TestSessions::oneTooManyEndsThatWhichRunsOutFirst()
     addSession(database(), "of bob", store->bob, 0, 1);
     fill();
     QCOMPARE(sessionCount(database(), 0), maximumSessions + 1);
-    KnownState known;
-    database().keep(known);
-    known.sessions.replace("7", {store->alice.id, u"alice"_s, 1000});
+    StoreCache cache;
+    database().use(cache);
+    cache.sessions.replace("7", {store->alice.id, u"alice"_s, 1000});
     addSession(database(), "new", store->alice, 0, 5000);
     QCOMPARE(sessionCount(database(), 0), maximumSessions + 1);
     QVERIFY(!sessionOwner(database(), "7"));
-    QCOMPARE(known.sessions.find("7").value().user, 0);
+    QCOMPARE(cache.sessions.find("7").value().user, 0);
     for (const char *kept : {"0", "99", "new", "of bob"})
         QVERIFY2(sessionOwner(database(), kept), kept);
 }
@@ -58,11 +58,11 @@ void TestSessions::oldOnesAreDropped()
 
 void TestSessions::endedIsKnownAsEnded()
 {
-    KnownState known;
-    database().keep(known);
+    StoreCache cache;
+    database().use(cache);
     addSession(database(), "a", store->alice, 0, 100);
     removeSession(database(), "a");
-    QCOMPARE(known.sessions.find("a").value().user, 0);
+    QCOMPARE(cache.sessions.find("a").value().user, 0);
     QVERIFY(!sessionOwner(database(), "a"));
 }
 

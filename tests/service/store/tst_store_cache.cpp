@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 using tideloft::tests::Semaphore;
 
-class TestKnown : public QObject
+class TestStoreCache : public QObject
 {
     Q_OBJECT
 
@@ -24,8 +24,8 @@ private slots:
     {
         folder.reset(new QTemporaryDir);
         database.reset(new Store(folder->filePath(u"test.sqlite"_s)));
-        database->keep(known);
-        known.forgetAll();
+        database->use(cache);
+        cache.forgetAll();
         addUser(*database, alice.name, "hash", 0);
         addUser(*database, bob.name, "hash", 0);
     }
@@ -42,9 +42,9 @@ private slots:
     void otherProcessMakesEverythingForgotten();
 
 private:
-    qint64 knownVersion(const User &user, const QString &subject) const
+    qint64 cachedVersion(const User &user, const QString &subject) const
     {
-        return known.versions.find({user.id, subject}).value_or(0);
+        return cache.versions.find({user.id, subject}).value_or(0);
     }
     static StoredMessage sealed(const QString &iv = u"nonce"_s, const QString &text = u"text"_s)
     {
@@ -59,55 +59,55 @@ private:
     const User alice{1, u"alice"_s};
     const User bob{2, u"bob"_s};
     QScopedPointer<QTemporaryDir> folder;
-    KnownState known;
+    StoreCache cache;
     QScopedPointer<Store> database;
 };
 
-void TestKnown::committedIsNewerThanLearnt()
+void TestStoreCache::committedIsNewerThanLearnt()
 {
     const VersionKey key{1, u"x"_s};
-    known.versions.learn(key, 5, known.versions.generation());
-    QCOMPARE(known.versions.find(key), 5);
-    known.versions.learn(key, 6, known.versions.generation()); // only the writer may say that it is another
-    QCOMPARE(known.versions.find(key), 5);
-    known.versions.replace(key, 7);
-    QCOMPARE(known.versions.find(key), 7);
+    cache.versions.learn(key, 5, cache.versions.generation());
+    QCOMPARE(cache.versions.find(key), 5);
+    cache.versions.learn(key, 6, cache.versions.generation()); // only the writer may say that it is another
+    QCOMPARE(cache.versions.find(key), 5);
+    cache.versions.replace(key, 7);
+    QCOMPARE(cache.versions.find(key), 7);
 }
 
-void TestKnown::forgottenIsNotLearntAgain()
+void TestStoreCache::forgottenIsNotLearntAgain()
 {
     const VersionKey key{1, u"x"_s};
-    const quint64 lookedAt = known.versions.generation();
-    known.forgetAll();
-    known.versions.learn(key, 5, lookedAt);
-    QVERIFY(!known.versions.find(key));
-    known.versions.learn(key, 5, known.versions.generation());
-    QVERIFY(known.versions.find(key));
+    const quint64 lookedAt = cache.versions.generation();
+    cache.forgetAll();
+    cache.versions.learn(key, 5, lookedAt);
+    QVERIFY(!cache.versions.find(key));
+    cache.versions.learn(key, 5, cache.versions.generation());
+    QVERIFY(cache.versions.find(key));
 }
 
-void TestKnown::everyMessageChangesBothSides()
+void TestStoreCache::everyMessageChangesBothSides()
 {
     QVERIFY(store(alice, bob, sealed()));
     const QList<qint64> before{
-        knownVersion(alice, conversationsSubject()), knownVersion(bob, conversationsSubject()),
-        knownVersion(alice, historySubject(u"bob"_s)), knownVersion(bob, historySubject(u"alice"_s))};
+        cachedVersion(alice, conversationsSubject()), cachedVersion(bob, conversationsSubject()),
+        cachedVersion(alice, historySubject(u"bob"_s)), cachedVersion(bob, historySubject(u"alice"_s))};
     QCOMPARE(before,
              (QList<qint64>{conversationsVersion(*database, alice), conversationsVersion(*database, bob),
                             historyVersion(*database, alice, bob), historyVersion(*database, bob, alice)}));
     QCOMPARE(QSet<qint64>(before.begin(), before.end()).size(), 4); // nobody learns from one about another
     QVERIFY(store(bob, alice, sealed()));
-    QVERIFY(knownVersion(alice, conversationsSubject()) != before[0]);
-    QVERIFY(knownVersion(bob, conversationsSubject()) != before[1]);
-    QVERIFY(knownVersion(alice, historySubject(u"bob"_s)) != before[2]);
-    QVERIFY(knownVersion(bob, historySubject(u"alice"_s)) != before[3]);
+    QVERIFY(cachedVersion(alice, conversationsSubject()) != before[0]);
+    QVERIFY(cachedVersion(bob, conversationsSubject()) != before[1]);
+    QVERIFY(cachedVersion(alice, historySubject(u"bob"_s)) != before[2]);
+    QVERIFY(cachedVersion(bob, historySubject(u"alice"_s)) != before[3]);
 }
 
-void TestKnown::repeatedMessageChangesNothing()
+void TestStoreCache::repeatedMessageChangesNothing()
 {
     QVERIFY(store(alice, bob, sealed()));
-    const qint64 version = knownVersion(alice, historySubject(u"bob"_s));
+    const qint64 version = cachedVersion(alice, historySubject(u"bob"_s));
     QVERIFY(!store(alice, bob, sealed()));
-    QCOMPARE(knownVersion(alice, historySubject(u"bob"_s)), version);
+    QCOMPARE(cachedVersion(alice, historySubject(u"bob"_s)), version);
     QCOMPARE(database->number(u"SELECT message_count FROM users WHERE id = 1"_s), 1);
     // Anything else that differs is another message.
     QVERIFY(store(bob, alice, sealed()));
@@ -117,14 +117,14 @@ void TestKnown::repeatedMessageChangesNothing()
     QCOMPARE(database->number(u"SELECT count(*) FROM messages"_s), 5);
 }
 
-void TestKnown::plainMessageMayComeTwice()
+void TestStoreCache::plainMessageMayComeTwice()
 {
     QVERIFY(store(alice, bob, sealed({}, u"hej"_s)));
     QVERIFY(store(alice, bob, sealed({}, u"hej"_s)));
     QCOMPARE(database->number(u"SELECT count(*) FROM messages"_s), 2);
 }
 
-void TestKnown::quotasHold()
+void TestStoreCache::quotasHold()
 {
     const auto send = [this](const User &to, const QString &iv, const MessageQuota &quota) {
         return storeMessage(*database, alice, to, sealed(iv), quota);
@@ -142,18 +142,18 @@ void TestKnown::quotasHold()
     QCOMPARE(send(bob, u"n2"_s, {2, 999, 1}), Stored::Now);
 }
 
-void TestKnown::groupsChangeForTheirMembers()
+void TestStoreCache::groupsChangeForTheirMembers()
 {
     QVERIFY(addGroup(*database, alice, {u"id"_s, u"Chess"_s, {}, {}}, 0));
-    const qint64 made = knownVersion(alice, groupsSubject());
+    const qint64 made = cachedVersion(alice, groupsSubject());
     QCOMPARE(made, groupsVersion(*database, alice));
     replaceIcon(*database, 1, u"name"_s, {"image/png", "png"});
-    QVERIFY(knownVersion(alice, groupsSubject()) != made);
-    QCOMPARE(knownVersion(alice, groupsSubject()), groupsVersion(*database, alice));
-    QCOMPARE(knownVersion(bob, groupsSubject()), 0);
+    QVERIFY(cachedVersion(alice, groupsSubject()) != made);
+    QCOMPARE(cachedVersion(alice, groupsSubject()), groupsVersion(*database, alice));
+    QCOMPARE(cachedVersion(bob, groupsSubject()), 0);
 }
 
-void TestKnown::rolledBackIsNotTold()
+void TestStoreCache::rolledBackIsNotTold()
 {
     Transaction whole(*database);
     {
@@ -161,38 +161,38 @@ void TestKnown::rolledBackIsNotTold()
         store(alice, bob, sealed());
     }
     QVERIFY(store(alice, alice, sealed()));
-    QCOMPARE(knownVersion(alice, historySubject(u"alice"_s)), 0); // not before it is committed
+    QCOMPARE(cachedVersion(alice, historySubject(u"alice"_s)), 0); // not before it is committed
     whole.commit();
-    QVERIFY(knownVersion(alice, historySubject(u"alice"_s)) != 0);
-    QCOMPARE(knownVersion(bob, conversationsSubject()), 0);
+    QVERIFY(cachedVersion(alice, historySubject(u"alice"_s)) != 0);
+    QCOMPARE(cachedVersion(bob, conversationsSubject()), 0);
 }
 
-void TestKnown::endedSessionIsNobodys()
+void TestStoreCache::endedSessionIsNobodys()
 {
     addSession(*database, "hash", alice, 0, 10);
-    const std::optional<KnownSession> owner = sessionOwner(*database, "hash");
+    const std::optional<CachedSession> owner = sessionOwner(*database, "hash");
     QVERIFY(owner);
     QCOMPARE(owner->expiresAt, 10);
-    known.sessions.learn("hash", *owner, known.sessions.generation());
+    cache.sessions.learn("hash", *owner, cache.sessions.generation());
     removeSession(*database, "hash");
-    QCOMPARE(known.sessions.find("hash")->user, 0);
-    known.sessions.learn("hash", *owner, known.sessions.generation()); // by a reader that is late
-    QCOMPARE(known.sessions.find("hash")->user, 0);
+    QCOMPARE(cache.sessions.find("hash")->user, 0);
+    cache.sessions.learn("hash", *owner, cache.sessions.generation()); // by a reader that is late
+    QCOMPARE(cache.sessions.find("hash")->user, 0);
 }
 
-void TestKnown::otherProcessMakesEverythingForgotten()
+void TestStoreCache::otherProcessMakesEverythingForgotten()
 {
     StoreThreads store({folder->filePath(u"test.sqlite"_s)});
     const VersionKey key{1, u"x"_s};
-    store.known().versions.replace(key, 5);
+    store.cache().versions.replace(key, 5);
     Semaphore done;
     store.write({[](Database &writer) { addUser(writer, u"carol"_s, "hash", 0); },
                  [&](const std::exception_ptr &) { done.release(); }});
     done.acquire();
-    QVERIFY(store.known().versions.find(key)); // what the service writes itself is told one by one
+    QVERIFY(store.cache().versions.find(key)); // what the service writes itself is told one by one
     addUser(*database, u"dave"_s, "hash", 0);
-    QTRY_VERIFY(!store.known().versions.find(key));
+    QTRY_VERIFY(!store.cache().versions.find(key));
 }
 
-TIDELOFT_TEST_MAIN(TestKnown)
-#include "tst_known.moc"
+TIDELOFT_TEST_MAIN(TestStoreCache)
+#include "tst_store_cache.moc"

@@ -13,7 +13,7 @@ namespace tideloft::service
 {
 
 /// Every function may be called from any thread.
-template <typename Key, typename Value> class Known
+template <typename Key, typename Value> class Cache
 {
 public:
     std::optional<Value> find(const Key &key) const
@@ -97,15 +97,15 @@ inline size_t qHash(const VersionKey &key, size_t seed = 0)
 }
 
 /// Whose session it is, and until when (ms since 1970). A session that was ended is nobody's.
-struct KnownSession {
+struct CachedSession {
     qint64 user = 0;
     QString name;
     qint64 expiresAt = 0;
 };
 
-struct KnownState {
-    Known<QByteArray, KnownSession> sessions; ///< by the hash of their token
-    Known<VersionKey, qint64> versions;
+struct StoreCache {
+    Cache<QByteArray, CachedSession> sessions; ///< by the hash of their token
+    Cache<VersionKey, qint64> versions;
 
     /// For a database that other processes change at any moment.
     void keepNothing()
