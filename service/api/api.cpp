@@ -24,9 +24,8 @@ namespace
 
 ApiSettings withBudget(ApiSettings settings)
 {
-    constexpr std::uint64_t plenty = 64ULL * 1024 * 1024;
     if (!settings.transfers)
-        settings.transfers = std::make_shared<ByteBudget>(plenty, plenty / 2);
+        settings.transfers = std::make_shared<ByteBudget>(usualTransferBytes, usualAccountBytes);
     return settings;
 }
 

@@ -10,13 +10,11 @@
 namespace tideloft::service
 {
 
-using namespace Qt::StringLiterals;
-
 namespace
 {
 
-constexpr qsizetype mostBytes = qsizetype{16} * 1024 * 1024;
-constexpr qsizetype untracked = qsizetype{64} * 1024; // what any reply may have
+constexpr auto mostBytes = static_cast<qsizetype>(usualAccountBytes);
+constexpr auto countedLater = static_cast<qsizetype>(mostCountedByAddress); // when it is sent
 // Memory is set aside in pieces of this size. The unused rest of a reply's last piece stays set aside until
 // the reply is sent. Slow readers may hold hundreds of replies, so the pieces are small.
 constexpr qsizetype step = qsizetype{16} * 1024;
@@ -28,8 +26,8 @@ bool ItemList::add(QByteArray item)
     const qsizetype size = bytes + item.size() + 1; // with its comma
     if (size > mostBytes)
         return false;
-    if (size > untracked && !share.grow(static_cast<std::uint64_t>((size / step + 1) * step)))
-        throw Refusal(503, u"The service is busy. Please try again."_s);
+    if (size > countedLater && !share.grow(static_cast<std::uint64_t>((size / step + 1) * step)))
+        throw tooBusy();
     bytes = size;
     items.append(std::move(item));
     return true;
@@ -47,7 +45,8 @@ Response ItemList::response()
         item = {}; // so that only one copy is held
     }
     Response response = jsonTextResponse(body += ']');
-    response.memory = std::make_shared<ByteBudget::Share>(std::move(share));
+    if (bytes > countedLater)
+        response.memory = std::make_shared<ByteBudget::Share>(std::move(share));
     return response;
 }
 

@@ -3,6 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/connection.h"
 
+#include "service/http/transfer_deadline.h"
+#include "service/system/process.h"
+
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
@@ -65,6 +68,7 @@ asio::awaitable<void> Connection::serve()
 {
     error_code error;
     socket().set_option(tcp::no_delay(true), error);
+    keepLittleUnsent(socket().native_handle(), context.limits.unsentBytes);
     watchdog->allow(context.limits.headerTime); // for the handshake and the first header together
     if (auto *secure = std::get_if<TlsStream>(&transport)) {
         co_await secure->async_handshake(TlsStream::server, into(error));
@@ -72,6 +76,18 @@ asio::awaitable<void> Connection::serve()
             co_await serveOn(*secure);
     } else {
         co_await serveOn(std::get<PlainStream>(transport));
+    }
+    socket().close(error);
+}
+
+asio::awaitable<void> Connection::turnAway()
+{
+    error_code error;
+    auto *stream = std::get_if<PlainStream>(&transport);
+    if (stream) {
+        const bool written = co_await write(*stream, RequestParser(), context.refuse(tooBusy()), false);
+        if (written)
+            co_await close(*stream);
     }
     socket().close(error);
 }
@@ -98,7 +114,9 @@ asio::awaitable<bool> Connection::waitForRequest(Stream &stream, Buffer &buffer)
     error_code error;
     if (buffer.size() == 0) {
         watchdog->allow(context.limits.idleTime);
+        context.idleChanged(*this, true);
         const std::size_t size = co_await stream.async_read_some(buffer.prepare(4096), into(error));
+        context.idleChanged(*this, false);
         buffer.commit(size);
     }
     watchdog->allow(context.limits.headerTime);
@@ -125,10 +143,10 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     } else {
         Request request = headOf(parser, origin);
         request.body = std::move(body);
-        response = co_await context.answer(std::move(request));
+        response = co_await context.answer(std::move(request), origin.forwarded);
     }
     body = {};
-    transfer = {}; // nothing of the request is left
+    memory = {}; // nothing of the request is left
     bool hasMemory = bool(response.memory);
     if (!hasMemory)
         hasMemory = co_await setAside(parser, static_cast<std::uint64_t>(response.body.size()));
@@ -142,7 +160,7 @@ asio::awaitable<bool> Connection::exchange(Stream &stream, Buffer &buffer)
     context.log(logLevel(response), ++context.requests, logLine(method, response));
     const bool keepAlive = !refusal && parser.keep_alive() && !context.stopping;
     const bool written = co_await write(stream, parser, response, keepAlive);
-    transfer = {};
+    memory = {};
     co_return written &&keepAlive;
 }
 
@@ -157,13 +175,19 @@ template <typename Parser> asio::awaitable<void> Connection::askForAdmission(con
 template <typename Parser>
 asio::awaitable<bool> Connection::setAside(const Parser &parser, std::uint64_t size)
 {
-    if (size <= context.limits.untrackedBytes)
+    if (size <= context.limits.uncountedBytes)
         co_return true;
-    if (transfer)
-        co_return transfer.grow(size);
+    if (size <= context.limits.countedByAddress) {
+        if (!memory.ofAddress)
+            memory.ofAddress = context.smallTransfers.take(peerOf(parser, origin), 0);
+        co_return memory.ofAddress.grow(size);
+    }
+    memory.ofAddress = {};
+    if (memory.ofAccount)
+        co_return memory.ofAccount.grow(size);
     co_await askForAdmission(parser);
-    transfer = context.transfers->take(admission->account, size);
-    co_return bool(transfer);
+    memory.ofAccount = context.transfers->take(admission->account, size);
+    co_return bool(memory.ofAccount);
 }
 
 // The library compares a declared length with the limit that holds while the header is read, and never again.
@@ -171,7 +195,7 @@ template <typename Parser> asio::awaitable<std::optional<Refusal>> Connection::a
 {
     const auto &limits = context.limits;
     const std::uint64_t size = expectedSize(parser, largestBody(limits));
-    if (size <= std::min(smallestLimit(limits), limits.untrackedBytes))
+    if (size <= std::min(smallestLimit(limits), limits.countedByAddress))
         co_return std::nullopt;
     co_await askForAdmission(parser);
     const std::uint64_t limit = bodyLimit(admission->bodySize, limits);
@@ -186,15 +210,11 @@ template <typename Stream, typename Buffer, typename Parser>
 asio::awaitable<error_code> Connection::readBody(Stream &stream, Buffer &buffer, Parser &parser)
 {
     error_code error;
-    std::uint64_t progress = 0;
-    watchdog->allow(context.limits.bodyTime);
+    TransferDeadline deadline(context.limits, *watchdog);
     while (!error && !parser.is_done()) {
         co_await http::async_read_some(stream, buffer, parser, into(error));
         const std::uint64_t size = parser.get().body().size();
-        if (size >= progress + context.limits.progressBytes) {
-            progress = size;
-            watchdog->allow(context.limits.bodyTime);
-        }
+        deadline.move(size);
         const bool hasMemory = co_await setAside(parser, size);
         if (!hasMemory)
             error = asio::error::no_memory;
@@ -249,14 +269,11 @@ asio::awaitable<bool> Connection::write(Stream &stream, const Parser &parser, co
         message.body() = {}; // the length stays, the body must not follow
     ReplySerializer serializer(message);
     error_code error;
-    std::uint64_t progress = 0;
-    watchdog->allow(context.limits.bodyTime);
+    std::uint64_t passed = 0;
+    TransferDeadline deadline(context.limits, *watchdog);
     while (!error && !serializer.is_done()) {
-        progress += co_await http::async_write_some(stream, serializer, into(error));
-        if (progress >= context.limits.progressBytes) {
-            progress = 0;
-            watchdog->allow(context.limits.bodyTime);
-        }
+        passed += co_await http::async_write_some(stream, serializer, into(error));
+        deadline.move(passed);
     }
     lost = lost || bool(error);
     co_return !error;
@@ -267,7 +284,7 @@ asio::awaitable<bool> Connection::write(Stream &stream, const Parser &parser, co
 template <typename Stream> asio::awaitable<void> Connection::close(Stream &stream)
 {
     error_code error;
-    watchdog->allow(context.limits.stopTime);
+    watchdog->allow(context.limits.lingerTime);
     if constexpr (std::is_same_v<Stream, TlsStream>)
         co_await stream.async_shutdown(into(error));
     socket().shutdown(tcp::socket::shutdown_send, error);

@@ -3,8 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "service/http/byte_budget.h"
-#include "service/http/server_settings.h"
+#include "service/http/connection_context.h"
 #include "service/http/translation.h"
 #include "service/http/watchdog.h"
 
@@ -13,32 +12,11 @@
 #include <boost/asio/ssl/context.hpp>
 #include <boost/asio/ssl/stream.hpp>
 
-#include <functional>
 #include <memory>
 #include <variant>
 
 namespace tideloft::service
 {
-
-/// What a connection needs of the server; outlives every connection.
-struct ConnectionContext {
-    ConnectionContext(const ServerLimits &wanted, std::shared_ptr<ByteBudget> budget)
-        : limits(wanted),
-          transfers(std::move(budget))
-    {
-    }
-
-    const ServerLimits limits;
-    const std::shared_ptr<ByteBudget> transfers;
-    std::function<void(LogLevel level, std::uint64_t request, const QByteArray &line)> log;
-    std::uint64_t requests = 0; ///< since the start
-    std::function<void(const QByteArray &method, const Response &response, std::chrono::nanoseconds duration)>
-        answered;
-    std::function<Response(const Refusal &refusal)> refuse;
-    std::function<boost::asio::awaitable<Admission>(Request head)> admit;
-    std::function<boost::asio::awaitable<Response>(Request)> answer;
-    bool stopping = false;
-};
 
 class Connection
 {
@@ -53,11 +31,26 @@ public:
     /// Ends when the connection does. The connection must live as long.
     boost::asio::awaitable<void> serve();
 
+    /// In place of serve(): says that there is no room for the connection, where the client speaks plain
+    /// HTTP.
+    boost::asio::awaitable<void> turnAway();
+
     /// Ends the connection now if it only waits, otherwise after the reply that is under way.
     void finish();
 
+    /// Ends a connection that only waits, to make room for another one.
+    void makeRoom()
+    {
+        lost = true;
+        finish();
+    }
+
 private:
     using PlainStream = boost::asio::ip::tcp::socket;
+    struct Memory {
+        MemoryBudget<QByteArray>::Share ofAddress; ///< while it is little
+        ByteBudget::Share ofAccount;
+    };
     using TlsStream = boost::asio::ssl::stream<boost::asio::ip::tcp::socket>;
 
     template <typename Stream> boost::asio::awaitable<void> serveOn(Stream &stream);
@@ -88,7 +81,7 @@ private:
     std::variant<PlainStream, TlsStream> transport;
     std::shared_ptr<Watchdog> watchdog;
     std::optional<Admission> admission; ///< of the current request, once it was needed
-    ByteBudget::Share transfer;         ///< what its body, and then its reply, has of the memory
+    Memory memory;                      ///< of its body, and then of its reply
     bool answering = false;
     bool lost = false; ///< the client has gone, so that no reply reaches it
 };

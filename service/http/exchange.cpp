@@ -6,6 +6,13 @@
 namespace tideloft::service
 {
 
+using namespace Qt::StringLiterals;
+
+Refusal tooBusy()
+{
+    return {503, u"The service is busy. Please try again."_s};
+}
+
 Response refusalResponse(const Refusal &refusal, const QByteArray &contentType, const QByteArray &body)
 {
     Response response;

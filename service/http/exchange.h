@@ -15,7 +15,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <utility>
 #include <variant>
 
 namespace tideloft::service
@@ -51,6 +50,8 @@ public:
     QString message;
     int retryAfter; ///< seconds after which it may be asked again; 0 where that is not said
 };
+
+Refusal tooBusy(); ///< while there is too much to do at once
 
 /// How large the body of a request may be: see ServerLimits.
 enum class BodySize { Small, Usual, Upload };

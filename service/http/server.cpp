@@ -3,11 +3,12 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/server.h"
 
-#include "service/http/certificate.h"
 #include "service/http/connection.h"
 #include "service/http/loop_mailbox.h"
+#include "service/http/open_connections.h"
 #include "service/http/peer.h"
 #include "service/http/proxy_greetings.h"
+#include "service/http/renewed_certificate.h"
 #include "service/http/translation.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -18,9 +19,8 @@
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
-#include <QHash>
-
 #include <atomic>
+#include <map>
 #include <optional>
 #include <set>
 
@@ -41,10 +41,7 @@ public:
 
     std::uint16_t port() const { return acceptor.local_endpoint().port(); }
     std::size_t connectionCount() const { return open; }
-    QDateTime certificateEnd() const
-    {
-        return validUntil == 0 ? QDateTime() : QDateTime::fromSecsSinceEpoch(validUntil).toUTC();
-    }
+    QDateTime certificateEnd() const { return certificate.end(); }
     void run() { io.run(); }
     void stop()
     {
@@ -56,18 +53,16 @@ private:
     asio::awaitable<void> acceptAll();
     void take(tcp::socket socket, const RequestOrigin &origin);
     void takeGreeted(tcp::socket socket, const std::optional<asio::ip::address> &client);
-    asio::awaitable<void> serve(std::shared_ptr<Connection> connection, QByteArray peer);
-    asio::awaitable<Response> answer(Request request);
+    bool hasRoomFor(const RequestOrigin &origin);
+    asio::awaitable<void> serve(std::shared_ptr<Connection> connection, bool hasRoom);
+    asio::awaitable<Response> answer(Request request, bool forwarded);
     void stopNow();
-    void readCertificate();
     void readCertificateOnSignal();
 
     const Handler handler;
-    QString certificateFile;
-    QString keyFile;
     ConnectionContext context; // before io: the connections that end with io give their bytes back to it
     asio::io_context io{1};
-    std::optional<asio::ssl::context> tls;
+    RenewedCertificate certificate; // connections keep the one that they began with
     tcp::acceptor acceptor;
     asio::signal_set stopSignals;
     asio::signal_set renewSignals;
@@ -76,15 +71,16 @@ private:
     const bool proxiesGreet;
     ProxyGreetings greetings;
     std::set<std::shared_ptr<Connection>> connections;
-    std::atomic<std::size_t> open = 0;     ///< how many there are, for other threads
-    std::atomic<qint64> validUntil = 0;    ///< the certificate, in seconds since 1970; 0 without one
-    QHash<QByteArray, std::size_t> ofPeer; ///< how many of the connections
-    std::shared_ptr<LoopMailbox> mailbox;  ///< for what other threads bring
+    std::atomic<std::size_t> open = 0;           ///< how many there are, for other threads
+    OpenConnections<Connection> counted;         ///< those that are served
+    std::map<QByteArray, std::size_t> forwarded; ///< requests under way, by the address that a proxy names
+    std::shared_ptr<LoopMailbox> mailbox;        ///< for what other threads bring
 };
 
 HttpServer::Implementation::Implementation(const ServerSettings &settings, Handler answering)
     : handler(std::move(answering)),
       context(settings.limits, settings.transfers ? settings.transfers : transferBudget(settings.limits)),
+      certificate(settings.certificateFile, settings.keyFile, settings.log),
       acceptor(io),
       stopSignals(io),
       renewSignals(io),
@@ -105,10 +101,11 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
     context.admit = [this, admit = settings.admit](Request head) {
         return waitFor<Admission>(mailbox, admit(head));
     };
-    context.answer = [this](Request request) { return answer(std::move(request)); };
-    certificateFile = settings.certificateFile;
-    keyFile = settings.keyFile;
-    readCertificate();
+    context.answer = [this](Request request, bool fromProxy) {
+        return answer(std::move(request), fromProxy);
+    };
+    context.idleChanged = [this](Connection &connection, bool idle) { counted.setIdle(&connection, idle); };
+    certificate.read();
     const tcp::endpoint endpoint(asio::ip::make_address(settings.address.toStdString()), settings.port);
     acceptor.open(endpoint.protocol());
     acceptor.set_option(tcp::acceptor::reuse_address(true));
@@ -128,14 +125,16 @@ asio::awaitable<void> HttpServer::Implementation::acceptAll()
             co_await pause.async_wait(asio::redirect_error(asio::use_awaitable, error));
             continue;
         }
-        if (error || connections.size() + greetings.count() >= context.limits.connections)
+        if (error)
             continue;
         const tcp::endpoint remote = socket.remote_endpoint(error);
         const bool trusted = trustedProxies.contains(remote.address());
-        if (!error && trusted && proxiesGreet)
-            greetings.await(std::move(socket));
-        else if (!error)
+        if (error)
+            continue;
+        if (!trusted || !proxiesGreet)
             take(std::move(socket), {false, peerOf(remote.address()), trusted});
+        else if (counted.count() + greetings.count() < context.limits.connections)
+            greetings.await(std::move(socket));
     }
 }
 
@@ -151,34 +150,63 @@ void HttpServer::Implementation::takeGreeted(tcp::socket socket,
 
 void HttpServer::Implementation::take(tcp::socket socket, const RequestOrigin &origin)
 {
-    if (!origin.forwarded && ofPeer.value(origin.peer) >= context.limits.connectionsOfOnePeer)
+    constexpr std::size_t mostTurnedAway = 64; // at a time; further ones are closed without a word
+    const bool hasRoom = hasRoomFor(origin);
+    if (!hasRoom && connections.size() >= counted.count() + mostTurnedAway)
         return;
-    auto connection = std::make_shared<Connection>(std::move(socket), context, tls ? &*tls : nullptr, origin);
+    auto connection = std::make_shared<Connection>(std::move(socket), context, certificate.context(), origin);
     connections.insert(connection);
-    co_spawn(io, serve(std::move(connection), origin.peer), asio::detached);
+    if (hasRoom)
+        counted.add(connection.get(), origin.peer);
+    open = counted.count();
+    co_spawn(io, serve(std::move(connection), hasRoom), asio::detached);
 }
 
-asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connection> connection,
-                                                        QByteArray peer)
+// Where there is no room, that of a connection which only waits for a request is taken. Its client connects
+// again when it has something to ask.
+bool HttpServer::Implementation::hasRoomFor(const RequestOrigin &origin)
 {
-    ++ofPeer[peer];
-    ++open;
+    const bool peerIsFull =
+        !origin.forwarded && counted.countOf(origin.peer) >= context.limits.connectionsOfOnePeer;
+    if (!peerIsFull && counted.count() + greetings.count() < context.limits.connections)
+        return true;
+    Connection *idle = peerIsFull ? counted.longestIdleOf(origin.peer) : counted.longestIdle();
+    if (!idle)
+        return false;
+    idle->makeRoom();
+    counted.remove(idle);
+    return true;
+}
+
+asio::awaitable<void> HttpServer::Implementation::serve(std::shared_ptr<Connection> connection, bool hasRoom)
+{
     try {
-        co_await connection->serve();
+        if (hasRoom)
+            co_await connection->serve();
+        else
+            co_await connection->turnAway();
     } catch (const std::exception &error) {
         context.log(LogLevel::Problem, 0, QByteArray("connection lost: ") + error.what());
     }
+    counted.remove(connection.get());
+    open = counted.count();
     connections.erase(connection);
-    --open;
-    if (--ofPeer[peer] == 0)
-        ofPeer.remove(peer);
     if (context.stopping && connections.empty())
         pause.cancel();
 }
 
-asio::awaitable<Response> HttpServer::Implementation::answer(Request request)
+// A proxy brings many addresses over its connections, so their requests are counted instead.
+asio::awaitable<Response> HttpServer::Implementation::answer(Request request, bool fromProxy)
 {
-    return waitFor<Response>(mailbox, handler(request));
+    std::size_t uncounted = 0;
+    std::size_t &underWay = fromProxy ? forwarded[request.peer] : uncounted;
+    if (underWay >= context.limits.connectionsOfOnePeer)
+        co_return context.refuse(tooBusy());
+    ++underWay;
+    Response response = co_await waitFor<Response>(mailbox, handler(request));
+    if (--underWay == 0 && fromProxy)
+        forwarded.erase(request.peer);
+    co_return response;
 }
 
 void HttpServer::Implementation::stopOnSignals()
@@ -193,30 +221,12 @@ void HttpServer::Implementation::stopOnSignals()
     });
 }
 
-// Connections keep the certificate that they began with.
-void HttpServer::Implementation::readCertificate()
-{
-    if (certificateFile.isEmpty())
-        return;
-    tls.emplace(tlsContext(certificateFile, keyFile));
-    const QDateTime end = tideloft::service::certificateEnd(*tls);
-    validUntil = end.toSecsSinceEpoch();
-    const QString warning = expiryWarning(end, QDateTime::currentDateTimeUtc());
-    if (!warning.isEmpty())
-        context.log(LogLevel::Warning, 0, warning.toUtf8());
-}
-
 void HttpServer::Implementation::readCertificateOnSignal()
 {
     renewSignals.async_wait([this](const error_code &error, int) {
         if (error)
             return;
-        try {
-            readCertificate();
-            context.log(LogLevel::Info, 0, "read certificate and key again");
-        } catch (const std::exception &problem) {
-            context.log(LogLevel::Problem, 0, QByteArray("kept the certificate: ") + problem.what());
-        }
+        certificate.readAgain();
         readCertificateOnSignal();
     });
 }
@@ -242,16 +252,6 @@ void HttpServer::Implementation::stopNow()
             return;
         io.stop();
     });
-}
-
-std::shared_ptr<ByteBudget> transferBudget(const ServerLimits &limits)
-{
-    return std::make_shared<ByteBudget>(limits.transferBytes, limits.accountTransferBytes);
-}
-
-Response plainRefusal(const Refusal &refusal)
-{
-    return refusalResponse(refusal, "text/plain; charset=utf-8", refusal.message.toUtf8());
 }
 
 HttpServer::HttpServer(const ServerSettings &settings, Handler handler)

@@ -21,16 +21,20 @@ struct ServerLimits {
     std::uint64_t smallBodyBytes = 16ULL * 1024; ///< these three where ServerSettings::admit says so
     std::uint64_t bodyBytes = 1024ULL * 1024;
     std::uint64_t uploadBytes = (5ULL * 1024 + 64) * 1024;
-    std::uint64_t untrackedBytes = 64ULL * 1024;            ///< bodies and replies up to this always go on
-    std::uint64_t transferBytes = 64ULL * 1024 * 1024;      ///< of all larger ones at a time; others get 503
-    std::uint64_t accountTransferBytes = transferBytes / 2; ///< of those of one account
+    std::uint64_t uncountedBytes = 4096; ///< bodies and replies up to this always go on
+    std::uint64_t countedByAddress = mostCountedByAddress;
+    std::uint64_t smallTransferBytes = 32ULL * 1024 * 1024; ///< of those up to that at a time; others get 503
+    std::uint64_t transferBytes = usualTransferBytes; ///< of all larger ones, which are counted by account
+    std::uint64_t accountTransferBytes = usualAccountBytes; ///< of those of one account
+    int unsentBytes = 256 * 1024; ///< of a connection that the system keeps; nobody counts these
     std::size_t connections = 10'000;
-    std::size_t connectionsOfOnePeer = 200;     ///< two for each client behind one address
-    std::uint64_t progressBytes = 64ULL * 1024; ///< for so much of a body or reply bodyTime is given anew
+    std::size_t connectionsOfOnePeer = 200; ///< two for each client behind one address
     std::chrono::milliseconds headerTime{10'000};
-    std::chrono::milliseconds bodyTime{15'000}; ///< for reading a body, and for writing a reply
-    std::chrono::milliseconds idleTime{65'000}; ///< between two requests
-    std::chrono::milliseconds stopTime{3'000};  ///< for replies under way when the server is stopped
+    std::chrono::milliseconds bodyTime{15'000};       ///< for which a body or a reply may stand still
+    std::uint64_t leastBytesPerSecond = 16ULL * 1024; ///< of a body or a reply, once that time is over
+    std::chrono::milliseconds lingerTime{2'000};      ///< for reading what a refused client still sends
+    std::chrono::milliseconds idleTime{65'000};       ///< between two requests
+    std::chrono::milliseconds stopTime{3'000};        ///< for replies under way when the server is stopped
 };
 
 /// The budget that the limits describe.

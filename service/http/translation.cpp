@@ -56,6 +56,11 @@ QByteArray toBytes(boost::beast::string_view text)
     return {text.data(), static_cast<qsizetype>(text.size())};
 }
 
+QByteArray peerOf(const RequestParser &parser, const RequestOrigin &origin)
+{
+    return origin.forwarded ? forwardedPeer(lastForwardedFor(parser.get()), origin.peer) : origin.peer;
+}
+
 Request headOf(const RequestParser &parser, const RequestOrigin &origin)
 {
     const auto &message = parser.get();
@@ -66,7 +71,7 @@ Request headOf(const RequestParser &parser, const RequestOrigin &origin)
     request.cookie = toBytes(message[http::field::cookie]);
     request.ifNoneMatch = toBytes(message[http::field::if_none_match]);
     request.fromForeignPage = isForeignPage(parser, origin.secure);
-    request.peer = origin.forwarded ? forwardedPeer(lastForwardedFor(message), origin.peer) : origin.peer;
+    request.peer = peerOf(parser, origin);
     return request;
 }
 
@@ -78,11 +83,6 @@ QByteArray takeBody(RequestParser &parser)
 Refusal tooLarge()
 {
     return Refusal(413, u"The request is too large."_s);
-}
-
-Refusal tooBusy()
-{
-    return {503, u"The service is busy. Please try again."_s};
 }
 
 Refusal parseFailure(const error_code &error, bool tookTooLong)

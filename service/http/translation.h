@@ -28,6 +28,9 @@ struct RequestOrigin {
     bool forwarded = false; ///< by a proxy that may say for whom
 };
 
+/// Whose request it is, as far as limits go.
+QByteArray peerOf(const RequestParser &parser, const RequestOrigin &origin);
+
 /// Everything but the body.
 Request headOf(const RequestParser &parser, const RequestOrigin &origin);
 
@@ -40,7 +43,6 @@ std::optional<Refusal> headerFailure(const RequestParser &parser);
 /// What to say of a request that could not be read.
 Refusal parseFailure(const boost::system::error_code &error, bool tookTooLong);
 Refusal tooLarge();
-Refusal tooBusy();
 
 /// True when the connection ended, rather than that something wrong was sent.
 bool isLost(const boost::system::error_code &error);

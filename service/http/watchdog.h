@@ -23,10 +23,12 @@ public:
     }
 
     /// Begins a new step, which may take this long.
-    void allow(std::chrono::milliseconds time)
+    void allow(std::chrono::milliseconds time) { allowUntil(std::chrono::steady_clock::now() + time); }
+
+    void allowUntil(std::chrono::steady_clock::time_point end)
     {
         expired = false;
-        timer.expires_after(time);
+        timer.expires_at(end);
         timer.async_wait([self = shared_from_this()](boost::system::error_code error) {
             // A call that was on its way already when a new step began is not meant for that step.
             if (!error && self->alive && self->timer.expiry() <= std::chrono::steady_clock::now())

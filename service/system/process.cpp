@@ -3,8 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "service/system/process.h"
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -32,6 +35,11 @@ void outliveFailedWrites()
 {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void keepLittleUnsent(int socket, int bytes)
+{
+    static_cast<void>(setsockopt(socket, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &bytes, sizeof bytes));
 }
 
 // On Linux this number belongs to the thread.

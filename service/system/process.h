@@ -21,6 +21,10 @@ void allowManyFiles();
 /// nothing.
 void outliveFailedWrites();
 
+/// Of what the other end of a TCP connection does not read, the system keeps little more than so many bytes.
+/// Where it cannot be told, it may keep megabytes.
+void keepLittleUnsent(int socket, int bytes);
+
 /// The calling thread leaves the processor to every other thread that wants it. Where the system refuses, the
 /// thread goes on as it is.
 void letOthersGoFirst();

@@ -26,7 +26,7 @@ NOT_FOR_CRYPTO = "QNetwork|QSsl|QTcp|QWidget|QSql|boost/"
 # Longest folder first: the first that a file lies in is its own. Each with the headers that it may include, and
 # the toolkits that it may not.
 FOLDERS = (
-    ("service/http", "service/http/", "QSql|QJson"),
+    ("service/http", "service/(http|system)/", "QSql|QJson"),
     ("service/metrics", "service/metrics/", "QSql|QJson|openssl/|boost/"),
     ("service/system", "service/system/", "Q|openssl/|boost/"),
     ("service/threads", "service/(threads|system)/", "Q|openssl/|boost/"),

@@ -220,7 +220,7 @@ void TestUploadLimits::unfinishedUploadsNeedLittleMemory()
             return client->socket.bytesAvailable() > 0 || !client->isConnected();
         });
     };
-    QTRY_COMPARE(refused(), 34);
+    QTRY_COMPARE(refused(), 37);
     const qint64 grown = peakMemory(daemon.processId()) - before;
     QVERIFY2(grown < most, QByteArray::number(grown).constData());
 }

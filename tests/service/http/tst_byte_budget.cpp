@@ -4,6 +4,8 @@
 #include "service/http/byte_budget.h"
 #include "tests/support/test_main.h"
 
+#include <vector>
+
 using tideloft::service::ByteBudget;
 
 class TestByteBudget : public QObject
@@ -11,52 +13,81 @@ class TestByteBudget : public QObject
     Q_OBJECT
 
 private slots:
-    void takesUpToTheLimit();
+    void oneAloneHasAThird();
+    void everyNextOneFindsSomething();
+    void growsWithinTheSameBounds();
     void comesBackWhenTheShareGoes();
-    void accountsLeaveOthersTheirPart();
+    void accountHasNoMoreThanItsPart();
     void largerThanEverythingGoesAlone();
     void assigningGivesBackTheOldShare();
 };
 
-void TestByteBudget::takesUpToTheLimit()
+void TestByteBudget::oneAloneHasAThird()
 {
-    ByteBudget budget(100, 100);
-    const ByteBudget::Share first = budget.take(1, 60);
+    ByteBudget budget(90, 90);
+    const ByteBudget::Share first = budget.take(1, 20);
     QVERIFY(bool(first));
-    QVERIFY(!budget.take(1, 41));
-    QVERIFY(!budget.take(2, 41));
-    const ByteBudget::Share rest = budget.take(2, 40);
-    QVERIFY(bool(rest));
-    QVERIFY(!budget.take(3, 1));
+    QVERIFY(!budget.take(1, 11));
+    const ByteBudget::Share second = budget.take(1, 10);
+    QVERIFY(bool(second));
+    QVERIFY(!budget.take(1, 1));
+}
+
+// However many come, half of what is left is there for the next.
+void TestByteBudget::everyNextOneFindsSomething()
+{
+    ByteBudget budget(9000, 9000);
+    std::vector<ByteBudget::Share> held;
+    std::uint64_t left = 9000;
+    for (std::int64_t account = 1; account <= 15; ++account) {
+        const std::uint64_t most = left / 3;
+        QVERIFY(most > 0);
+        QVERIFY(account == 1
+                || !budget.take(account, most + 1)); // more than one may ever have counts as that
+        held.push_back(budget.take(account, most));
+        QVERIFY(bool(held.back()));
+        left -= most;
+    }
+}
+
+void TestByteBudget::growsWithinTheSameBounds()
+{
+    ByteBudget budget(90, 90);
+    ByteBudget::Share share = budget.take(1, 0);
+    QVERIFY(share.grow(10));
+    const ByteBudget::Share other = budget.take(2, 26);
+    QVERIFY(bool(other));
+    QVERIFY(!share.grow(22)); // 64 without this one's
+    QVERIFY(share.grow(21));
+    QVERIFY(share.grow(5)); // which it has
 }
 
 void TestByteBudget::comesBackWhenTheShareGoes()
 {
-    ByteBudget budget(100, 100);
+    ByteBudget budget(300, 100);
     for (int i = 0; i < 10; ++i) {
         ByteBudget::Share share = budget.take(1, 100);
         QVERIFY(bool(share));
         const ByteBudget::Share moved = std::move(share);
         QVERIFY(bool(moved));
-        QVERIFY(!budget.take(2, 1));
+        QVERIFY(!budget.take(2, 67));
     }
     QVERIFY(bool(budget.take(2, 100)));
 }
 
-void TestByteBudget::accountsLeaveOthersTheirPart()
+void TestByteBudget::accountHasNoMoreThanItsPart()
 {
-    ByteBudget budget(100, 60);
+    ByteBudget budget(1000, 60);
     const ByteBudget::Share first = budget.take(1, 50);
     QVERIFY(!budget.take(1, 11));
     const ByteBudget::Share second = budget.take(1, 10);
     QVERIFY(first && second);
-    QVERIFY(!budget.take(2, 41));
-    QVERIFY(bool(budget.take(2, 40)));
+    QVERIFY(bool(budget.take(2, 60)));
 }
 
 void TestByteBudget::largerThanEverythingGoesAlone()
 {
-    ByteBudget budget(100, 60);
+    ByteBudget budget(180, 60);
     {
         const ByteBudget::Share huge = budget.take(1, 1'000'000);
         QVERIFY(bool(huge));
@@ -70,12 +101,12 @@ void TestByteBudget::largerThanEverythingGoesAlone()
 
 void TestByteBudget::assigningGivesBackTheOldShare()
 {
-    ByteBudget budget(100, 100);
-    ByteBudget::Share share = budget.take(1, 70);
-    share = budget.take(2, 30);
+    ByteBudget budget(300, 100);
+    ByteBudget::Share share = budget.take(1, 100);
+    share = budget.take(2, 50);
     QVERIFY(bool(share));
-    QVERIFY(bool(budget.take(3, 70)));
-    QVERIFY(!budget.take(3, 71));
+    QVERIFY(bool(budget.take(3, 83)));
+    QVERIFY(!budget.take(3, 84));
     share = {};
     QVERIFY(bool(budget.take(3, 100)));
 }

@@ -137,14 +137,26 @@ void TestHttpConnections::manyConnections()
 
 void TestHttpConnections::connectionsAreLimited()
 {
+    LateReplies late;
     ServerLimits limits;
     limits.connections = 1;
-    ServerFixture server(&echo, limits);
+    ServerFixture server([&](const Request &) { return late.next(); }, limits);
     HttpClient first(server.port());
-    QCOMPARE(statusOf(first.exchange(get)), 200);
+    first.send(get);
+    late.await();
     HttpClient second(server.port());
+    const QByteArray refused = second.exchange(get); // which nobody reads
+    QCOMPARE(statusOf(refused), 503);
+    QVERIFY(refused.contains("\"message\""));
     QCOMPARE(second.readAll(), QByteArray());
-    QCOMPARE(statusOf(first.exchange(get)), 200);
+    late.finish();
+    QCOMPARE(statusOf(first.readReply()), 200);
+    HttpClient third(server.port());
+    third.send(get);
+    late.await();
+    QCOMPARE(first.readAll(), QByteArray()); // it only waited
+    late.finish();
+    QCOMPARE(statusOf(third.readReply()), 200);
 }
 
 void TestHttpConnections::replyUnderWayIsFinishedWhenStopping()

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/http/peer.h"
 #include "tests/service/http_reply.h"
+#include "tests/service/late_replies.h"
 #include "tests/service/server_fixture.h"
 #include "tests/support/test_main.h"
 
@@ -20,6 +21,7 @@ private slots:
     void proxies_data();
     void proxies();
     void connectionsOfOnePeerAreLimited();
+    void requestsOfOneForwardedPeerAreLimited();
     void placesComeBack();
     void trustedProxies_data();
     void trustedProxies();
@@ -69,20 +71,74 @@ void TestPeer::proxies()
     QTEST(forwardedPeer(header, "proxy"), "peer");
 }
 
+// What only waits makes room; what is busy does not.
 void TestPeer::connectionsOfOnePeerAreLimited()
 {
+    LateReplies late;
     ServerLimits limits;
     limits.connectionsOfOnePeer = 2;
-    ServerFixture server(&tellPeer, limits);
-    HttpClient first(server.port());
-    HttpClient second(server.port());
-    QCOMPARE(statusOf(first.exchange(get)), 200);
-    QCOMPARE(statusOf(second.exchange(get)), 200);
+    ServerFixture server(
+        [&](const Request &request) -> Reply {
+            return request.method == "POST" ? late.next() : tellPeer(request);
+        },
+        limits);
+    HttpClient busy(server.port());
+    busy.send(post("x"));
+    late.await();
+    HttpClient idle(server.port());
+    QCOMPARE(statusOf(idle.exchange(get)), 200);
     HttpClient third(server.port());
-    QCOMPARE(third.readAll(), QByteArray());
+    QCOMPARE(statusOf(third.exchange(get)), 200);
+    QCOMPARE(idle.readAll(), QByteArray());
+    third.send(post("x"));
+    late.await();
+    HttpClient fourth(server.port());
+    const HttpReply refused = parsedReply(fourth.readAll());
+    QCOMPARE(refused.status, 503);
+    QCOMPARE(refused.headers.value("retry-after"), QByteArray("1"));
+    QVERIFY(!refused.message().isEmpty());
     HttpClient other(server.port(), QHostAddress(u"127.0.0.2"_s));
     QCOMPARE(parsedReply(other.exchange(get)).text(u"peer"_s), u"127.0.0.2"_s);
-    QCOMPARE(statusOf(first.exchange(get)), 200);
+    late.finish();
+    QCOMPARE(statusOf(busy.readReply()), 200);
+    QCOMPARE(statusOf(third.readReply()), 200);
+}
+
+// A proxy brings all of an address over connections of its own.
+void TestPeer::requestsOfOneForwardedPeerAreLimited()
+{
+    LateReplies late;
+    ServerSettings settings;
+    settings.port = 0;
+    settings.trustedProxies = {u"127.0.0.1"_s};
+    settings.limits.connectionsOfOnePeer = 2;
+    HttpServer server(settings, [&](const Request &) { return late.next(); });
+    std::thread thread([&] { server.run(); });
+    const auto requestOf = [](const QByteArray &peer) {
+        return "GET / HTTP/1.1\r\nHost: h\r\nX-Forwarded-For: " + peer + "\r\n\r\n";
+    };
+    HttpClient clients[]{HttpClient(server.port()), HttpClient(server.port()), HttpClient(server.port()),
+                         HttpClient(server.port())};
+    clients[0].send(requestOf("192.0.2.7"));
+    clients[1].send(requestOf("192.0.2.7"));
+    late.await(2);
+    const int refused = statusOf(clients[2].exchange(requestOf("192.0.2.7")));
+    clients[3].send(requestOf("192.0.2.8"));
+    late.await();
+    late.finish();
+    const QList<int> statuses{statusOf(clients[0].readReply()), statusOf(clients[1].readReply()),
+                              statusOf(clients[3].readReply())};
+    clients[2].send(requestOf("192.0.2.7"));
+    late.await();
+    late.finish();
+    const int afterwards = statusOf(clients[2].readReply());
+    for (HttpClient &client : clients)
+        client.socket.abort();
+    server.stop();
+    thread.join();
+    QCOMPARE(refused, 503);
+    QCOMPARE(statuses, (QList<int>{200, 200, 200}));
+    QCOMPARE(afterwards, 200);
 }
 
 void TestPeer::placesComeBack()
@@ -144,13 +200,14 @@ void TestPeer::proxyIsBelievedWhereItIsTrusted()
         parsedReply(client.exchange("GET / HTTP/1.1\r\nHost: h\r\nX-Forwarded-For: 1.1.1.1\r\n"
                                     "X-Forwarded-For: 1.1.1.2, 192.0.2.7\r\n\r\n"));
     HttpClient second(server.port()); // a proxy brings many, and needs a connection for each
-    const bool served = statusOf(second.exchange(get)) == 200;
+    second.exchange(get);
+    const bool bothStay = statusOf(client.exchange(get)) == 200;
     client.socket.abort();
     second.socket.abort();
     server.stop();
     thread.join();
     QTEST(reply.text(u"peer"_s), "peer");
-    QCOMPARE(served, trusted.endsWith(u"127.0.0.1"_s));
+    QCOMPARE(bothStay, trusted.endsWith(u"127.0.0.1"_s));
 }
 
 TIDELOFT_TEST_MAIN(TestPeer)

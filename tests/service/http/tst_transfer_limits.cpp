@@ -18,16 +18,21 @@ private slots:
     void everyEndOfABodyGivesItBack_data();
     void everyEndOfABodyGivesItBack();
     void unreadRepliesShareTheBudget();
+    void unreadReplyStaysWithTheService();
     void readerWhoGoesGivesItBack();
     void largestReplyGoesAlone();
+    void littleIsCountedByAddress();
+    void slowBodyRunsOutOfTime();
+    void slowReaderRunsOutOfTime();
 
 private:
     static constexpr int large = 32 * 1024 * 1024; // more than the system buffers for a connection
+    static constexpr int medium = 1024 * 1024;     // which it would take at once
 
     static ServerLimits limits(std::uint64_t all, std::uint64_t ofOneAccount)
     {
         ServerLimits wanted;
-        wanted.untrackedBytes = 100;
+        wanted.uncountedBytes = wanted.countedByAddress = 100;
         wanted.transferBytes = all;
         wanted.accountTransferBytes = ofOneAccount;
         wanted.bodyBytes = 1000;
@@ -41,7 +46,10 @@ private:
         if (request.method == "PUT")
             throw std::runtime_error("broken");
         Response response;
-        response.body = QByteArray(request.target == "/large" ? large : 3, 'r');
+        response.body = QByteArray(request.target == "/large"    ? large
+                                   : request.target == "/medium" ? medium
+                                                                 : 3,
+                                   'r');
         return response;
     }
 
@@ -80,7 +88,7 @@ private:
 // What is declared takes nothing; what has come does.
 void TestTransferLimits::unfinishedBodiesShareTheBudget()
 {
-    ServerFixture server(&handle, limits(1000, 600), &admit);
+    ServerFixture server(&handle, limits(2400, 600), &admit);
     HttpClient idle(server.port());
     QCOMPARE(announce(idle, 1, 1000), 100);
     HttpClient first(server.port());
@@ -94,13 +102,14 @@ void TestTransferLimits::unfinishedBodiesShareTheBudget()
     HttpClient second(server.port());
     QCOMPARE(announce(second, 2, 501), 100);
     second.send(QByteArray(400, 'x'));
-    QVERIFY(QTest::qWaitFor([&] { return offer(server, 3, 101).status == 503; }));
+    QVERIFY(QTest::qWaitFor([&] { return offer(server, 3, 501).status == 503; })); // 1500 are left
+    QCOMPARE(offer(server, 3, 500).status, 200);
     HttpClient small(server.port());
     QCOMPARE(announce(small, 1, 100), 100);
     QCOMPARE(statusOf(small.exchange(QByteArray(100, 'x'))), 200);
     QCOMPARE(statusOf(small.exchange(get("/"))), 200);
     QCOMPARE(statusOf(first.exchange("x")), 200);
-    QCOMPARE(offer(server, 3, 500).status, 200);
+    QCOMPARE(offer(server, 3, 600).status, 200);
 }
 
 void TestTransferLimits::everyEndOfABodyGivesItBack_data()
@@ -166,6 +175,16 @@ void TestTransferLimits::unreadRepliesShareTheBudget()
     QCOMPARE(statusOf(slow.exchange(get("/large"))), 200);
 }
 
+void TestTransferLimits::unreadReplyStaysWithTheService()
+{
+    ServerFixture server(&handle, limits(medium, medium), &admit);
+    HttpClient slow(server.port());
+    slow.send(get("/medium"));
+    readNoFurtherThanTheHead(slow);
+    HttpClient other(server.port());
+    QCOMPARE(statusOf(other.exchange(get("/medium", 2))), 503);
+}
+
 void TestTransferLimits::readerWhoGoesGivesItBack()
 {
     ServerFixture server(&handle, limits(large, large), &admit);
@@ -187,6 +206,59 @@ void TestTransferLimits::largestReplyGoesAlone()
     ServerFixture server(&handle, limits(1000, 500), &admit);
     HttpClient client(server.port());
     QCOMPARE(parsedReply(client.exchange(get("/large"))).body.size(), large);
+}
+
+// Many connections of one address, each with little: another address has its part all the same.
+void TestTransferLimits::littleIsCountedByAddress()
+{
+    ServerLimits wanted = limits(1000, 1000);
+    wanted.countedByAddress = 1000;
+    wanted.smallTransferBytes = 900;
+    ServerFixture server(&handle, wanted, &admit);
+    HttpClient slow(server.port());
+    QCOMPARE(announce(slow, 1, 251), 100);
+    slow.send(QByteArray(250, 'x'));
+    QVERIFY(QTest::qWaitFor([&] { return offer(server, 2, 101).status == 503; }));
+    HttpClient elsewhere(server.port(), QHostAddress(u"127.0.0.2"_s));
+    QCOMPARE(announce(elsewhere, 1, 200), 100);
+    QCOMPARE(statusOf(elsewhere.exchange(QByteArray(200, 'x'))), 200);
+    QCOMPARE(statusOf(slow.exchange("x")), 200);
+    QCOMPARE(offer(server, 2, 300).status, 200);
+}
+
+// Each byte comes long before the time of a silent body is over.
+void TestTransferLimits::slowBodyRunsOutOfTime()
+{
+    ServerLimits wanted;
+    wanted.bodyTime = std::chrono::milliseconds(300);
+    ServerFixture server(&handle, wanted, &admit);
+    HttpClient client(server.port());
+    QCOMPARE(announce(client, 1, 16'000), 100);
+    for (int i = 0; i < 1000 && client.socket.bytesAvailable() == 0; ++i) {
+        client.send("x");
+        client.socket.waitForReadyRead(5);
+    }
+    QCOMPARE(statusOf(client.socket.readAll()), 408);
+}
+
+// The bytes that are read are fewer in a second than the rate demands.
+void TestTransferLimits::slowReaderRunsOutOfTime()
+{
+    ServerLimits wanted;
+    wanted.bodyTime = std::chrono::milliseconds(300);
+    wanted.leastBytesPerSecond = 4ULL * large;
+    ServerFixture server(&handle, wanted, &admit);
+    HttpClient slow(server.port());
+    slow.send(get("/large"));
+    slow.socket.setReadBufferSize(64 * 1024);
+    qint64 size = 0;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            size += slow.socket.readAll().size();
+            return slow.socket.state() == QAbstractSocket::UnconnectedState;
+        },
+        60'000));
+    QVERIFY2(size < large, qPrintable(QString::number(size)));
 }
 
 TIDELOFT_TEST_MAIN(TestTransferLimits)
