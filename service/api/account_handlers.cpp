@@ -151,7 +151,7 @@ void addAccountRoutes(Router &router, ApiContext &context)
     router.add(
         "POST", "/api/auth/register",
         [&context](const Request &request) {
-            return answerAfter(context, [&context, request](Database &lookUp) {
+            return answerAfter(context, request.peer, [&context, request](Database &lookUp) {
                 return registerAccount(context, lookUp, request);
             });
         },
@@ -159,8 +159,9 @@ void addAccountRoutes(Router &router, ApiContext &context)
     router.add(
         "POST", "/api/auth/login",
         [&context](const Request &request) {
-            return answerAfter(
-                context, [&context, request](Database &lookUp) { return login(context, lookUp, request); });
+            return answerAfter(context, request.peer, [&context, request](Database &lookUp) {
+                return login(context, lookUp, request);
+            });
         },
         BodySize::Small);
     router.add("POST", "/api/auth/logout",

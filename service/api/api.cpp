@@ -52,6 +52,24 @@ StoreSettings ApiContext::withRetention(StoreSettings storage) const
     return storage;
 }
 
+// Each call takes whose turn it is then, which need not be what was put in with it. Nothing else uses the
+// queue behind, so that has room whenever this one has.
+bool ApiContext::read(const QByteArray &peer, ReadTask task)
+{
+    return readingTurns.push(peer, task) && store.read([this](Database &database) {
+        if (const std::optional<ReadTask> next = readingTurns.take())
+            (*next)(database);
+    });
+}
+
+bool ApiContext::hash(const QByteArray &peer, Workers::Job job)
+{
+    return hashingTurns.push(peer, job) && hashing.submit([this] {
+        if (const std::optional<Workers::Job> next = hashingTurns.take())
+            (*next)();
+    });
+}
+
 Api::Api(const StoreSettings &store, const ApiSettings &settings) : context(withBudget(settings), store)
 {
     addHealthRoute(router, context);
@@ -77,14 +95,15 @@ Admitted Api::admit(const Request &head)
     if (!carriesSession(head))
         return nobody; // who signs in may send more
     return Later<Admission>{[this, head, wanted, nobody](const Finish<Admission> &finish) {
-        const bool accepted = context.store.read([this, head, wanted, nobody, finish](Database &database) {
-            try {
-                const std::optional<User> user = sessionUser(context, database, head);
-                finish(user ? Admission{wanted, user->id, {}} : nobody);
-            } catch (const StorageError &) { // the request itself will show what is wrong
-                finish(nobody);
-            }
-        });
+        const bool accepted =
+            context.read(head.peer, [this, head, wanted, nobody, finish](Database &database) {
+                try {
+                    const std::optional<User> user = sessionUser(context, database, head);
+                    finish(user ? Admission{wanted, user->id, {}} : nobody);
+                } catch (const StorageError &) { // the request itself will show what is wrong
+                    finish(nobody);
+                }
+            });
         if (!accepted)
             finish(nobody);
     }};
@@ -97,7 +116,7 @@ Api::Queues Api::queues() const
 
 bool Api::countSessions(const std::function<void(std::optional<qint64>)> &done)
 {
-    return context.store.read([this, done](Database &database) {
+    return context.read({}, [this, done](Database &database) {
         std::optional<qint64> sessions;
         try {
             sessions = sessionCount(database, context.sessionTime());

@@ -10,6 +10,7 @@
 #include "service/secrets/password_hash.h"
 #include "service/store/messages.h"
 #include "service/store/store_threads.h"
+#include "service/threads/fair_queue.h"
 #include "service/threads/workers.h"
 
 #include <QDateTime>
@@ -52,7 +53,9 @@ struct ApiContext {
         : settings(wanted),
           startedAt(nowInMilliseconds()),
           startedAtSteady(wanted.steadyNow()),
+          hashingTurns(wanted.waitingHashes, (wanted.waitingHashes + 3) / 4),
           hashing(wanted.hashingThreads, wanted.waitingHashes, Workers::Priority::Low),
+          readingTurns(storage.waitingReads, storage.waitingReads / 4),
           store(withRetention(std::move(storage)))
     {
     }
@@ -63,8 +66,15 @@ struct ApiContext {
     AttemptLimit signInsOfAccount{settings.signInsPerMinute};
     AttemptLimit signInsOfAddress{settings.signInsPerMinute};
     AttemptLimit registrations{settings.registrationsPerMinute};
+    FairQueue<QByteArray, Workers::Job> hashingTurns; ///< by address, as the next
     Workers hashing;
+    FairQueue<QByteArray, ReadTask> readingTurns;
     StoreThreads store; // last: its threads use what stands above
+
+    /// Has something looked up, or hashed, when it is PEER's turn. False, and nothing done, when too much
+    /// waits already, of all or of PEER. From any thread.
+    bool read(const QByteArray &peer, ReadTask task);
+    bool hash(const QByteArray &peer, Workers::Job job);
 
     qint64 nowInMilliseconds() const { return settings.now().toMSecsSinceEpoch(); }
 

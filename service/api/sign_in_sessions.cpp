@@ -116,7 +116,7 @@ Handler forSignedIn(ApiContext &context, UserHandler handler)
     return [&context, handler = std::move(handler)](const Request &request) -> Reply {
         if (!carriesSession(request))
             throw signInFirst();
-        return answerAfter(context, [&context, handler, request](Database &database) {
+        return answerAfter(context, request.peer, [&context, handler, request](Database &database) {
             const std::optional<User> user = sessionUser(context, database, request);
             if (!user)
                 throw signInFirst();

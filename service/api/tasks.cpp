@@ -22,11 +22,6 @@ Response withProblem(const Refusal &refusal, const std::exception &error)
     return response;
 }
 
-Response busyResponse()
-{
-    return errorResponse(Refusal(503, u"The service is busy. Please try again."_s));
-}
-
 void store(ApiContext &context, const Change &change, const Finish<Response> &finish)
 {
     const auto reply = std::make_shared<Response>();
@@ -36,7 +31,7 @@ void store(ApiContext &context, const Change &change, const Finish<Response> &fi
                                  finish(failure ? failureResponse(failure) : std::move(*reply));
                              }});
     if (!accepted)
-        finish(busyResponse());
+        finish(errorResponse(tooBusy()));
 }
 
 template <typename Result, typename Step> Result attempt(const Step &step)
@@ -57,30 +52,31 @@ void finishChange(ApiContext &context, const std::variant<Response, Change> &out
         finish(std::get<Response>(outcome));
 }
 
-void finishOutcome(ApiContext &context, Outcome outcome, const Finish<Response> &finish)
+void finishOutcome(ApiContext &context, const QByteArray &peer, Outcome outcome,
+                   const Finish<Response> &finish)
 {
     if (const auto *response = std::get_if<Response>(&outcome))
         return finish(*response);
     if (const auto *change = std::get_if<Change>(&outcome))
         return store(context, *change, finish);
     const bool accepted =
-        context.hashing.submit([&context, slow = std::get<SlowWork>(std::move(outcome)), finish] {
+        context.hash(peer, [&context, slow = std::get<SlowWork>(std::move(outcome)), finish] {
             finishChange(context, attempt<std::variant<Response, Change>>(slow.work), finish);
         });
     if (!accepted)
-        finish(busyResponse());
+        finish(errorResponse(tooBusy()));
 }
 
 } // namespace
 
-Later<Response> answerAfter(ApiContext &context, LookUp lookUp)
+Later<Response> answerAfter(ApiContext &context, const QByteArray &peer, LookUp lookUp)
 {
-    return {[&context, lookUp = std::move(lookUp)](const Finish<Response> &finish) {
-        const bool accepted = context.store.read([&context, lookUp, finish](Database &database) {
-            finishOutcome(context, attempt<Outcome>([&] { return lookUp(database); }), finish);
+    return {[&context, peer, lookUp = std::move(lookUp)](const Finish<Response> &finish) {
+        const bool accepted = context.read(peer, [&context, peer, lookUp, finish](Database &database) {
+            finishOutcome(context, peer, attempt<Outcome>([&] { return lookUp(database); }), finish);
         });
         if (!accepted)
-            finish(busyResponse());
+            finish(errorResponse(tooBusy()));
     }};
 }
 
