@@ -3,7 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/attempt_limit.h"
 
-#include <algorithm>
+#include <QCryptographicHash>
+
+#include <iterator>
 
 namespace tideloft::service
 {
@@ -12,7 +14,6 @@ namespace
 {
 
 constexpr qint64 minute = 60'000;
-constexpr qsizetype mostKeys = 200'000; // a flood of names must not fill the memory
 
 } // namespace
 
@@ -21,25 +22,38 @@ int AttemptLimit::attempt(const QByteArray &key, qint64 now)
     if (most == 0)
         return 0;
     const std::lock_guard lock(mutex);
-    dropOld(now);
-    QList<qint64> &times = attempts[key];
+    forget(now);
+    const Entries::iterator entry = entryOf(key);
+    QList<qint64> &times = entry->times;
     times.removeIf([now](qint64 time) { return time <= now - minute; });
     if (times.size() >= most)
         return static_cast<int>((times.first() + minute - now + 999) / 1000);
     times.append(now);
+    entries.splice(entries.end(), entries, entry);
+    if (entries.size() > mostEntries) {
+        byHash.remove(entries.front().hash);
+        entries.pop_front();
+    }
     return 0;
 }
 
-// Looking at all keys is worth it only once there are twice as many as were left the last time.
-void AttemptLimit::dropOld(qint64 now)
+// Whatever is tried, its length is that of a hash.
+AttemptLimit::Entries::iterator AttemptLimit::entryOf(const QByteArray &key)
 {
-    if (attempts.size() < roomBeforeDropping)
-        return;
-    attempts.removeIf(
-        [now](auto entry) { return entry.value().isEmpty() || entry.value().last() <= now - minute; });
-    if (attempts.size() >= mostKeys)
-        attempts.clear();
-    roomBeforeDropping = std::max<qsizetype>(1000, 2 * attempts.size());
+    const QByteArray hash = QCryptographicHash::hash(key, QCryptographicHash::Sha256);
+    const auto found = byHash.constFind(hash);
+    if (found != byHash.constEnd())
+        return *found;
+    entries.push_back({hash, {}});
+    return *byHash.insert(hash, std::prev(entries.end()));
+}
+
+void AttemptLimit::forget(qint64 now)
+{
+    while (!entries.empty() && entries.front().times.last() <= now - minute) {
+        byHash.remove(entries.front().hash);
+        entries.pop_front();
+    }
 }
 
 } // namespace tideloft::service

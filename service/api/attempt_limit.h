@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QList>
 
+#include <list>
 #include <mutex>
 
 namespace tideloft::service
@@ -16,20 +17,32 @@ namespace tideloft::service
 class AttemptLimit
 {
 public:
-    /// 0 sets no limit.
-    explicit AttemptLimit(int mostInAMinute) : most(mostInAMinute) {}
+    /// 0 sets no limit. Of more than MOSTKEYS keys those are forgotten that were tried longest ago.
+    explicit AttemptLimit(int mostInAMinute, std::size_t mostKeys = 200'000)
+        : most(mostInAMinute),
+          mostEntries(mostKeys)
+    {
+    }
 
     /// Counts an attempt at NOW (ms of a clock that never jumps). 0 when it may go on, otherwise after how
     /// many seconds the next one may; an attempt that may not go on does not count.
     int attempt(const QByteArray &key, qint64 now);
 
 private:
-    void dropOld(qint64 now);
+    struct Entry {
+        QByteArray hash;
+        QList<qint64> times; ///< of the last minute, the oldest first
+    };
+    using Entries = std::list<Entry>;
+
+    Entries::iterator entryOf(const QByteArray &key);
+    void forget(qint64 now);
 
     const qsizetype most;
+    const std::size_t mostEntries;
     std::mutex mutex;
-    QHash<QByteArray, QList<qint64>> attempts; ///< of the last minute, the oldest first
-    qsizetype roomBeforeDropping = 1000;
+    Entries entries; ///< in the order of their last attempts that went on
+    QHash<QByteArray, Entries::iterator> byHash;
 };
 
 } // namespace tideloft::service

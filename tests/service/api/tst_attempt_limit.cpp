@@ -18,6 +18,7 @@ private slots:
     void everyKeyIsCountedAlone();
     void noLimit();
     void floodOfKeysIsForgotten();
+    void floodForgetsTheOldestAlone();
     void guessesAtOneAccountAreRefused();
     void guessesOfOneAddressAreRefused();
     void registrationsOfOneAddressAreRefused();
@@ -86,6 +87,18 @@ void TestAttemptLimit::floodOfKeysIsForgotten()
     for (int i = 0; i < 20'000; ++i)
         QCOMPARE(limit.attempt(QByteArray::number(i), 60'000), 0);
     QCOMPARE(limit.attempt("honest", 60'000), 0);
+}
+
+void TestAttemptLimit::floodForgetsTheOldestAlone()
+{
+    AttemptLimit limit(1, 3);
+    for (const char *key : {"a", "b", "c"})
+        QCOMPARE(limit.attempt(key, 0), 0);
+    QVERIFY(limit.attempt("a", 1) > 0); // which did not go on, so the attempt before is its last
+    QCOMPARE(limit.attempt("d", 2), 0);
+    for (const char *key : {"b", "c", "d"})
+        QVERIFY2(limit.attempt(key, 3) > 0, key);
+    QCOMPARE(limit.attempt("a", 4), 0);
 }
 
 void TestAttemptLimit::guessesAtOneAccountAreRefused()
