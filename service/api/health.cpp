@@ -6,8 +6,10 @@
 #include "service/api/json_reply.h"
 #include "service/store/facts.h"
 
-#include <atomic>
 #include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
 
 namespace tideloft::service
 {
@@ -18,6 +20,7 @@ namespace
 {
 
 constexpr std::chrono::milliseconds timeLimit{1000};
+constexpr qint64 memory = 5000; // ms for which a late answer tells why the last write failed
 
 Response healthy()
 {
@@ -40,7 +43,13 @@ Response responseFor(const std::exception_ptr &failure)
     }
 }
 
-// Anybody may ask, so a write is made once a second at most.
+Response late()
+{
+    return ill(u"The database has not answered within a second."_s);
+}
+
+// Anybody may ask, so there is one write at a time, and after a good one none for a second. Who asks
+// meanwhile gets the answer of the write that is under way.
 class Probe
 {
 public:
@@ -49,29 +58,55 @@ public:
     Reply ask()
     {
         const qint64 now = context.settings.steadyNow();
-        if (last.load() && wroteAt > now - timeLimit.count())
+        const std::lock_guard lock(mutex);
+        if (endedAt && !lastFailure && *endedAt > now - timeLimit.count())
             return healthy();
-        return Later<Response>{[this, now](const Finish<Response> &finish) { write(now, finish); }, timeLimit,
-                               ill(u"The database has not answered within a second."_s)};
+        const Response whenLate = lastFailure && *endedAt > now - memory ? *lastFailure : late();
+        if (underWay && beganAt <= now - timeLimit.count())
+            return whenLate;
+        return Later<Response>{[this, now](const Finish<Response> &finish) { wait(now, finish); }, timeLimit,
+                               whenLate};
     }
 
 private:
-    void write(qint64 now, const Finish<Response> &finish)
+    void wait(qint64 now, const Finish<Response> &finish)
     {
+        {
+            const std::lock_guard lock(mutex);
+            waiting.push_back(finish);
+            if (underWay)
+                return;
+            underWay = true;
+            beganAt = now;
+        }
         const bool accepted =
             context.store.write({[now](Database &database) { setFact(database, u"probe"_s, now); },
-                                 [this, now, finish](const std::exception_ptr &failure) {
-                                     last = !failure;
-                                     wroteAt = now;
-                                     finish(responseFor(failure));
-                                 }});
+                                 [this](const std::exception_ptr &failure) { end(responseFor(failure)); }});
         if (!accepted)
-            finish(ill(u"Too many writes are waiting."_s));
+            end(ill(u"Too many writes are waiting."_s));
+    }
+
+    void end(const Response &response)
+    {
+        std::vector<Finish<Response>> told;
+        {
+            const std::lock_guard lock(mutex);
+            told.swap(waiting);
+            underWay = false;
+            lastFailure = response.status == 200 ? std::nullopt : std::optional(response);
+            endedAt = context.settings.steadyNow();
+        }
+        for (const Finish<Response> &finish : told)
+            finish(response);
     }
 
     ApiContext &context;
-    std::atomic<bool> last = false; ///< how the last write ended
-    std::atomic<qint64> wroteAt = 0;
+    std::mutex mutex;
+    std::vector<Finish<Response>> waiting; ///< for the write that is under way
+    bool underWay = false;
+    qint64 beganAt = 0;
+    std::optional<qint64> endedAt;       ///< nothing before the first
+    std::optional<Response> lastFailure; ///< what the last one came to, unless it was good
 };
 
 } // namespace
