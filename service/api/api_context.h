@@ -38,6 +38,7 @@ struct ApiSettings {
     std::size_t waitingHashes = 16;               ///< more sign-ins and registrations at a time are refused
     int signInsPerMinute = usualSignInsPerMinute; ///< for each account, and for each address; 0 = any number
     int registrationsPerMinute = usualRegistrationsPerMinute; ///< for each address; 0 = any number
+    int searchesPerMinute = 240; ///< for each user; a client asks at every letter that is typed
     Registration registration = Registration::Open;
     MessageQuota quota = usualQuota;
     qint64 pictureBytes = inBytes(usualPictureMegabytes); ///< of one user's pictures
@@ -66,6 +67,7 @@ struct ApiContext {
     AttemptLimit signInsOfAccount{settings.signInsPerMinute};
     AttemptLimit signInsOfAddress{settings.signInsPerMinute};
     AttemptLimit registrations{settings.registrationsPerMinute};
+    AttemptLimit searches{settings.searchesPerMinute};
     FairQueue<QByteArray, Workers::Job> hashingTurns; ///< by address, as the next
     Workers hashing;
     FairQueue<QByteArray, ReadTask> readingTurns;

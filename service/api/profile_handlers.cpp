@@ -36,8 +36,11 @@ Outcome updateProfile(const Request &request, const User &user)
     });
 }
 
-Response searchUsers(Database &database, const Request &request, const User &user)
+// A search looks at every user.
+Response searchUsers(ApiContext &context, Database &database, const Request &request, const User &user)
 {
+    if (const int wait = context.searches.attempt(QByteArray::number(user.id), context.settings.steadyNow()))
+        throw Refusal(429, u"Too many attempts. Please try again in a minute."_s, wait);
     const QString text = queryValue(request, "q").trimmed().toLower();
     if (text.isEmpty())
         return jsonResponse(QJsonArray());
@@ -59,7 +62,10 @@ void addProfileRoutes(Router &router, ApiContext &context)
                forSignedIn(context, [](Database &, const Request &request, const User &user) {
                    return updateProfile(request, user);
                }));
-    router.add("GET", "/api/users/search", forSignedIn(context, &searchUsers));
+    router.add("GET", "/api/users/search",
+               forSignedIn(context, [&context](Database &database, const Request &request, const User &user) {
+                   return searchUsers(context, database, request, user);
+               }));
 }
 
 } // namespace tideloft::service

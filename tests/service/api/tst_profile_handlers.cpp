@@ -20,6 +20,8 @@ private slots:
     void search_data();
     void search();
     void searchIsLimited();
+    void searchesOfOneUserAreLimited();
+    void healthIsAskedForOnceAtATime();
 
 private:
     static QStringList found(ApiFixture &fixture, const QByteArray &query, const QByteArray &cookie);
@@ -114,6 +116,44 @@ void TestProfile::searchIsLimited()
     const QStringList names = found(fixture, "?q=user", cookie);
     QCOMPARE(names.size(), 20);
     QCOMPARE(names.constFirst(), u"user10"_s);
+}
+
+void TestProfile::searchesOfOneUserAreLimited()
+{
+    ApiFixture fixture([](ApiSettings &settings) { settings.searchesPerMinute = 2; });
+    const QByteArray alice = fixture.signUp(u"alice"_s);
+    const QByteArray bob = fixture.signUp(u"bob"_s);
+    for (int i = 0; i < 2; ++i)
+        QCOMPARE(fixture.get("/api/users/search?q=b", alice).status, 200);
+    const Response refused = fixture.get("/api/users/search?q=b", alice);
+    QCOMPARE(refused.status, 429);
+    QVERIFY(refused.headers.contains(qMakePair(QByteArray("Retry-After"), QByteArray("60"))));
+    QVERIFY(!ApiFixture::message(refused).isEmpty());
+    QCOMPARE(fixture.get("/api/users/search?q=a", bob).status, 200);
+    fixture.now = fixture.now.addSecs(60);
+    QCOMPARE(fixture.get("/api/users/search?q=b", alice).status, 200);
+}
+
+// While nothing can be written, however many ask, one write waits; all get its answer.
+void TestProfile::healthIsAskedForOnceAtATime()
+{
+    ApiFixture fixture;
+    std::vector<std::shared_ptr<ApiFixture::Begun>> asked;
+    {
+        const Transaction nobodyElseWrites(fixture.database);
+        for (int i = 0; i < 20; ++i)
+            asked.push_back(ApiFixture::begin(fixture.api.handle({"GET", "/healthz", {}, {}, {}})));
+        QVERIFY(fixture.api.queues().writes <= 1);
+        fixture.now = fixture.now.addSecs(1); // it has had its second
+        const Reply late = fixture.api.handle({"GET", "/healthz", {}, {}, {}});
+        QVERIFY(std::holds_alternative<Response>(late));
+        QCOMPARE(std::get<Response>(late).status, 503);
+        for (const auto &one : asked)
+            one->finished.acquire();
+    }
+    for (const auto &one : asked)
+        QCOMPARE(one->response.status, 503);
+    QCOMPARE(fixture.get("/healthz", {}).status, 200);
 }
 
 TIDELOFT_TEST_MAIN(TestProfile)
