@@ -21,6 +21,7 @@ private slots:
     void disabledWhileHashingIsNotSignedIn();
     void passwordThatChangedWhileHashingIsRefused();
     void nothingIsStoredForADisabledAccount();
+    void deletedWhileAMessageWaitsGetsNothing();
     void enabledIsAsBefore();
     void deletedLooksAsIfItHadNeverBeen();
     void deletedStaysInTheListsOfOthers();
@@ -100,6 +101,21 @@ void TestAccountStates::nothingIsStoredForADisabledAccount()
     disableUser(fixture->database, user(u"alice"_s));
     const Response response = fixture->post("/api/chat/send", plainMessage(u"bob"_s, u"more"_s), alice);
     QCOMPARE(response.status, 401);
+    QCOMPARE(ApiFixture::array(fixture->get("/api/chat/history/alice", bob)).size(), 1);
+}
+
+void TestAccountStates::deletedWhileAMessageWaitsGetsNothing()
+{
+    Transaction nobodyElseWrites(fixture->database);
+    const QByteArray body = QJsonDocument(plainMessage(u"alice"_s, u"too late"_s)).toJson();
+    const auto begun =
+        ApiFixture::begin(fixture->api.handle({"POST", "/api/chat/send", "application/json", bob, body}));
+    QTRY_COMPARE(fixture->api.queues().reads, std::size_t{0});
+    deleteUser(fixture->database, user(u"alice"_s));
+    nobodyElseWrites.commit();
+    begun->finished.acquire();
+    QCOMPARE(begun->response.status, 404);
+    QCOMPARE(ApiFixture::message(begun->response), u"There is no user with this name."_s);
     QCOMPARE(ApiFixture::array(fixture->get("/api/chat/history/alice", bob)).size(), 1);
 }
 
