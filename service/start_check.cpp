@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QtEndian>
 
 namespace tideloft::service
 {
@@ -41,13 +42,37 @@ void checkCertificate(const Options &options, StartCheck &check)
     }
 }
 
+// Opening a database makes files beside it. Where nobody has it open, all of it stands in its own file.
+int versionInFile(const QString &file)
+{
+    constexpr qsizetype versionAt = 60; // SQLite's file format, section 1.3
+    QFile database(file);
+    if (!database.open(QIODevice::ReadOnly))
+        throw StorageError(database.errorString().toStdString());
+    const QByteArray header = database.read(100);
+    if (header.isEmpty())
+        return 0;
+    if (header.size() < 100 || !header.startsWith("SQLite format 3"))
+        throw StorageError("file is not a database");
+    return qFromBigEndian<qint32>(header.constData() + versionAt);
+}
+
+int versionOf(const QString &place)
+{
+    const QString file = engineFor(place)->file();
+    if (!file.isEmpty() && QFileInfo(file + u"-wal"_s).size() == 0)
+        return versionInFile(file);
+    Database database(place, Database::Access::ReadOnly);
+    return database.engine().schemaVersion(database);
+}
+
 void checkVersion(const QString &place, StartCheck &check)
 {
     try {
-        Database database(place, Database::Access::ReadOnly);
-        const int version = database.engine().schemaVersion(database);
+        const int version = versionOf(place);
         if (version < 0 || version > currentSchemaVersion())
-            check.problems << u"A newer version of the program wrote the database %1"_s.arg(database.place());
+            check.problems << u"A newer version of the program wrote the database %1"_s.arg(
+                engineFor(place)->place());
     } catch (const StorageError &error) {
         check.problems << u"%1: %2"_s.arg(engineFor(place)->place(), QString::fromUtf8(error.what()));
     }

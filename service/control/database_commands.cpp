@@ -100,7 +100,7 @@ void copyDatabase(const Call &call)
 
 void checkDatabase(const Call &call)
 {
-    OpenedDatabase database(call.database, OpenedDatabase::Form::AnyKnown);
+    OpenedDatabase database(call.database, OpenedDatabase::Form::AnyKnown, Database::Access::ReadOnly);
     const QStringList problems = problemsOf(*database);
     for (const QString &problem : problems)
         say(problem, stderr);
@@ -111,7 +111,7 @@ void checkDatabase(const Call &call)
 
 void tellStatistics(const Call &call)
 {
-    OpenedDatabase database(call.database);
+    OpenedDatabase database(call.database, OpenedDatabase::Form::Present, Database::Access::ReadOnly);
     const Statistics found = statistics(*database, QDateTime::currentMSecsSinceEpoch());
     const QList<QStringList> rows{
         {u"Users"_s, QString::number(found.activeUsers)},

@@ -30,9 +30,9 @@ std::optional<DatabaseLock> lockOf(const QString &file)
 
 } // namespace
 
-OpenedDatabase::OpenedDatabase(const QString &place, Form form)
+OpenedDatabase::OpenedDatabase(const QString &place, Form form, Database::Access access)
     : lock(lockOf(engineFor(place)->file())),
-      database(place)
+      database(place, access)
 {
     if (form == Form::Present)
         requireCurrentVersion(database);

@@ -18,7 +18,8 @@ public:
     /// Older forms of a database can be copied and looked through; everything else needs the present one.
     enum class Form { Present, AnyKnown };
 
-    explicit OpenedDatabase(const QString &place, Form form = Form::Present);
+    explicit OpenedDatabase(const QString &place, Form form = Form::Present,
+                            Database::Access access = Database::Access::Full);
 
     Database &operator*() { return database; }
 

@@ -7,6 +7,8 @@
 
 #include <QTemporaryDir>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,7 @@ class TestStartCheck : public QObject
 private slots:
     void newDatabaseIsNotMade();
     void databaseOfAnyVersionUpToThisIsGood();
+    void nothingIsMadeBesideTheDatabase();
     void databaseOfANewerProgramIsRefused();
     void whatIsNoDatabaseIsRefused();
     void folderThatIsNoneIsRefused();
@@ -43,6 +46,17 @@ void TestStartCheck::databaseOfAnyVersionUpToThisIsGood()
 {
     const Store running(path(u"good.sqlite"_s));
     QCOMPARE(checkStart({}, path(u"good.sqlite"_s)).problems, QStringList());
+}
+
+// A file that is made and taken away again would change the time of the folder.
+void TestStartCheck::nothingIsMadeBesideTheDatabase()
+{
+    const QString file = path(u"stopped.sqlite"_s);
+    static_cast<void>(Store(file));
+    const timespec longAgo[]{{1000, 0}, {1000, 0}};
+    QCOMPARE(utimensat(AT_FDCWD, QFile::encodeName(folder.path()).constData(), longAgo, 0), 0);
+    QCOMPARE(checkStart({}, file).problems, QStringList());
+    QCOMPARE(QFileInfo(folder.path()).lastModified().toSecsSinceEpoch(), 1000);
 }
 
 void TestStartCheck::databaseOfANewerProgramIsRefused()
