@@ -116,6 +116,7 @@ int tellOfCheck(const Options &options)
 int main(int argc, char **argv)
 {
     keepFilesForOwner();
+    outliveEarlyRenewals();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(u"TideLoft"_s);
     QCoreApplication::setApplicationName(u"tideloftd"_s);

@@ -42,6 +42,11 @@ void keepLittleUnsent(int socket, int bytes)
     static_cast<void>(setsockopt(socket, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &bytes, sizeof bytes));
 }
 
+void outliveEarlyRenewals()
+{
+    std::signal(SIGHUP, SIG_IGN);
+}
+
 // On Linux this number belongs to the thread.
 void letOthersGoFirst()
 {

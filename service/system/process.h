@@ -25,6 +25,9 @@ void outliveFailedWrites();
 /// Where it cannot be told, it may keep megabytes.
 void keepLittleUnsent(int socket, int bytes);
 
+/// The signal to read the certificate again ends nothing while nobody waits for it yet.
+void outliveEarlyRenewals();
+
 /// The calling thread leaves the processor to every other thread that wants it. Where the system refuses, the
 /// thread goes on as it is.
 void letOthersGoFirst();

@@ -1,6 +1,7 @@
 // The program as it is started: command line, TLS, log, and an end in order.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "service/store/database.h"
 #include "tests/service/daemon.h"
 #include "tests/service/message_bodies.h"
 #include "tests/service/picture_material.h"
@@ -16,6 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
+namespace service = tideloft::service;
 
 class TestTideloftd : public QObject
 {
@@ -28,6 +30,7 @@ private slots:
     void unusableFilesAndPortsEndWithOne();
     void stopsCleanly_data();
     void stopsCleanly();
+    void renewalIsNoEndWhileStarting();
     void twoUsersTalkOverTls();
     void ownPagesHaveTheOriginOfTls();
     void nothingSecretIsLogged();
@@ -120,6 +123,19 @@ void TestTideloftd::stopsCleanly()
     QCOMPARE(post(network, daemon.url(u"/api/auth/login"_s),
                   {{u"username"_s, u"alice"_s}, {u"password"_s, u"a good password"_s}}),
              200);
+}
+
+// The database that is to be brought to its present form is held, so the start takes its time and then fails.
+void TestTideloftd::renewalIsNoEndWhileStarting()
+{
+    Daemon daemon;
+    service::Database held(daemon.databaseFile());
+    const service::Transaction nobodyElseWrites(held);
+    QVERIFY(daemon.startAndForget());
+    const QString lock = daemon.databaseFile() + u".lock"_s;
+    QTRY_VERIFY(QFile::exists(lock)); // main() has begun
+    QCOMPARE(daemon.stop(SIGHUP), 1);
+    QVERIFY2(daemon.errors().contains("locked"), daemon.errors().constData());
 }
 
 void TestTideloftd::twoUsersTalkOverTls()
