@@ -51,17 +51,15 @@ std::string addressOf(int network, std::size_t number)
 
 } // namespace
 
-SlowClient::SlowClient(Loop &owner, Kind wanted, std::uint16_t port, const std::string &from,
+SlowClient::SlowClient(Loop &owner, Kind wanted, std::uint16_t target, std::string address,
                        const SeededUser &user)
     : loop(owner),
-      descriptor(connectedSocket(port, from))
+      port(target),
+      from(std::move(address)),
+      first(beginningOf(wanted, user))
 {
-    // No event is asked for. The loop reports the end of the connection all the same.
-    loop.add(descriptor, 0, *this);
-    loop.at(later(0.5), [this, first = beginningOf(wanted, user)] {
-        static_cast<void>(send(descriptor, first.data(), first.size(), MSG_NOSIGNAL));
-        sendByte();
-    });
+    connectAgain();
+    loop.at(later(0.5), [this] { goOn(); });
 }
 
 SlowClient::~SlowClient()
@@ -70,43 +68,59 @@ SlowClient::~SlowClient()
         close(descriptor);
 }
 
-// A byte to a connection that the service has closed brings a reset.
-void SlowClient::sendByte()
+// No event is asked for. The loop reports the end of the connection all the same.
+void SlowClient::connectAgain()
 {
-    if (descriptor < 0)
-        return;
-    static_cast<void>(send(descriptor, "a", 1, MSG_NOSIGNAL));
-    loop.at(later(0.5), [this] { sendByte(); });
+    descriptor = connectedSocket(port, from);
+    begin = Clock::now();
+    saidFirst = false;
+    loop.add(descriptor, 0, *this);
+}
+
+// A byte to a connection that the service has closed brings a reset.
+void SlowClient::goOn()
+{
+    if (descriptor < 0 && comesAgain) {
+        connectAgain();
+    } else if (descriptor >= 0) {
+        const std::string text = saidFirst ? "a" : first;
+        static_cast<void>(send(descriptor, text.data(), text.size(), MSG_NOSIGNAL));
+        saidFirst = true;
+    }
+    loop.at(later(0.5), [this] { goOn(); });
 }
 
 void SlowClient::ready(std::uint32_t events)
 {
     if (descriptor < 0 || (events & (EPOLLHUP | EPOLLERR)) == 0)
         return;
-    gone = secondsSince(begin);
+    longestHeld = std::max(longestHeld, secondsSince(begin));
     close(descriptor);
     descriptor = -1;
 }
 
-void Nonsense::start(int connections)
+void Nonsense::start(int connections, double aSecond)
 {
     lanes.resize(static_cast<std::size_t>(connections));
     running = lanes.size();
+    pause = connections / aSecond;
     for (std::size_t i = 0; i < lanes.size(); ++i)
-        next(i);
+        next(i, later(static_cast<double>(i) / aSecond));
 }
 
-void Nonsense::next(std::size_t lane)
+void Nonsense::next(std::size_t lane, Time due)
 {
     if (left == 0) {
         --running;
         return;
     }
     --left;
-    lanes[lane] = std::make_unique<Client>(loop, Where{port, nullptr, addressOf(3, begun++)});
-    lanes[lane]->ask(request(), [this, lane](const Reply &reply) {
-        replies += reply.status >= 400 ? 1 : 0;
-        loop.at(Clock::now(), [this, lane] { next(lane); }); // the client is still in this call
+    loop.at(due, [this, lane, due] {
+        lanes[lane] = std::make_unique<Client>(loop, Where{port, nullptr, addressOf(3, begun++)});
+        lanes[lane]->ask(request(), [this, lane, due](const Reply &reply) {
+            replies += reply.status >= 400 ? 1 : 0;
+            next(lane, std::max(later(pause, due), Clock::now()));
+        });
     });
 }
 

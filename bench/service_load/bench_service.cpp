@@ -21,7 +21,7 @@ const std::map<QString, void (*)(bool)> rows{
     {QStringLiteral("bytes"), &measureBytes},     {QStringLiteral("saturation"), &measureSaturation},
     {QStringLiteral("history"), &measureHistory}, {QStringLiteral("sends"), &measureSends},
     {QStringLiteral("kills"), &measureKills},     {QStringLiteral("hostile"), &measureHostile},
-    {QStringLiteral("trouble"), &measureTrouble},
+    {QStringLiteral("trouble"), &measureTrouble}, {QStringLiteral("retention"), &measureRetention},
 };
 
 // Memory is bounded, so that a load which gets out of hand ends itself and not the machine.

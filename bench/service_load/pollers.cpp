@@ -60,7 +60,7 @@ void Poller::look(const Reply &reply, std::string &etag)
 {
     const bool isUnchanged = reply.status == 304 && !etag.empty();
     results.unchanged += isUnchanged ? 1 : 0;
-    count(reply, isUnchanged || (reply.status == 200 && reply.bodyBytes > 100));
+    count(reply, isUnchanged || (reply.status == 200 && reply.bodyBytes >= settings.leastBytes));
     if (settings.withTags && !reply.etag.empty())
         etag = reply.etag;
 }

@@ -15,9 +15,10 @@ namespace tideloft::bench
 {
 
 struct PollSettings {
-    double interval = 3;   ///< seconds between two refreshes of a client
-    bool withTags = false; ///< repeat the entity tag of the last reply
-    double sendShare = 0;  ///< of all requests
+    double interval = 3;          ///< seconds between two refreshes of a client
+    bool withTags = false;        ///< repeat the entity tag of the last reply
+    double sendShare = 0;         ///< of all requests
+    std::size_t leastBytes = 100; ///< of a whole reply
 };
 
 /// What all pollers of one measurement saw.

@@ -15,5 +15,6 @@ void measureSends(bool full);
 void measureKills(bool full);
 void measureHostile(bool full);
 void measureTrouble(bool full);
+void measureRetention(bool full); ///< while clients poll
 
 } // namespace tideloft::bench
