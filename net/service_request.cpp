@@ -16,10 +16,12 @@ namespace
 {
 
 // The identifier is whatever its file holds. A line break inside it would end the header and start another,
-// and some services take a NUL for the end of what they read. Every other character goes out as it is.
+// and for any control character but the tab newer versions of the toolkit leave the whole header out: RFC
+// 9110, section 5.5, allows none. Every other character goes out as it is.
 QByteArray headerValue(QString text)
 {
-    text.removeIf([](QChar character) { return u"\r\n\0"_s.contains(character); });
+    text.removeIf(
+        [](QChar character) { return (character < u' ' && character != u'\t') || character == u'\x7f'; });
     return text.toUtf8();
 }
 
