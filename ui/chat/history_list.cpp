@@ -89,6 +89,7 @@ void HistoryList::renumber()
 void HistoryList::settle(RowRange atOnce, int anchor, bool keepsBottom)
 {
     const QScopedValueRollback<bool> settling(isSettling, true);
+    widthsInSlices = 0;
     keepsBottom = keepsBottom || isAtBottom();
     // Rows that turn out lower than estimated bring others on screen, and a scroll bar changes the width.
     const QDeadlineTimer end(longestAtOnce);

@@ -80,6 +80,7 @@ private:
     RowRange withWidgets;     ///< no other row has a widget
     bool areMeasured = false; ///< all rows
     bool isStale = false;     ///< the list is laid out for another width
+    int widthsInSlices = 0;   ///< how often a slice has changed the width since rows were settled
     bool isSettling = false;
 };
 

@@ -24,6 +24,8 @@ constexpr int sliceMilliseconds = 6;
 constexpr int screensMade = 2;
 constexpr int screensKept = 3;
 
+constexpr int mostWidthsInSlices = 20;
+
 } // namespace
 
 RowRange HistoryList::newest(int count) const
@@ -67,7 +69,11 @@ void HistoryList::work()
     const QScopedValueRollback<bool> settling(isSettling, true);
     const QDeadlineTimer end(sliceMilliseconds);
     const RowRange middle = rowsOnScreen(list);
-    if (workNearby(middle, end) && measureOutward(middle, end)) {
+    const int widthBefore = width;
+    const bool isDone = workNearby(middle, end) && measureOutward(middle, end);
+    // If rows were higher where they are wider, the scroll bar would come and go for ever.
+    const bool isEndless = width != widthBefore && ++widthsInSlices > mostWidthsInSlices;
+    if (isDone || isEndless) {
         slices.stop();
         takeFarWidgets();
     }
@@ -89,9 +95,10 @@ bool HistoryList::workNearby(RowRange middle, const QDeadlineTimer &end)
     }
     if (end.hasExpired())
         return false;
-    if (!isApplied)
+    if (!isApplied || isStale)
         layOut(-1, isAtBottom());
-    if (!makeNearby(rows, end))
+    // A scroll bar may have come or gone: every row has another width then, and is to be measured again.
+    if (isStale || !makeNearby(rows, end))
         return false;
     preparedFor = middle;
     return true;
@@ -118,8 +125,10 @@ bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
 /// which takes the first part of a slice. True once all are measured and the list knows.
 bool HistoryList::measureOutward(RowRange middle, const QDeadlineTimer &end)
 {
-    if (areMeasured || unapplied.size() > qMax(250, list->count() / 10))
+    if (isStale || areMeasured || unapplied.size() > qMax(250, list->count() / 10))
         layOut(-1, isAtBottom());
+    if (isStale)
+        return false;
     if (std::exchange(measuredFrom, middle) != middle)
         distance = 0;
     areMeasured = areMeasured || measureBeside(middle, end);

@@ -24,6 +24,28 @@ int widgetCount(const HistoryWindow &window)
     return int(window.list.viewport()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly).size());
 }
 
+/// The height of all rows.
+int contentHeight(const HistoryWindow &window)
+{
+    const auto bottom = [&](int index) {
+        return window.list.visualItemRect(window.list.item(index)).bottom();
+    };
+    return bottom(window.list.count() - 1) - window.list.visualItemRect(window.list.item(0)).top() + 1;
+}
+
+/// Makes the viewport HEIGHT px high.
+void setViewHeight(HistoryWindow &window, int height)
+{
+    window.list.resize(420, window.list.height() - window.list.viewport()->height() + height);
+    QApplication::processEvents();
+}
+
+/// Other fonts come as other style sheets.
+void setFontFamily(HistoryWindow &window, const QString &family)
+{
+    window.list.setStyleSheet(darkStyleSheet() + u"QWidget { font-family: \"%1\"; }"_s.arg(family));
+}
+
 } // namespace
 
 class TestHistorySlices : public QObject
@@ -41,6 +63,7 @@ private slots:
     void selectionStaysFarAway();
     void selectingGoesOnAcrossARefresh();
     void stoppedWorkGoesOnWithTheNextRows();
+    void rowsFitBesideAScrollBarThatOtherFontsBring();
 
 private:
     QList<HistoryRow> rows(int count) { return messages->rows(count); }
@@ -194,6 +217,39 @@ void TestHistorySlices::stoppedWorkGoesOnWithTheNextRows()
     QVERIFY(opened() <= HistoryList::newestAtOnce);
     history->show(shown);
     QTRY_COMPARE_WITH_TIMEOUT(opened(), 1'000, 60'000);
+}
+
+// The scroll bar comes in a slice: in the fonts before, all rows fit.
+void TestHistorySlices::rowsFitBesideAScrollBarThatOtherFontsBring()
+{
+    HistoryWindow window;
+    auto *history = new HistoryList(&window.list);
+    const QString fonts[]{u"DejaVu Sans"_s, u"DejaVu Sans Mono"_s};
+    int heights[2]{};
+    setViewHeight(window, 30'000);
+    history->show(rows(60));
+    for (const int i : {0, 1}) {
+        setFontFamily(window, fonts[i]);
+        QTRY_VERIFY_WITH_TIMEOUT(history->isSettled(), 60'000);
+        heights[i] = contentHeight(window);
+    }
+    const int higher = heights[0] > heights[1] ? 0 : 1;
+    QVERIFY(heights[higher] - heights[1 - higher] > 5);
+    setFontFamily(window, fonts[1 - higher]);
+    QTRY_VERIFY_WITH_TIMEOUT(history->isSettled(), 60'000);
+    setViewHeight(window, heights[higher] - 5);
+    QTRY_VERIFY_WITH_TIMEOUT(history->isSettled(), 60'000);
+    QVERIFY(!window.bar()->isVisible());
+
+    setFontFamily(window, fonts[higher]);
+    QTRY_VERIFY_WITH_TIMEOUT(history->isSettled(), 60'000);
+    QVERIFY(window.bar()->isVisible());
+    for (int i = 0; i < window.list.count(); ++i) {
+        auto *entry = static_cast<HistoryEntry *>(window.list.item(i));
+        QVERIFY2(entry->isMeasured(), qPrintable(u"row %1 of %2"_s.arg(i).arg(window.list.count())));
+        QCOMPARE(entry->sizeHint(), window.list.itemWidget(entry)->sizeHint());
+        QCOMPARE(window.list.visualItemRect(entry).width(), window.list.viewport()->width());
+    }
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestHistorySlices)
