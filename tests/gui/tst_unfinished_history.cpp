@@ -45,6 +45,7 @@ private:
     QJsonArray sealed(const QString &words, int count) const;
     bool begin(int row, qsizetype count);
     bool finish() const;
+    void pause() const;
     [[nodiscard]] bool isUnfinished() const { return !history->isSettled(); }
     QStringList spokenTexts() const;
     QString spoken(int index) const;
@@ -103,6 +104,12 @@ bool TestUnfinishedHistory::finish() const
     return waitFor([this] { return history->isSettled(); }, 12 * patience());
 }
 
+/// Nothing goes on until the next reply, however long the service takes to give it.
+void TestUnfinishedHistory::pause() const
+{
+    history->stop();
+}
+
 QString TestUnfinishedHistory::spoken(int index) const
 {
     return chat->messageList()->item(index)->data(Qt::AccessibleTextRole).toString();
@@ -136,6 +143,7 @@ void TestUnfinishedHistory::logOutLeavesTheRestClosed()
 
 void TestUnfinishedHistory::anotherKeyIsUsedForAll()
 {
+    pause();
     const KeyPair other = makeKeyPair();
     QVERIFY(other.privateKey != own.privateKey);
     const qsizetype before = chat->service.count(request);
@@ -164,6 +172,7 @@ void TestUnfinishedHistory::anotherConversationTakesItsPlace()
 
 void TestUnfinishedHistory::newReplyGoesOnWhereTheWorkWas()
 {
+    pause();
     QJsonObject added = items.last().toObject();
     added.insert(u"text"_s, u"not sealed"_s);
     added.insert(u"encrypted"_s, false);
