@@ -61,8 +61,8 @@ QWidget *makeSectionHeader(const QString &caption, QWidget *parent)
 QWidget *makeSettingsCard(QWidget *parent)
 {
     auto *card = makeBox(parent, u"settingsCard"_s);
-    makeColumnLayout(card)->setContentsMargins(1, 1, 1,
-                                               1); // rows must not cover the border of the light card
+    // Rows must not cover the border of the light card.
+    makeColumnLayout(card)->setContentsMargins(1, 1, 1, 1);
     return card;
 }
 
