@@ -55,13 +55,11 @@ bool HistoryList::needsScrollBar() const
     return height > list->viewport()->height();
 }
 
-/// False if there is nothing to do.
-bool HistoryList::measure(int index)
+/// The list learns of the new size later, of many at once.
+void HistoryList::measure(int index)
 {
-    if (!widgets.measure(index))
-        return false;
-    unapplied.append(index);
-    return true;
+    if (widgets.measure(index))
+        unapplied.append(index);
 }
 
 /// The newest first.
@@ -99,7 +97,8 @@ void HistoryList::settle(RowRange atOnce, int anchor, bool keepsBottom)
         if (!layOut(anchor, keepsBottom))
             break;
     }
-    const RowRange seen = rowsOnScreen(list); // asked before a new widget asks for a layout
+    // The list is asked first: once a row has a new widget, a question for places makes it lay itself out.
+    const RowRange seen = rowsOnScreen(list);
     if (int(makeWidgets(atOnce)) + int(makeWidgets(seen)) > 0)
         placeWidgets();
     rememberPlace();

@@ -32,7 +32,8 @@ public:
 
     /// Makes the list show ROWS and scrolls it to its bottom. Rows that it shows already are not touched.
     void show(const QList<HistoryRow> &rows);
-    /// Ends the work on rows that are not on screen. The next rows begin it anew.
+    /// Ends the work on rows that are not on screen. The next rows begin it anew; so do a scroll, another
+    /// size and other fonts.
     void stop() { slices.stop(); }
     /// Whether every row is measured, and every row that is to have a widget has it.
     [[nodiscard]] bool isSettled() const { return !slices.isActive(); }
@@ -44,7 +45,7 @@ protected:
 private:
     void renumber();
     [[nodiscard]] bool needsScrollBar() const;
-    bool measure(int index);
+    void measure(int index);
     void measureAtOnce(RowRange range, const QDeadlineTimer &end);
     [[nodiscard]] RowRange newest(int count) const;
     [[nodiscard]] bool isAtBottom() const;

@@ -22,7 +22,8 @@ int rowAt(const QListWidget *list, int y);
 
 RowRange rowsOnScreen(const QListWidget *list);
 
-/// MIDDLE, and as many rows before and after it as SCREENS hold.
+/// MIDDLE, and as many rows before and after it as SCREENS hold if each holds as many as MIDDLE, but at
+/// least 10.
 RowRange rowsAround(const QListWidget *list, RowRange middle, int screens);
 
 } // namespace tideloft::ui
