@@ -69,6 +69,10 @@ void TestUnfinishedHistory::init()
     QVERIFY(tideloft::crypto::writePrivateKeyFile(own.privateKey));
     QVERIFY(chat->signIn());
     items = sealed(u"secret"_s, messageCount);
+    QJsonObject plain = items.at(1).toObject();
+    plain.insert(u"text"_s, u"secret 1"_s);
+    plain.insert(u"encrypted"_s, false);
+    items.replace(1, plain);
     chat->service.answer(request, 200, json(items));
     QVERIFY(chat->showConversations({QJsonObject{{u"peer"_s, peer}}, QJsonObject{{u"peer"_s, u"eve"_s}}}));
     QVERIFY(begin(0, messageCount));
@@ -131,6 +135,7 @@ void TestUnfinishedHistory::logOutLeavesTheRestClosed()
     QApplication::processEvents();
     const QStringList texts = spokenTexts();
     QVERIFY2(texts.first().contains(closed), qPrintable(texts.first()));
+    QVERIFY2(texts.at(1).contains(u"secret 1"_s), qPrintable(texts.at(1))); // it was never sealed
     QVERIFY2(texts.last().contains(u"secret 899"_s), qPrintable(texts.last()));
     QVERIFY(texts.filter(u"secret"_s).size() < messageCount / 2);
 

@@ -37,6 +37,7 @@ QJsonArray TestUnseenConversations::conversations(const ChatWindow &chat)
         item.remove(u"createdAt"_s);
         items.append(item);
     }
+    items.append(QJsonObject{{u"peer"_s, u"peer-100"_s}, {u"text"_s, u"never sealed"_s}});
     return items;
 }
 
@@ -50,8 +51,10 @@ void TestUnseenConversations::logOutClosesThem()
     QCOMPARE(spoken(chat, 0), u"peer-0, message 0"_s);
     QCOMPARE(spoken(chat, 70), u"peer-70, message 70"_s);
     QCOMPARE(spoken(chat, 99), u"peer-99, 🔒 Encrypted message"_s);
+    QCOMPARE(spoken(chat, 100), u"peer-100, never sealed"_s);
     chat.dmList()->verticalScrollBar()->setValue(chat.dmList()->verticalScrollBar()->maximum());
     QCOMPARE(shownConversation(chat.dmList(), 99).preview->text(), u"🔒 Encrypted message"_s);
+    QCOMPARE(shownConversation(chat.dmList(), 100).preview->text(), u"never sealed"_s);
 }
 
 void TestUnseenConversations::newKeyFileHoldsForAllOfThem()

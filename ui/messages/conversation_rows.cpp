@@ -30,7 +30,7 @@ ConversationRowModel ConversationReader::read(const QJsonValue &item) const
     const QString peer = crypto::trimmedMember(object, u"peer"_s);
     if (peer.isEmpty())
         return {};
-    return {.peer = peer, .preview = {object, previewOpener}, .time = {object, timeOpener}};
+    return {.peer = peer, .preview = messageText(object, previewOpener), .time = {object, timeOpener}};
 }
 
 QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Reading &reading)

@@ -34,8 +34,8 @@ private:
     TextOpener timeOpener;
 };
 
-/// One row for each object of ITEMS that names a peer, in their order, up to conversationsLimit. None is
-/// opened.
+/// One row for each object of ITEMS that names a peer, in their order, up to conversationsLimit. No
+/// envelope is opened.
 QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Reading &reading);
 
 /// What a screen reader says of a conversation: "bob, see you at noon, 12:04". Opens its preview.

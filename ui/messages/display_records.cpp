@@ -20,6 +20,11 @@ QString shownText(const QJsonObject &item, const OpenMessage &open, const QStrin
     return opened.isEmpty() ? unreadable : opened;
 }
 
+LazyText messageText(const QJsonObject &item, const TextOpener &opener)
+{
+    return crypto::isEncrypted(item) ? LazyText(item, opener) : LazyText(item.value(u"text"_s).toString());
+}
+
 TextOpener textOpener(const Reading &reading)
 {
     return std::make_shared<const OpenMessage>(
@@ -40,7 +45,7 @@ DisplayRecord RecordReader::read(const QJsonObject &item)
 {
     const QString from = crypto::trimmedMember(item, u"from"_s);
     return {.from = from,
-            .text = LazyText(item, opener),
+            .text = messageText(item, opener),
             .time = messageTime(item, reading.now, times),
             .isMine = from.toLower() == reading.ownName.toLower()};
 }

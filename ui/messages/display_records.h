@@ -38,6 +38,10 @@ struct Reading {
 /// opened.
 QString shownText(const QJsonObject &item, const OpenMessage &open, const QString &unreadable);
 
+/// The text of ITEM: that of an envelope is left to OPENER, a plain one is open from the beginning and stays
+/// readable whatever is closed.
+LazyText messageText(const QJsonObject &item, const TextOpener &opener);
+
 /// What opens the texts of records as READING says.
 TextOpener textOpener(const Reading &reading);
 
@@ -47,7 +51,7 @@ class RecordReader
 public:
     explicit RecordReader(const Reading &how) : reading(how), opener(textOpener(how)) {}
 
-    /// The record of ITEM, whose text is opened when somebody looks at it.
+    /// The record of ITEM. The text of an envelope is opened when somebody looks at it.
     DisplayRecord read(const QJsonObject &item);
 
 private:
@@ -56,7 +60,7 @@ private:
     LocalTimes times;
 };
 
-/// One record for each object of ITEMS, in their order. None is opened.
+/// One record for each object of ITEMS, in their order. No envelope is opened.
 QList<DisplayRecord> displayRecords(const QJsonArray &items, const Reading &reading);
 
 } // namespace tideloft::ui

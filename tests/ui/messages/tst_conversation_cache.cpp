@@ -134,12 +134,14 @@ void TestConversationCache::otherTermsReadAfresh()
 
 void TestConversationCache::whatIsForgottenStaysClosed()
 {
-    const QList<ConversationRowModel> rows = read({item(u"bob"_s, u"1"_s), item(u"eve"_s, u"2"_s)});
+    const QJsonObject plain{{u"peer"_s, u"mia"_s}, {u"text"_s, u"never sealed"_s}};
+    const QList<ConversationRowModel> rows = read({item(u"bob"_s, u"1"_s), item(u"eve"_s, u"2"_s), plain});
     QCOMPARE(rows.at(0).preview.value(), u"opened 1"_s);
     cache.forget();
     QCOMPARE(rows.at(0).preview.value(), u"opened 1"_s);
     QCOMPARE(rows.at(1).preview.value(), u"🔒 Encrypted message"_s);
     QCOMPARE(rows.at(1).time.value(), u"12:00"_s);
+    QCOMPARE(rows.at(2).preview.value(), u"never sealed"_s);
     QCOMPARE(opened, QStringList{u"1"_s});
 }
 

@@ -242,11 +242,14 @@ void TestHistoryCache::movedItemsAreKnown()
 
 void TestHistoryCache::whatIsForgottenStaysClosed()
 {
-    const QList<DisplayRecord> two = history.records(items({u"a"_s, u"b"_s}), reading, 1);
-    QCOMPARE(two.value(0).text.value(), u"opened a"_s);
+    QJsonArray array = items({u"a"_s, u"b"_s});
+    array.append(QJsonObject{{u"from"_s, u"bob"_s}, {u"text"_s, u"never sealed"_s}});
+    const QList<DisplayRecord> three = history.records(array, reading, 1);
+    QCOMPARE(three.value(0).text.value(), u"opened a"_s);
     history.forget();
-    QCOMPARE(two.value(0).text.value(), u"opened a"_s);
-    QCOMPARE(two.value(1).text.value(), u"🔒 Message could not be displayed"_s);
+    QCOMPARE(three.value(0).text.value(), u"opened a"_s);
+    QCOMPARE(three.value(1).text.value(), u"🔒 Message could not be displayed"_s);
+    QCOMPARE(three.value(2).text.value(), u"never sealed"_s);
     QCOMPARE(opened, QStringList{u"a"_s});
 }
 
