@@ -147,7 +147,6 @@ void MainWindow::signInAs(const QJsonObject &me)
 {
     if (!user.signIn(me)) {
         reader.forgetHistory();
-        reader.forgetConversations();
         outbox.forgetSent();
         mainPage->clear();
     }

@@ -17,6 +17,7 @@ class TestUnseenConversations : public QObject
 private slots:
     void init() { failOnToolkitWarnings(); }
     void logOutClosesThem();
+    void lateOnesAreClosedAfterTheLogOut();
     void newKeyFileHoldsForAllOfThem();
 
 private:
@@ -55,6 +56,24 @@ void TestUnseenConversations::logOutClosesThem()
     chat.dmList()->verticalScrollBar()->setValue(chat.dmList()->verticalScrollBar()->maximum());
     QCOMPARE(shownConversation(chat.dmList(), 99).preview->text(), u"🔒 Encrypted message"_s);
     QCOMPARE(shownConversation(chat.dmList(), 100).preview->text(), u"never sealed"_s);
+}
+
+void TestUnseenConversations::lateOnesAreClosedAfterTheLogOut()
+{
+    const QByteArray request = QByteArrayLiteral("GET /api/chat/conversations");
+    ChatWindow chat;
+    QVERIFY(chat.signIn());
+    const qsizetype before = chat.service.count(request);
+    chat.service.answer(request, 200, json(conversations(chat)));
+    chat.service.hold(request);
+    chat.refresh();
+    QVERIFY(chat.service.waitForRequests(request, before + 1));
+    chat.window.logOut();
+    chat.service.release(request);
+    QTRY_COMPARE(chat.dmList()->count(), 101);
+    QCOMPARE(spoken(chat, 0), u"peer-0, message 0"_s); // it was on screen at once
+    QCOMPARE(spoken(chat, 99), u"peer-99, 🔒 Encrypted message"_s);
+    QCOMPARE(spoken(chat, 100), u"peer-100, never sealed"_s);
 }
 
 void TestUnseenConversations::newKeyFileHoldsForAllOfThem()

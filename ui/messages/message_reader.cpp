@@ -15,6 +15,13 @@ MessageReader::~MessageReader()
     forgetConversations();
 }
 
+void MessageReader::signIn(const QString &username)
+{
+    if (username != myUsername)
+        forgetConversations();
+    myUsername = username;
+}
+
 void MessageReader::signOut()
 {
     myUsername.clear();

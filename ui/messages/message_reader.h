@@ -21,8 +21,9 @@ public:
     Q_DISABLE_COPY_MOVE(MessageReader)
     ~MessageReader();
 
-    /// Messages are read as USERNAME from now on.
-    void signIn(const QString &username) { myUsername = username; }
+    /// Messages are read as USERNAME from now on. What was not opened of the conversations of another user
+    /// stays closed.
+    void signIn(const QString &username);
     /// Forgets the keys, the history and the conversations.
     void signOut();
 

@@ -24,6 +24,7 @@ private slots:
     void previewsAreOpened();
     void knownPreviewsAreNotReadAgain();
     void signingOutClosesPreviews();
+    void anotherUserClosesPreviews();
     void previewsAreReadAnew_data();
     void previewsAreReadAnew();
     void signingOutForgetsTheHistory();
@@ -131,6 +132,17 @@ void TestMessageReader::signingOutClosesPreviews()
     const auto rows = reader->conversationRows(items, Language::English);
     QCOMPARE(rows.at(0).preview.value(), u"one"_s);
     reader->signOut();
+    QCOMPARE(rows.at(1).preview.value(), ui::unreadablePreview(Language::English));
+}
+
+void TestMessageReader::anotherUserClosesPreviews()
+{
+    const QJsonArray items{conversation(u"one"_s), conversation(u"two"_s)};
+    const auto rows = reader->conversationRows(items, Language::English);
+    reader->signIn(u"alice"_s); // the same user once more
+    QCOMPARE(rows.at(0).preview.value(), u"one"_s);
+    reader->signIn(u"eve"_s);
+    QCOMPARE(rows.at(0).preview.value(), u"one"_s);
     QCOMPARE(rows.at(1).preview.value(), ui::unreadablePreview(Language::English));
 }
 
