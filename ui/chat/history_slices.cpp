@@ -47,16 +47,7 @@ void HistoryList::rememberPlace()
 /// The rows that have widgets: those around MIDDLE, the nearest first, and the newest.
 QList<int> HistoryList::nearRows(RowRange middle) const
 {
-    QList<int> rows;
-    const RowRange near = rowsAround(list, middle, screensMade);
-    for (int index = middle.first; index < middle.end; ++index)
-        rows.append(index);
-    for (int step = 1; middle.first - step >= near.first || middle.end - 1 + step < near.end; ++step) {
-        if (middle.first - step >= near.first)
-            rows.append(middle.first - step);
-        if (middle.end - 1 + step < near.end)
-            rows.append(middle.end - 1 + step);
-    }
+    QList<int> rows = nearestFirst(middle, rowsAround(list, middle, screensMade));
     const RowRange last = newest(newestWithWidgets);
     for (int index = last.end; index-- > last.first;)
         rows.append(index);

@@ -33,4 +33,18 @@ RowRange rowsAround(const QListWidget *list, RowRange middle, int screens)
     return {qMax(middle.first - rows, 0), qMin(middle.end + rows, list->count())};
 }
 
+QList<int> nearestFirst(RowRange middle, RowRange around)
+{
+    QList<int> rows;
+    for (int index = middle.first; index < middle.end; ++index)
+        rows.append(index);
+    for (int step = 1; middle.first - step >= around.first || middle.end - 1 + step < around.end; ++step) {
+        if (middle.first - step >= around.first)
+            rows.append(middle.first - step);
+        if (middle.end - 1 + step < around.end)
+            rows.append(middle.end - 1 + step);
+    }
+    return rows;
+}
+
 } // namespace tideloft::ui

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
+
 class QListWidget;
 
 namespace tideloft::ui
@@ -25,5 +27,8 @@ RowRange rowsOnScreen(const QListWidget *list);
 /// MIDDLE, and as many rows before and after it as SCREENS hold if each holds as many as MIDDLE, but at
 /// least 10.
 RowRange rowsAround(const QListWidget *list, RowRange middle, int screens);
+
+/// The rows of MIDDLE, and then those of AROUND before and after it by turns, the nearest first.
+QList<int> nearestFirst(RowRange middle, RowRange around);
 
 } // namespace tideloft::ui

@@ -5,7 +5,6 @@
 
 #include "ui/lists/row_list.h"
 #include "ui/lists/row_reconciler.h"
-#include "ui/lists/visible_rows.h"
 #include "ui/sidebar/conversation_entry.h"
 #include "ui/sidebar/conversation_row.h"
 
@@ -16,6 +15,9 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTimerEvent>
+
+#include <algorithm>
+#include <utility>
 
 namespace tideloft::ui
 {
@@ -46,8 +48,10 @@ void ConversationList::show(const QList<ConversationRowModel> &rows)
     {
         const QScopedValueRollback<bool> changing(isChanging, true);
         list->selectionModel()->clear(); // else the list makes a neighbour current when the current row goes
-        if (placeRows<ConversationEntry>(list, rows))
+        if (placeRows<ConversationEntry>(list, rows)) {
+            withWidgets = {0, list->count()}; // entries have other indexes now
             list->doItemsLayout();
+        }
         keepCurrentRow(rows, user);
     }
     settle();
@@ -119,21 +123,21 @@ void ConversationList::work()
 {
     const QScopedValueRollback<bool> changing(isChanging, true);
     const QDeadlineTimer end(sliceMilliseconds);
-    const RowRange near = rowsAround(list, rowsOnScreen(list), screensMade);
+    const RowRange middle = rowsOnScreen(list);
     bool isChanged = false;
-    bool isDone = true;
-    for (int index = near.first; index < near.end && isDone; ++index) {
+    const auto isMade = [&](int index) {
         if (!needsWidget(index))
-            continue;
-        isDone = !end.hasExpired();
-        if (!isDone)
-            continue;
+            return true;
+        if (end.hasExpired())
+            return false;
         make(index);
-        isChanged = true;
-    }
+        return isChanged = true;
+    };
+    const bool areMade =
+        std::ranges::all_of(nearestFirst(middle, rowsAround(list, middle, screensMade)), isMade);
     if (isChanged)
         placeWidgets();
-    if (!isDone)
+    if (!areMade)
         return;
     slices.stop();
     takeFarWidgets();
@@ -150,15 +154,17 @@ void ConversationList::make(int index)
     ConversationEntry *made = entry(index);
     setRowWidget(list, made, makeConversationRow(made->row(), list->viewport()), ConversationEntry::height);
     made->setWidgetMade(true);
+    withWidgets = {qMin(withWidgets.first, index), qMax(withWidgets.end, index + 1)};
 }
 
-// A button of the mouse that went down in a row comes up there.
+// While a mouse button is down, widgets stay: the one where it went down has to hear that it came up.
 void ConversationList::takeFarWidgets()
 {
     if (QGuiApplication::mouseButtons() != Qt::NoButton)
         return;
     const RowRange kept = rowsAround(list, rowsOnScreen(list), screensKept);
-    for (int index = 0; index < list->count(); ++index) {
+    const RowRange searched = std::exchange(withWidgets, kept);
+    for (int index = searched.first; index < searched.end; ++index) {
         ConversationEntry *taken = entry(index);
         if (!taken || !taken->ownsWidget() || kept.contains(index))
             continue;

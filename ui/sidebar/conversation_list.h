@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ui/lists/visible_rows.h"
 #include "ui/messages/conversation_rows.h"
 
 #include <QBasicTimer>
@@ -29,7 +30,7 @@ public:
     /// Makes the list show ROWS. Rows that it shows already are not touched. No entry is selected any more;
     /// the current one stays current for the keyboard, wherever it stands now, but nothing marks it.
     void show(const QList<ConversationRowModel> &rows);
-    /// Ends the work on rows that are not on screen. The next rows begin it anew.
+    /// Ends the work on rows that are not on screen. The next rows, a scroll or a new size begin it anew.
     void stop() { slices.stop(); }
     /// Whether every row that is to have a widget has it.
     [[nodiscard]] bool isSettled() const { return !slices.isActive(); }
@@ -50,6 +51,7 @@ private:
 
     QListWidget *list;
     QBasicTimer slices;
+    RowRange withWidgets; ///< holds every row that has a widget
     bool isChanging = false;
 };
 

@@ -20,6 +20,8 @@ private slots:
     void rowsOnScreenAre();
     void rowsAroundAre_data();
     void rowsAroundAre();
+    void nearestComeFirst_data();
+    void nearestComeFirst();
 };
 
 namespace
@@ -94,6 +96,24 @@ void TestVisibleRows::rowsAroundAre()
     const RowRange rows = rowsAround(&window.list, {first, end}, 2);
     QTEST(rows.first, "expectedFirst");
     QTEST(rows.end, "expectedEnd");
+}
+
+void TestVisibleRows::nearestComeFirst_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("end");
+    QTest::addColumn<QList<int>>("expected");
+    QTest::newRow("in the middle") << 2 << 7 << QList{4, 5, 3, 6, 2};
+    QTest::newRow("more before") << 1 << 6 << QList{4, 5, 3, 2, 1};
+    QTest::newRow("more after") << 4 << 9 << QList{4, 5, 6, 7, 8};
+    QTest::newRow("nothing around") << 4 << 6 << QList{4, 5};
+}
+
+void TestVisibleRows::nearestComeFirst()
+{
+    QFETCH(const int, first);
+    QFETCH(const int, end);
+    QTEST(nearestFirst({4, 6}, {first, end}), "expected");
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestVisibleRows)

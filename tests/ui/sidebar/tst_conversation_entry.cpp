@@ -34,6 +34,7 @@ private slots:
     void neighboursFollow();
     void whatIsScrolledToIsThereAtOnce();
     void farWidgetsAreTakenBack();
+    void widgetsThatMovedAwayAreTakenBack();
     void rowIsKeptWhileTheMouseIsDown();
     void screenReaderReadsAnyRow();
     void higherListShowsMore();
@@ -100,6 +101,22 @@ void TestConversationEntry::farWidgetsAreTakenBack()
         QVERIFY2(widgetCount(window) <= 60, qPrintable(QString::number(widgetCount(window))));
     }
     QVERIFY(!window.hasWidget(0));
+}
+
+void TestConversationEntry::widgetsThatMovedAwayAreTakenBack()
+{
+    Conversations service;
+    service.fill(1'000);
+    ConversationWindow window;
+    auto *conversations = new ConversationList(&window.list);
+    conversations->show(service.rows());
+    QTRY_VERIFY(conversations->isSettled());
+    for (int i = 0; i < 10; ++i)
+        service.items.append(service.items.takeAt(0));
+    conversations->show(service.rows());
+    QTRY_VERIFY(conversations->isSettled());
+    QVERIFY(!window.hasWidget(995));
+    QVERIFY(window.hasWidget(0));
 }
 
 void TestConversationEntry::rowIsKeptWhileTheMouseIsDown()
