@@ -6,6 +6,7 @@
 #include "ui/chat/chat_page.h"
 #include "ui/main_page.h"
 #include "ui/messages/device_key.h"
+#include "ui/messages/found_user_names.h"
 #include "ui/rail/rail.h"
 #include "ui/sidebar/side_footer.h"
 #include "ui/sidebar/sidebar.h"
@@ -77,7 +78,7 @@ void MainWindow::onSearchClicked()
 
 void MainWindow::onSearchLoaded(const QJsonArray &users)
 {
-    mainPage->sidebar()->showFoundUsers(foundUsers(users));
+    mainPage->sidebar()->showFoundUsers(foundUserNames(users));
 }
 
 void MainWindow::onConversationsLoaded(const QJsonArray &items)

@@ -4,6 +4,7 @@
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
 #include "ui/messages/conversation_cache.h"
+#include "ui/messages/found_user_names.h"
 #include "ui/rail/server_models.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"
@@ -51,7 +52,7 @@ QList<ConversationRowModel> checkedRows(const QJsonArray &items, Language langua
 
 void checkFoundUsers(const QJsonArray &items)
 {
-    const QStringList names = foundUsers(items);
+    const QStringList names = foundUserNames(items);
     require(names.size() <= items.size(), "an item is one user at most");
     for (const QString &name : names)
         checkName(name);

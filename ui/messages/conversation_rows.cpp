@@ -1,4 +1,4 @@
-// From the service's conversation and search items to rows.
+// From the service's conversation items to rows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/messages/conversation_rows.h"
@@ -56,17 +56,6 @@ QString spokenText(const ConversationRowModel &row)
     QStringList parts{inOneLine(row.peer), firstPart(row.preview.value(), previewLimits), row.time.value()};
     parts.removeAll({});
     return parts.join(u", "_s);
-}
-
-QStringList foundUsers(const QJsonArray &users)
-{
-    QStringList names;
-    for (const QJsonValue &value : users) {
-        const QString name = crypto::trimmedMember(value.toObject(), u"username"_s);
-        if (!name.isEmpty() && names.size() < foundUsersLimit)
-            names.append(name);
-    }
-    return names;
 }
 
 } // namespace tideloft::ui

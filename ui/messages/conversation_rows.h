@@ -41,8 +41,4 @@ QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Read
 /// What a screen reader says of a conversation: "bob, see you at noon, 12:04". Opens its preview.
 QString spokenText(const ConversationRowModel &row);
 
-/// The usable user names of a search reply: objects with a `username` that is not blank, trimmed. Up to
-/// foundUsersLimit.
-QStringList foundUsers(const QJsonArray &users);
-
 } // namespace tideloft::ui

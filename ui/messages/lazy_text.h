@@ -1,4 +1,4 @@
-// The text of a message that is opened when somebody first looks at it.
+// A text that is read from an item of the service when somebody first looks at it.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -13,7 +13,7 @@
 namespace tideloft::ui
 {
 
-/// What came of opening a message: its plain text, or an empty text and the reason.
+/// What came of reading a message: the text to show, or an empty text and the reason.
 struct OpenedText {
     OpenedText(QString plainText, QString failure = {})
         : text(std::move(plainText)),
@@ -25,7 +25,7 @@ struct OpenedText {
     QString reason;
 };
 
-/// Opens an encrypted message for this device.
+/// Reads one text of an item: that of its message, which an envelope has to be opened for, or its time.
 using OpenMessage = std::function<OpenedText(const QJsonObject &item)>;
 
 /// Reads what is shown of an item. One for all the messages of a reply.

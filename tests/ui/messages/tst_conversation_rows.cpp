@@ -1,4 +1,4 @@
-// From conversation and search items to rows.
+// From conversation items to rows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/local_zone.h"
@@ -56,8 +56,6 @@ private slots:
     void time();
     void spoken_data();
     void spoken();
-    void usersFound_data();
-    void usersFound();
 };
 
 void TestConversationRows::initTestCase()
@@ -197,26 +195,6 @@ void TestConversationRows::spoken()
     QFETCH(const QString, time);
     QFETCH(const QString, expected);
     QCOMPARE(spokenText(ConversationRowModel{u"bob"_s, preview, time}), expected);
-}
-
-void TestConversationRows::usersFound_data()
-{
-    QTest::addColumn<QByteArray>("users");
-    QTest::addColumn<QStringList>("expected");
-    const auto row = [](const char *name, const char *users, const QStringList &expected) {
-        QTest::newRow(name) << QByteArray(users) << expected;
-    };
-    row("in the order of the reply", R"([{"username":"b"},{"username":"a"}])", {u"b"_s, u"a"_s});
-    row("no usable entry", R"(["a",7,null,{},{"username":" "},{"username":5}])", {});
-    row("blanks around are dropped", R"([{"username":" Bob\n"}])", {u"Bob"_s});
-    row("none", "[]", {});
-}
-
-void TestConversationRows::usersFound()
-{
-    QFETCH(const QByteArray, users);
-    QFETCH(const QStringList, expected);
-    QCOMPARE(foundUsers(parsed(users)), expected);
 }
 
 TIDELOFT_TEST_MAIN(TestConversationRows)
