@@ -44,7 +44,8 @@ void appendRows(QListWidget *list, const QList<ListRow> &rows)
         setRow(list, first + i, rows.at(i));
 }
 
-// Each entry that a list hears of has it look at all others again. A screen reader has to hear of each.
+// A list looks at all its entries again for each new one that its model announces, so the model is silent.
+// Only a screen reader learns of new entries by the announcements.
 void insertEntries(QListWidget *list, int index, int count,
                    const std::function<QListWidgetItem *(int number)> &make)
 {
