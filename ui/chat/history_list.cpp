@@ -138,7 +138,8 @@ bool HistoryList::applySizes()
 void HistoryList::make(int index)
 {
     widgets.make(index);
-    withWidgets = {qMin(withWidgets.first, index), qMax(withWidgets.end, index + 1)};
+    if (index < newest(newestWithWidgets).first)
+        withWidgets = withWidgets.with(index);
 }
 
 /// False if they are there already.

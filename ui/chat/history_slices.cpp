@@ -142,13 +142,13 @@ bool HistoryList::measureBeside(RowRange middle, const QDeadlineTimer &end)
 void HistoryList::takeFarWidgets()
 {
     const RowRange kept = rowsAround(list, rowsOnScreen(list), screensKept);
-    const RowRange last = newest(newestWithWidgets);
-    RowRange left = last;
-    for (int index = withWidgets.first; index < qMin(withWidgets.end, last.first); ++index) {
-        if (index < kept.first || index >= kept.end)
+    const int end = qMin(withWidgets.end, newest(newestWithWidgets).first);
+    RowRange left;
+    for (int index = withWidgets.first; index < end; ++index) {
+        if (!kept.contains(index))
             widgets.take(index);
         if (widgets.entry(index) && widgets.entry(index)->widgetRow())
-            left.first = qMin(left.first, index);
+            left = left.with(index);
     }
     withWidgets = left;
 }

@@ -8,6 +8,11 @@
 namespace tideloft::ui
 {
 
+RowRange RowRange::with(int index) const
+{
+    return first < end ? RowRange{qMin(first, index), qMax(end, index + 1)} : RowRange{index, index + 1};
+}
+
 int rowAt(const QListWidget *list, int y)
 {
     int first = 0;

@@ -16,6 +16,8 @@ struct RowRange {
     int end = 0;
 
     [[nodiscard]] bool contains(int index) const { return index >= first && index < end; }
+    /// The smallest range with INDEX and these.
+    [[nodiscard]] RowRange with(int index) const;
     bool operator==(const RowRange &) const = default;
 };
 

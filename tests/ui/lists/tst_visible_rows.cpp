@@ -22,6 +22,7 @@ private slots:
     void rowsAroundAre();
     void nearestComeFirst_data();
     void nearestComeFirst();
+    void rangeGrowsToARow();
 };
 
 namespace
@@ -114,6 +115,17 @@ void TestVisibleRows::nearestComeFirst()
     QFETCH(const int, first);
     QFETCH(const int, end);
     QTEST(nearestFirst({4, 6}, {first, end}), "expected");
+}
+
+void TestVisibleRows::rangeGrowsToARow()
+{
+    RowRange range;
+    const QList<QPair<int, RowRange>> steps{{7, {7, 8}}, {9, {7, 10}}, {3, {3, 10}}, {5, {3, 10}}};
+    for (const auto &[index, grown] : steps) {
+        range = range.with(index);
+        QCOMPARE(range.first, grown.first);
+        QCOMPARE(range.end, grown.end);
+    }
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestVisibleRows)
