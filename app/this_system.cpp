@@ -17,9 +17,9 @@ using namespace Qt::StringLiterals;
 namespace tideloft::app
 {
 
-// A limit of 1 byte and not of 0: where a program takes the dumps through a pipe, the system asks nobody for
-// the limit unless it is 1. Making the process undumpable would keep debuggers out too, but also the
-// desktop's own dialogs for files, which look at who asks for them.
+// The limit is 1 byte and not 0: where a pipe leads the dumps to a program, the system ignores every other
+// limit. An undumpable process would keep debuggers out too, but also the desktop's own dialogs for files,
+// which look at who asks for them.
 void refuseCoreDumps()
 {
     rlimit limit{};

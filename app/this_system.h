@@ -18,8 +18,8 @@ void refuseCoreDumps();
 /// looks next.
 QStringList settingsFiles();
 
-/// Whether whoever reads PATH comes to an end: nothing is there, or a regular file of at most LARGEST bytes.
-/// The opening of a pipe would wait for its other end, and a device may never end.
+/// Whether reading PATH comes to an end: nothing is there, or a regular file of at most LARGEST bytes. The
+/// opening of a pipe would wait for its other end, and a device may never end.
 bool endsSoon(const QString &path, qint64 largest);
 
 } // namespace tideloft::app

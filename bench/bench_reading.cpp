@@ -2,6 +2,7 @@
 // Build it optimised: what stands beside RSA is this program's own code.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "bench/oaep_context.h"
 #include "bench/paired_times.h"
 #include "crypto/cipher/base64.h"
 #include "crypto/cipher/openssl_ptr.h"
@@ -28,7 +29,6 @@ using namespace tideloft::bench;
 namespace
 {
 
-using Init = int (*)(EVP_PKEY_CTX *);
 using Run = int (*)(EVP_PKEY_CTX *, unsigned char *, size_t *, const unsigned char *, size_t);
 
 constexpr int messageCount = 1000;
@@ -38,18 +38,6 @@ const QString own = u"device 0"_s;
 const unsigned char *bytesOf(const QByteArray &bytes)
 {
     return reinterpret_cast<const unsigned char *>(bytes.constData());
-}
-
-crypto::OpenSslPtr<EVP_PKEY_CTX> oaepContext(EVP_PKEY *key, Init init)
-{
-    crypto::OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new(key, nullptr));
-    const bool ready = context && init(context.get()) > 0
-                       && EVP_PKEY_CTX_set_rsa_padding(context.get(), RSA_PKCS1_OAEP_PADDING) > 0
-                       && EVP_PKEY_CTX_set_rsa_oaep_md(context.get(), EVP_sha256()) > 0
-                       && EVP_PKEY_CTX_set_rsa_mgf1_md(context.get(), EVP_sha256()) > 0;
-    if (!ready)
-        qFatal("No RSA-OAEP context.");
-    return context;
 }
 
 void runRaw(EVP_PKEY_CTX *context, Run run, const QByteArray &input)

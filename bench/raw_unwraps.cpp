@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "bench/raw_unwraps.h"
 
+#include "bench/oaep_context.h"
+
 #include <openssl/evp.h>
 #include <openssl/rsa.h>
 
@@ -10,23 +12,6 @@
 
 namespace tideloft::bench
 {
-
-namespace
-{
-
-crypto::OpenSslPtr<EVP_PKEY_CTX> oaepContext(EVP_PKEY *key, int (*init)(EVP_PKEY_CTX *))
-{
-    crypto::OpenSslPtr<EVP_PKEY_CTX> context(EVP_PKEY_CTX_new(key, nullptr));
-    const bool ready = context && init(context.get()) > 0
-                       && EVP_PKEY_CTX_set_rsa_padding(context.get(), RSA_PKCS1_OAEP_PADDING) > 0
-                       && EVP_PKEY_CTX_set_rsa_oaep_md(context.get(), EVP_sha256()) > 0
-                       && EVP_PKEY_CTX_set_rsa_mgf1_md(context.get(), EVP_sha256()) > 0;
-    if (!ready)
-        qFatal("No RSA-OAEP context.");
-    return context;
-}
-
-} // namespace
 
 RawUnwraps::RawUnwraps() : key(EVP_RSA_gen(2048))
 {

@@ -79,9 +79,6 @@ QStringList otherFirstTables()
         " content BYTEA NOT NULL, CHECK ((user_id IS NULL) <> (group_id IS NULL)))"_s,
         u"CREATE TABLE invitations (name TEXT COLLATE \"C\" PRIMARY KEY, created_at BIGINT NOT NULL)"_s,
         u"CREATE TABLE facts (name TEXT PRIMARY KEY, value BIGINT NOT NULL)"_s,
-        // What was tried within the last minute, so that a limit holds over all processes.
-        u"CREATE TABLE attempts (name TEXT PRIMARY KEY, times TEXT NOT NULL, last_at BIGINT NOT NULL)"_s,
-        u"CREATE INDEX attempts_by_time ON attempts (last_at)"_s,
     };
 }
 
