@@ -53,8 +53,8 @@ template <typename Call> auto uninterrupted(const Call &call)
 // The toolkit has the owner's three bits, and those of the group and of others, where hexadecimal digits are.
 QFileDevice::Permissions permissionsOf(mode_t mode)
 {
-    return QFileDevice::Permissions::fromInt(
-        static_cast<int>((mode & S_IRWXU) >> 6 << 12 | (mode & S_IRWXG) >> 3 << 4 | (mode & S_IRWXO)));
+    return QFileDevice::Permissions::fromInt(static_cast<QFileDevice::Permissions::Int>(
+        (mode & S_IRWXU) >> 6 << 12 | (mode & S_IRWXG) >> 3 << 4 | (mode & S_IRWXO)));
 }
 
 mode_t modeOf(QFileDevice::Permissions permissions)
