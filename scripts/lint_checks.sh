@@ -30,15 +30,18 @@ make_database()
     [[ $tree == "$root" ]] || return 0
     cmake --preset dev -B "$database" -DCMAKE_CXX_COMPILER_LAUNCHER= -DCMAKE_CXX_FLAGS="${asForGcc[*]}" \
         -DTIDELOFT_PCH=OFF --log-level=WARNING >/dev/null || return
-    find "$database" -name AutogenInfo.json -print0 | xargs -0 -P "$(nproc)" -I INFO cmake -E cmake_autogen INFO Debug
+    find "$database" -name AutogenInfo.json -print0 \
+        | xargs -0 -P "$(nproc)" -I INFO cmake -E cmake_autogen INFO Debug || return
+    find "$database" -name '*.moc_parameters' -print0 \
+        | xargs -0 -P "$(nproc)" -I FILE "$(qtpaths6 --query QT_INSTALL_LIBEXECS)/moc" @FILE
 }
 
-# Runs COMMAND FILE for each of the files, one a processor. Only what a failing one says is shown, in one piece.
-on_each()
+# Runs COMMAND FILE for each of the files, one a processor, but not for those in which it has found nothing and that
+# have not changed since. What passed is kept as NAME. SETTINGS is a file that the command goes by, or ''.
+on_each_changed()
 {
-    # shellcheck disable=SC2016  # the inner shell puts in what it is given
-    xargs -0 -r -n 1 -P "$(nproc)" bash -c \
-        'words=$("$@" 2>&1) || { printf "%s\n" "$words"; exit 1; }' on_each "$@"
+    local name=$1 settings=$2
+    /usr/bin/python3 -B "$root/scripts/lint_changed.py" "$database" "$database/clean/$name" "$settings" "${@:3}"
 }
 
 check_clang_format()
@@ -50,7 +53,7 @@ check_clang_format()
 check_clang_tidy()
 {
     make_database || return
-    files '*.cpp' | on_each clang-tidy-14 --quiet -p "$database"
+    files '*.cpp' | on_each_changed clang-tidy .clang-tidy clang-tidy-14 --quiet -p "$database"
 }
 
 # A constant of a test is made once, and none is made of another source's: there is no order to get wrong.
@@ -59,8 +62,8 @@ check_clazy()
     local status=0 look=(clazy-standalone -p "$database" --extra-arg=-Werror
         --header-filter='/(app|net|crypto|local_files|ui|service|tests|bench)/[^.]+\.h$')
     make_database || return
-    files '*.cpp' ':!tests' | on_each "${look[@]}" --checks=level1 || status=1
-    files 'tests/*.cpp' | on_each "${look[@]}" --checks=level1,no-non-pod-global-static || status=1
+    files '*.cpp' ':!tests' | on_each_changed clazy '' "${look[@]}" --checks=level1 || status=1
+    files 'tests/*.cpp' | on_each_changed clazy '' "${look[@]}" --checks=level1,no-non-pod-global-static || status=1
     return "$status"
 }
 
