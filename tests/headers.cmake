@@ -5,7 +5,7 @@
 # The folders of a test are not asked for, and as macros they would make the headers others in every folder.
 set_property(TARGET Qt6::Test PROPERTY INTERFACE_COMPILE_DEFINITIONS QT_TESTLIB_LIB)
 
-set(core_headers <QtTest> <algorithm> <functional> <memory> <optional>)
+set(core_headers <QTest> <QSignalSpy> <algorithm> <functional> <memory> <optional>)
 set(network_headers <QNetworkAccessManager> <QNetworkReply> <QTcpServer> <QTcpSocket>)
 set(widgets_headers <QApplication> <QBoxLayout> <QCheckBox> <QComboBox> <QDialog> <QFileDialog> <QLabel> <QLineEdit>
     <QListWidget> <QMenu> <QMessageBox> <QPushButton> <QScrollArea> <QScrollBar> <QStackedWidget>)

@@ -11,8 +11,8 @@
 #include <QEvent>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <cstdio>
 

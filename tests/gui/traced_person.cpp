@@ -16,7 +16,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;

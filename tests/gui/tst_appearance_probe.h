@@ -9,7 +9,7 @@
 
 #include <QLayout>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 namespace tideloft::tests
 {

@@ -14,7 +14,7 @@
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QScrollBar>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;

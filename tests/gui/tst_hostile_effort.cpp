@@ -11,8 +11,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTest>
 #include <QTextDocument>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;

@@ -13,7 +13,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;

@@ -15,8 +15,8 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTcpSocket>
+#include <QTest>
 #include <QTextDocument>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;

@@ -15,7 +15,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;

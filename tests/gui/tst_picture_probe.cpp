@@ -11,7 +11,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPainter>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -16,7 +16,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -16,7 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

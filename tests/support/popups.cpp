@@ -12,8 +12,8 @@
 #include <QApplication>
 #include <QDialog>
 #include <QMenu>
+#include <QTest>
 #include <QWindow>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 

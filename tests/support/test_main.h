@@ -8,7 +8,7 @@
 #include "tests/support/waiting.h"
 
 #include <QCoreApplication>
-#include <QtTest>
+#include <QTest>
 
 namespace tideloft::tests
 {

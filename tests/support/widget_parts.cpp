@@ -8,7 +8,7 @@
 #include <QLineEdit>
 #include <QMetaProperty>
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
