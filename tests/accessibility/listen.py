@@ -87,13 +87,14 @@ def visit_in(language, name, arguments, directory, peer, checks):
 def run_on_screen(arguments):
     from checks import Broken, Checks
     from companion import Service
+    from databases import SqliteFile
     from words import untranslated
 
     checks = Checks()
     with tempfile.TemporaryDirectory() as directory, contextlib.ExitStack() as stack:
         try:
             stack.enter_context(display.window_manager())
-            service = Service(arguments.service, directory, arguments.certificates)
+            service = Service(arguments.service, directory, arguments.certificates, SqliteFile(directory))
             stack.callback(service.stop)
             os.environ["TIDELOFT_E2E_ORIGIN"] = f"https://localhost:{service.port}"
             os.environ["TIDELOFT_E2E_CA"] = str(arguments.certificates / "ca.pem")

@@ -15,13 +15,13 @@ from checks import Broken, wait_until
 class Service:
     """A running tideloftd; everything that it prints is kept."""
 
-    def __init__(self, program, directory, certificates):
-        self.database = pathlib.Path(directory, "service.sqlite")
+    def __init__(self, program, directory, certificates, database):
+        self.database = database
         self.log = pathlib.Path(directory, "service.log")
         self.trust = ssl.create_default_context(cafile=certificates / "ca.pem")
         with open(self.log, "wb") as output:
             self.process = subprocess.Popen(
-                [program, "--port", "0", "--database", str(self.database),
+                [program, "--port", "0", "--database", database.address,
                  "--sign-ins-per-minute", "0", "--registrations-per-minute", "0",  # the tour is in a hurry
                  "--tls-cert", str(certificates / "server.pem"),
                  "--tls-key", str(certificates / "server-key.pem")],

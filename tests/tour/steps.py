@@ -153,11 +153,11 @@ class Tour:
                               not warnings)
 
     def check_secrecy(self):
-        running = secrecy.database_bytes(self.service.database)
+        running = self.service.database.content()
         self.checks.check("the service ends with 0 when it is asked to", self.service.stop() == 0)
         places = {
             "the running service's database": running,
-            "the ended service's database": secrecy.database_bytes(self.service.database),
+            "the ended service's database": self.service.database.content(),
             "the service's log": self.service.log.read_bytes(),
             "what the wire carried": self.wire.recorded(),
         }

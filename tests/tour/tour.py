@@ -1,9 +1,11 @@
 """The main job from outside: two real clients, the real service, and a person's mouse and keyboard.
 
 tour.py --client PROGRAM --service PROGRAM --certificates DIR --pictures DIR [--port N]
+        [--database sqlite|postgresql]
 
 With --port 0 the clients are told where the service is (TIDELOFT_E2E_ORIGIN, TIDELOFT_E2E_CA), which only the
-program made for this test understands; the shipped client finds the port that it was built for.
+program made for this test understands; the shipped client finds the port that it was built for. With --database
+postgresql the service keeps everything on a server that the tour starts and ends.
 """
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
@@ -25,6 +27,7 @@ def parse_arguments():
     for name in ("client", "service", "certificates", "pictures"):
         parser.add_argument(f"--{name}", required=True, type=lambda path: pathlib.Path(path).absolute())
     parser.add_argument("--port", type=int, default=0)
+    parser.add_argument("--database", choices=("sqlite", "postgresql"), default="sqlite")
     parser.add_argument("--on-screen", action="store_true", help=argparse.SUPPRESS)
     return parser.parse_args()
 
@@ -41,6 +44,7 @@ def run_on_screen(arguments):
     import steps  # needs the session bus that is there only now
     from checks import Broken, Checks
     from companion import Service
+    from databases import new_database
     from film import Film
     from wire import Wire
 
@@ -49,7 +53,9 @@ def run_on_screen(arguments):
     with tempfile.TemporaryDirectory() as directory, contextlib.ExitStack() as stack:
         try:
             stack.enter_context(display.window_manager())
-            service = Service(arguments.service, directory, arguments.certificates)
+            database = new_database(arguments.database, directory)
+            stack.callback(database.stop)
+            service = Service(arguments.service, directory, arguments.certificates, database)
             stack.callback(service.stop)
             wire = Wire(arguments.port, service.port, arguments.certificates)
             stack.callback(wire.close)
