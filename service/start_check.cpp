@@ -12,6 +12,8 @@
 #include <QFileInfo>
 #include <QtEndian>
 
+#include <memory>
+
 namespace tideloft::service
 {
 
@@ -70,9 +72,9 @@ void checkVersion(const QString &place, StartCheck &check)
 {
     try {
         const int version = versionOf(place);
-        if (version < 0 || version > currentSchemaVersion())
-            check.problems << u"A newer version of the program wrote the database %1"_s.arg(
-                engineFor(place)->place());
+        const std::unique_ptr<Engine> engine = engineFor(place);
+        if (version < 0 || version > currentSchemaVersion(*engine))
+            check.problems << u"A newer version of the program wrote the database %1"_s.arg(engine->place());
     } catch (const StorageError &error) {
         check.problems << u"%1: %2"_s.arg(engineFor(place)->place(), QString::fromUtf8(error.what()));
     }

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/api/account_handlers.h"
 
+#include "service/api/counted_attempts.h"
 #include "service/api/json_body.h"
 #include "service/api/json_reply.h"
 #include "service/api/sign_in_sessions.h"
@@ -39,26 +40,11 @@ QString newPassword(const JsonBody &body)
     throw Refusal(409, u"This user name is already taken."_s);
 }
 
-[[noreturn]] void refuseTooOften(int seconds)
-{
-    throw Refusal(429, u"Too many attempts. Please try again in a minute."_s, seconds);
-}
-
-void countRegistration(ApiContext &context, const Request &request)
-{
-    if (const int wait = context.registrations.attempt(request.peer, context.settings.steadyNow()))
-        refuseTooOften(wait);
-}
-
 // An account that does not exist is counted too: a limit must not tell whether there is one.
-void countSignIn(ApiContext &context, const Request &request, const QString &typedName)
+QList<CountedAttempt> signInsOf(const Request &request, const QString &typedName)
 {
-    const qint64 now = context.settings.steadyNow();
     const QByteArray account = normalizedUserName(typedName).value_or(typedName).toUtf8();
-    if (const int wait = context.signInsOfAddress.attempt(request.peer, now))
-        refuseTooOften(wait);
-    if (const int wait = context.signInsOfAccount.attempt(account, now))
-        refuseTooOften(wait);
+    return {{Attempted::SignInFromAddress, request.peer}, {Attempted::SignInToAccount, account}};
 }
 
 void requireInvitation(const ApiContext &context, Database &database, const QString &name)
@@ -80,12 +66,8 @@ Response addAccount(const ApiContext &context, Database &database, const QString
     return jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
 }
 
-Outcome registerAccount(ApiContext &context, Database &lookUp, const Request &request)
+Outcome makeAccount(ApiContext &context, Database &lookUp, const QString &name, const QString &password)
 {
-    const JsonBody body(request);
-    const QString name = newUserName(body);
-    const QString password = newPassword(body);
-    countRegistration(context, request);
     requireInvitation(context, lookUp, name);
     if (findUserOrDeleted(lookUp, name))
         refuseTakenName();
@@ -94,6 +76,17 @@ Outcome registerAccount(ApiContext &context, Database &lookUp, const Request &re
         return
             [&context, name, hash](Database &database) { return addAccount(context, database, name, hash); };
     }};
+}
+
+Outcome registerAccount(ApiContext &context, Database &database, const Request &request)
+{
+    const JsonBody body(request);
+    const QString name = newUserName(body);
+    const QString password = newPassword(body);
+    return onceCounted(context, database, {{Attempted::Registration, request.peer}},
+                       [&context, name, password](Database &lookUp) {
+                           return makeAccount(context, lookUp, name, password);
+                       });
 }
 
 [[noreturn]] void refuseWrong()
@@ -116,13 +109,9 @@ Response signIn(const ApiContext &context, Database &database, const User &user,
 }
 
 // Takes the same time and gives the same answer whether the user exists or not.
-Outcome login(ApiContext &context, Database &lookUp, const Request &request)
+Outcome checkPassword(const ApiContext &context, Database &lookUp, const QString &name,
+                      const QString &password, bool remember)
 {
-    const JsonBody body(request);
-    const QString name = body.text(u"username"_s, longestTypedName);
-    const QString password = body.text(u"password"_s, longestPassword);
-    const bool remember = body.boolean(u"rememberMe"_s, false);
-    countSignIn(context, request, name);
     const std::optional<User> user = findUser(lookUp, name);
     const QByteArray hash = user ? passwordHash(lookUp, *user) : unmatchableHash(context.settings.scryptCost);
     return SlowWork{[&context, user, password, hash, remember]() -> Change {
@@ -133,6 +122,18 @@ Outcome login(ApiContext &context, Database &lookUp, const Request &request)
             return signIn(context, database, *user, hash, remember);
         };
     }};
+}
+
+Outcome login(ApiContext &context, Database &database, const Request &request)
+{
+    const JsonBody body(request);
+    const QString name = body.text(u"username"_s, longestTypedName);
+    const QString password = body.text(u"password"_s, longestPassword);
+    const bool remember = body.boolean(u"rememberMe"_s, false);
+    return onceCounted(context, database, signInsOf(request, name),
+                       [&context, name, password, remember](Database &lookUp) {
+                           return checkPassword(context, lookUp, name, password, remember);
+                       });
 }
 
 Outcome logout(const ApiContext &context, const Request &request)

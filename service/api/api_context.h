@@ -15,6 +15,7 @@
 
 #include <QDateTime>
 
+#include <atomic>
 #include <functional>
 
 namespace tideloft::service
@@ -64,9 +65,11 @@ struct ApiContext {
     const ApiSettings settings;
     const qint64 startedAt;
     const qint64 startedAtSteady;
-    AttemptLimit signInsOfAccount{settings.signInsPerMinute};
+    AttemptLimit signInsOfAccount{
+        settings.signInsPerMinute}; ///< this and the next two: for a database in a file
     AttemptLimit signInsOfAddress{settings.signInsPerMinute};
     AttemptLimit registrations{settings.registrationsPerMinute};
+    std::atomic<qint64> nextRemovalOfAttempts = 0; ///< by the clock that never jumps
     AttemptLimit searches{settings.searchesPerMinute};
     FairQueue<QByteArray, Workers::Job> hashingTurns; ///< by address, as the next
     Workers hashing;

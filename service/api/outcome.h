@@ -7,6 +7,7 @@
 #include "service/store/user.h"
 
 #include <functional>
+#include <memory>
 #include <variant>
 
 namespace tideloft::service
@@ -23,11 +24,20 @@ struct SlowWork {
     std::function<std::variant<Response, Change>()> work;
 };
 
+struct Count;
+
 /// What a look into the database comes to.
-using Outcome = std::variant<Response, Change, SlowWork>;
+using Outcome = std::variant<Response, Change, SlowWork, std::shared_ptr<const Count>>;
 
 /// Runs on a reader and may throw.
 using LookUp = std::function<Outcome(Database &)>;
+
+/// Something small that is stored by itself before the look goes on. Runs on a writer, outside of a
+/// transaction, and may run twice. May throw, and then the look does not go on.
+struct Count {
+    std::function<void(Database &)> count;
+    LookUp next;
+};
 
 /// A handler for signed-in users only. Runs on a reader and may throw.
 using UserHandler = std::function<Outcome(Database &, const Request &, const User &)>;

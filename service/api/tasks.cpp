@@ -52,6 +52,19 @@ void finishChange(ApiContext &context, const std::variant<Response, Change> &out
         finish(std::get<Response>(outcome));
 }
 
+void lookFirst(ApiContext &context, const QByteArray &peer, const LookUp &lookUp,
+               const Finish<Response> &finish);
+
+void countFirst(ApiContext &context, const QByteArray &peer, const std::shared_ptr<const Count> &count,
+                const Finish<Response> &finish)
+{
+    const auto goOn = [&context, peer, count, finish](const std::exception_ptr &failure) {
+        failure ? finish(failureResponse(failure)) : lookFirst(context, peer, count->next, finish);
+    };
+    if (!context.store.write({[count](Database &database) { count->count(database); }, goOn, true}))
+        finish(errorResponse(tooBusy()));
+}
+
 void finishOutcome(ApiContext &context, const QByteArray &peer, Outcome outcome,
                    const Finish<Response> &finish)
 {
@@ -59,10 +72,22 @@ void finishOutcome(ApiContext &context, const QByteArray &peer, Outcome outcome,
         return finish(*response);
     if (const auto *change = std::get_if<Change>(&outcome))
         return store(context, *change, finish);
+    if (const auto *count = std::get_if<std::shared_ptr<const Count>>(&outcome))
+        return countFirst(context, peer, *count, finish);
     const bool accepted =
         context.hash(peer, [&context, slow = std::get<SlowWork>(std::move(outcome)), finish] {
             finishChange(context, attempt<std::variant<Response, Change>>(slow.work), finish);
         });
+    if (!accepted)
+        finish(errorResponse(tooBusy()));
+}
+
+void lookFirst(ApiContext &context, const QByteArray &peer, const LookUp &lookUp,
+               const Finish<Response> &finish)
+{
+    const bool accepted = context.read(peer, [&context, peer, lookUp, finish](Database &database) {
+        finishOutcome(context, peer, attempt<Outcome>([&] { return lookUp(database); }), finish);
+    });
     if (!accepted)
         finish(errorResponse(tooBusy()));
 }
@@ -72,11 +97,7 @@ void finishOutcome(ApiContext &context, const QByteArray &peer, Outcome outcome,
 Later<Response> answerAfter(ApiContext &context, const QByteArray &peer, LookUp lookUp)
 {
     return {[&context, peer, lookUp = std::move(lookUp)](const Finish<Response> &finish) {
-        const bool accepted = context.read(peer, [&context, peer, lookUp, finish](Database &database) {
-            finishOutcome(context, peer, attempt<Outcome>([&] { return lookUp(database); }), finish);
-        });
-        if (!accepted)
-            finish(errorResponse(tooBusy()));
+        lookFirst(context, peer, lookUp, finish);
     }};
 }
 

@@ -72,7 +72,8 @@ public:
     virtual int schemaVersion(StatementRunner &database) const = 0;
     virtual void setSchemaVersion(StatementRunner &database, int version) const = 0;
 
-    /// From nothing to the present form. An engine may begin with any version.
+    /// From nothing to the present form. An engine may begin with any version, and leave out those that
+    /// change nothing in it.
     virtual QList<SchemaStep> schemaSteps() const = 0;
 
     /// Another number after another process has written; always the same where nothing is kept in memory.

@@ -82,11 +82,19 @@ QStringList otherFirstTables()
     };
 }
 
+// Of an attempt only a hash of the address or the name is kept, for little longer than it counts. What is
+// unlogged neither waits for a disk nor for a standby, and is empty after the server has crashed.
+QStringList attempts()
+{
+    return {u"CREATE UNLOGGED TABLE attempts (who BYTEA NOT NULL, number BIGINT NOT NULL,"
+            " at TIMESTAMP WITH TIME ZONE NOT NULL DEFAULT now(), PRIMARY KEY (who, number))"_s};
+}
+
 } // namespace
 
 QList<SchemaStep> PostgresqlEngine::schemaSteps() const
 {
-    return {{5, firstTables() + firstTablesOfMessages() + otherFirstTables()}};
+    return {{5, firstTables() + firstTablesOfMessages() + otherFirstTables()}, {6, attempts()}};
 }
 
 } // namespace tideloft::service

@@ -20,12 +20,13 @@ int versionOf(Database &database)
 
 void refuseNewer(const Database &database, int version)
 {
-    if (version >= 0 && version <= currentSchemaVersion())
+    const int known = currentSchemaVersion(database.engine());
+    if (version >= 0 && version <= known)
         return;
     throw StorageError(u"The database %1 has version %2, and this program knows versions up to %3: a newer "
                        "version of the program wrote it"_s.arg(database.place())
                            .arg(version)
-                           .arg(currentSchemaVersion())
+                           .arg(known)
                            .toStdString());
 }
 
@@ -53,9 +54,9 @@ int takeStep(Database &database, const SchemaStep &step)
 
 } // namespace
 
-int currentSchemaVersion()
+int currentSchemaVersion(const Engine &engine)
 {
-    return 5;
+    return engine.schemaSteps().constLast().version;
 }
 
 void requireKnownVersion(Database &database)
@@ -69,7 +70,7 @@ void requireKnownVersion(Database &database)
 void requireCurrentVersion(Database &database)
 {
     requireKnownVersion(database);
-    if (versionOf(database) != currentSchemaVersion())
+    if (versionOf(database) != currentSchemaVersion(database.engine()))
         throw StorageError(
             (u"The database %1 has an older form: the service brings it to the present one when "
              "it starts"_s)

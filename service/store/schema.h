@@ -8,8 +8,8 @@
 namespace tideloft::service
 {
 
-/// The version that this program writes.
-int currentSchemaVersion();
+/// The version that this program writes there.
+int currentSchemaVersion(const Engine &engine);
 
 /// Throws StorageError when the database is newer than this program, or is none of the service's.
 void requireKnownVersion(Database &database);

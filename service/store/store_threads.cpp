@@ -119,6 +119,23 @@ void storeAll(Database &database, Batch &batch, const Committed &committed)
     }
 }
 
+// Its connection may have been lost since the last task.
+void storeSingle(Database &database, const WriteTask &task)
+{
+    try {
+        try {
+            task.change(database);
+        } catch (const StorageError &error) {
+            if (error.kind() != Trouble::Gone)
+                throw;
+            task.change(database);
+        }
+    } catch (...) {
+        return task.done(std::current_exception());
+    }
+    task.done(nullptr);
+}
+
 /// When the next piece of work is due that has time.
 class BackgroundTurns
 {
@@ -163,11 +180,12 @@ StoreThreads::StoreThreads(const StoreSettings &settings)
     const std::unique_ptr<Engine> engine = engineFor(settings.place);
     if (!engine->file().isEmpty())
         lock.emplace(engine->file(), DatabaseLock::Kind::Shared);
-    if (engine->isShared())
+    shared = engine->isShared();
+    if (shared)
         storeCache.keepNothing();
     try {
         startThread([this, settings](Opened &opened) { writeAll(settings, opened); });
-        for (std::size_t i = 1; engine->isShared() && i < settings.writers; ++i)
+        for (std::size_t i = 1; shared && i < settings.writers; ++i)
             startThread([this, settings](Opened &opened) { writeBeside(settings, opened); });
         for (std::size_t i = 0; i < settings.readers; ++i)
             startThread([this, settings](Opened &opened) { readAll(settings.place, opened); });
@@ -234,7 +252,7 @@ void StoreThreads::writeBeside(StoreSettings settings, Opened &opened)
 // what is committed together here would keep many rows from the others.
 void StoreThreads::writeWith(Database &database, const StoreSettings &settings, Opened &opened)
 {
-    const std::size_t together = database.engine().isShared() ? 1 : mostTogether;
+    const std::size_t together = shared ? 1 : mostTogether;
     BackgroundTurns background(settings.background);
     database.use(storeCache);
     qint64 changes = database.engine().changesOfOthers(database);
@@ -248,7 +266,9 @@ void StoreThreads::writeWith(Database &database, const StoreSettings &settings, 
                 changes = now;
                 storeCache.forgetAll();
             }
-            if (!batch->empty())
+            if (shared && !batch->empty() && batch->front().single)
+                storeSingle(database, batch->front());
+            else if (!batch->empty())
                 storeAll(database, *batch, settings.committed);
         } catch (const CannotBegin &cannot) {
             background.postpone();

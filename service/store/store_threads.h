@@ -28,6 +28,8 @@ struct WriteTask {
     /// Called once: when the change is on the disk, or with what the change has thrown or the disk refused.
     /// Must not throw.
     std::function<void(std::exception_ptr failure)> done;
+    /// True for one statement that needs no transaction where several processes write. It may run twice.
+    bool single = false;
 };
 
 /// Work that has time, done in small pieces by the writer when it has nothing else to do or has just
@@ -64,6 +66,9 @@ public:
     bool read(ReadTask task) { return reads.push(task); }
     bool write(WriteTask task) { return writes.push(task); }
 
+    /// True where other processes write all the time, and need what this one has counted.
+    bool isShared() const { return shared; }
+
     /// What is kept in memory of the database. It follows every write, and forgets everything within a second
     /// after another process has written.
     StoreCache &cache() { return storeCache; }
@@ -82,6 +87,7 @@ private:
     void stop();
     void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);
 
+    bool shared = false;
     std::optional<DatabaseLock> lock; ///< of a file
     StoreCache storeCache;
     BoundedQueue<ReadTask> reads;

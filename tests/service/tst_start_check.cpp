@@ -62,7 +62,10 @@ void TestStartCheck::nothingIsMadeBesideTheDatabase()
 void TestStartCheck::databaseOfANewerProgramIsRefused()
 {
     const QString file = path(u"newer.sqlite"_s);
-    Store(file).run(u"PRAGMA user_version = %1"_s.arg(currentSchemaVersion() + 1));
+    {
+        Store newer(file);
+        newer.run(u"PRAGMA user_version = %1"_s.arg(currentSchemaVersion(newer.engine()) + 1));
+    }
     QCOMPARE(checkStart({}, file).problems,
              QStringList{u"A newer version of the program wrote the database "_s + file});
 }

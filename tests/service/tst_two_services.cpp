@@ -29,6 +29,8 @@ private slots:
     void sessionThatEndsAtOneEndsAtTheOther();
     void sameMessageAtBothIsKeptOnce();
     void orderIsOneForAllAndNeverChanges();
+    void attemptsAtBothAreCountedTogether_data();
+    void attemptsAtBothAreCountedTogether();
     void oneThatIsKilledLosesAndDoublesNothing();
     void serverThatIsGoneIsToldAndComesBack();
 
@@ -85,8 +87,8 @@ void TestTwoServices::init()
     place = cluster->newPlace();
     one = std::make_unique<Daemon>();
     two = std::make_unique<Daemon>();
-    QVERIFY(one->startPlain({u"--database"_s, place}));
-    QVERIFY(two->startPlain({u"--database"_s, place}));
+    for (Daemon *service : {one.get(), two.get()})
+        QVERIFY(service->startPlain({u"--database"_s, place, u"--trusted-proxy"_s, u"127.0.0.1"_s}));
     alice = signUp(u"alice"_s);
     bob = signUp(u"bob"_s);
 }
@@ -169,6 +171,44 @@ void TestTwoServices::orderIsOneForAllAndNeverChanges()
         QCOMPARE(history, all.first(history.size()));
 }
 
+void TestTwoServices::attemptsAtBothAreCountedTogether_data()
+{
+    QTest::addColumn<QByteArray>("target");
+    QTest::addColumn<bool>("oneName");
+    QTest::addColumn<bool>("oneAddress");
+    QTest::addColumn<int>("status");
+    QTest::newRow("sign-ins to an account") << QByteArray("/api/auth/login") << true << false << 401;
+    QTest::newRow("sign-ins from an address") << QByteArray("/api/auth/login") << false << true << 401;
+    QTest::newRow("registrations from an address")
+        << QByteArray("/api/auth/register") << false << true << 201;
+}
+
+void TestTwoServices::attemptsAtBothAreCountedTogether()
+{
+    QFETCH(QByteArray, target);
+    QFETCH(bool, oneName);
+    QFETCH(bool, oneAddress);
+    QFETCH(int, status);
+    const auto attempt = [&](const Daemon &at, int number, bool another = false) {
+        const QString name = oneName && !another ? u"carol"_s : u"user%1"_s.arg(number);
+        const QByteArray address =
+            oneAddress && !another ? "10.0.0.1" : "10.0.1." + QByteArray::number(number);
+        return call(at.port(), "POST", target, {},
+                    {{u"username"_s, name}, {u"password"_s, u"a bad password"_s}},
+                    "X-Forwarded-For: " + address + "\r\n");
+    };
+    for (int i = 0; i < 10; ++i)
+        QCOMPARE(attempt(i < 6 ? *one : *two, i).status, status);
+    for (const Daemon *service : {one.get(), two.get()}) {
+        const HttpReply refused = attempt(*service, 10);
+        QCOMPARE(refused.status, 429);
+        QCOMPARE(refused.message(), u"Too many attempts. Please try again in a minute."_s);
+        const int seconds = refused.headers.value("retry-after").toInt();
+        QVERIFY2(seconds >= 1 && seconds <= 60, refused.headers.value("retry-after").constData());
+    }
+    QCOMPARE(attempt(*two, 11, true).status, status);
+}
+
 // A client that got no reply sends the same again, to the one that is left.
 void TestTwoServices::oneThatIsKilledLosesAndDoublesNothing()
 {
@@ -213,9 +253,9 @@ void TestTwoServices::serverThatIsGoneIsToldAndComesBack()
     }
     QTRY_COMPARE(get(*one, "/healthz", {}).status, 503);
     cluster->start();
-    QTRY_COMPARE(send(2).status, 201);
-    QTRY_COMPARE(get(*two, "/api/chat/history/bob", alice).array().size(), 2);
-    QTRY_COMPARE(get(*one, "/healthz", {}).status, 200);
+    QTRY_COMPARE_WITH_TIMEOUT(send(2).status, 201, 30'000);
+    QTRY_COMPARE_WITH_TIMEOUT(get(*two, "/api/chat/history/bob", alice).array().size(), 2, 30'000);
+    QTRY_COMPARE_WITH_TIMEOUT(get(*one, "/healthz", {}).status, 200, 30'000);
 }
 
 TIDELOFT_TEST_MAIN(TestTwoServices)

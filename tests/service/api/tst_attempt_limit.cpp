@@ -8,6 +8,7 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 using tideloft::tests::ApiFixture;
+using tideloft::tests::ChosenStorage;
 
 class TestAttemptLimit : public QObject
 {
@@ -37,6 +38,18 @@ private:
                 return value;
         }
         return {};
+    }
+    // How much is left of the minute depends on how long the test has taken, where a server's clock counts.
+    static bool isWaitOfAMinute(const Response &response)
+    {
+        const int seconds = retryAfter(response).toInt();
+        return ChosenStorage::isPostgresql() ? seconds > 0 && seconds <= 60 : seconds == 60;
+    }
+    void passMinute(ApiFixture &fixture)
+    {
+        now += 60'000;
+        if (ChosenStorage::isPostgresql())
+            fixture.database.run(u"UPDATE attempts SET at = at - INTERVAL '1 minute'"_s);
     }
     ApiSettings settings()
     {
@@ -114,13 +127,13 @@ void TestAttemptLimit::guessesAtOneAccountAreRefused()
     QCOMPARE(guess(u" ALICE"_s, "2").status, 200);
     const Response refused = guess(u"alice"_s, "3");
     QCOMPARE(refused.status, 429);
-    QCOMPARE(retryAfter(refused), QByteArray("60"));
+    QVERIFY2(isWaitOfAMinute(refused), retryAfter(refused).constData());
     QCOMPARE(ApiFixture::message(refused), u"Too many attempts. Please try again in a minute."_s);
     QCOMPARE(guess(u"nobody"_s, "4").status, 401);
     QCOMPARE(guess(u"nobody"_s, "5").status, 401);
     QCOMPARE(guess(u"nobody"_s, "6").status, 429); // as for who exists
     QCOMPARE(guess(u"bob"_s, "7").status, 200);
-    now += 60'000;
+    passMinute(fixture);
     QCOMPARE(guess(u"alice"_s, "8").status, 200);
 }
 
@@ -145,7 +158,7 @@ void TestAttemptLimit::registrationsOfOneAddressAreRefused()
     QCOMPARE(ask(api, "/api/auth/register", u"alice"_s, "1").status, 409);
     const Response refused = ask(api, "/api/auth/register", u"bob"_s, "1");
     QCOMPARE(refused.status, 429);
-    QCOMPARE(retryAfter(refused), QByteArray("60"));
+    QVERIFY2(isWaitOfAMinute(refused), retryAfter(refused).constData());
     QCOMPARE(ask(api, "/api/auth/register", u"bob"_s, "2").status, 201);
 }
 

@@ -52,7 +52,7 @@ void TestDatabase::settingsAreSafe()
     QCOMPARE(database.pragma(u"synchronous"_s).toInt(), 2); // FULL
     QCOMPARE(database.pragma(u"foreign_keys"_s).toInt(), 1);
     QCOMPARE(database.pragma(u"busy_timeout"_s).toInt(), 900);
-    QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion());
+    QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion(database.engine()));
 }
 
 void TestDatabase::fileIsForTheOwnerOnly()
@@ -168,9 +168,9 @@ void TestDatabase::transactionIsUndoneWithoutCommit()
 
 void TestDatabase::newerDatabaseIsLeftAlone()
 {
-    const int newer = currentSchemaVersion() + 1;
     {
         Store database(file());
+        const int newer = currentSchemaVersion(database.engine()) + 1;
         database.run(u"PRAGMA user_version = %1"_s.arg(newer));
     }
     QVERIFY_THROWS_EXCEPTION(StorageError, Store{file()});

@@ -86,7 +86,7 @@ void TestSchema::firstVersionIsUpgradedWithItsContent()
     writeFirstVersion(file);
     for (int opening = 0; opening < 2; ++opening) {
         Store database(file);
-        QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion());
+        QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion(database.engine()));
         const std::optional<User> alice = findUser(database, u"alice"_s);
         const std::optional<User> bob = findUser(database, u"bob"_s);
         QVERIFY(alice && bob);
@@ -136,7 +136,7 @@ void TestSchema::secondVersionIsUpgradedWithItsContent()
          u"INSERT INTO messages VALUES (3, 1, 2, 'sealed', 'nonce', '[]', '[]', 1, 9)"_s,
          u"PRAGMA user_version = 2"_s});
     Store database(file);
-    QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion());
+    QCOMPARE(database.pragma(u"user_version"_s).toInt(), currentSchemaVersion(database.engine()));
     QCOMPARE(groupsOf(database, {1, u"alice"_s}).at(0).iconName, u"icon"_s);
     QVERIFY(groupsVersion(database, {1, u"alice"_s}) != 0);
     QCOMPARE(database.number(u"SELECT message_count FROM users WHERE id = 1"_s), 3);
