@@ -33,14 +33,14 @@ void ApiClient::loadOrCreateDeviceId()
     ownDeviceId = net::loadOrCreateDeviceId(directory);
 }
 
-QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery, Urgency urgency) const
+QNetworkRequest ApiClient::buildRequest(const QString &pathAndQuery, RequestPriority priority) const
 {
-    return jsonRequest(pathAndQuery, {ownDeviceId, ownDeviceName}, urgency);
+    return jsonRequest(pathAndQuery, {ownDeviceId, ownDeviceName}, priority);
 }
 
-QNetworkReply *ApiClient::getList(const QString &path, Urgency urgency)
+QNetworkReply *ApiClient::getList(const QString &path, RequestPriority priority)
 {
-    const QNetworkRequest request = buildRequest(path, urgency);
+    const QNetworkRequest request = buildRequest(path, priority);
     return caches.areOpen() ? caches.tags.get(network, request) : network.get(request);
 }
 

@@ -5,8 +5,8 @@
 
 #include "net/continuations.h"
 #include "net/reply_caches.h"
+#include "net/request_priority.h"
 #include "net/sealed_message.h"
-#include "net/urgency.h"
 
 #include <QJsonObject>
 #include <QNetworkAccessManager>
@@ -43,8 +43,8 @@ public:
     void updateProfile(const QString &displayName, const QString &bio, const ProfileCallback &callback);
 
     // Keys, nonces and ciphertexts are Base64 text; names stand in a path as they are.
-    void fetchConversations(Urgency urgency = Urgency::Asked);
-    void fetchHistory(const QString &peer, Urgency urgency = Urgency::Asked);
+    void fetchConversations(RequestPriority priority = RequestPriority::UserInitiated);
+    void fetchHistory(const QString &peer, RequestPriority priority = RequestPriority::UserInitiated);
     void registerDeviceKey(const QString &publicKey);
     void fetchMyDeviceKeys();
     void fetchUserPublicKeys(const QString &name);
@@ -100,11 +100,12 @@ private:
     void beginFor(const QString &user);
     /// The context of what handles REPLY: it goes with the user, or with this client for a sign-in.
     const QObject *contextOf(const QNetworkReply &reply) const;
-    QNetworkRequest buildRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked) const;
+    QNetworkRequest buildRequest(const QString &pathAndQuery,
+                                 RequestPriority priority = RequestPriority::UserInitiated) const;
     QNetworkReply *post(const QString &pathAndQuery, const QJsonObject &body);
     void postMessage(const QJsonObject &body);
     /// Asks for a list that is asked for again and again; conditionally, if the list is cached.
-    QNetworkReply *getList(const QString &path, Urgency urgency = Urgency::Asked);
+    QNetworkReply *getList(const QString &path, RequestPriority priority = RequestPriority::UserInitiated);
     /// CACHE is one of this client's, or null for a reply that is not cached.
     void handleJsonReply(QNetworkReply *reply, const SuccessContinuation &onSuccess,
                          const FailureContinuation &onFailure, ReplyCache *cache = nullptr);

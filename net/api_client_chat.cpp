@@ -14,18 +14,18 @@ using namespace Qt::StringLiterals;
 namespace tideloft::net
 {
 
-void ApiClient::fetchConversations(Urgency urgency)
+void ApiClient::fetchConversations(RequestPriority priority)
 {
     handleJsonReply(
-        getList(u"/api/chat/conversations"_s, urgency),
+        getList(u"/api/chat/conversations"_s, priority),
         [this](const QJsonDocument &document, int) { emit conversationsLoaded(document.array()); },
         [this](const QString &message, int) { emit conversationsFailed(message); }, &caches.conversations);
 }
 
-void ApiClient::fetchHistory(const QString &peer, Urgency urgency)
+void ApiClient::fetchHistory(const QString &peer, RequestPriority priority)
 {
     handleJsonReply(
-        getList(u"/api/chat/history/"_s + peer, urgency),
+        getList(u"/api/chat/history/"_s + peer, priority),
         // The peer travels in the capture: another conversation may be open by the time the reply arrives,
         // and the window has to be able to tell.
         [this, peer](const QJsonDocument &document, int) { emit historyLoaded(peer, document.array()); },

@@ -27,20 +27,21 @@ QByteArray headerValue(QString text)
 
 } // namespace
 
-QNetworkRequest serviceRequest(const QString &pathAndQuery, Urgency urgency)
+QNetworkRequest serviceRequest(const QString &pathAndQuery, RequestPriority priority)
 {
     QNetworkRequest request(QUrl(serviceBaseUrl() + pathAndQuery, QUrl::TolerantMode));
     // The session's cookie alone says who asks: a challenge is not to make the toolkit introduce anybody.
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     // High, because the toolkit's queue knows no difference between normal and low.
-    request.setPriority(urgency == Urgency::Asked ? QNetworkRequest::HighPriority
-                                                  : QNetworkRequest::LowPriority);
+    request.setPriority(priority == RequestPriority::UserInitiated ? QNetworkRequest::HighPriority
+                                                                   : QNetworkRequest::LowPriority);
     return request;
 }
 
-QNetworkRequest jsonRequest(const QString &pathAndQuery, const DeviceHeaders &device, Urgency urgency)
+QNetworkRequest jsonRequest(const QString &pathAndQuery, const DeviceHeaders &device,
+                            RequestPriority priority)
 {
-    QNetworkRequest request = serviceRequest(pathAndQuery, urgency);
+    QNetworkRequest request = serviceRequest(pathAndQuery, priority);
     request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
     request.setRawHeader("X-Device-Token", headerValue(device.id));
     request.setRawHeader("X-Device-Name", headerValue(device.name));

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "net/urgency.h"
+#include "net/request_priority.h"
 
 #include <QNetworkRequest>
 
@@ -11,7 +11,8 @@ namespace tideloft::net
 {
 
 /// A request for PATHANDQUERY, which follows the service's address as it stands.
-QNetworkRequest serviceRequest(const QString &pathAndQuery, Urgency urgency = Urgency::Asked);
+QNetworkRequest serviceRequest(const QString &pathAndQuery,
+                               RequestPriority priority = RequestPriority::UserInitiated);
 
 /// What the headers say of this installation.
 struct DeviceHeaders {
@@ -20,6 +21,7 @@ struct DeviceHeaders {
 };
 
 /// The same with the headers of every request that has JSON, or nothing, as its body.
-QNetworkRequest jsonRequest(const QString &pathAndQuery, const DeviceHeaders &device, Urgency urgency);
+QNetworkRequest jsonRequest(const QString &pathAndQuery, const DeviceHeaders &device,
+                            RequestPriority priority);
 
 } // namespace tideloft::net

@@ -183,9 +183,9 @@ void MainWindow::onServerIconUploaded(const QString &, const QString &)
 
 void MainWindow::refreshData()
 {
-    api.fetchConversations(net::Urgency::Refresh);
+    api.fetchConversations(net::RequestPriority::Refresh);
     if (!currentPeer.isEmpty())
-        api.fetchHistory(currentPeer, net::Urgency::Refresh);
+        api.fetchHistory(currentPeer, net::RequestPriority::Refresh);
 }
 
 void MainWindow::showSettingsView()

@@ -1,7 +1,7 @@
 // What goes first once a service answers again that has left every connection hanging.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "net/urgency.h"
+#include "net/request_priority.h"
 #include "tests/support/loopback_service.h"
 #include "tests/support/net/endpoints.h"
 #include "tests/support/test_main.h"
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;
-using tideloft::net::Urgency;
+using tideloft::net::RequestPriority;
 using namespace tideloft::tests;
 
 namespace
@@ -52,8 +52,8 @@ void TestRequestOrder::init()
 void TestRequestOrder::refresh(int times)
 {
     for (int i = 0; i < times; ++i) {
-        log->client.fetchConversations(Urgency::Refresh);
-        log->client.fetchHistory(u"carol"_s, Urgency::Refresh);
+        log->client.fetchConversations(RequestPriority::Refresh);
+        log->client.fetchHistory(u"carol"_s, RequestPriority::Refresh);
     }
 }
 

@@ -52,13 +52,15 @@ void TestServiceRequest::nobodyIsIntroduced()
 void TestServiceRequest::refreshesStandBack()
 {
     QCOMPARE(serviceRequest(u"/a"_s).priority(), QNetworkRequest::HighPriority);
-    QCOMPARE(serviceRequest(u"/a"_s, Urgency::Asked).priority(), QNetworkRequest::HighPriority);
-    QCOMPARE(serviceRequest(u"/a"_s, Urgency::Refresh).priority(), QNetworkRequest::LowPriority);
+    QCOMPARE(serviceRequest(u"/a"_s, RequestPriority::UserInitiated).priority(),
+             QNetworkRequest::HighPriority);
+    QCOMPARE(serviceRequest(u"/a"_s, RequestPriority::Refresh).priority(), QNetworkRequest::LowPriority);
 }
 
 void TestServiceRequest::jsonNamesTheDevice()
 {
-    const QNetworkRequest request = jsonRequest(u"/api/me"_s, {u"a\r\nb"_s, u"Åsa's"_s}, Urgency::Refresh);
+    const QNetworkRequest request =
+        jsonRequest(u"/api/me"_s, {u"a\r\nb"_s, u"Åsa's"_s}, RequestPriority::Refresh);
     QCOMPARE(request.url().path(), u"/api/me"_s);
     QCOMPARE(request.priority(), QNetworkRequest::LowPriority);
     QCOMPARE(request.rawHeader("Content-Type"), QByteArray("application/json"));
