@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-MainPage::MainPage(Language shownLanguage, QWidget *parent) : LatePage(parent), language(shownLanguage)
+MainPage::MainPage(Language shownLanguage, QWidget *parent) : LazyPage(parent), language(shownLanguage)
 {
     railColumn = new Rail(language, this);
     leftSidebar = new Sidebar(language, this);

@@ -5,7 +5,7 @@
 
 #include "ui/style/theme.h"
 #include "ui/texts/text.h"
-#include "ui/widgets/late_page.h"
+#include "ui/widgets/lazy_page.h"
 
 class QStackedWidget;
 
@@ -21,7 +21,7 @@ class Sidebar;
 
 /// Puts the pages together and moves between them. What they show of the service's replies is decided by the
 /// window.
-class MainPage : public LatePage
+class MainPage : public LazyPage
 {
     Q_OBJECT
 

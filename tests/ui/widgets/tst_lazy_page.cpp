@@ -1,14 +1,14 @@
-// A page that is not measured before it is shown.
+// A page whose layout waits until it is shown for the first time.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/widgets/late_page.h"
+#include "ui/widgets/lazy_page.h"
 
 #include <QStackedWidget>
 #include <QTest>
 #include <QVBoxLayout>
 
-using tideloft::ui::LatePage;
+using tideloft::ui::LazyPage;
 
 namespace
 {
@@ -30,7 +30,7 @@ public:
 
 } // namespace
 
-class TestLatePage : public QObject
+class TestLazyPage : public QObject
 {
     Q_OBJECT
 
@@ -43,50 +43,50 @@ private slots:
 private:
     std::unique_ptr<QStackedWidget> stack;
     QWidget *first = nullptr;
-    LatePage *late = nullptr;
+    LazyPage *lazy = nullptr;
     Asked *content = nullptr;
 };
 
-void TestLatePage::init()
+void TestLazyPage::init()
 {
     stack = std::make_unique<QStackedWidget>();
     first = new QWidget(stack.get());
     first->setMinimumSize(100, 50);
-    late = new LatePage(stack.get());
-    auto *column = new QVBoxLayout(late);
+    lazy = new LazyPage(stack.get());
+    auto *column = new QVBoxLayout(lazy);
     column->setContentsMargins({});
-    content = new Asked(late);
+    content = new Asked(lazy);
     column->addWidget(content);
     stack->addWidget(first);
-    stack->addWidget(late);
+    stack->addWidget(lazy);
     stack->show();
     QVERIFY(QTest::qWaitForWindowExposed(stack.get()));
 }
 
-void TestLatePage::hiddenPageIsNotMeasured()
+void TestLazyPage::hiddenPageIsNotMeasured()
 {
     QCOMPARE(content->questions, 0);
-    QCOMPARE(late->sizeHint(), QSize(0, 0));
-    QCOMPARE(late->minimumSizeHint(), QSize(0, 0));
-    QVERIFY(!late->hasHeightForWidth());
+    QCOMPARE(lazy->sizeHint(), QSize(0, 0));
+    QCOMPARE(lazy->minimumSizeHint(), QSize(0, 0));
+    QVERIFY(!lazy->hasHeightForWidth());
     QCOMPARE(stack->minimumSizeHint().width(), 100);
 }
 
-void TestLatePage::shownPageHasItsSize()
+void TestLazyPage::shownPageHasItsSize()
 {
-    stack->setCurrentWidget(late);
+    stack->setCurrentWidget(lazy);
     QVERIFY(content->questions > 0);
-    QCOMPARE(late->sizeHint(), QSize(300, 200));
+    QCOMPARE(lazy->sizeHint(), QSize(300, 200));
     QCOMPARE(stack->minimumSizeHint(), QSize(300, 200));
 }
 
 // The window must not shrink below a page to which its user will come back.
-void TestLatePage::pageKeepsItsSizeWhenItIsHiddenAgain()
+void TestLazyPage::pageKeepsItsSizeWhenItIsHiddenAgain()
 {
-    stack->setCurrentWidget(late);
+    stack->setCurrentWidget(lazy);
     stack->setCurrentWidget(first);
     QCOMPARE(stack->minimumSizeHint(), QSize(300, 200));
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestLatePage)
-#include "tst_late_page.moc"
+TIDELOFT_GUI_TEST_MAIN(TestLazyPage)
+#include "tst_lazy_page.moc"

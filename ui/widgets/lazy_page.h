@@ -1,4 +1,4 @@
-// A page of a stack that costs nothing before it is shown.
+// A page of a stack that is laid out lazily: not before it is shown for the first time.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -10,12 +10,12 @@ namespace tideloft::ui
 
 /// A stack asks all its pages for their sizes, the hidden ones too, and a page answers by styling its widgets
 /// and laying out their texts. This one asks for no room until it is shown for the first time.
-class LatePage : public QWidget
+class LazyPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit LatePage(QWidget *parent) : QWidget(parent) {}
+    explicit LazyPage(QWidget *parent) : QWidget(parent) {}
     [[nodiscard]] QSize sizeHint() const override { return measured ? QWidget::sizeHint() : QSize(0, 0); }
     [[nodiscard]] QSize minimumSizeHint() const override
     {
