@@ -54,7 +54,7 @@ QWidget *makeBubble(const ui::MessageRowModel &message)
 
 QWidget *makeSide(const ui::MessageRowModel &message)
 {
-    QLabel *side = makeLabel({}, ui::style::rowBackground);
+    QLabel *side = makeLabel({}, ui::style::historyRow);
     side->setFixedWidth(34);
     if (!message.showsSender())
         return side;
@@ -69,7 +69,7 @@ QWidget *makeMessage(const ui::MessageRowModel &message)
 {
     auto *row = new QWidget;
     row->setAttribute(Qt::WA_TranslucentBackground);
-    row->setStyleSheet(ui::style::rowBackground);
+    row->setStyleSheet(ui::style::historyRow);
     const int top = message.startsGroup() ? 8 : 2;
     const int bottom = message.time.isEmpty() ? 2 : 6;
     auto *line = new QHBoxLayout(row);

@@ -31,7 +31,7 @@ QWidget *makeDaySeparator(const DaySeparatorModel &model, QWidget *parent)
 {
     auto *row = makeBox(parent);
     row->setAttribute(Qt::WA_TranslucentBackground);
-    row->setStyleSheet(style::rowBackground);
+    row->setStyleSheet(style::historyRow);
     auto *day = makeLabel(model.label, row);
     day->setAlignment(Qt::AlignCenter);
     day->setStyleSheet(style::dayLabel);

@@ -63,7 +63,7 @@ MessageRow::MessageRow(const MessageRowModel &model, QWidget *parent) : QWidget(
 {
     setAttribute(Qt::WA_StyledBackground);
     setAttribute(Qt::WA_TranslucentBackground);
-    setStyleSheet(style::rowBackground);
+    setStyleSheet(style::historyRow);
     auto *layout = makeRowLayout(this, 8);
     layout->setContentsMargins(margins(model));
     if (model.isMine) {

@@ -26,7 +26,7 @@ QWidget *makeAvatar(const QString &peer, QWidget *row)
 {
     auto *place = makeBox(row);
     place->setFixedSize(42, 42);
-    place->setStyleSheet(style::rowBackground);
+    place->setStyleSheet(style::conversationRow);
     auto *avatar = makeLabel(initials(peer), place);
     avatar->setFixedSize(40, 40);
     avatar->setAlignment(Qt::AlignCenter);
@@ -82,7 +82,7 @@ QWidget *makeConversationRow(const ConversationRowModel &model, QWidget *parent)
 {
     auto *row = makeBox(parent);
     row->setAttribute(Qt::WA_TranslucentBackground);
-    row->setStyleSheet(style::rowBackground);
+    row->setStyleSheet(style::conversationRow);
     row->setCursor(Qt::PointingHandCursor);
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(12, 10, 12, 10);

@@ -10,9 +10,6 @@
 namespace tideloft::ui::style
 {
 
-/// Rows of both lists, day separators and the box around a conversation's avatar.
-inline const QString rowBackground = QStringLiteral("background: transparent;");
-
 // Rail
 
 inline const QString railSeparator =
@@ -59,6 +56,8 @@ inline const QString rememberCheck = QStringLiteral("color: #7070a0; font-size: 
 
 // Conversation list
 
+/// The row, and the box around its avatar.
+inline const QString conversationRow = QStringLiteral("background: transparent;");
 inline const QString conversationAvatar =
     QStringLiteral("background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);"
                    "border-radius: 20px; color: #7ab0f5; font-size: 13px; font-weight: 700;");
@@ -71,6 +70,8 @@ inline const QString conversationTime =
 
 // Chat page
 
+/// Messages and day separators.
+inline const QString historyRow = QStringLiteral("background: transparent;");
 inline const QString serverNotice =
     QStringLiteral("color: #5a7a9a; font-size: 13px; background: transparent;");
 inline const QString messageAvatar =

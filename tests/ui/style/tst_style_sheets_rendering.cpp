@@ -99,7 +99,8 @@ void TestStyleSheetsRendering::toolkitTakesInlineStyles_data()
     QTest::addColumn<QString>("style");
     QTest::addColumn<QColor>("background");
     const QColor window(0x07, 0x07, 0x0c);
-    QTest::newRow("row") << style::rowBackground << window;
+    QTest::newRow("row of the history") << style::historyRow << window;
+    QTest::newRow("conversation") << style::conversationRow << window;
     QTest::newRow("rail separator") << style::railSeparator << QColor(0x1a, 0x2d, 0x40);
     QTest::newRow("footer picture") << style::footerPicture << window;
     QTest::newRow("footer button") << style::quilloryButton << QColor(0x1a, 0x2e, 0x40);
