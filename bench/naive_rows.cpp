@@ -5,7 +5,7 @@
 
 #include "ui/chat/day_separator.h"
 #include "ui/sidebar/conversation_row.h"
-#include "ui/style/inline_styles.h"
+#include "ui/style/chat_styles.h"
 #include "ui/texts/initials.h"
 
 #include <QBoxLayout>

@@ -4,7 +4,7 @@
 #include "ui/chat/bubble_text.h"
 
 #include "ui/chat/bubble_size.h"
-#include "ui/style/inline_styles.h"
+#include "ui/style/chat_styles.h"
 #include "ui/widgets/emoji_formats.h"
 #include "ui/widgets/toolkit_parts.h"
 

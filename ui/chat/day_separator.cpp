@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/day_separator.h"
 
-#include "ui/style/inline_styles.h"
+#include "ui/style/chat_styles.h"
 #include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>

@@ -5,7 +5,7 @@
 
 #include "ui/chat/bubble_size.h"
 #include "ui/chat/bubble_text.h"
-#include "ui/style/inline_styles.h"
+#include "ui/style/chat_styles.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"
 #include "ui/widgets/elided_label.h"

@@ -4,7 +4,7 @@
 #include "ui/rail/rail.h"
 
 #include "ui/rail/server_scroll.h"
-#include "ui/style/inline_styles.h"
+#include "ui/style/rail_styles.h"
 #include "ui/style/symbol_font.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/rail/server_button.h"
 
-#include "ui/style/inline_styles.h"
+#include "ui/style/rail_styles.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"
 #include "ui/widgets/focus_ring.h"

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/rail/server_scroll.h"
 
-#include "ui/style/inline_styles.h"
+#include "ui/style/rail_styles.h"
 
 #include <QEvent>
 #include <QScrollArea>

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/sidebar/conversation_row.h"
 
-#include "ui/style/inline_styles.h"
+#include "ui/style/sidebar_styles.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"
 #include "ui/widgets/elided_label.h"

@@ -5,7 +5,7 @@
 
 #include "ui/keyboard/click_keys.h"
 #include "ui/sidebar/privacy_dialog.h"
-#include "ui/style/inline_styles.h"
+#include "ui/style/sidebar_styles.h"
 #include "ui/texts/initials.h"
 #include "ui/widgets/accessible_role.h"
 #include "ui/widgets/elided_label.h"

@@ -4,7 +4,7 @@
 #include "ui/sign_in/sign_in_page.h"
 
 #include "ui/keyboard/composition_keys.h"
-#include "ui/style/inline_styles.h"
+#include "ui/style/sign_in_styles.h"
 #include "ui/widgets/accessible_role.h"
 #include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/error_label.h"

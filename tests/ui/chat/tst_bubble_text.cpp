@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/chat/bubble_text.h"
+#include "ui/style/chat_styles.h"
 #include "ui/style/emoji_font.h"
-#include "ui/style/inline_styles.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>

@@ -4,8 +4,11 @@
 #include <QApplication>
 
 #include "tests/support/test_main.h"
+#include "ui/style/chat_styles.h"
 #include "ui/style/grid_widget.h"
-#include "ui/style/inline_styles.h"
+#include "ui/style/rail_styles.h"
+#include "ui/style/sidebar_styles.h"
+#include "ui/style/sign_in_styles.h"
 #include "ui/style/style_sheets.h"
 
 #include <QComboBox>
