@@ -3,8 +3,6 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/messages/decryption_cache.h"
 
-#include "crypto/cipher/rsa_oaep_context.h"
-
 namespace tideloft::crypto
 {
 
@@ -19,17 +17,12 @@ QByteArray deepCopy(const QByteArray &bytes)
 
 } // namespace
 
-void DecryptionCache::Free::operator()(evp_pkey_ctx_st *context) const noexcept
-{
-    EVP_PKEY_CTX_free(context); // and with it the key, whose private numbers OpenSSL wipes
-}
-
 void DecryptionCache::clear()
 {
     privateKeyText.wipe();
     userName.clear();
     deviceId.clear();
-    decryption.reset();
+    unwrapping.clear();
     contentKeys.clear();
     failures.clear();
     ++changes;
@@ -69,13 +62,6 @@ void DecryptionCache::insertFailure(const QByteArray &digest, const QString &err
 {
     if (!digest.isEmpty())
         failures.insert(digest, new QString(error));
-}
-
-QByteArray DecryptionCache::unwrap(const QByteArray &privateKey, const QByteArray &wrappedKey, QString *error)
-{
-    if (!decryption)
-        decryption.reset(makeOaepDecryption(privateKey, error).release());
-    return decryption ? runOaepDecryption(decryption.get(), wrappedKey, error) : QByteArray();
 }
 
 } // namespace tideloft::crypto

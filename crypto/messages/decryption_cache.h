@@ -4,14 +4,12 @@
 #pragma once
 
 #include "crypto/cipher/secret_bytes.h"
+#include "crypto/messages/key_unwrapping.h"
 
 #include <QCache>
 #include <QString>
 
-#include <memory>
 #include <optional>
-
-struct evp_pkey_ctx_st; // OpenSSL's EVP_PKEY_CTX, whose header belongs to this room alone
 
 namespace tideloft::crypto
 {
@@ -54,20 +52,14 @@ public:
     void insertFailure(const QByteArray &digest, const QString &error);
     /// A message has failed for a reason that may pass: generation() changes, and the cache stays.
     void noteTransientFailure() { ++changes; }
-    /// Whether the private key is parsed, so that unwrap() needs it no more.
-    [[nodiscard]] bool hasPrivateKey() const { return decryption != nullptr; }
-    /// rsaOaepDecrypt() that parses the private key once. PRIVATEKEY is the decoded text of setReader().
-    QByteArray unwrap(const QByteArray &privateKey, const QByteArray &wrappedKey, QString *error);
+    /// Unwraps with the private key of setReader(), which it parses once.
+    [[nodiscard]] KeyUnwrapping &keyUnwrapping() { return unwrapping; }
 
 private:
-    struct Free {
-        void operator()(evp_pkey_ctx_st *context) const noexcept;
-    };
-
     SecretBytes privateKeyText{QByteArray()};
     QString userName;
     QString deviceId;
-    std::unique_ptr<evp_pkey_ctx_st, Free> decryption; ///< holds the parsed private key
+    KeyUnwrapping unwrapping;
     QCache<QByteArray, SecretBytes> contentKeys;
     QCache<QByteArray, QString> failures{mostFailures};
     quint64 changes = 0;

@@ -106,7 +106,7 @@ DecryptResult openUncached(const QByteArray &keyText, const SealedTexts &texts, 
                            DecryptionCache &cache)
 {
     DecryptResult failed;
-    const bool isParsed = cache.hasPrivateKey();
+    const bool isParsed = cache.keyUnwrapping().hasPrivateKey();
     const SecretBytes key = isParsed ? SecretBytes(QByteArray()) : decodePrivateKey(keyText, &failed.error);
     if (key.isEmpty() && !isParsed)
         return failed;
@@ -116,7 +116,7 @@ DecryptResult openUncached(const QByteArray &keyText, const SealedTexts &texts, 
     const auto sealed = decodeText(texts, &failed.error);
     if (!sealed)
         return failed;
-    const SecretBytes contentKey(cache.unwrap(key.view(), wrappedKey, &failed.error));
+    const SecretBytes contentKey(cache.keyUnwrapping().unwrap(key.view(), wrappedKey, &failed.error));
     if (contentKey.isEmpty()) {
         failUnlessExplained(&failed.error, u"RSA decrypt failed."_s);
         return failed;
