@@ -27,13 +27,6 @@ struct SealedBytes {
     QByteArray text;
 };
 
-// The array for the side of the conversation that this user is on. The other one is never searched.
-QJsonArray ownKeys(const QJsonObject &message, const QString &ownName)
-{
-    const bool sentByMe = trimmedMember(message, u"from"_s).toLower() == ownName.trimmed().toLower();
-    return message.value(sentByMe ? u"senderKeys"_s : u"recipientKeys"_s).toArray();
-}
-
 std::optional<SealedTexts> findSealedTexts(const QJsonObject &message, const QString &ownName,
                                            const QString &ownDeviceId, QString *error)
 {
@@ -42,7 +35,7 @@ std::optional<SealedTexts> findSealedTexts(const QJsonObject &message, const QSt
         *error = u"Encrypted payload is missing text or iv."_s;
         return {};
     }
-    sealed.wrappedKey = findWrappedKeyForDevice(ownKeys(message, ownName), ownDeviceId);
+    sealed.wrappedKey = findOwnWrappedKey(message, ownName, ownDeviceId);
     if (sealed.wrappedKey.isEmpty()) {
         *error = u"No encrypted key found for device '%1'. The message was not encrypted for this device, or "
                  "the key arrays are empty. Try re-registering your device key."_s.arg(ownDeviceId);

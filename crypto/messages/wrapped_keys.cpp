@@ -5,11 +5,21 @@
 
 #include "crypto/messages/trimmed_member.h"
 
-#include <QJsonObject>
-
 namespace tideloft::crypto
 {
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+// The array for the side of the conversation that this user is on. The other one is never searched.
+QJsonArray ownKeys(const QJsonObject &message, const QString &ownName)
+{
+    const bool sentByMe = trimmedMember(message, u"from"_s).toLower() == ownName.trimmed().toLower();
+    return message.value(sentByMe ? u"senderKeys"_s : u"recipientKeys"_s).toArray();
+}
+
+} // namespace
 
 QList<WrappedKey> collectWrappedKeys(const QJsonArray &records)
 {
@@ -37,6 +47,11 @@ QString findWrappedKeyForDevice(const QJsonArray &records, const QString &device
             return key;
     }
     return {};
+}
+
+QString findOwnWrappedKey(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId)
+{
+    return findWrappedKeyForDevice(ownKeys(message, ownName), ownDeviceId);
 }
 
 } // namespace tideloft::crypto

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QList>
 #include <QString>
 
@@ -24,5 +25,8 @@ QList<WrappedKey> collectWrappedKeys(const QJsonArray &records);
 /// The Base64 text of the first key for the device, whose identifier is compared without regard to case and
 /// outer white space. Empty if there is none.
 QString findWrappedKeyForDevice(const QJsonArray &records, const QString &deviceId);
+
+/// The Base64 text of the key for OWNDEVICEID in a message by or to OWNNAME. Empty if there is none.
+QString findOwnWrappedKey(const QJsonObject &message, const QString &ownName, const QString &ownDeviceId);
 
 } // namespace tideloft::crypto

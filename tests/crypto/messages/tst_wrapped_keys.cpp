@@ -4,7 +4,6 @@
 #include "crypto/messages/wrapped_keys.h"
 #include "tests/support/test_main.h"
 
-#include <QJsonObject>
 #include <QTest>
 
 using namespace tideloft::crypto;
@@ -28,6 +27,8 @@ private slots:
     void collectsUsableRecordsInOrder();
     void finds_data();
     void finds();
+    void looksOnTheOwnSideOnly_data();
+    void looksOnTheOwnSideOnly();
 };
 
 void TestWrappedKeys::collectsUsableRecordsInOrder()
@@ -78,6 +79,29 @@ void TestWrappedKeys::finds()
     QFETCH(const QJsonArray, records);
     QFETCH(const QString, deviceId);
     QTEST(findWrappedKeyForDevice(records, deviceId), "expected");
+}
+
+void TestWrappedKeys::looksOnTheOwnSideOnly_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("deviceId");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("own message") << u" ALICE "_s << u"dev-1"_s << u"by alice"_s;
+    QTest::newRow("peer's message") << u"bob"_s << u"dev-1"_s << u"to alice"_s;
+    QTest::newRow("message of nobody") << QString() << u"dev-1"_s << u"to alice"_s;
+    QTest::newRow("own message, device of the other side") << u"alice"_s << u"dev-2"_s << QString();
+}
+
+void TestWrappedKeys::looksOnTheOwnSideOnly()
+{
+    QFETCH(const QString, from);
+    QFETCH(const QString, deviceId);
+    const QJsonObject message{
+        {u"from"_s, from},
+        {u"senderKeys"_s, QJsonArray{record(u"dev-1"_s, u"by alice"_s)}},
+        {u"recipientKeys"_s, QJsonArray{record(u"dev-1"_s, u"to alice"_s), record(u"dev-2"_s, u"to bob"_s)}},
+    };
+    QTEST(findOwnWrappedKey(message, u"alice"_s, deviceId), "expected");
 }
 
 TIDELOFT_TEST_MAIN(TestWrappedKeys)
