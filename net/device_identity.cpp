@@ -4,7 +4,7 @@
 #include "net/device_identity.h"
 
 #include "local_files/directory_lock.h"
-#include "local_files/owner_only.h"
+#include "local_files/permissions.h"
 #include "local_files/regular_file.h"
 
 #include <QDir>

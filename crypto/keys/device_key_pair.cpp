@@ -6,7 +6,7 @@
 #include "crypto/cipher/failure.h"
 #include "crypto/keys/key_store.h"
 #include "local_files/directory_lock.h"
-#include "local_files/owner_only.h"
+#include "local_files/permissions.h"
 #include "local_files/regular_file.h"
 
 namespace tideloft::crypto

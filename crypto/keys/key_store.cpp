@@ -5,7 +5,7 @@
 
 #include "crypto/cipher/failure.h"
 #include "crypto/cipher/secret_bytes.h"
-#include "local_files/owner_only.h"
+#include "local_files/permissions.h"
 #include "local_files/regular_file.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // Looking at permissions, and taking some away.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "local_files/owner_only.h"
+#include "local_files/permissions.h"
 
 #include "local_files/descriptor.h"
 

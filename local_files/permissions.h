@@ -1,4 +1,4 @@
-// Keeps other users of the computer away from what belongs to this one.
+// Permissions of files and directories: other users of the computer are kept away from this one's.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

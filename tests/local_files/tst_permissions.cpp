@@ -1,7 +1,7 @@
 // Places for their owner alone: made so, or mended, unless they may be somebody else's.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "local_files/owner_only.h"
+#include "local_files/permissions.h"
 #include "tests/support/data_dir.h"
 #include "tests/support/test_main.h"
 
@@ -32,7 +32,7 @@ int modeOf(const QString &path)
 
 } // namespace
 
-class TestOwnerOnly : public QObject
+class TestPermissions : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +56,7 @@ private:
     std::unique_ptr<QTemporaryDir> home;
 };
 
-void TestOwnerOnly::madeWithItsParentsForItsOwner()
+void TestPermissions::madeWithItsParentsForItsOwner()
 {
     const mode_t before = umask(0);
     const bool made = makeForOwner(pathOf(u"a/b"_s));
@@ -65,27 +65,27 @@ void TestOwnerOnly::madeWithItsParentsForItsOwner()
     QCOMPARE(modeOf(pathOf(u"a/b"_s)), 0700);
 }
 
-void TestOwnerOnly::onceMadeIsMade()
+void TestPermissions::onceMadeIsMade()
 {
     QVERIFY(makeForOwner(pathOf(u"a"_s)));
     QVERIFY(makeForOwner(pathOf(u"a"_s)));
 }
 
-void TestOwnerOnly::cannotBeMadeWhereAFileIs()
+void TestPermissions::cannotBeMadeWhereAFileIs()
 {
     QVERIFY(writeFile(pathOf(u"a"_s), "a file"));
     QVERIFY(!makeForOwner(pathOf(u"a"_s)));
     QVERIFY(!makeForOwner(pathOf(u"a/b"_s)));
 }
 
-void TestOwnerOnly::directoryBecomesItsOwners()
+void TestPermissions::directoryBecomesItsOwners()
 {
     QCOMPARE(chmod(encoded(home->path()).constData(), 0755), 0);
     keepDirectoryForOwner(home->path());
     QCOMPARE(modeOf(home->path()), 0700);
 }
 
-void TestOwnerOnly::fileBecomesItsOwners_data()
+void TestPermissions::fileBecomesItsOwners_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("for all") << 0777;
@@ -95,7 +95,7 @@ void TestOwnerOnly::fileBecomesItsOwners_data()
     QTest::newRow("already") << 0600;
 }
 
-void TestOwnerOnly::fileBecomesItsOwners()
+void TestPermissions::fileBecomesItsOwners()
 {
     QFETCH(const int, mode);
     const QString path = pathOf(u"file"_s);
@@ -105,7 +105,7 @@ void TestOwnerOnly::fileBecomesItsOwners()
     QCOMPARE(modeOf(path), 0600);
 }
 
-void TestOwnerOnly::whatTheOwnerMayNotDoStaysSo()
+void TestPermissions::whatTheOwnerMayNotDoStaysSo()
 {
     const QString path = pathOf(u"file"_s);
     QVERIFY(writeFile(path, "x"));
@@ -114,7 +114,7 @@ void TestOwnerOnly::whatTheOwnerMayNotDoStaysSo()
     QCOMPARE(modeOf(path), 0400);
 }
 
-void TestOwnerOnly::nothingElseIsTouched_data()
+void TestPermissions::nothingElseIsTouched_data()
 {
     QTest::addColumn<QString>("place");
     QTest::newRow("a link's file") << u"link"_s;
@@ -122,7 +122,7 @@ void TestOwnerOnly::nothingElseIsTouched_data()
 }
 
 // Where opening a pipe would wait for its other end, a hang of this test is its failure.
-void TestOwnerOnly::nothingElseIsTouched()
+void TestPermissions::nothingElseIsTouched()
 {
     QFETCH(const QString, place);
     QVERIFY(writeFile(pathOf(u"file"_s), "x"));
@@ -135,7 +135,7 @@ void TestOwnerOnly::nothingElseIsTouched()
     QCOMPARE(modeOf(pathOf(place)), 0644);
 }
 
-void TestOwnerOnly::secondNamesAreLeftAlone()
+void TestPermissions::secondNamesAreLeftAlone()
 {
     const QString path = pathOf(u"file"_s);
     QVERIFY(writeFile(path, "x"));
@@ -146,7 +146,7 @@ void TestOwnerOnly::secondNamesAreLeftAlone()
 }
 
 // Root may give files away, others may not: there the place is one that is not theirs already.
-void TestOwnerOnly::anotherUsersFileIsLeftAlone()
+void TestPermissions::anotherUsersFileIsLeftAlone()
 {
     QString path = u"/etc"_s;
     if (geteuid() == 0) {
@@ -160,5 +160,5 @@ void TestOwnerOnly::anotherUsersFileIsLeftAlone()
     QCOMPARE(modeOf(path), before);
 }
 
-TIDELOFT_TEST_MAIN(TestOwnerOnly)
-#include "tst_owner_only.moc"
+TIDELOFT_TEST_MAIN(TestPermissions)
+#include "tst_permissions.moc"
