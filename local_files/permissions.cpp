@@ -16,8 +16,6 @@ namespace
 
 using Kind = system::Status::Kind;
 
-constexpr QFileDevice::Permissions readAndWrite = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-
 void takeFromOthers(const QString &path, system::Opening opening, QFileDevice::Permissions allowed)
 {
     const Descriptor place(system::open(path, opening));
@@ -35,17 +33,17 @@ void takeFromOthers(const QString &path, system::Opening opening, QFileDevice::P
 bool makeForOwner(const QString &directory)
 {
     QDir().mkpath(QFileInfo(directory).path());
-    return QDir().mkdir(directory, readAndWrite | QFileDevice::ExeOwner) || QFileInfo(directory).isDir();
+    return QDir().mkdir(directory, ownersDirectory) || QFileInfo(directory).isDir();
 }
 
 void keepDirectoryForOwner(const QString &path)
 {
-    takeFromOthers(path, system::Opening::Directory, readAndWrite | QFileDevice::ExeOwner);
+    takeFromOthers(path, system::Opening::Directory, ownersDirectory);
 }
 
 void keepFileForOwner(const QString &path)
 {
-    takeFromOthers(path, system::Opening::Itself, readAndWrite);
+    takeFromOthers(path, system::Opening::Itself, ownersFile);
 }
 
 } // namespace tideloft::local_files

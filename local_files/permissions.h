@@ -3,10 +3,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QFileDevice>
 
 namespace tideloft::local_files
 {
+
+/// What the owner of a file may do with it, and nobody else.
+inline constexpr QFileDevice::Permissions ownersFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+/// The same of a directory.
+inline constexpr QFileDevice::Permissions ownersDirectory = ownersFile | QFileDevice::ExeOwner;
 
 /// Makes a directory, with all its parents, that nobody but its owner may enter from its first moment on.
 /// True also when another copy of the program was faster.

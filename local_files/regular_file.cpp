@@ -4,6 +4,7 @@
 #include "local_files/regular_file.h"
 
 #include "local_files/descriptor.h"
+#include "local_files/permissions.h"
 
 #include <cstring>
 #include <tuple>
@@ -111,8 +112,8 @@ bool writeRegularFile(const QString &path, const QByteArray &bytes)
     const auto status = statusOf(file);
     if (!status || !status->hasOneName || !system::empty(file.get()))
         return false;
-    // Of a file that was there before; it is empty at this moment.
-    system::setPermissions(file.get(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    // A file that was there before may let others in still. While it is empty, there is nothing to read.
+    system::setPermissions(file.get(), ownersFile);
     if (!writeAll(file, bytes))
         std::ignore = system::empty(file.get());
     return true;
