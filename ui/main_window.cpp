@@ -7,6 +7,7 @@
 #include "ui/keyboard/program_keys.h"
 #include "ui/main_page.h"
 #include "ui/rail/rail.h"
+#include "ui/refresh_interval.h"
 #include "ui/sidebar/side_footer.h"
 #include "ui/sidebar/sidebar.h"
 #include "ui/sign_in/sign_in_page.h"

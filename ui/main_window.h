@@ -93,8 +93,6 @@ private:
     void saveProfile(const QString &displayName, const QString &bio);
     void chooseAvatar();
 
-    static constexpr int refreshInterval = 3'000; // ms
-
     net::ApiClient api;
     ToolkitTranslator toolkitTranslator;
     QString currentPeer; ///< whose conversation is open; empty when none is
