@@ -3,8 +3,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/messages/conversation_rows.h"
-#include "ui/messages/history_rows.h"
+#include "ui/messages/conversation_row_models.h"
+#include "ui/messages/history_row_models.h"
 
 class QListWidget;
 

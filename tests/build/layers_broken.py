@@ -18,7 +18,7 @@ PLANTED = (
     ("a page that knows another", "ui/chat/message_row.cpp", '#include "ui/rail/server_button.h"'),
     ("a page that knows encryption", "ui/chat/message_row.cpp", '#include "crypto/messages/open_message.h"'),
     ("a page that knows the service", "ui/settings/settings_rows.cpp", '#include "net/api_client.h"'),
-    ("rows that know a page", "ui/messages/history_rows.cpp", '#include "ui/chat/message_row.h"'),
+    ("rows that know a page", "ui/messages/history_row_models.cpp", '#include "ui/chat/message_row.h"'),
     ("a tool that knows the window", "ui/widgets/message_box.cpp", '#include "ui/main_window.h"'),
     ("a handler that listens", "service/api/api.cpp", '#include "service/http/server.h"'),
     ("SQL in a handler", "service/api/api.cpp", "#include <QSqlQuery>"),

@@ -2,11 +2,11 @@
 // screen.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/messages/history_rows.h"
 #include "crypto/messages/open_message.h"
 #include "tests/fuzz/row_checks.h"
 #include "tests/fuzz/two_replies.h"
 #include "ui/messages/history_cache.h"
+#include "ui/messages/history_row_models.h"
 #include "ui/messages/unreadable_message.h"
 
 using namespace tideloft::tests;

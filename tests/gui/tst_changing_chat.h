@@ -4,7 +4,7 @@
 #pragma once
 
 #include "ui/messages/conversation_cache.h"
-#include "ui/messages/history_rows.h"
+#include "ui/messages/history_row_models.h"
 
 #include <QRandomGenerator>
 

@@ -5,7 +5,7 @@
 #include "tests/gui/tst_settings_probe.h"
 #include "tests/support/test_main.h"
 #include "ui/lists/bounded_rows.h"
-#include "ui/messages/conversation_rows.h"
+#include "ui/messages/conversation_row_models.h"
 
 #include <QApplication>
 #include <QListWidget>

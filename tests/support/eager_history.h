@@ -4,7 +4,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/messages/history_rows.h"
+#include "ui/messages/history_row_models.h"
 
 #include <QObject>
 

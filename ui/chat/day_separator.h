@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/messages/history_rows.h"
+#include "ui/messages/history_row_models.h"
 
 class QWidget;
 

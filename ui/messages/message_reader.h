@@ -6,7 +6,7 @@
 #include "crypto/messages/decryption_cache.h"
 #include "ui/messages/conversation_cache.h"
 #include "ui/messages/history_cache.h"
-#include "ui/messages/history_rows.h"
+#include "ui/messages/history_row_models.h"
 
 namespace tideloft::ui
 {

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "ui/lists/visible_rows.h"
-#include "ui/messages/conversation_rows.h"
+#include "ui/messages/conversation_row_models.h"
 
 #include <QBasicTimer>
 #include <QObject>

@@ -6,7 +6,7 @@
 #include "ui/keyboard/click_keys.h"
 #include "ui/keyboard/composition_keys.h"
 #include "ui/sidebar/conversation_list.h"
-#include "ui/sidebar/found_users.h"
+#include "ui/sidebar/found_user_list.h"
 #include "ui/widgets/emoji_line_edit.h"
 #include "ui/widgets/focus_ring.h"
 #include "ui/widgets/widget_parts.h"

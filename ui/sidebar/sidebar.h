@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "ui/messages/conversation_rows.h"
+#include "ui/messages/conversation_row_models.h"
 
 #include <QWidget>
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/messages/history_rows.h"
+#include "ui/messages/history_row_models.h"
 #include "ui/texts/bounded_text.h"
 
 using namespace Qt::StringLiterals;

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "tests/support/widget_parts.h"
-#include "ui/sidebar/found_users.h"
+#include "ui/sidebar/found_user_list.h"
 #include "ui/style/style_sheets.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/widgets/focus_ring.h"
@@ -56,7 +56,7 @@ QStringList manyNames()
 
 } // namespace
 
-class TestFoundUsers : public QObject
+class TestFoundUserList : public QObject
 {
     Q_OBJECT
 
@@ -67,7 +67,7 @@ private slots:
     void nothingStaysOfTheSearchBefore();
 };
 
-void TestFoundUsers::looksAsIfEachWereMeasured_data()
+void TestFoundUserList::looksAsIfEachWereMeasured_data()
 {
     QTest::addColumn<QStringList>("usernames");
     QTest::newRow("none") << QStringList();
@@ -78,7 +78,7 @@ void TestFoundUsers::looksAsIfEachWereMeasured_data()
     QTest::newRow("10,000") << manyNames();
 }
 
-void TestFoundUsers::looksAsIfEachWereMeasured()
+void TestFoundUserList::looksAsIfEachWereMeasured()
 {
     QFETCH(const QStringList, usernames);
     Window window;
@@ -101,7 +101,7 @@ void TestFoundUsers::looksAsIfEachWereMeasured()
     }
 }
 
-void TestFoundUsers::nothingStaysOfTheSearchBefore()
+void TestFoundUserList::nothingStaysOfTheSearchBefore()
 {
     Window window;
     showFoundUsers(&window.list, {u"bob"_s, u"eve"_s});
@@ -112,5 +112,5 @@ void TestFoundUsers::nothingStaysOfTheSearchBefore()
     QCOMPARE(window.list.count(), 0);
 }
 
-TIDELOFT_GUI_TEST_MAIN(TestFoundUsers)
-#include "tst_found_users.moc"
+TIDELOFT_GUI_TEST_MAIN(TestFoundUserList)
+#include "tst_found_user_list.moc"

@@ -1,7 +1,7 @@
 // From display records to rows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/messages/history_rows.h"
+#include "ui/messages/history_row_models.h"
 
 #include "ui/messages/unreadable_message.h"
 #include "ui/texts/bounded_text.h"

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/local_zone.h"
 #include "tests/support/test_main.h"
-#include "ui/messages/conversation_rows.h"
+#include "ui/messages/conversation_row_models.h"
 
 #include <QJsonDocument>
 #include <QLocale>
@@ -38,7 +38,7 @@ QList<ConversationRowModel> rows(const QByteArray &json, const OpenMessage &open
 
 } // namespace
 
-class TestConversationRows : public QObject
+class TestConversationRowModels : public QObject
 {
     Q_OBJECT
 
@@ -58,13 +58,13 @@ private slots:
     void spoken();
 };
 
-void TestConversationRows::initTestCase()
+void TestConversationRowModels::initTestCase()
 {
     tideloft::tests::setLocalZone(tideloft::tests::stockholm);
     QLocale::setDefault(QLocale(QLocale::English));
 }
 
-void TestConversationRows::peers_data()
+void TestConversationRowModels::peers_data()
 {
     QTest::addColumn<QByteArray>("items");
     QTest::addColumn<QStringList>("expected");
@@ -82,7 +82,7 @@ void TestConversationRows::peers_data()
     row("the same peer twice stays twice", R"([{"peer":"a"},{"peer":"a"}])", {u"a"_s, u"a"_s});
 }
 
-void TestConversationRows::peers()
+void TestConversationRowModels::peers()
 {
     QFETCH(const QByteArray, items);
     QFETCH(const QStringList, expected);
@@ -92,7 +92,7 @@ void TestConversationRows::peers()
     QCOMPARE(found, expected);
 }
 
-void TestConversationRows::preview_data()
+void TestConversationRowModels::preview_data()
 {
     QTest::addColumn<QByteArray>("members");
     QTest::addColumn<QString>("expected");
@@ -109,7 +109,7 @@ void TestConversationRows::preview_data()
     row("a text that is none is empty", R"("text":{})", {});
 }
 
-void TestConversationRows::preview()
+void TestConversationRowModels::preview()
 {
     QFETCH(const QByteArray, members);
     QFETCH(const QString, expected);
@@ -119,7 +119,7 @@ void TestConversationRows::preview()
     QCOMPARE(row.time.value(), QString());
 }
 
-void TestConversationRows::envelopeThatDoesNotOpenSaysSo()
+void TestConversationRowModels::envelopeThatDoesNotOpenSaysSo()
 {
     const QByteArray items = R"([{"peer":"bob","encrypted":true,"text":"x"}])";
     QCOMPARE(rows(items, openNothing, Language::English).value(0).preview.value(), u"🔒 Encrypted message"_s);
@@ -127,7 +127,7 @@ void TestConversationRows::envelopeThatDoesNotOpenSaysSo()
              u"🔒 Krypterat meddelande"_s);
 }
 
-void TestConversationRows::envelopeIsHandedOverWhole()
+void TestConversationRowModels::envelopeIsHandedOverWhole()
 {
     const QByteArray items = R"([{"peer":"bob","from":"alice","encrypted":true,"text":"x","iv":"i",
                                   "senderKeys":[{"deviceId":"d"}],"recipientKeys":[]}])";
@@ -140,7 +140,7 @@ void TestConversationRows::envelopeIsHandedOverWhole()
     QCOMPARE(seen, QList<QJsonObject>{parsed(items).at(0).toObject()});
 }
 
-void TestConversationRows::nothingIsReadBeforeItIsLookedAt()
+void TestConversationRowModels::nothingIsReadBeforeItIsLookedAt()
 {
     int opened = 0;
     const auto open = [&opened](const QJsonObject &) { return QString::number(++opened); };
@@ -152,7 +152,7 @@ void TestConversationRows::nothingIsReadBeforeItIsLookedAt()
     QVERIFY(!read.at(0).preview.isOpen());
 }
 
-void TestConversationRows::plainPreviewIsNotOpened()
+void TestConversationRowModels::plainPreviewIsNotOpened()
 {
     int opened = 0;
     const auto open = [&opened](const QJsonObject &) { return QString::number(++opened); };
@@ -160,7 +160,7 @@ void TestConversationRows::plainPreviewIsNotOpened()
     QCOMPARE(opened, 0);
 }
 
-void TestConversationRows::time_data()
+void TestConversationRowModels::time_data()
 {
     QTest::addColumn<QByteArray>("createdAt");
     QTest::addColumn<QString>("expected");
@@ -171,14 +171,14 @@ void TestConversationRows::time_data()
     QTest::newRow("null") << QByteArray("null") << QString();
 }
 
-void TestConversationRows::time()
+void TestConversationRowModels::time()
 {
     QFETCH(const QByteArray, createdAt);
     QFETCH(const QString, expected);
     QCOMPARE(rows(R"([{"peer":"bob","createdAt":)" + createdAt + "}]").value(0).time.value(), expected);
 }
 
-void TestConversationRows::spoken_data()
+void TestConversationRowModels::spoken_data()
 {
     QTest::addColumn<QString>("preview");
     QTest::addColumn<QString>("time");
@@ -189,7 +189,7 @@ void TestConversationRows::spoken_data()
     QTest::newRow("the name alone") << QString() << QString() << u"bob"_s;
 }
 
-void TestConversationRows::spoken()
+void TestConversationRowModels::spoken()
 {
     QFETCH(const QString, preview);
     QFETCH(const QString, time);
@@ -197,5 +197,5 @@ void TestConversationRows::spoken()
     QCOMPARE(spokenText(ConversationRowModel{u"bob"_s, preview, time}), expected);
 }
 
-TIDELOFT_TEST_MAIN(TestConversationRows)
-#include "tst_conversation_rows.moc"
+TIDELOFT_TEST_MAIN(TestConversationRowModels)
+#include "tst_conversation_row_models.moc"

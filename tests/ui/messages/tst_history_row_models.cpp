@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/local_zone.h"
 #include "tests/support/test_main.h"
-#include "ui/messages/history_rows.h"
+#include "ui/messages/history_row_models.h"
 
 #include <QJsonDocument>
 #include <QLocale>
@@ -66,7 +66,7 @@ QByteArray history(const QByteArrayList &items)
 
 } // namespace
 
-class TestHistoryRows : public QObject
+class TestHistoryRowModels : public QObject
 {
     Q_OBJECT
 
@@ -84,13 +84,13 @@ private:
     void addUnreadableRows();
 };
 
-void TestHistoryRows::initTestCase()
+void TestHistoryRowModels::initTestCase()
 {
     tideloft::tests::setLocalZone(tideloft::tests::stockholm);
     QLocale::setDefault(QLocale(QLocale::English));
 }
 
-void TestHistoryRows::rows_data()
+void TestHistoryRowModels::rows_data()
 {
     QTest::addColumn<QByteArray>("items");
     QTest::addColumn<QStringList>("expected");
@@ -100,7 +100,7 @@ void TestHistoryRows::rows_data()
     addUnreadableRows();
 }
 
-void TestHistoryRows::addGroupRows()
+void TestHistoryRowModels::addGroupRows()
 {
     QTest::newRow("three a minute apart: name first, time last")
         << history({item("bob", "a", "2024-05-17T10:00:00"), item("bob", "b", "2024-05-17T10:01:00"),
@@ -125,7 +125,7 @@ void TestHistoryRows::addGroupRows()
         << QStringList{u"--- Today"_s, u"single <bob> a @10:00"_s, u"first <bob> b"_s, u"last c @10:09"_s};
 }
 
-void TestHistoryRows::addSeparatorRows()
+void TestHistoryRowModels::addSeparatorRows()
 {
     QTest::newRow("one separator for each day")
         << history({item("bob", "a", "2023-12-24T10:00:00"), item("bob", "b", "2023-12-24T20:00:00"),
@@ -150,7 +150,7 @@ void TestHistoryRows::addSeparatorRows()
         << QStringList{u"--- Today"_s, u"single <bob> a @12:00"_s};
 }
 
-void TestHistoryRows::addUnreadableRows()
+void TestHistoryRowModels::addUnreadableRows()
 {
     QTest::newRow("unreadable first: no separator, no time")
         << history({item("bob", "a", "soon")}) << QStringList{u"single <bob> a"_s};
@@ -170,14 +170,14 @@ void TestHistoryRows::addUnreadableRows()
         << QStringList{u"--- Today"_s, u"single <bob> 🔒 Message could not be displayed @10:00"_s};
 }
 
-void TestHistoryRows::rows()
+void TestHistoryRowModels::rows()
 {
     QFETCH(const QByteArray, items);
     QFETCH(const QStringList, expected);
     QCOMPARE(shown(items), expected);
 }
 
-void TestHistoryRows::separatorsInSwedish()
+void TestHistoryRowModels::separatorsInSwedish()
 {
     const QByteArray items =
         history({item("bob", "a", "2024-05-16T10:00:00"), item("bob", "b", "2024-05-17T10:00:00")});
@@ -185,7 +185,7 @@ void TestHistoryRows::separatorsInSwedish()
                                                            u"--- Idag"_s, u"single <bob> b @10:00"_s}));
 }
 
-void TestHistoryRows::startOfAGroup_data()
+void TestHistoryRowModels::startOfAGroup_data()
 {
     QTest::addColumn<GroupPosition>("position");
     QTest::addColumn<bool>("starts");
@@ -195,7 +195,7 @@ void TestHistoryRows::startOfAGroup_data()
     QTest::newRow("last") << GroupPosition::Last << false;
 }
 
-void TestHistoryRows::startOfAGroup()
+void TestHistoryRowModels::startOfAGroup()
 {
     QFETCH(const GroupPosition, position);
     QFETCH(const bool, starts);
@@ -205,5 +205,5 @@ void TestHistoryRows::startOfAGroup()
     QVERIFY(!(MessageRowModel{.isMine = true, .position = position}).showsSender());
 }
 
-TIDELOFT_TEST_MAIN(TestHistoryRows)
-#include "tst_history_rows.moc"
+TIDELOFT_TEST_MAIN(TestHistoryRowModels)
+#include "tst_history_row_models.moc"

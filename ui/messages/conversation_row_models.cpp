@@ -1,7 +1,7 @@
 // From the service's conversation items to rows.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/messages/conversation_rows.h"
+#include "ui/messages/conversation_row_models.h"
 
 #include "crypto/messages/trimmed_member.h"
 #include "ui/lists/bounded_rows.h"

@@ -1,7 +1,7 @@
 // Entries of found users.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/sidebar/found_users.h"
+#include "ui/sidebar/found_user_list.h"
 
 #include "ui/lists/row_list.h"
 #include "ui/texts/bounded_text.h"
