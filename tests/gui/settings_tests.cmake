@@ -1,4 +1,4 @@
-# Tests of the settings view, the theme and accent chosen there, and the privacy dialog.
+# Tests of the settings view in its window, and of the theme and accent chosen there.
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
 add_library(tideloft_settings_probe STATIC
@@ -7,5 +7,5 @@ tideloft_when_linked(tideloft_precompile_test tideloft_settings_probe)
 target_link_libraries(tideloft_settings_probe PUBLIC tideloft_gui_probe Qt6::Test)
 
 tideloft_tests(gui_settings_tests
-    TESTS tst_appearance tst_appearance_sheet tst_settings_opening
+    TESTS tst_appearance tst_settings_opening
     LIBRARIES tideloft_settings_probe LABELS gui)
