@@ -13,8 +13,12 @@ RowRange RowRange::with(int index) const
     return first < end ? RowRange{qMin(first, index), qMax(end, index + 1)} : RowRange{index, index + 1};
 }
 
+// The list finds a row among places that it has at hand. To tell where a row is, it asks the style: that adds
+// up in a search through a long list.
 int rowAt(const QListWidget *list, int y)
 {
+    if (const QModelIndex there = list->indexAt({0, y}); there.isValid())
+        return there.row();
     int first = 0;
     int end = list->count();
     while (first < end) {

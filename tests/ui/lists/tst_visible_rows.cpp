@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QListWidget>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::ui;
@@ -18,6 +19,7 @@ class TestVisibleRows : public QObject
 private slots:
     void rowsOnScreenAre_data();
     void rowsOnScreenAre();
+    void longListIsAskedAsLittleAsAShortOne();
     void rowsAroundAre_data();
     void rowsAroundAre();
     void nearestComeFirst_data();
@@ -44,6 +46,33 @@ struct Window {
 
     QListWidget list;
 };
+
+/// Counts how often a list asks for a row's size, which it does for each place of a row.
+class CountingDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        ++asked;
+        return QStyledItemDelegate::sizeHint(option, index);
+    }
+
+    mutable int asked = 0;
+};
+
+int questionsAbout(int count)
+{
+    Window window(count);
+    auto *delegate = new CountingDelegate(&window.list);
+    window.list.setItemDelegate(delegate);
+    window.list.verticalScrollBar()->setValue(window.list.verticalScrollBar()->maximum() / 3);
+    QApplication::processEvents();
+    delegate->asked = 0;
+    rowsOnScreen(&window.list);
+    return delegate->asked;
+}
 
 } // namespace
 
@@ -72,6 +101,12 @@ void TestVisibleRows::rowsOnScreenAre()
     QTEST(rows.first, "first");
     QTEST(rows.end, "end");
     QVERIFY(count == 0 || (rows.contains(rows.first) && !rows.contains(rows.end)));
+}
+
+void TestVisibleRows::longListIsAskedAsLittleAsAShortOne()
+{
+    QVERIFY(questionsAbout(10) > 0);
+    QCOMPARE(questionsAbout(5'000), questionsAbout(10));
 }
 
 void TestVisibleRows::rowsAroundAre_data()
