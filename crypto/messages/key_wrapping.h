@@ -6,6 +6,8 @@
 #include "crypto/messages/encrypted_envelope.h"
 
 #include <QByteArray>
+#include <QJsonArray>
+#include <utility>
 
 namespace tideloft::crypto
 {
@@ -19,7 +21,7 @@ bool wrapKeyForDevices(const QJsonArray &devices, const QByteArray &contentKey, 
 class KeyWrapping
 {
 public:
-    explicit KeyWrapping(const QJsonArray &deviceRecords) : devices(deviceRecords) {}
+    explicit KeyWrapping(QJsonArray deviceRecords) : devices(std::move(deviceRecords)) {}
 
     [[nodiscard]] bool isAtEnd() const { return next == devices.size(); }
     /// Appends the content key wrapped for the next device, or skips its record. False with a message in

@@ -8,6 +8,8 @@
 #include "ui/messages/history_cache.h"
 #include "ui/messages/history_row_models.h"
 
+#include <utility>
+
 namespace tideloft::ui
 {
 
@@ -17,7 +19,7 @@ namespace tideloft::ui
 class MessageReader
 {
 public:
-    explicit MessageReader(const QString &ownDeviceId) : deviceId(ownDeviceId) {}
+    explicit MessageReader(QString ownDeviceId) : deviceId(std::move(ownDeviceId)) {}
     Q_DISABLE_COPY_MOVE(MessageReader)
     ~MessageReader();
 
