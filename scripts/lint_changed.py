@@ -98,7 +98,7 @@ def main():
     memory = Memory(folder, circumstances)
     compiled = compile_commands(database)
     failed = False
-    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+    with concurrent.futures.ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
         sources = [source for source in sys.stdin.read().split("\0") if source]
         for words in pool.map(lambda source: check(source, command, memory, compiled), sources):
             sys.stdout.write(words)
