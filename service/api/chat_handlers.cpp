@@ -29,6 +29,8 @@ constexpr int mostConversations = 2000; // as many as the client lists
 
 void refuseWhatIsNotStored(Stored stored)
 {
+    if (stored == Stored::NoSender) // disabled since the session was looked up
+        throw signInFirst();
     if (stored == Stored::NoRecipient) // deleted since the look-up
         refuseUnknown();
     if (stored == Stored::TooManyMessages)
@@ -106,9 +108,12 @@ void addChatRoutes(Router &router, ApiContext &context)
     router.add("GET", "/api/chat/conversations", forUnchanged(context, conversationLists(context)));
     router.add("GET", "/api/chat/history/{peer}", forUnchanged(context, histories(context)));
     router.add("POST", "/api/chat/send",
-               forSignedIn(context, [&context](Database &lookUp, const Request &request, const User &user) {
-                   return send(context, lookUp, request, user);
-               }));
+               forSignedIn(
+                   context,
+                   [&context](Database &lookUp, const Request &request, const User &user) {
+                       return send(context, lookUp, request, user);
+                   },
+                   StateCheck::ByChange));
 }
 
 } // namespace tideloft::service

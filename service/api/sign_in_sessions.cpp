@@ -111,16 +111,17 @@ Refusal signInFirst()
     return {401, u"Please sign in first."_s};
 }
 
-Handler forSignedIn(ApiContext &context, UserHandler handler)
+Handler forSignedIn(ApiContext &context, UserHandler handler, StateCheck check)
 {
-    return [&context, handler = std::move(handler)](const Request &request) -> Reply {
+    return [&context, handler = std::move(handler), check](const Request &request) -> Reply {
         if (!carriesSession(request))
             throw signInFirst();
-        return answerAfter(context, request.peer, [&context, handler, request](Database &database) {
+        return answerAfter(context, request.peer, [&context, handler, check, request](Database &database) {
             const std::optional<User> user = sessionUser(context, database, request);
             if (!user)
                 throw signInFirst();
-            return onlyWhileActive(*user, handler(database, request, *user));
+            Outcome outcome = handler(database, request, *user);
+            return check == StateCheck::ByChange ? outcome : onlyWhileActive(*user, std::move(outcome));
         });
     };
 }

@@ -32,7 +32,10 @@ QByteArray endSession(const ApiContext &context, Database &database, const Reque
 /// The refusal of a request that needs a session and has none.
 Refusal signInFirst();
 
+/// Who looks, while something is stored for a user, whether the account is active still.
+enum class StateCheck { BeforeChange, ByChange };
+
 /// Lets signed-in users through and answers everybody else with 401.
-Handler forSignedIn(ApiContext &context, UserHandler handler);
+Handler forSignedIn(ApiContext &context, UserHandler handler, StateCheck check = StateCheck::BeforeChange);
 
 } // namespace tideloft::service

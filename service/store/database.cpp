@@ -96,10 +96,21 @@ Rows Database::attempt(const QString &statement, const QVariantList &values)
     }
 }
 
-Rows Database::run(const QString &statement, const QVariantList &values)
+// Reading alone leaves nothing that would have to be undone.
+void Database::prepareFor(const QString &statement)
 {
     if (gone && depth == 0)
         reopen();
+    if (depth == 0)
+        return;
+    if (std::exchange(mustBegin, false))
+        attempt(kind->beginStatement(), {});
+    untouched = untouched && statement.startsWith(u"SELECT"_s) && !statement.contains(u"FOR UPDATE"_s);
+}
+
+Rows Database::run(const QString &statement, const QVariantList &values)
+{
+    prepareFor(statement);
     for (int left = mostAttempts;; --left) {
         try {
             return attempt(statement, values);
@@ -137,9 +148,18 @@ QVariant Database::pragma(const QString &name)
     return rows.next() ? rows.value(0) : QVariant();
 }
 
-Transaction::Transaction(Database &target) : database(target), notesBefore(target.notes.size())
+Transaction::Transaction(Database &target)
+    : database(target),
+      notesBefore(target.notes.size()),
+      isFromBeginning(target.depth == 0 || target.untouched)
 {
-    database.run(database.depth == 0 ? database.kind->beginStatement() : u"SAVEPOINT part"_s);
+    if (database.depth == 0) {
+        database.run(database.kind->beginStatement());
+        database.untouched = true;
+        database.mustBegin = false;
+    } else if (!isFromBeginning) {
+        database.run(u"SAVEPOINT part"_s);
+    }
     ++database.depth;
 }
 
@@ -152,17 +172,33 @@ Transaction::~Transaction()
     if (database.gone)
         return; // and with the connection everything that was not committed
     try {
-        if (database.depth > 0)
-            database.run(u"ROLLBACK TO part"_s);
-        database.run(database.depth == 0 ? u"ROLLBACK"_s : u"RELEASE part"_s);
+        undo();
     } catch (const StorageError &) {
         // The engine has already rolled back by itself, which is what was asked for.
     }
 }
 
+void Transaction::undo()
+{
+    if (!isFromBeginning) {
+        database.run(u"ROLLBACK TO part"_s);
+        database.run(u"RELEASE part"_s);
+        return;
+    }
+    const bool isUndone = database.mustBegin;
+    database.untouched = true;
+    database.mustBegin = database.depth > 0;
+    if (!isUndone)
+        database.attempt(u"ROLLBACK"_s, {});
+}
+
 void Transaction::commit()
 {
-    database.run(database.depth == 1 ? u"COMMIT"_s : u"RELEASE part"_s);
+    const bool isOutermost = database.depth == 1;
+    if (isOutermost && !database.mustBegin)
+        database.run(u"COMMIT"_s);
+    else if (!isFromBeginning)
+        database.run(u"RELEASE part"_s);
     --database.depth;
     open = false;
     if (database.depth == 0)

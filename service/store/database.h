@@ -60,6 +60,7 @@ private:
     void reopen();
     void close();
     void tellNotes();
+    void prepareFor(const QString &statement);
     Rows attempt(const QString &statement, const QVariantList &values);
 
     const Access access;
@@ -67,7 +68,9 @@ private:
     const QString connectionName;
     QSqlDatabase connection;
     PreparedStatements prepared;
-    int depth = 0; ///< of transactions inside each other
+    int depth = 0;          ///< of transactions inside each other
+    bool untouched = false; ///< nothing was changed or locked since the outermost one began
+    bool mustBegin = false; ///< all of the outermost one was undone, and it goes on
     bool gone = false;
     std::chrono::steady_clock::time_point nextOpening; ///< not tried before
     std::vector<Note> notes;
@@ -75,7 +78,8 @@ private:
 };
 
 /// Undoes everything since its construction, unless commit() was called. Inside another one it is a part of
-/// that, and what it commits is kept when the outer one commits.
+/// that, and what it commits is kept when the outer one commits. A part that begins before anything was
+/// changed or locked asks nothing of the database: undoing the part is undoing everything.
 class Transaction
 {
 public:
@@ -87,7 +91,10 @@ public:
 private:
     Database &database;
     const std::size_t notesBefore;
+    const bool isFromBeginning; ///< of the outermost one
     bool open = true;
+
+    void undo();
 };
 
 } // namespace tideloft::service

@@ -21,6 +21,7 @@ struct Parties {
     qint64 messages = 0; ///< that the sender has sent
     qint64 bytes = 0;
     qint64 lastPosition = 0; ///< of any message that one of the two has
+    bool senderIsActive = false;
     bool recipientIsThere = false;
 };
 
@@ -31,32 +32,37 @@ Parties partiesOf(Database &database, const User &sender, const User &recipient)
                              " WHERE id IN (?, ?) ORDER BY id FOR UPDATE"_s,
                              {sender.id, recipient.id});
     Parties found;
-    bool senderIsThere = false;
     while (rows.next()) {
         const qint64 id = rows.value(0).toLongLong();
+        const auto state = static_cast<UserState>(rows.value(1).toInt());
         found.lastPosition = std::max(found.lastPosition, rows.value(2).toLongLong());
         if (id == recipient.id)
-            found.recipientIsThere = rows.value(1).toInt() != static_cast<int>(UserState::Deleted);
+            found.recipientIsThere = state != UserState::Deleted;
         if (id != sender.id)
             continue;
-        senderIsThere = true;
+        found.senderIsActive = state == UserState::Active;
         found.messages = rows.value(3).toLongLong();
         found.bytes = rows.value(4).toLongLong();
     }
-    if (!senderIsThere)
-        throw StorageError("The sender is gone");
     return found;
 }
 
-bool isStored(Database &database, const User &sender, const User &recipient, const StoredMessage &message)
+/// What came before the message.
+struct Before {
+    bool isStored = false; ///< the message itself
+    bool haveTalked = false;
+};
+
+// Asked once the users' rows are locked: what another process has stored meanwhile is seen then.
+Before whatCameBefore(Database &database, const User &sender, const User &recipient,
+                      const StoredMessage &message)
 {
-    return !message.iv.isEmpty()
-           && database
-                  .run(u"SELECT 1 FROM messages WHERE sender_id = ? AND recipient_id = ? AND iv = ? AND iv "
-                       u"<> ''"
-                       " AND text = ?"_s,
-                       {sender.id, recipient.id, message.iv, message.text})
-                  .next();
+    Rows rows = database.run(u"SELECT EXISTS (SELECT 1 FROM messages WHERE sender_id = ? AND recipient_id = ?"
+                             " AND iv = ? AND iv <> '' AND text = ?),"
+                             " EXISTS (SELECT 1 FROM conversations WHERE user_id = ? AND peer_id = ?)"_s,
+                             {sender.id, recipient.id, message.iv, message.text, sender.id, recipient.id});
+    rows.next();
+    return {rows.value(0).toBool(), rows.value(1).toBool()};
 }
 
 // As the database counts them when messages are removed.
@@ -64,13 +70,6 @@ qint64 sizeOf(const StoredMessage &message)
 {
     return message.text.toUtf8().size() + message.iv.toUtf8().size() + message.recipientKeys.toUtf8().size()
            + message.senderKeys.toUtf8().size();
-}
-
-bool haveTalked(Database &database, const User &user, const User &peer)
-{
-    return database
-        .run(u"SELECT 1 FROM conversations WHERE user_id = ? AND peer_id = ?"_s, {user.id, peer.id})
-        .next();
 }
 
 // What strangers have begun does not count: they could use up the quota of anybody.
@@ -81,8 +80,8 @@ bool mayBeginAnother(Database &database, const User &user, const MessageQuota &q
 }
 
 // What is too much, or not there; nothing when the message may be kept.
-std::optional<Stored> refusal(Database &database, const User &sender, const User &recipient,
-                              const Parties &parties, qint64 size, const MessageQuota &quota)
+std::optional<Stored> refusal(Database &database, const User &sender, const Parties &parties, bool haveTalked,
+                              qint64 size, const MessageQuota &quota)
 {
     if (!parties.recipientIsThere)
         return Stored::NoRecipient;
@@ -90,7 +89,7 @@ std::optional<Stored> refusal(Database &database, const User &sender, const User
         return Stored::TooManyMessages;
     if (parties.bytes + size > quota.bytes)
         return Stored::TooManyBytes;
-    if (!haveTalked(database, sender, recipient) && !mayBeginAnother(database, sender, quota))
+    if (!haveTalked && !mayBeginAnother(database, sender, quota))
         return Stored::TooManyConversations;
     return std::nullopt;
 }
@@ -105,24 +104,39 @@ qint64 insertMessage(Database &database, const User &sender, const User &recipie
          message.encrypted ? 1 : 0, message.createdAt, position});
 }
 
-void rememberLast(Database &database, const User &user, const User &peer, qint64 messageId, bool begins)
+// Both users' conversations in one statement. What one writes to oneself is one conversation.
+void rememberLast(Database &database, const User &sender, const User &recipient, qint64 messageId)
 {
-    const qint64 version = newVersion();
+    const qint64 ofSender = newVersion();
+    const qint64 ofRecipient = newVersion();
+    const bool isNote = sender.id == recipient.id;
+    QVariantList values{sender.id, recipient.id, messageId, ofSender, 1};
+    if (!isNote)
+        values += {recipient.id, sender.id, messageId, ofRecipient, 0};
     database.run(u"INSERT INTO conversations (user_id, peer_id, last_message_id, version, begun)"
-                 " VALUES (?, ?, ?, ?, ?) ON CONFLICT (user_id, peer_id) DO UPDATE SET"
-                 " last_message_id = excluded.last_message_id, version = excluded.version"_s,
-                 {user.id, peer.id, messageId, version, begins ? 1 : 0});
-    noteVersion(database, user, historySubject(peer.name), version);
+                 " VALUES (?, ?, ?, ?, ?)%1 ON CONFLICT (user_id, peer_id) DO UPDATE SET"
+                 " last_message_id = excluded.last_message_id, version = excluded.version"_s.arg(
+                     isNote ? u""_s : u", (?, ?, ?, ?, ?)"_s),
+                 values);
+    noteVersion(database, sender, historySubject(recipient.name), ofSender);
+    if (!isNote)
+        noteVersion(database, recipient, historySubject(sender.name), ofRecipient);
 }
 
-// SIZE is that of a message that the user has sent; nothing for one that came.
-void countMessage(Database &database, const User &user, qint64 position, std::optional<qint64> size)
+// SIZE is that of the message, which counts for the sender alone.
+void countMessage(Database &database, const User &sender, const User &recipient, qint64 position, qint64 size)
 {
-    const qint64 version = newVersion();
-    database.run(u"UPDATE users SET message_count = message_count + ?, message_bytes = message_bytes + ?,"
-                 " last_position = ?, conversations_version = ? WHERE id = ?"_s,
-                 {size ? 1 : 0, size.value_or(0), position, version, user.id});
-    noteVersion(database, user, conversationsSubject(), version);
+    const qint64 ofSender = newVersion();
+    const qint64 ofRecipient = newVersion();
+    database.run(
+        u"UPDATE users SET message_count = message_count + CASE WHEN id = ? THEN 1 ELSE 0 END,"
+        " message_bytes = message_bytes + CASE WHEN id = ? THEN CAST(? AS BIGINT) ELSE 0 END,"
+        " last_position = ?, conversations_version ="
+        " CASE WHEN id = ? THEN CAST(? AS BIGINT) ELSE CAST(? AS BIGINT) END WHERE id IN (?, ?)"_s,
+        {sender.id, sender.id, size, position, sender.id, ofSender, ofRecipient, sender.id, recipient.id});
+    noteVersion(database, sender, conversationsSubject(), ofSender);
+    if (sender.id != recipient.id)
+        noteVersion(database, recipient, conversationsSubject(), ofRecipient);
 }
 
 } // namespace
@@ -133,18 +147,18 @@ Stored storeMessage(Database &database, const User &sender, const User &recipien
     const qint64 size = sizeOf(message);
     Transaction transaction(database);
     const Parties parties = partiesOf(database, sender, recipient);
-    if (isStored(database, sender, recipient, message))
+    if (!parties.senderIsActive)
+        return Stored::NoSender;
+    const Before before = whatCameBefore(database, sender, recipient, message);
+    if (before.isStored)
         return Stored::Before;
-    if (const std::optional<Stored> refused = refusal(database, sender, recipient, parties, size, quota))
+    if (const std::optional<Stored> refused =
+            refusal(database, sender, parties, before.haveTalked, size, quota))
         return *refused;
     const qint64 position = parties.lastPosition + 1;
     const qint64 messageId = insertMessage(database, sender, recipient, message, position);
-    rememberLast(database, sender, recipient, messageId, true);
-    countMessage(database, sender, position, size);
-    if (sender.id != recipient.id) {
-        rememberLast(database, recipient, sender, messageId, false);
-        countMessage(database, recipient, position, std::nullopt);
-    }
+    rememberLast(database, sender, recipient, messageId);
+    countMessage(database, sender, recipient, position, size);
     transaction.commit();
     return Stored::Now;
 }

@@ -26,8 +26,8 @@ struct MessageQuota {
 };
 
 /// What became of a message. A client that got no answer sends the same again, and a nonce is used once: such
-/// a message is kept once.
-enum class Stored { Now, Before, NoRecipient, TooManyMessages, TooManyBytes, TooManyConversations };
+/// a message is kept once. Only an active account sends.
+enum class Stored { Now, Before, NoSender, NoRecipient, TooManyMessages, TooManyBytes, TooManyConversations };
 
 Stored storeMessage(Database &database, const User &sender, const User &recipient,
                     const StoredMessage &message, const MessageQuota &quota);

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTest>
@@ -40,13 +41,6 @@ quint16 freePort()
         qFatal("There is no free port.");
     ::close(socket);
     return ntohs(address.sin_port);
-}
-
-QString program(const QString &name)
-{
-    const QDir versions(u"/usr/lib/postgresql"_s);
-    const QString version = versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0);
-    return versions.filePath(version + u"/bin/"_s + name);
 }
 
 // It refuses to run as root, and must not outlive a test that was killed.
@@ -136,9 +130,22 @@ QString PostgresqlCluster::newPlace()
     return url() + u"?options=-csearch_path%3D"_s + schema;
 }
 
+QString PostgresqlCluster::program(const QString &name)
+{
+    const QDir versions(u"/usr/lib/postgresql"_s);
+    const QString version = versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0);
+    return versions.filePath(version + u"/bin/"_s + name);
+}
+
 QString PostgresqlCluster::url() const
 {
     return u"postgresql://tideloft@127.0.0.1:%1/postgres"_s.arg(usedPort);
+}
+
+QByteArray PostgresqlCluster::log() const
+{
+    QFile file(folder.filePath(u"log"_s));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 bool PostgresqlCluster::run(const QString &statement) const

@@ -36,7 +36,13 @@ public:
     QString newPlace();
 
     QString url() const;
+
+    /// Where a program of PostgreSQL lies.
+    static QString program(const QString &name);
     quint16 port() const { return usedPort; }
+
+    /// What the server has written into its log.
+    QByteArray log() const;
 
     /// Runs a statement as the server's owner. False when it cannot be done.
     bool run(const QString &statement) const;

@@ -34,6 +34,7 @@ private slots:
     void bytesAreThoseOfUtf8();
     void sameNonceAndTextIsKeptOnce();
     void nobodyWritesToADeletedUser();
+    void onlyAnActiveAccountSends();
     void positionIsBehindAllOfBoth();
     void orderIsThatOfPositions();
 
@@ -110,6 +111,15 @@ void TestMessages::nobodyWritesToADeletedUser()
     deleteUser(database(), store->bob);
     QCOMPARE(send(store->alice, store->bob), Stored::NoRecipient);
     QCOMPARE(store->conversations(store->alice), QByteArray());
+}
+
+void TestMessages::onlyAnActiveAccountSends()
+{
+    disableUser(database(), store->alice);
+    QCOMPARE(send(store->alice, store->bob), Stored::NoSender);
+    QCOMPARE(send(store->alice, store->alice), Stored::NoSender);
+    QCOMPARE(store->conversations(store->bob), QByteArray());
+    QCOMPARE(send(store->bob, store->alice), Stored::Now);
 }
 
 void TestMessages::positionIsBehindAllOfBoth()

@@ -5,6 +5,7 @@
 #include "service/store/facts.h"
 #include "service/store/history.h"
 #include "service/store/invitations.h"
+#include "service/store/messages.h"
 #include "service/store/schema.h"
 #include "service/store/users.h"
 #include "tests/service/postgresql_cluster.h"
@@ -43,6 +44,7 @@ private slots:
     void connectionThatWasLostIsOpenedAgain();
     void transactionEndsWithItsConnection();
     void addressWithNobodyBehindIsRefused();
+    void messageTakesFewStatements();
 
 private:
     static constexpr int firstVersion = 5;
@@ -259,6 +261,30 @@ void TestPostgresqlEngine::addressWithNobodyBehindIsRefused()
         const QByteArray said = error.what();
         QVERIFY2(said.contains("postgresql://tide@127.0.0.1:1/chat") && !said.contains("secret"), said);
     }
+}
+
+// Each is a way to the server and back. What is repeated was prepared with the first message.
+void TestPostgresqlEngine::messageTakesFewStatements()
+{
+    StoreSettings settings{place + u"%20-clog_statement%3Dall"_s};
+    settings.writers = 1;
+    StoreThreads store(settings);
+    const auto statementsOf = [&](const QString &nonce) {
+        const qsizetype before = cluster->log().count("LOG:  statement: ");
+        const auto told = write(store, [nonce](Database &database) {
+            const User alice = findUser(database, u"alice"_s).value();
+            const User bob = findUser(database, u"bob"_s).value();
+            storeMessage(database, alice, bob, {u"x"_s, nonce, u"[]"_s, u"[]"_s, true, 1}, {9, 99, 9});
+        });
+        return isStored(told) ? cluster->log().count("LOG:  statement: ") - before : -1;
+    };
+    QVERIFY(isStored(write(store, [](Database &database) {
+        addUser(database, u"alice"_s, "hash", 1);
+        addUser(database, u"bob"_s, "hash", 1);
+    })));
+    QVERIFY(statementsOf(u"one"_s) > 0);
+    // Two find the users; then begin, lock, look, three changes, commit.
+    QCOMPARE(statementsOf(u"two"_s), 9);
 }
 
 TIDELOFT_TEST_MAIN(TestPostgresqlEngine)
