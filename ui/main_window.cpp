@@ -143,7 +143,7 @@ void MainWindow::retranslate()
     mainPage->retranslate(language());
 }
 
-// What another user left in the window is none of the new one's.
+// The new user must not see what another user left in the window.
 void MainWindow::signInAs(const QJsonObject &me)
 {
     if (!user.signIn(me)) {

@@ -29,7 +29,7 @@ public:
     }
 
 private:
-    // The key that ended a composition goes on to repeat itself while it is held down.
+    // While the key that ended a composition is held down, its repeated presses are swallowed as well.
     bool swallows(const QKeyEvent &press)
     {
         if (press.key() != Qt::Key_Return && press.key() != Qt::Key_Enter)

@@ -9,8 +9,9 @@
 namespace tideloft::ui
 {
 
-/// The toolkit passes the keyboard of a widget that is disabled on to the next one, where a key that is
-/// pressed now does what nobody meant. Here the keyboard waits in a place that does nothing with keys.
+/// When a widget with the keyboard is disabled, the toolkit gives the keyboard to the next widget, and a key
+/// that is pressed now does there what nobody meant. With this class the keyboard waits in a place that
+/// ignores keys.
 class HeldFocus
 {
 public:

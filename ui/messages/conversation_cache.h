@@ -14,11 +14,10 @@ namespace tideloft::ui
 class ConversationCache
 {
 public:
-    /// conversationRows() of ITEMS. GENERATION is another number once a message might open to another text,
-    /// or one that did not might open; then nothing remembered is used, and neither for another user,
-    /// language, time zone or day.
+    /// conversationRows() of ITEMS. What is remembered is not used when GENERATION has changed, because
+    /// messages may open to other texts then, and not for another user, language, time zone or day.
     QList<ConversationRowModel> rows(const QJsonArray &items, const Reading &reading, quint64 generation);
-    /// What was not opened stays closed from now on.
+    /// Previews that were not opened can never be opened from now on.
     void forget();
 
 private:

@@ -14,7 +14,7 @@ namespace tideloft::ui
 namespace
 {
 
-// Items that the parser shared compare at once.
+// Items that both replies share in memory are found equal at once.
 CommonEnds sameItems(const QJsonArray &before, const QJsonArray &now)
 {
     if (before == now)
@@ -35,8 +35,8 @@ public:
             places.insert(keyOf(items.at(i)), i);
     }
 
-    /// The place of an item that is equal to VALUE and was not taken before, or -1. An item with the same
-    /// text as many others is not looked for among all of them.
+    /// The place of an item that is equal to VALUE and was not taken before, or -1. If very many items have
+    /// the same key, only some of them are compared.
     qsizetype take(const QJsonValue &value)
     {
         constexpr int mostTries = 100;

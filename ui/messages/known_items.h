@@ -23,7 +23,7 @@ struct ReadingKey {
     bool operator==(const ReadingKey &) const = default;
 };
 
-/// GENERATION is another number once a message might open to another text, or one that did not might open.
+/// GENERATION changes whenever a message may open to another text, or one that failed may open.
 ReadingKey readingKey(const Reading &reading, quint64 generation);
 
 } // namespace tideloft::ui

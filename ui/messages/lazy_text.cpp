@@ -58,7 +58,7 @@ bool LazyText::operator==(const LazyText &other) const
     return isOpen() && other.isOpen() && value() == other.value() && reason() == other.reason();
 }
 
-// Equal texts are one, or both are open.
+// Two texts are equal only if they are one and the same or both open: either way their hashes agree.
 size_t LazyText::hash(size_t seed) const
 {
     return isOpen() ? ::qHash(value(), seed) : ::qHash(state.get(), seed);

@@ -23,7 +23,7 @@ public:
     /// A user signs in: the text that waits may be another user's.
     void beginSignIn();
     void endSignIn();
-    /// Another user signs in: the texts that are on their way are none of the new user's.
+    /// Another user signs in: the texts that are on their way belong to the user before.
     void forgetSent() { sentTexts.clear(); }
 
     /// The service has this device's key.
@@ -46,7 +46,7 @@ public:
     void dropFailed() { sentTexts.dropFailed(); }
 
 signals:
-    /// The list of the user's devices came without this one: it is worth asking once more.
+    /// The list of the user's devices came without this device: the list should be requested once more.
     void ownKeysOutdated();
     void sealingChanged(bool busy);
     void sealed(const QString &peer, const crypto::EncryptedEnvelope &envelope);

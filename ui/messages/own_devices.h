@@ -9,13 +9,14 @@
 namespace tideloft::ui
 {
 
-/// Keeps the last list, and knows when it has to be asked for once more. The list and the registration of
-/// this device are asked for at once, so on a device's first start the list can come without it. What is
-/// written then could not be read here.
+/// Keeps the last list, and knows when the list has to be requested once more. The list and the registration
+/// of this device are requested at the same time, so at a device's first start the list can arrive without
+/// this device. This device could not read a message that is sealed for such a list.
 class OwnDevices
 {
 public:
-    /// Nothing of the new sign-in has come yet. The list of the one before stays.
+    /// A new sign-in begins: its list and its registration are still to come. The list of the sign-in before
+    /// is kept until then.
     void beginSignIn();
     void endSignIn();                     ///< what comes late asks for nothing
     void setKeys(const QJsonArray &keys); ///< the list as it came

@@ -16,8 +16,9 @@ public:
     void append(const QString &text) { texts.append(text); }
     void clear() { texts.clear(); }
 
-    /// The text of the message that has arrived; empty if none was on its way. The field that began with this
-    /// text loses it, so the texts behind lose that beginning too.
+    /// The text of the message that has arrived; empty if none was on its way. This text is removed from the
+    /// beginning of the field, so it is also removed from the beginning of the later texts, which were read
+    /// from the same field.
     QString takeArrived();
     /// A message has failed: its text stays in the field.
     void dropFailed();

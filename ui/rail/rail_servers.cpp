@@ -37,8 +37,8 @@ QString Rail::serverName(const QString &groupId) const
     return ui::serverName(servers, groupId);
 }
 
-// Runs inside the click and the menu of a button that it deletes: the connections hold their own copy of the
-// identifier, and nothing of the button is touched after the call.
+// This function may be called from the click or the menu of a button that it deletes. So each connection
+// holds its own copy of the identifier, and no caller touches the button afterwards.
 void Rail::rebuildServerRail()
 {
     const QString focused = serverWithFocus(serverColumn);
@@ -59,13 +59,14 @@ void Rail::rebuildServerRail()
 
 void Rail::connectServerButton(QPushButton *button, const QString &groupId)
 {
-    // A copy for the signal: what answers it may delete this connection, and GROUPID with it.
+    // The signal gets a copy: a slot may delete this connection, and GROUPID with it.
     connect(button, &QPushButton::clicked, this, [this, groupId] { emit serverChosen(QString(groupId)); });
     connect(button, &QWidget::customContextMenuRequested, this,
             [this, groupId, button](QPoint position) { showServerMenu(groupId, button, position); });
 }
 
-// The rebuild deletes the connection that may hold GROUPID: from there on only the rail's own copy is read.
+// GROUPID may belong to a connection that the rebuild deletes. After the rebuild only the rail's own copy is
+// read.
 void Rail::selectServer(const QString &groupId)
 {
     selectedServerId = groupId;

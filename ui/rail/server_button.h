@@ -20,7 +20,7 @@ QPushButton *makeServerButton(const ServerModel &server, bool selected, QWidget 
 /// The `groupId` of the server whose button in COLUMN has the keyboard; empty if none has.
 QString serverWithFocus(const QWidget *column);
 
-/// The first of BUTTONS that is the server GROUPID's; null if there is none.
+/// The first of BUTTONS that belongs to the server GROUPID; null if there is none.
 QPushButton *serverButton(const QList<QPushButton *> &buttons, const QString &groupId);
 
 } // namespace tideloft::ui

@@ -32,7 +32,7 @@ public:
     QSize minimumSizeHint() const override { return {sizeHint().width(), 0}; }
 
 protected:
-    // The column has changed: so has the height that this place would like to have.
+    // When the column changes, so does the height that this scroll area asks for.
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::LayoutRequest)

@@ -92,7 +92,7 @@ void addThemeButtons(const SectionContext &context, const LookChoices &choices, 
                      });
 }
 
-// The page stays in the language that it was built in, and with it what is said of the swatches.
+// The page stays in the language that it was built in, and so do the names and descriptions of the swatches.
 void addSwatches(const SectionContext &context, const LookChoices &choices, QWidget *card)
 {
     auto *layout = makeCardRow(10);

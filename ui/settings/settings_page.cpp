@@ -89,7 +89,8 @@ QWidget *SettingsPage::makeNavigation()
 {
     auto *navigation = makeBox(this, u"settingsNav"_s);
     navigation->setStyleSheet(style::settingsNav);
-    // The border of the navigation has no selector: between it and the caption stands a box without any.
+    // The style of the navigation has no selector, so its border would reach the caption. A box without a
+    // border stands between the two.
     auto *captionBox = new QWidget(navigation);
     captionBox->setStyleSheet(style::settingsNavCaptionBox);
     auto *caption = makeLabel(chooseText(builtLanguage, u"Inställningar"_s, u"Settings"_s), captionBox);

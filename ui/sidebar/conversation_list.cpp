@@ -57,8 +57,8 @@ void ConversationList::show(const QList<ConversationRowModel> &rows)
     settle();
 }
 
-// For the keyboard only: the row counts as current again, but nothing marks it, and who has scrolled
-// elsewhere stays there.
+// Makes the row of USER current again, for the keyboard only: the row is not marked, and the list does not
+// scroll to it.
 void ConversationList::keepCurrentRow(const QList<ConversationRowModel> &rows, const QString &user)
 {
     const auto isCurrent = [&user](const ConversationRowModel &row) { return row.peer == user; };

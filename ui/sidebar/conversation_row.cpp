@@ -40,7 +40,8 @@ QString cutPreview(const QString &text, const QFont &font)
     constexpr int room = 140;
     if (hasEmojiFormats(text))
         return EmojiLine(text, font).elided(room);
-    // The longest variant: or the toolkit would show only a part of a text with one of its separators in it.
+    // The longest variant is asked for: of a text with one of the toolkit's separators in it the toolkit
+    // would otherwise show only a part.
     return QFontMetrics(font).elidedText(text, Qt::ElideRight, room, Qt::TextLongestVariant);
 }
 

@@ -90,8 +90,8 @@ QString SideFooter::text(const QString &swedish, const QString &english) const
     return chooseText(language, swedish, english);
 }
 
-// Without a description a screen reader falls back on tool tips, and these stay in the language of their
-// making; and "Quillory" alone tells nobody what it opens.
+// Without a description a screen reader reads the tool tip, which stays in the language that it was made in.
+// And the name "Quillory" alone does not say what the button opens.
 void SideFooter::retranslate(Language newLanguage)
 {
     language = newLanguage;

@@ -92,8 +92,8 @@ void SignInPage::refuseRegistration(const QString &message)
     showError(message);
 }
 
-// Who has moved the keyboard meanwhile, to the language for example, keeps it there. A sign-in that follows a
-// registration leaves it at the button.
+// The password gets the keyboard, unless the user has moved the keyboard meanwhile, for example to the
+// language. After a registration the keyboard is at a button, where the user has not moved it.
 void SignInPage::refuseSignIn(const QString &message)
 {
     const QWidget *at = window()->focusWidget();
@@ -149,8 +149,8 @@ void SignInPage::hideError()
     authError->clear();
 }
 
-// The tick is the choice of the user who made it. It goes as soon as TYPEDNAME cannot become that user's
-// name.
+// The check mark is the choice of one user. It is removed as soon as TYPEDNAME cannot become that user's name
+// any more.
 void SignInPage::keepRememberCheckFor(const QString &typedName)
 {
     if (rememberedUser.isEmpty() || rememberedUser.startsWith(typedName.trimmed().toLower()))

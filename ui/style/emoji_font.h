@@ -1,4 +1,4 @@
-// The font of pictures, for what a text asks to be a picture.
+// The emoji font, for characters that are to be drawn as pictures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

@@ -27,8 +27,8 @@ void paintLines(QPainter &painter, int width, int height)
     }
 }
 
-/// Paints the same from copies of a few cells, which costs a tenth of it. One by one: for a large surface,
-/// too, the toolkit would wake threads.
+/// Paints the same grid from copies of a few cells, in a tenth of the time. The copies are drawn one by one,
+/// because the toolkit starts threads for a large picture, too.
 void paintCopies(QPainter &painter, int width, int height)
 {
     constexpr int cells = 8 * spacing;
@@ -42,7 +42,7 @@ void paintCopies(QPainter &painter, int width, int height)
     }
 }
 
-/// Whether a pixel of a picture becomes one of what PAINTER paints on, in the same colour.
+/// Whether PAINTER draws a picture pixel by pixel: not scaled, and in the same colours.
 bool copiesPixels(const QPainter &painter)
 {
     return painter.deviceTransform().type() <= QTransform::TxTranslate

@@ -15,7 +15,7 @@ namespace tideloft::ui::style
 namespace
 {
 
-/// The sheets' families behind that of symbols.
+/// The font families of the style sheets, with that of symbols in front.
 QStringList symbolFamilies()
 {
     return {symbolFamily(), u"Segoe UI"_s, u"system-ui"_s, u"sans-serif"_s};

@@ -49,12 +49,12 @@ bool breaksLine(char32_t character)
     return (QChar::isSpace(character) && character != QChar::Nbsp) || isEastAsian(QChar::script(character));
 }
 
-/// Walks along a text and adds up what it takes to draw. The weights follow measurements: what is laid out in
-/// pieces grows with the square of a word's length, because every line searches the whole word again.
-class Walk
+/// Goes through a text and adds up what it takes to draw. The weights were measured. A word that is broken
+/// into lines costs the square of its length, because every line searches the whole word again.
+class EffortCounter
 {
 public:
-    void step(char32_t character)
+    void add(char32_t character)
     {
         characters += QChar::requiresSurrogates(character) ? 2 : 1;
         lines += isLineBreak(character, last) ? 1 : 0;
@@ -113,8 +113,8 @@ private:
     QChar::Script lastScript = QChar::Script_Latin;
 };
 
-/// Whether every unit costs one and the text is too short for any limit: what most people write is not
-/// walked.
+/// Whether TEXT need not be counted: each of its characters costs one, and there are too few of them for any
+/// limit. Most messages are so.
 bool isPlain(const QString &text)
 {
     return text.size() < plainWord && std::ranges::all_of(text, [](QChar unit) {
@@ -128,11 +128,11 @@ QString firstPart(const QString &text, const TextLimits &limits)
 {
     if (text.size() <= qMin<qint64>(limits.characters, limits.effort) && isPlain(text))
         return text;
-    Walk walk;
+    EffortCounter counter;
     for (qsizetype i = 0; i < text.size();) {
         const char32_t character = codePointAt(text, i);
-        walk.step(character);
-        if (!walk.isWithin(limits))
+        counter.add(character);
+        if (!counter.isWithin(limits))
             return text.left(i) + u'…';
         i += QChar::requiresSurrogates(character) ? 2 : 1;
     }
@@ -152,13 +152,13 @@ qint64 drawingEffort(const QString &text)
 {
     if (isPlain(text))
         return text.size();
-    Walk walk;
+    EffortCounter counter;
     for (qsizetype i = 0; i < text.size();) {
         const char32_t character = codePointAt(text, i);
-        walk.step(character);
+        counter.add(character);
         i += QChar::requiresSurrogates(character) ? 2 : 1;
     }
-    return walk.effort;
+    return counter.effort;
 }
 
 } // namespace tideloft::ui

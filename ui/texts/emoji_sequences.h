@@ -1,4 +1,4 @@
-// Pictures that a text asks for with U+FE0F.
+// Emoji sequences: characters that U+FE0F turns into pictures (emoji presentation).
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

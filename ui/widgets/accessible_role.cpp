@@ -24,8 +24,8 @@ namespace
 
 constexpr char roleProperty[] = "accessibleRole";
 
-/// Pressed by an assistive program, it acts as if Space had been pressed: later, for what opens then may run
-/// an event loop of its own, and the program waits for its answer.
+/// An assistive program's press acts as if Space had been pressed. The key is posted, not sent: what opens
+/// then may run an event loop of its own, while the assistive program waits for an answer.
 class PressableWidget : public QAccessibleWidget
 {
 public:
@@ -103,7 +103,7 @@ private:
     QAccessibleInterface *list() const { return QAccessible::queryAccessibleInterface(combo()->view()); }
 };
 
-/// Says no more than the label draws when it has room: what it holds may be a name without end.
+/// Says no more than the label would draw in one line: the whole text may be endlessly long.
 class BoundedLabel : public QAccessibleWidget
 {
 public:
@@ -129,7 +129,7 @@ public:
     }
 };
 
-// Null for everything that is none of ours: then the toolkit presents it.
+// Null for widgets without a role of ours: the toolkit has its own interfaces for them.
 QAccessibleInterface *makeInterface(const QString &, QObject *object)
 {
     const QVariant value = object ? object->property(roleProperty) : QVariant();

@@ -29,8 +29,8 @@ QRect placeOfText(const QStyleOptionViewItem &entry)
         .adjusted(margin, 0, -margin, 0);
 }
 
-/// Letters have colours that only the style sheet knows: the style draws the whole entry once more, moved,
-/// and of that as much is kept as TEXT is wide.
+/// Draws TEXT at X. Only the style sheet knows the colours of letters, so the style draws the whole entry
+/// once more, with this text and moved to X, and what lies before X is clipped away.
 void drawLetters(QPainter &painter, QStyleOptionViewItem entry, const QString &text, const QRect &place,
                  int x)
 {

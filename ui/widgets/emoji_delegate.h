@@ -1,4 +1,4 @@
-// Entries of a list with pictures that their texts ask for.
+// List entries that draw the emoji in their texts as pictures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

@@ -1,4 +1,4 @@
-// How pictures that a text asks for with U+FE0F come out as pictures.
+// Text formats that draw emoji as pictures where U+FE0F asks for it (emoji presentation).
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

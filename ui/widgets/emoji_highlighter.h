@@ -1,4 +1,4 @@
-// A text field with pictures that the text asks for.
+// A text field that draws the emoji in its text as pictures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

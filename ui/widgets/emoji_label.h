@@ -1,4 +1,4 @@
-// A label with pictures that its text asks for.
+// A label that draws the emoji in its text as pictures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

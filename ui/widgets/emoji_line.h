@@ -1,4 +1,4 @@
-// One line of text with pictures that the text asks for.
+// One line of text, with its emoji drawn as pictures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

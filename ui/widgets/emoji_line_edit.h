@@ -1,4 +1,4 @@
-// A field for one line with pictures that the text asks for.
+// A field for one line, with the emoji drawn as pictures.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

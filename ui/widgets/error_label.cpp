@@ -16,7 +16,8 @@ namespace
 
 constexpr auto broken = QTextOption::WrapAtWordBoundaryOrAnywhere;
 
-/// The toolkit takes TEXT for several texts where this character parts it, and draws one of them.
+/// TEXT with blanks in place of the character at which the toolkit splits a text into variants, of which it
+/// draws one.
 QString allVariants(QString text)
 {
     return text.replace(variantSeparator, u' ');

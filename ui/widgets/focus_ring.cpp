@@ -124,7 +124,8 @@ private:
             show();
     }
 
-    // Who moves with keys in a window also does so in its boxes, some of which have one button only.
+    // Someone who moves with keys in a window also does so in the window's boxes. Some of these have only one
+    // button, so that no key moves anything there.
     static bool usesKeys(const QWidget *window)
     {
         if (window->testAttribute(Qt::WA_KeyboardFocusChange))
