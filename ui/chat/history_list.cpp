@@ -1,4 +1,4 @@
-// What of a history is opened, measured and made, and when.
+// What of a history is opened and measured at once, and how the list learns of sizes.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/chat/history_list.h"
@@ -133,32 +133,6 @@ bool HistoryList::applySizes()
         isChanged = (entry && entry->isMeasured() && entry->applySize()) || isChanged;
     }
     return isChanged;
-}
-
-void HistoryList::make(int index)
-{
-    widgets.make(index);
-    if (index < newest(newestWithWidgets).first)
-        withWidgets = withWidgets.with(index);
-}
-
-/// False if they are there already.
-bool HistoryList::makeWidgets(RowRange range)
-{
-    bool isChanged = false;
-    for (int index = range.first; index < range.end; ++index) {
-        if (!widgets.needsWidget(index) || !widgets.entry(index)->isMeasured())
-            continue;
-        make(index);
-        isChanged = true;
-    }
-    return isChanged;
-}
-
-/// Gives new widgets their places. No size has changed: the list need not ask every entry for its own again.
-void HistoryList::placeWidgets()
-{
-    list->QAbstractItemView::doItemsLayout();
 }
 
 void HistoryList::onScrolled()

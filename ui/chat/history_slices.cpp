@@ -8,7 +8,6 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
-#include <algorithm>
 #include <utility>
 
 namespace tideloft::ui
@@ -19,10 +18,6 @@ namespace
 
 // The last message of a slice may need a millisecond more.
 constexpr int sliceMilliseconds = 6;
-
-// Widgets are made before they are scrolled to, and stay for a while.
-constexpr int screensMade = 2;
-constexpr int screensKept = 3;
 
 constexpr int mostWidthsInSlices = 20;
 
@@ -42,16 +37,6 @@ void HistoryList::rememberPlace()
 {
     topBefore = rowsOnScreen(list).first;
     valueBefore = list->verticalScrollBar()->value();
-}
-
-/// The rows that have widgets: those around MIDDLE, the nearest first, and the newest.
-QList<int> HistoryList::nearRows(RowRange middle) const
-{
-    QList<int> rows = nearestFirst(middle, rowsAround(list, middle, screensMade));
-    const RowRange last = newest(newestWithWidgets);
-    for (int index = last.end; index-- > last.first;)
-        rows.append(index);
-    return rows;
 }
 
 /// One slice.
@@ -95,23 +80,6 @@ bool HistoryList::workNearby(RowRange middle, const QDeadlineTimer &end)
     return true;
 }
 
-bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
-{
-    bool isChanged = false;
-    const auto isMade = [&](int index) {
-        if (!widgets.needsWidget(index))
-            return true;
-        if (end.hasExpired())
-            return false;
-        make(index);
-        return isChanged = true;
-    };
-    const bool areMade = std::ranges::all_of(rows, isMade);
-    if (isChanged)
-        placeWidgets();
-    return areMade;
-}
-
 /// Measures the other rows. The list learns of many at once: it lays all of them out, and paints itself,
 /// which takes the first part of a slice. True once all are measured and the list knows.
 bool HistoryList::measureOutward(RowRange middle, const QDeadlineTimer &end)
@@ -136,21 +104,6 @@ bool HistoryList::measureBeside(RowRange middle, const QDeadlineTimer &end)
         measure(middle.end + distance);
     }
     return true;
-}
-
-/// Widgets that the user is at stay, wherever they are.
-void HistoryList::takeFarWidgets()
-{
-    const RowRange kept = rowsAround(list, rowsOnScreen(list), screensKept);
-    const int end = qMin(withWidgets.end, newest(newestWithWidgets).first);
-    RowRange left;
-    for (int index = withWidgets.first; index < end; ++index) {
-        if (!kept.contains(index))
-            widgets.take(index);
-        if (widgets.entry(index) && widgets.entry(index)->widgetRow())
-            left = left.with(index);
-    }
-    withWidgets = left;
 }
 
 } // namespace tideloft::ui

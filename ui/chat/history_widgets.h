@@ -1,5 +1,5 @@
 // The widgets of a history's entries, made and taken back one by one. When a row gets its widget is decided
-// in HistoryList: settle() makes those on screen, and the slices of history_slices.cpp those near it.
+// in history_virtualisation.cpp.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
