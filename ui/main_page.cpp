@@ -5,6 +5,7 @@
 
 #include "ui/chat/chat_page.h"
 #include "ui/chat/empty_state.h"
+#include "ui/keyboard/program_keys.h"
 #include "ui/rail/rail.h"
 #include "ui/settings/settings_page.h"
 #include "ui/sidebar/side_footer.h"
@@ -14,7 +15,6 @@
 #include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
-#include <QShortcut>
 #include <QStackedWidget>
 
 using namespace Qt::StringLiterals;
@@ -60,8 +60,7 @@ void MainPage::connectParts()
     connect(sideFooter, &SideFooter::profileChosen, this, &MainPage::showAccount);
     connect(sideFooter, &SideFooter::settingsChosen, this, &MainPage::showSettings);
     connect(emptyState, &EmptyState::startClicked, leftSidebar, &Sidebar::focusSearch);
-    auto *find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this);
-    connect(find, &QShortcut::activated, leftSidebar, &Sidebar::selectSearch);
+    addSearchKey(this, [this] { leftSidebar->selectSearch(); });
 }
 
 void MainPage::retranslate(Language newLanguage)

@@ -1,4 +1,4 @@
-// Quitting, closing and restarting by the keyboard.
+// Quitting, closing, searching and restarting by the keyboard.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/keyboard/program_keys.h"
@@ -18,6 +18,12 @@ void addProgramKeys(QWidget *window)
     QObject::connect(quit, &QShortcut::activated, QCoreApplication::instance(), &QCoreApplication::quit);
     const auto *close = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_W), window);
     QObject::connect(close, &QShortcut::activated, window, &QWidget::close);
+}
+
+void addSearchKey(QWidget *page, const std::function<void()> &find)
+{
+    const auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), page);
+    QObject::connect(shortcut, &QShortcut::activated, page, find);
 }
 
 bool isRestartKey(const QKeyEvent &press)
