@@ -135,15 +135,12 @@ void ChatPage::settleField()
     });
 }
 
-// Return sends; with Shift, and on the keypad, the toolkit does what it does in every field.
 bool ChatPage::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == msgInput && event->type() == QEvent::KeyPress) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        if (key->key() == Qt::Key_Return && !key->modifiers().testFlag(Qt::ShiftModifier)) {
-            emit sendClicked();
-            return true;
-        }
+    if (watched == msgInput && event->type() == QEvent::KeyPress
+        && isSendKey(*static_cast<QKeyEvent *>(event))) {
+        emit sendClicked();
+        return true;
     }
     return QWidget::eventFilter(watched, event);
 }

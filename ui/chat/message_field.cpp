@@ -1,14 +1,20 @@
-// What of the message field outlives the sending.
+// The key that sends, and what of the message field outlives the sending.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/chat/message_field.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 
 #include <algorithm>
 
 namespace tideloft::ui
 {
+
+bool isSendKey(const QKeyEvent &press)
+{
+    return press.key() == Qt::Key_Return && !press.modifiers().testFlag(Qt::ShiftModifier);
+}
 
 QString textBehindSent(const QString &written, const QString &sent)
 {

@@ -1,9 +1,11 @@
-// What of the message field stays when a message has arrived.
+// The message field: the key that sends, and what stays when a message has arrived.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/chat/message_field.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -14,9 +16,33 @@ class TestMessageField : public QObject
     Q_OBJECT
 
 private slots:
+    void keyThatSends_data();
+    void keyThatSends();
     void rest_data();
     void rest();
 };
+
+void TestMessageField::keyThatSends_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<bool>("sends");
+    const auto row = [](const char *name, int key, Qt::KeyboardModifiers modifiers, bool sends) {
+        QTest::newRow(name) << key << modifiers << sends;
+    };
+    row("Return", Qt::Key_Return, Qt::NoModifier, true);
+    row("Return with Control", Qt::Key_Return, Qt::ControlModifier, true);
+    row("Return with Shift", Qt::Key_Return, Qt::ShiftModifier, false);
+    row("Enter on the keypad", Qt::Key_Enter, Qt::KeypadModifier, false);
+    row("a letter", Qt::Key_A, Qt::NoModifier, false);
+}
+
+void TestMessageField::keyThatSends()
+{
+    QFETCH(const int, key);
+    QFETCH(const Qt::KeyboardModifiers, modifiers);
+    QTEST(ui::isSendKey(QKeyEvent(QEvent::KeyPress, key, modifiers)), "sends");
+}
 
 void TestMessageField::rest_data()
 {
@@ -44,5 +70,5 @@ void TestMessageField::rest()
     QTEST(ui::textBehindSent(written, sent), "rest");
 }
 
-TIDELOFT_TEST_MAIN(TestMessageField)
+TIDELOFT_GUI_TEST_MAIN(TestMessageField)
 #include "tst_message_field.moc"
