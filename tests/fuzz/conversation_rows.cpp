@@ -5,6 +5,7 @@
 #include "tests/fuzz/two_replies.h"
 #include "ui/messages/conversation_cache.h"
 #include "ui/messages/found_user_names.h"
+#include "ui/messages/spoken_text.h"
 #include "ui/rail/server_models.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/texts/initials.h"

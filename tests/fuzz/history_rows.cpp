@@ -7,6 +7,7 @@
 #include "tests/fuzz/two_replies.h"
 #include "ui/messages/history_cache.h"
 #include "ui/messages/history_row_models.h"
+#include "ui/messages/spoken_text.h"
 #include "ui/messages/unreadable_message.h"
 
 using namespace tideloft::tests;

@@ -8,6 +8,7 @@
 #include "tests/support/test_main.h"
 #include "ui/chat/history_list.h"
 #include "ui/lists/row_list.h"
+#include "ui/messages/spoken_text.h"
 #include "ui/sidebar/conversation_list.h"
 #include "ui/sidebar/conversation_row.h"
 #include "ui/style/style_sheets.h"

@@ -25,7 +25,7 @@ PURE = {
     "net": "device_identity device_key_records etag_cache image_upload json_pipeline json_reply reply_cache "
     "reply_outcome search_query service_request",
     "ui": "bounded_text conversation_row_models display_records history_cache history_groups history_row_models "
-    "initials message_time picture_file row_plan sealing_devices server_models text",
+    "initials message_time picture_file row_plan sealing_devices server_models spoken_text text",
 }
 
 

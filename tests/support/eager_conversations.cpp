@@ -4,6 +4,7 @@
 #include "tests/support/eager_conversations.h"
 
 #include "tests/support/eager_rows.h"
+#include "ui/messages/spoken_text.h"
 #include "ui/sidebar/conversation_row.h"
 
 namespace tideloft::tests

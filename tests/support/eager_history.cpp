@@ -6,6 +6,7 @@
 #include "tests/support/eager_rows.h"
 #include "ui/chat/day_separator.h"
 #include "ui/chat/message_row.h"
+#include "ui/messages/spoken_text.h"
 
 #include <QEvent>
 #include <QListWidget>

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/history_entry.h"
 
+#include "ui/messages/spoken_text.h"
+
 namespace tideloft::ui
 {
 

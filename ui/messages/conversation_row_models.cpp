@@ -6,7 +6,6 @@
 #include "crypto/messages/trimmed_member.h"
 #include "ui/lists/bounded_rows.h"
 #include "ui/messages/unreadable_message.h"
-#include "ui/texts/bounded_text.h"
 #include "ui/texts/message_time.h"
 
 using namespace Qt::StringLiterals;
@@ -49,13 +48,6 @@ QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Read
 size_t qHash(const ConversationRowModel &row, size_t seed)
 {
     return qHashMulti(seed, row.peer, row.preview, row.time);
-}
-
-QString spokenText(const ConversationRowModel &row)
-{
-    QStringList parts{inOneLine(row.peer), firstPart(row.preview.value(), previewLimits), row.time.value()};
-    parts.removeAll({});
-    return parts.join(u", "_s);
 }
 
 } // namespace tideloft::ui

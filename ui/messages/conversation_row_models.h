@@ -38,7 +38,4 @@ private:
 /// envelope is opened.
 QList<ConversationRowModel> conversationRows(const QJsonArray &items, const Reading &reading);
 
-/// What a screen reader says of a conversation: "bob, see you at noon, 12:04". Opens its preview.
-QString spokenText(const ConversationRowModel &row);
-
 } // namespace tideloft::ui

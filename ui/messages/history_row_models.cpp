@@ -4,10 +4,7 @@
 #include "ui/messages/history_row_models.h"
 
 #include "ui/messages/unreadable_message.h"
-#include "ui/texts/bounded_text.h"
 #include "ui/texts/message_time.h"
-
-#include <QStringList>
 
 #include <tuple>
 
@@ -73,16 +70,6 @@ size_t qHash(const HistoryRow &row, size_t seed) // clazy:exclude=qhash-namespac
         return qHash(day->label, seed);
     const auto &message = std::get<MessageRowModel>(row);
     return qHashMulti(seed, message.speaker, message.text, message.clock);
-}
-
-QString spokenText(const HistoryRow &row)
-{
-    if (const auto *day = std::get_if<DaySeparatorModel>(&row))
-        return day->label;
-    const auto &message = std::get<MessageRowModel>(row);
-    QStringList parts{inOneLine(message.speaker), message.text.value(), message.clock, message.trouble()};
-    parts.removeAll({});
-    return parts.join(u", "_s);
 }
 
 } // namespace tideloft::ui

@@ -49,8 +49,4 @@ size_t qHash(const HistoryRow &row, size_t seed = 0); // clazy:exclude=qhash-nam
 /// The rows for RECORDS, day separators included, as they read on the local date TODAY in LANGUAGE.
 QList<HistoryRow> historyRows(const QList<DisplayRecord> &records, QDate today, Language language);
 
-/// What a screen reader says of a row: "bob, see you at noon, 12:04". Eyes find the sender and the time of a
-/// grouped message above and below it; who listens hears one row at a time.
-QString spokenText(const HistoryRow &row);
-
 } // namespace tideloft::ui

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/sidebar/conversation_entry.h"
 
+#include "ui/messages/spoken_text.h"
+
 #include <QAccessible>
 
 namespace tideloft::ui

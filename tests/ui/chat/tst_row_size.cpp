@@ -8,6 +8,7 @@
 #include "ui/chat/day_separator.h"
 #include "ui/chat/message_row.h"
 #include "ui/chat/row_size.h"
+#include "ui/messages/spoken_text.h"
 #include "ui/style/emoji_font.h"
 #include "ui/style/style_sheets.h"
 #include "ui/texts/bounded_text.h"

@@ -54,8 +54,6 @@ private slots:
     void plainPreviewIsNotOpened();
     void time_data();
     void time();
-    void spoken_data();
-    void spoken();
 };
 
 void TestConversationRowModels::initTestCase()
@@ -176,25 +174,6 @@ void TestConversationRowModels::time()
     QFETCH(const QByteArray, createdAt);
     QFETCH(const QString, expected);
     QCOMPARE(rows(R"([{"peer":"bob","createdAt":)" + createdAt + "}]").value(0).time.value(), expected);
-}
-
-void TestConversationRowModels::spoken_data()
-{
-    QTest::addColumn<QString>("preview");
-    QTest::addColumn<QString>("time");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("all of it") << u"See you"_s << u"12:04"_s << u"bob, See you, 12:04"_s;
-    QTest::newRow("without a time") << u"See you"_s << QString() << u"bob, See you"_s;
-    QTest::newRow("without a preview") << QString() << u"12:04"_s << u"bob, 12:04"_s;
-    QTest::newRow("the name alone") << QString() << QString() << u"bob"_s;
-}
-
-void TestConversationRowModels::spoken()
-{
-    QFETCH(const QString, preview);
-    QFETCH(const QString, time);
-    QFETCH(const QString, expected);
-    QCOMPARE(spokenText(ConversationRowModel{u"bob"_s, preview, time}), expected);
 }
 
 TIDELOFT_TEST_MAIN(TestConversationRowModels)
