@@ -7,7 +7,6 @@
 #include "ui/keyboard/program_keys.h"
 #include "ui/main_page.h"
 #include "ui/rail/rail.h"
-#include "ui/refresh_interval.h"
 #include "ui/sidebar/side_footer.h"
 #include "ui/sidebar/sidebar.h"
 #include "ui/sign_in/sign_in_page.h"
@@ -29,7 +28,7 @@ MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent),
       outbox(api.deviceId()),
       reader(api.deviceId()),
-      refreshTimer(new QTimer(this))
+      refreshTimer(new RefreshTimer(this))
 {
     installAccessibleInterfaces();
     QCoreApplication::installTranslator(&toolkitTranslator);
@@ -40,7 +39,6 @@ MainWindow::MainWindow(QWidget *parent)
     connectPages();
     connectOutbox();
     addProgramKeys(this);
-    refreshTimer->setInterval(refreshInterval);
     connect(refreshTimer, &QTimer::timeout, this, &MainWindow::refreshData);
     authPage->focusFirst();
 }
@@ -118,12 +116,11 @@ void MainWindow::connectOutbox()
     connect(&outbox, &Outbox::ownKeysOutdated, &api, &net::ApiClient::fetchMyDeviceKeys);
     connect(&outbox, &Outbox::failed, this,
             [this](const LocalizedText &problem) { showWarning(this, problem.in(language())); });
-    connect(
-        &outbox, &Outbox::sealed, this, [this](const QString &peer, const crypto::EncryptedEnvelope &sealed) {
-            api.sendMessage(
-                peer,
-                {sealed.ciphertextBase64, sealed.ivBase64, {}, {}, sealed.recipientKeys, sealed.senderKeys});
-        });
+    connect(&outbox, &Outbox::sealed, this, [this](const QString &peer, const auto &sealed) {
+        api.sendMessage(
+            peer,
+            {sealed.ciphertextBase64, sealed.ivBase64, {}, {}, sealed.recipientKeys, sealed.senderKeys});
+    });
 }
 
 Language MainWindow::language() const
@@ -163,8 +160,7 @@ void MainWindow::openMainPage()
     fadeIn(mainPage);
     api.fetchConversations();
     api.fetchServers();
-    if (!refreshTimer->isActive())
-        refreshTimer->start(); // one that runs keeps its beat
+    refreshTimer->startUnlessActive();
     currentPeer.clear();
     mainPage->showEmptyState();
 }

@@ -6,11 +6,11 @@
 #include "net/api_client.h"
 #include "ui/messages/message_reader.h"
 #include "ui/messages/outbox.h"
+#include "ui/refresh_timer.h"
 #include "ui/signed_in_user.h"
 #include "ui/texts/toolkit_translator.h"
 
 #include <QMainWindow>
-#include <QTimer>
 
 class QStackedWidget;
 
@@ -99,7 +99,7 @@ private:
     SignedInUser user;
     Outbox outbox;
     MessageReader reader;
-    QTimer *refreshTimer;
+    RefreshTimer *refreshTimer;
     QStackedWidget *rootStack = nullptr;
     SignInPage *authPage = nullptr;
     MainPage *mainPage = nullptr;

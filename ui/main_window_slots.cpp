@@ -17,6 +17,7 @@
 #include "ui/widgets/round_picture.h"
 
 #include <QDebug>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -163,8 +164,7 @@ void MainWindow::onServersLoaded(const QJsonArray &servers)
     mainPage->rail()->showServers(servers);
 }
 
-// The new server opens once the list has had time to arrive; if it has not, its identifier stands for its
-// name.
+// The new server opens once the list has had time to arrive. Without the list its identifier is its name.
 void MainWindow::onServerCreated(const QJsonObject &server)
 {
     const QString groupId = server.value(u"groupId"_s).toString();

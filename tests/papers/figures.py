@@ -25,7 +25,7 @@ FIGURES = [
     ("README.md", r" ([\d,]+) lines", "ui/texts/bounded_text.h", r"messageLimits\{[\d']+, ([\d']+)"),
     ("README.md", r" ([\d,]+) emoji", "ui/texts/bounded_text.h", r"messageLimits\{[\d']+, [\d']+, ([\d']+)"),
     ("README.md", r"finds at most ([\d,]+) users", "service/api/profile_handlers.cpp", r"mostResults = ([\d']+)"),
-    ("README.md", r"every (\w+) seconds", "ui/refresh_interval.h", r"refreshInterval = (\d)'000;"),
+    ("README.md", r"every (\w+) seconds", "ui/refresh_timer.h", r"refreshInterval = (\d)'000;"),
     ("README.md", r"newest ([\d,]+) messages", "ui/lists/bounded_rows.h", r"historyLimit = ([\d']+)"),
     ("README.md", r", ([\d,]+) conversations", "ui/lists/bounded_rows.h", r"conversationsLimit = ([\d']+)"),
     ("README.md", r", ([\d,]+) found users", "ui/lists/bounded_rows.h", r"foundUsersLimit = ([\d']+)"),
