@@ -1,4 +1,4 @@
-// The status of a reply, and those that replies are treated by (RFC 9110, section 15).
+// The HTTP status of a reply, and the codes that are treated in a way of their own (RFC 9110, section 15).
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

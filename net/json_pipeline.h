@@ -1,4 +1,4 @@
-// The way of replies in JSON: the common way of replies, and then through the caches.
+// How a reply in JSON is handled: as every reply, and then with the help of the caches.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

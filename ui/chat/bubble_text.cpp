@@ -15,7 +15,7 @@
 namespace tideloft::ui
 {
 
-// The text comes after the flags: the other way round it would be laid out for the flags.
+// The flags are set before the text. Set afterwards, they would lay out the text a first time.
 BubbleText::BubbleText(const QString &text, QWidget *parent)
     : QLabel(parent),
       hasLongWord(ui::hasLongWord(text)),
@@ -108,8 +108,8 @@ void BubbleText::paintEvent(QPaintEvent *event)
     QLabel::paintEvent(event);
 }
 
-// Whatever lays the text out anew asks for another paint. So nothing is laid out here unless the label would
-// do so in the paint that follows, which sets its own wrapping.
+// Each new layout of the text asks for another paint. So the label first does the layout that is due, which
+// sets the wrapping of the label, and only then is the wrapping changed.
 void BubbleText::breakLongWords()
 {
     QLabel::heightForWidth(width()); // the layout that is due

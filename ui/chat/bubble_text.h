@@ -9,9 +9,10 @@ namespace tideloft::ui
 {
 
 /// A wrapped, selectable label that is as wide as its text, up to the width of a bubble. A plain label would
-/// fold even a short text into a block of its own liking, and cut off a word that is wider than the bubble:
-/// here such a word goes on in the next line. It also would lay its text out dozens of times on its way into
-/// a list: here that waits until the label is drawn, and sizes are measured elsewhere, once each.
+/// break even a short text into several lines, and would cut off a word that is wider than the bubble. In
+/// this label such a word goes on in the next line. A plain label would also lay out its text dozens of times
+/// on its way into a list. This label lays out its text when it is drawn, and its sizes are measured
+/// elsewhere, once each.
 class BubbleText : public QLabel
 {
     Q_OBJECT
@@ -28,8 +29,8 @@ public:
 
     /// What copying takes: the selection, else the whole text.
     QString copiedText() const;
-    /// The text gets the keyboard, so that the key that copies is for it; without the keyboard a selection
-    /// goes, as in every label.
+    /// Selects all and gives the text the keyboard, so that the key that copies works on it. When the
+    /// keyboard goes elsewhere, the selection is lost, as in every label.
     void selectAll();
 
 protected:

@@ -34,7 +34,8 @@ public:
     [[nodiscard]] bool showsServer() const { return serverIsShown; }
     /// Makes the list show PEER's history. Nothing of another conversation is left, not even a selection.
     void showHistory(const QString &peer, const QList<HistoryRow> &rows);
-    /// The rows stay for who looks on, but no more of them are opened, and the next history begins anew.
+    /// Ends the work on the history. Its rows stay on screen, but no more of its messages are opened, and the
+    /// next history is shown as a new one.
     void endHistory();
     /// Empties header, history and field.
     void clear();
@@ -50,7 +51,7 @@ public:
     [[nodiscard]] bool fieldIsReady() const;
     /// Whether the keyboard is at the field or its button.
     [[nodiscard]] bool fieldHasFocus() const;
-    /// Has the layout look at the field again once the page is shown.
+    /// Lays out the field once more when the page is on screen.
     void settleField();
 
 signals:

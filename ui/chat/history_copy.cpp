@@ -27,8 +27,8 @@ BubbleText *messageAt(const QListWidget *list, QPoint position)
     return row ? row->text() : nullptr;
 }
 
-// The menu runs no event loop of its own: a refresh may delete the message meanwhile, then there is still its
-// text to copy, and nothing to select.
+// The menu runs no event loop of its own, so a refresh may delete the message while the menu is open. Its
+// text can be copied even then, because the menu has a copy. Nothing can be selected any more.
 void showMenu(BubbleText *message, QPoint place, Language language)
 {
     auto *menu = new QMenu(message->window());

@@ -12,9 +12,9 @@ namespace tideloft::ui
 
 class HistoryEntry;
 
-/// The toolkit's own delegate asks the style sheet where the text of an entry is, for every widget, and each
-/// time. A history's entry has no text of its own: its widget fills it. Entries of other kinds are left to
-/// the toolkit.
+/// The toolkit's own delegate asks the style sheet for the place of an entry's text whenever it places the
+/// entry's widget. An entry of a history has no text of its own: its widget fills the entry. Entries of other
+/// kinds are left to the toolkit.
 class HistoryDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

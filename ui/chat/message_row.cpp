@@ -33,8 +33,8 @@ QLabel *makeAvatar(const QString &sender, QWidget *row)
     return avatar;
 }
 
-// The avatar's place in the rows of a group that show none. Unlike a stretch it keeps its distance from its
-// neighbour; unlike a widget it costs nothing.
+// The empty place of the avatar, in rows of a group that show no avatar. The layout puts its spacing beside
+// this place, which it does not beside a stretch, and the place costs no widget.
 class AvatarSpace : public QSpacerItem
 {
 public:

@@ -14,8 +14,8 @@ namespace tideloft::ui
 namespace
 {
 
-/// Lays out what stands in LAYOUT, the innermost first: left until it is shown, each part would have all
-/// around it laid out once more.
+/// Lays out what stands in LAYOUT, the innermost parts first. If that waited until the parts are shown, each
+/// of them would make all layouts around it run once more.
 void layOut(QLayout *layout)
 {
     if (!layout)
@@ -27,7 +27,7 @@ void layOut(QLayout *layout)
     layout->activate();
 }
 
-// An entry makes room even for a value that is none.
+// An entry takes memory even for an invalid value, so an invalid value only replaces another one.
 void setEntryData(QListWidgetItem *entry, int role, const QVariant &value)
 {
     if (value.isValid() || entry->data(role).isValid())

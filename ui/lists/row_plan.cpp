@@ -32,7 +32,7 @@ void fixOrder(QList<RowPlace> &places)
         places[i].isFixed = true;
 }
 
-/// For each place the entry that the next place in fixed order has, COUNT behind the last of them.
+/// For each place, the entry of the first fixed place from there on; COUNT where no fixed place follows.
 QList<int> nextFixedEntries(const QList<RowPlace> &places, int count)
 {
     QList<int> entries(places.size());
@@ -45,7 +45,8 @@ QList<int> nextFixedEntries(const QList<RowPlace> &places, int count)
     return entries;
 }
 
-/// Gives unused entries to rows without one that stand between the same two fixed ones, in their order.
+/// Gives unused entries to rows that have none. Entry and row must lie between the same two fixed entries,
+/// and the entries keep their order.
 void reuseEntries(QList<RowPlace> &places, QList<bool> &isUsed)
 {
     const QList<int> limits = nextFixedEntries(places, int(isUsed.size()));

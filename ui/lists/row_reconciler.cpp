@@ -83,7 +83,8 @@ int EntryMover::insertFrom(int index)
 void EntryMover::bringTo(int index)
 {
     const RowPlace &place = places.at(index);
-    // What stands before an entry of fixed order will be fetched when its own turn comes.
+    // Entries that still stand before a fixed entry go to the end. Each is fetched from there when its own
+    // place is filled.
     while (place.isFixed && order.at(index) != place.entry)
         move(index, int(order.size()));
     if (order.at(index) != place.entry)
