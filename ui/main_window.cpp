@@ -24,11 +24,7 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-MainWindow::MainWindow(QWidget *parent)
-    : QMainWindow(parent),
-      outbox(api.deviceId()),
-      reader(api.deviceId()),
-      refreshTimer(new RefreshTimer(this))
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 {
     installAccessibleInterfaces();
     QCoreApplication::installTranslator(&toolkitTranslator);

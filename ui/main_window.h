@@ -97,9 +97,9 @@ private:
     ToolkitTranslator toolkitTranslator;
     QString currentPeer; ///< whose conversation is open; empty when none is
     SignedInUser user;
-    Outbox outbox;
-    MessageReader reader;
-    RefreshTimer *refreshTimer;
+    Outbox outbox{api.deviceId()};
+    MessageReader reader{api.deviceId()};
+    RefreshTimer *refreshTimer = new RefreshTimer(this);
     QStackedWidget *rootStack = nullptr;
     SignInPage *authPage = nullptr;
     MainPage *mainPage = nullptr;
