@@ -28,6 +28,7 @@ python_scripts()
 make_database()
 {
     [[ $tree == "$root" ]] || return 0
+    [[ ! -d $database ]] || find "$database" -name '*.moc_parameters' -delete # of tests that are gone, too
     cmake --preset dev -B "$database" -DCMAKE_CXX_COMPILER_LAUNCHER= -DCMAKE_CXX_FLAGS="${asForGcc[*]}" \
         -DTIDELOFT_PCH=OFF --log-level=WARNING >/dev/null || return
     find "$database" -name AutogenInfo.json -print0 \
