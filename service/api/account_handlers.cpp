@@ -56,14 +56,24 @@ void requireInvitation(const ApiContext &context, Database &database, const QStr
         throw Refusal(403, u"This user name is not invited. Please ask the person who runs the service."_s);
 }
 
+// No two hashes are alike, not even of one password.
+bool isAdded(Database &database, const QString &name, const QByteArray &hash)
+{
+    const std::optional<User> user = findUser(database, name);
+    return user && passwordHash(database, *user) == hash;
+}
+
 Response addAccount(const ApiContext &context, Database &database, const QString &name,
                     const QByteArray &hash)
 {
+    const Response added = jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
+    if (isAdded(database, name, hash)) // before, and nobody knew
+        return added;
     requireInvitation(context, database, name);                      // it may have been revoked meanwhile
     if (!addUser(database, name, hash, context.nowInMilliseconds())) // the name may be taken by now
         refuseTakenName();
     removeInvitation(database, name);
-    return jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
+    return added;
 }
 
 Outcome makeAccount(ApiContext &context, Database &lookUp, const QString &name, const QString &password)
@@ -96,7 +106,7 @@ Outcome registerAccount(ApiContext &context, Database &database, const Request &
 
 // The account may have been disabled or deleted, or its password changed, while this one was hashed.
 Response signIn(const ApiContext &context, Database &database, const User &user, const QByteArray &hash,
-                bool remember)
+                const QByteArray &token, bool remember)
 {
     lockUser(database, user);
     if (passwordHash(database, user) != hash)
@@ -104,7 +114,7 @@ Response signIn(const ApiContext &context, Database &database, const User &user,
     if (stateOf(database, user) != UserState::Active)
         throw Refusal(403, u"This account is disabled. Please ask the person who runs the service."_s);
     Response response = jsonResponse(QJsonObject{{u"username"_s, user.name}});
-    response.headers.append({"Set-Cookie", beginSession(context, database, user, remember)});
+    response.headers.append({"Set-Cookie", beginSession(context, database, user, token, remember)});
     return response;
 }
 
@@ -118,8 +128,8 @@ Outcome checkPassword(const ApiContext &context, Database &lookUp, const QString
         const bool matches = passwordMatches(password, hash);
         if (!user || !matches)
             refuseWrong();
-        return [&context, user, hash, remember](Database &database) {
-            return signIn(context, database, *user, hash, remember);
+        return [&context, user, hash, token = newSessionToken(), remember](Database &database) {
+            return signIn(context, database, *user, hash, token, remember);
         };
     }};
 }

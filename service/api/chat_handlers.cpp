@@ -49,8 +49,9 @@ Outcome send(const ApiContext &context, Database &lookUp, const Request &request
     const std::optional<User> recipient = findUser(lookUp, to);
     if (!recipient)
         refuseUnknown();
-    return Change([sender, recipient, message, quota = context.settings.quota](Database &database) {
-        refuseWhatIsNotStored(storeMessage(database, sender, *recipient, message, quota));
+    return Change([sender, recipient, message, quota = context.settings.quota,
+                   tried = std::make_shared<qint64>(0)](Database &database) {
+        refuseWhatIsNotStored(storeMessage(database, sender, *recipient, message, quota, tried.get()));
         return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
     });
 }

@@ -16,7 +16,8 @@ namespace tideloft::service
 class Database;
 
 /// Stores something and gives the reply, which goes out once everything is on the disk. Runs on the writer,
-/// and may run twice. May throw, which undoes what it has stored.
+/// and may run twice, also when the first time was stored: it stores the same once. May throw, which undoes
+/// what it has stored.
 using Change = std::function<Response(Database &)>;
 
 /// What takes long and needs no database, such as hashing a password. May throw.

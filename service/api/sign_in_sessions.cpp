@@ -66,10 +66,14 @@ Outcome onlyWhileActive(const User &user, Outcome outcome)
 
 } // namespace
 
-QByteArray beginSession(const ApiContext &context, Database &database, const User &user, bool remember)
+QByteArray newSessionToken()
 {
-    const QByteArray token =
-        randomBytes(tokenSize).toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
+    return randomBytes(tokenSize).toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
+}
+
+QByteArray beginSession(const ApiContext &context, Database &database, const User &user,
+                        const QByteArray &token, bool remember)
+{
     const qint64 seconds = remember ? 30 * dayInSeconds : dayInSeconds;
     const qint64 now = context.sessionTime();
     addSession(database, tokenHash(token), user, now, now + seconds * 1000);

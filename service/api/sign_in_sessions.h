@@ -12,10 +12,14 @@
 namespace tideloft::service
 {
 
-/// Begins a session and returns the Set-Cookie value that carries it. A remembered session lasts 30 days; any
-/// other lasts 24 hours and its cookie ends with the client. Sessions that have run out are deleted on the
-/// way.
-QByteArray beginSession(const ApiContext &context, Database &database, const User &user, bool remember);
+/// What nobody guesses. A change that runs twice begins the session of one token once.
+QByteArray newSessionToken();
+
+/// Begins a session and returns the Set-Cookie value that carries its token. A remembered session lasts 30
+/// days; any other lasts 24 hours and its cookie ends with the client. Sessions that have run out are deleted
+/// on the way.
+QByteArray beginSession(const ApiContext &context, Database &database, const User &user,
+                        const QByteArray &token, bool remember);
 
 /// False for a request that cannot have a session, whatever is stored.
 bool carriesSession(const Request &request);

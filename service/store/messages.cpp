@@ -47,6 +47,18 @@ Parties partiesOf(Database &database, const User &sender, const User &recipient)
     return found;
 }
 
+// A number that was given in a transaction without an end may be another message's by now.
+bool wasStored(Database &database, const User &sender, const User &recipient, const StoredMessage &message,
+               qint64 number)
+{
+    return number != 0
+           && database
+                  .run(u"SELECT 1 FROM messages WHERE id = ? AND sender_id = ? AND recipient_id = ?"
+                       " AND text = ? AND created_at = ?"_s,
+                       {number, sender.id, recipient.id, message.text, message.createdAt})
+                  .next();
+}
+
 /// What came before the message.
 struct Before {
     bool isStored = false; ///< the message itself
@@ -142,11 +154,13 @@ void countMessage(Database &database, const User &sender, const User &recipient,
 } // namespace
 
 Stored storeMessage(Database &database, const User &sender, const User &recipient,
-                    const StoredMessage &message, const MessageQuota &quota)
+                    const StoredMessage &message, const MessageQuota &quota, qint64 *tried)
 {
     const qint64 size = sizeOf(message);
     Transaction transaction(database);
     const Parties parties = partiesOf(database, sender, recipient);
+    if (wasStored(database, sender, recipient, message, tried ? *tried : 0))
+        return Stored::Before;
     if (!parties.senderIsActive)
         return Stored::NoSender;
     const Before before = whatCameBefore(database, sender, recipient, message);
@@ -157,6 +171,8 @@ Stored storeMessage(Database &database, const User &sender, const User &recipien
         return *refused;
     const qint64 position = parties.lastPosition + 1;
     const qint64 messageId = insertMessage(database, sender, recipient, message, position);
+    if (tried)
+        *tried = messageId;
     rememberLast(database, sender, recipient, messageId);
     countMessage(database, sender, recipient, position, size);
     transaction.commit();

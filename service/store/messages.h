@@ -29,7 +29,9 @@ struct MessageQuota {
 /// a message is kept once. Only an active account sends.
 enum class Stored { Now, Before, NoSender, NoRecipient, TooManyMessages, TooManyBytes, TooManyConversations };
 
+/// TRIED, where it is given, is 0 at first and takes the number of the message. Whoever does not know whether
+/// the message was stored calls with the same number again, and then it is stored once, sealed or not.
 Stored storeMessage(Database &database, const User &sender, const User &recipient,
-                    const StoredMessage &message, const MessageQuota &quota);
+                    const StoredMessage &message, const MessageQuota &quota, qint64 *tried = nullptr);
 
 } // namespace tideloft::service

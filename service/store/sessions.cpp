@@ -44,7 +44,8 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
     lockUser(database, user);
     database.run(u"DELETE FROM sessions WHERE expires_at <= ?"_s, {now - graceTime});
     makeRoom(database, user);
-    database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"_s,
+    database.run(u"INSERT INTO sessions (token_hash, user_id, expires_at) VALUES (?, ?, ?)"
+                 " ON CONFLICT (token_hash) DO NOTHING"_s,
                  {tokenHash, user.id, expiresAt});
     transaction.commit();
 }

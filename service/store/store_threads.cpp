@@ -1,12 +1,10 @@
-// Threads that own a connection each, and group commit.
+// Threads that own a connection each.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/store_threads.h"
 
 #include "service/store/engines.h"
 #include "service/store/schema.h"
-
-#include <QRandomGenerator>
 
 #include <algorithm>
 #include <chrono>
@@ -25,116 +23,6 @@ namespace
 // A commit takes the time of one sync, however much it holds. More than this would keep the first for long.
 constexpr std::size_t mostTogether = 256;
 constexpr std::chrono::milliseconds idleTurn{1000};
-
-using Batch = std::deque<WriteTask>;
-
-// The database cannot be written at all at the moment, so whatever waits would wait for nothing.
-struct CannotBegin {
-    std::exception_ptr failure;
-};
-
-void beginIn(Database &database, std::optional<Transaction> &transaction)
-{
-    try {
-        transaction.emplace(database);
-    } catch (const StorageError &) {
-        throw CannotBegin{std::current_exception()};
-    }
-}
-
-// What the change has thrown, if that is its own affair. What the storage throws concerns all.
-std::exception_ptr changeAlone(Database &database, const WriteTask &task)
-{
-    Transaction part(database);
-    try {
-        task.change(database);
-        part.commit();
-    } catch (const StorageError &) {
-        throw;
-    } catch (...) {
-        return std::current_exception();
-    }
-    return nullptr;
-}
-
-using Committed = std::function<void(std::chrono::nanoseconds)>;
-
-void storeTogether(Database &database, const Batch &batch, const Committed &committed)
-{
-    std::vector<std::exception_ptr> failures;
-    std::optional<Transaction> together;
-    beginIn(database, together);
-    for (const WriteTask &task : batch)
-        failures.push_back(changeAlone(database, task));
-    const auto begin = std::chrono::steady_clock::now();
-    together->commit();
-    committed(std::chrono::steady_clock::now() - begin);
-    for (std::size_t i = 0; i < batch.size(); ++i)
-        batch[i].done(failures[i]);
-}
-
-// Two that met go on after different times, and so does not meet a third with both again.
-void awaitTurn(int attempt)
-{
-    const int most = 1 << std::min(attempt, 6);
-    std::this_thread::sleep_for(std::chrono::milliseconds(QRandomGenerator::global()->bounded(most) + 1));
-}
-
-// What met the change of another process is stored a moment later.
-void storeWithPatience(Database &database, const Batch &batch, const Committed &committed)
-{
-    constexpr int mostAttempts = 20;
-    for (int attempt = 1;; ++attempt) {
-        try {
-            return storeTogether(database, batch, committed);
-        } catch (const StorageError &error) {
-            if (error.kind() != Trouble::Conflict || attempt == mostAttempts)
-                throw;
-        }
-        awaitTurn(attempt);
-    }
-}
-
-// One change that cannot be stored must not take the others with it, so each is then tried by itself.
-void storeOneByOne(Database &database, Batch &batch, const Committed &committed)
-{
-    while (!batch.empty()) {
-        const Batch first{batch.front()};
-        try {
-            storeWithPatience(database, first, committed);
-        } catch (const StorageError &) {
-            first.front().done(std::current_exception());
-        }
-        batch.pop_front();
-    }
-}
-
-void storeAll(Database &database, Batch &batch, const Committed &committed)
-{
-    try {
-        storeWithPatience(database, batch, committed);
-        batch.clear();
-    } catch (const StorageError &) {
-        storeOneByOne(database, batch, committed);
-    }
-}
-
-// Its connection may have been lost since the last task.
-void storeSingle(Database &database, const WriteTask &task)
-{
-    try {
-        try {
-            task.change(database);
-        } catch (const StorageError &error) {
-            if (error.kind() != Trouble::Gone)
-                throw;
-            task.change(database);
-        }
-    } catch (...) {
-        return task.done(std::current_exception());
-    }
-    task.done(nullptr);
-}
 
 /// When the next piece of work is due that has time.
 class BackgroundTurns
@@ -269,7 +157,7 @@ void StoreThreads::writeWith(Database &database, const StoreSettings &settings, 
             if (shared && !batch->empty() && batch->front().single)
                 storeSingle(database, batch->front());
             else if (!batch->empty())
-                storeAll(database, *batch, settings.committed);
+                storeAll(database, *batch, settings.committed, settings.longestDoubt);
         } catch (const CannotBegin &cannot) {
             background.postpone();
             refuse(std::move(*batch), cannot.failure);

@@ -6,6 +6,7 @@
 
 #include "service/store/database.h"
 #include "service/store/database_lock.h"
+#include "service/store/group_commit.h"
 #include "service/threads/bounded_queue.h"
 
 #include <chrono>
@@ -22,16 +23,6 @@ namespace tideloft::service
 /// Looks something up. Must not throw.
 using ReadTask = std::function<void(Database &)>;
 
-struct WriteTask {
-    /// May throw, which undoes what it has changed. Runs again when something beside it could not be stored.
-    std::function<void(Database &)> change;
-    /// Called once: when the change is on the disk, or with what the change has thrown or the disk refused.
-    /// Must not throw.
-    std::function<void(std::exception_ptr failure)> done;
-    /// True for one statement that needs no transaction where several processes write. It may run twice.
-    bool single = false;
-};
-
 /// Work that has time, done in small pieces by the writer when it has nothing else to do or has just
 /// committed.
 struct BackgroundWork {
@@ -47,9 +38,10 @@ struct StoreSettings {
     std::size_t waitingReads = 4096; ///< more are refused
     std::size_t waitingWrites = 1024;
     /// Told of every commit that worked, with its sync to the disk. Called by the writer.
-    std::function<void(std::chrono::nanoseconds duration)> committed = [](std::chrono::nanoseconds) {};
-    BackgroundWork background = {}; ///< none unless there is a `piece`
-    std::size_t writers = 8;        ///< to a database that several may write at a time
+    Committed committed = [](std::chrono::nanoseconds) {};
+    BackgroundWork background = {};                      ///< none unless there is a `piece`
+    std::size_t writers = 8;                             ///< to a database that several may write at a time
+    std::chrono::milliseconds longestDoubt = usualDoubt; ///< of a change whose commit nobody answered
 };
 
 class StoreThreads

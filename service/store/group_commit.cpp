@@ -1,0 +1,172 @@
+// Trying again what may be tried again.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "service/store/group_commit.h"
+
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace tideloft::service
+{
+
+namespace
+{
+
+using std::chrono::steady_clock;
+
+/// How often and how long the same changes are tried again.
+class Patience
+{
+public:
+    explicit Patience(std::chrono::milliseconds mostDoubt) : longestDoubt(mostDoubt) {}
+
+    /// The connection ended during the commit: to store nothing again and to store it again may both be
+    /// wrong, until a new connection shows what was stored.
+    void doubt()
+    {
+        if (!doubtEnds)
+            doubtEnds = steady_clock::now() + longestDoubt;
+    }
+
+    bool lasts(Trouble kind) const
+    {
+        if (doubtEnds)
+            return (kind == Trouble::Gone || kind == Trouble::Conflict) && steady_clock::now() < *doubtEnds;
+        return kind == Trouble::Conflict && attempts < mostAttempts;
+    }
+
+    // Two that met go on after different times, and so does not meet a third with both again.
+    void awaitTurn()
+    {
+        const int most = 1 << std::min(++attempts, 6);
+        std::this_thread::sleep_for(std::chrono::milliseconds(QRandomGenerator::global()->bounded(most) + 1));
+    }
+
+private:
+    static constexpr int mostAttempts = 20;
+
+    const std::chrono::milliseconds longestDoubt;
+    int attempts = 1;
+    std::optional<steady_clock::time_point> doubtEnds;
+};
+
+struct Way {
+    const Committed &committed;
+    std::chrono::milliseconds longestDoubt;
+};
+
+void beginIn(Database &database, std::optional<Transaction> &transaction)
+{
+    try {
+        transaction.emplace(database);
+    } catch (const StorageError &error) {
+        throw CannotBegin{std::current_exception(), error.kind()};
+    }
+}
+
+// What the change has thrown, if that is its own affair. What the storage throws concerns all.
+std::exception_ptr changeAlone(Database &database, const WriteTask &task)
+{
+    Transaction part(database);
+    try {
+        task.change(database);
+        part.commit();
+    } catch (const StorageError &) {
+        throw;
+    } catch (...) {
+        return std::current_exception();
+    }
+    return nullptr;
+}
+
+void commitTogether(Transaction &together, const Way &way, Patience &patience)
+{
+    const auto begin = steady_clock::now();
+    try {
+        together.commit();
+    } catch (const StorageError &error) {
+        if (error.kind() == Trouble::Gone)
+            patience.doubt();
+        throw;
+    }
+    way.committed(steady_clock::now() - begin);
+}
+
+void storeTogether(Database &database, const Batch &batch, const Way &way, Patience &patience)
+{
+    std::vector<std::exception_ptr> failures;
+    std::optional<Transaction> together;
+    beginIn(database, together);
+    for (const WriteTask &task : batch)
+        failures.push_back(changeAlone(database, task));
+    commitTogether(*together, way, patience);
+    for (std::size_t i = 0; i < batch.size(); ++i)
+        batch[i].done(failures[i]);
+}
+
+// What met the change of another process is stored a moment later.
+void storeWithPatience(Database &database, const Batch &batch, const Way &way)
+{
+    for (Patience patience(way.longestDoubt);; patience.awaitTurn()) {
+        try {
+            return storeTogether(database, batch, way, patience);
+        } catch (const StorageError &error) {
+            if (!patience.lasts(error.kind()))
+                throw;
+        } catch (const CannotBegin &cannot) {
+            if (!patience.lasts(cannot.kind))
+                throw;
+        }
+    }
+}
+
+// One change that cannot be stored must not take the others with it, so each is then tried by itself.
+void storeOneByOne(Database &database, Batch &batch, const Way &way)
+{
+    while (!batch.empty()) {
+        const Batch first{batch.front()};
+        try {
+            storeWithPatience(database, first, way);
+        } catch (const StorageError &) {
+            first.front().done(std::current_exception());
+        }
+        batch.pop_front();
+    }
+}
+
+} // namespace
+
+void storeAll(Database &database, Batch &batch, const Committed &committed,
+              std::chrono::milliseconds longestDoubt)
+{
+    const Way way{committed, longestDoubt};
+    try {
+        storeWithPatience(database, batch, way);
+        batch.clear();
+    } catch (const StorageError &) {
+        storeOneByOne(database, batch, way);
+    }
+}
+
+// Its connection may have been lost since the last task.
+void storeSingle(Database &database, const WriteTask &task)
+{
+    try {
+        try {
+            task.change(database);
+        } catch (const StorageError &error) {
+            if (error.kind() != Trouble::Gone)
+                throw;
+            task.change(database);
+        }
+    } catch (...) {
+        return task.done(std::current_exception());
+    }
+    task.done(nullptr);
+}
+
+} // namespace tideloft::service

@@ -1,0 +1,49 @@
+// Storing of changes: together where that is faster, each by itself where one of them fails.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "service/store/database.h"
+
+#include <chrono>
+#include <deque>
+#include <exception>
+#include <functional>
+
+namespace tideloft::service
+{
+
+struct WriteTask {
+    /// May throw, which undoes what it has changed. Runs again when something beside it could not be stored,
+    /// and where nobody knows whether it was: then it must find what it has stored and let that be.
+    std::function<void(Database &)> change;
+    /// Called once: when the change is on the disk, or with what the change has thrown or the disk refused.
+    /// Must not throw.
+    std::function<void(std::exception_ptr failure)> done;
+    /// True for one statement that needs no transaction where several processes write. It may run twice.
+    bool single = false;
+};
+
+using Batch = std::deque<WriteTask>;
+
+/// Told of a commit that worked, with its sync to the disk.
+using Committed = std::function<void(std::chrono::nanoseconds duration)>;
+
+/// The database cannot be written at all at the moment, so whatever waits would wait for nothing.
+struct CannotBegin {
+    std::exception_ptr failure;
+    Trouble kind;
+};
+
+/// How long changes are looked for whose connection ended while they were committed.
+constexpr std::chrono::milliseconds usualDoubt{5000};
+
+/// Stores the changes, tells what became of each, and takes out of BATCH whatever was told. Throws
+/// CannotBegin.
+void storeAll(Database &database, Batch &batch, const Committed &committed,
+              std::chrono::milliseconds longestDoubt = usualDoubt);
+
+/// Runs a single statement outside of a transaction, and tells what became of it.
+void storeSingle(Database &database, const WriteTask &task);
+
+} // namespace tideloft::service
