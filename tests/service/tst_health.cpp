@@ -5,6 +5,7 @@
 #include "tests/service/daemon.h"
 #include "tests/service/http_reply.h"
 #include "tests/service/message_bodies.h"
+#include "tests/service/variable.h"
 #include "tests/support/test_main.h"
 
 #include <QSslSocket>
@@ -14,22 +15,6 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
 using namespace tideloft::tests;
-
-/// A variable that programs which are started meanwhile find in their environment.
-class Variable
-{
-public:
-    Variable(const char *called, const QByteArray &value) : name(called), before(qgetenv(called))
-    {
-        qputenv(name, value);
-    }
-    Q_DISABLE_COPY_MOVE(Variable)
-    ~Variable() { before.isNull() ? qunsetenv(name) : qputenv(name, before); }
-
-private:
-    const char *name;
-    const QByteArray before;
-};
 
 class TestHealth : public QObject
 {
@@ -123,10 +108,7 @@ void TestHealth::readOnlyFilesAreToldAndLoseNothing()
     QFile mark(folder.filePath(u"read-only"_s));
     {
         const Variable place("TIDELOFT_READ_ONLY", mark.fileName().toUtf8());
-        const Variable library("LD_PRELOAD",
-                               READ_ONLY_FILES_NAME); // by its name: blanks in a path would end it
-        const Variable libraries("LD_LIBRARY_PATH", READ_ONLY_FILES_FOLDER);
-        const Variable sanitizer("ASAN_OPTIONS", qgetenv("ASAN_OPTIONS") + ":verify_asan_link_order=0");
+        const Preloaded library(READ_ONLY_FILES_NAME, READ_ONLY_FILES_FOLDER);
         startWithAlice();
     }
     const auto send = [&] { return post("/api/chat/send", plainMessage(u"alice"_s, u"x"_s)); };

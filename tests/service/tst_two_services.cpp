@@ -4,9 +4,9 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/schema.h"
 #include "tests/service/daemon.h"
-#include "tests/service/http_reply.h"
 #include "tests/service/message_bodies.h"
 #include "tests/service/postgresql_cluster.h"
+#include "tests/service/service_call.h"
 #include "tests/support/test_main.h"
 
 #include <atomic>
@@ -35,16 +35,6 @@ private slots:
     void serverThatIsGoneIsToldAndComesBack();
 
 private:
-    static HttpReply call(quint16 port, const QByteArray &method, const QByteArray &target,
-                          const QByteArray &cookie, const QJsonObject &body = {}, const QByteArray &more = {})
-    {
-        const QByteArray text = body.isEmpty() ? QByteArray() : QJsonDocument(body).toJson();
-        HttpClient client(port);
-        return parsedReply(client.exchange(method + ' ' + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
-                                           + "\r\n" + more
-                                           + "Content-Type: application/json\r\nContent-Length: "
-                                           + QByteArray::number(text.size()) + "\r\n\r\n" + text));
-    }
     HttpReply get(const Daemon &at, const QByteArray &target, const QByteArray &cookie,
                   const QByteArray &more = {}) const
     {
