@@ -59,8 +59,8 @@ void requireInvitation(const ApiContext &context, Database &database, const QStr
 // No two hashes are alike, not even of one password.
 bool isAdded(Database &database, const QString &name, const QByteArray &hash)
 {
-    const std::optional<User> user = findUser(database, name);
-    return user && passwordHash(database, *user) == hash;
+    const std::optional<Credentials> known = findCredentials(database, name);
+    return known && known->hash == hash;
 }
 
 Response addAccount(const ApiContext &context, Database &database, const QString &name,
@@ -108,10 +108,10 @@ Outcome registerAccount(ApiContext &context, Database &database, const Request &
 Response signIn(const ApiContext &context, Database &database, const User &user, const QByteArray &hash,
                 const QByteArray &token, bool remember)
 {
-    lockUser(database, user);
-    if (passwordHash(database, user) != hash)
+    const Credentials known = lockCredentials(database, user);
+    if (known.hash != hash)
         refuseWrong();
-    if (stateOf(database, user) != UserState::Active)
+    if (known.state != UserState::Active)
         throw Refusal(403, u"This account is disabled. Please ask the person who runs the service."_s);
     Response response = jsonResponse(QJsonObject{{u"username"_s, user.name}});
     response.headers.append({"Set-Cookie", beginSession(context, database, user, token, remember)});
@@ -122,14 +122,14 @@ Response signIn(const ApiContext &context, Database &database, const User &user,
 Outcome checkPassword(const ApiContext &context, Database &lookUp, const QString &name,
                       const QString &password, bool remember)
 {
-    const std::optional<User> user = findUser(lookUp, name);
-    const QByteArray hash = user ? passwordHash(lookUp, *user) : unmatchableHash(context.settings.scryptCost);
-    return SlowWork{[&context, user, password, hash, remember]() -> Change {
+    const std::optional<Credentials> known = findCredentials(lookUp, name);
+    const QByteArray hash = known ? known->hash : unmatchableHash(context.settings.scryptCost);
+    return SlowWork{[&context, known, password, hash, remember]() -> Change {
         const bool matches = passwordMatches(password, hash);
-        if (!user || !matches)
+        if (!known || !matches)
             refuseWrong();
-        return [&context, user, hash, token = newSessionToken(), remember](Database &database) {
-            return signIn(context, database, *user, hash, token, remember);
+        return [&context, user = known->user, hash, token = newSessionToken(), remember](Database &database) {
+            return signIn(context, database, user, hash, token, remember);
         };
     }};
 }

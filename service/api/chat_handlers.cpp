@@ -68,10 +68,8 @@ VersionedList histories(ApiContext &context)
                 [](const Request &request) {
                     return historySubject(normalizedUserName(peerName(request)).value_or(QString()));
                 },
-            .version = [](Database &database, const Request &request, const User &user) -> qint64 {
-                const std::optional<User> peer = findUserOrDeleted(database, peerName(request));
-                return peer ? historyVersion(database, user, *peer) : 0;
-            },
+            .version = [](Database &database, const Request &request,
+                          const User &user) { return historyVersion(database, user, peerName(request)); },
             .content =
                 [&context, most](Database &database, const Request &request, const User &user) {
                     ItemList items(*context.settings.transfers, user.id);

@@ -22,9 +22,10 @@ constexpr int mostResults = 20;
 
 Response me(Database &database, const User &user)
 {
+    const Profile profile = profileOf(database, user);
     return jsonResponse(QJsonObject{{u"username"_s, user.name},
-                                    {u"bio"_s, bioOf(database, user)},
-                                    {u"avatarUrl"_s, pictureUrl(avatarName(database, user))}});
+                                    {u"bio"_s, profile.bio},
+                                    {u"avatarUrl"_s, pictureUrl(profile.pictureName)}});
 }
 
 Outcome updateProfile(const Request &request, const User &user)

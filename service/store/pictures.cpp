@@ -42,12 +42,6 @@ void replaceIcon(Database &database, qint64 groupRow, const QString &name, const
     transaction.commit();
 }
 
-QString avatarName(Database &database, const User &user)
-{
-    Rows query = database.run(u"SELECT name FROM pictures WHERE user_id = ?"_s, {user.id});
-    return query.next() ? query.value(0).toString() : QString();
-}
-
 // The database knows the length of a picture without reading it.
 qint64 pictureBytes(Database &database, const User &user)
 {

@@ -18,9 +18,6 @@ struct Picture {
 void replaceAvatar(Database &database, const User &user, const QString &name, const Picture &picture);
 void replaceIcon(Database &database, qint64 groupRow, const QString &name, const Picture &picture);
 
-/// The name of the user's picture; empty when there is none.
-QString avatarName(Database &database, const User &user);
-
 /// What the user's picture and the icons of the user's groups take together.
 qint64 pictureBytes(Database &database, const User &user);
 

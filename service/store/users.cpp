@@ -82,10 +82,26 @@ UserState stateOf(Database &database, const User &user)
     return static_cast<UserState>(database.number(u"SELECT state FROM users WHERE id = ?"_s, {user.id}));
 }
 
-QByteArray passwordHash(Database &database, const User &user)
+std::optional<Credentials> findCredentials(Database &database, const QString &name)
 {
-    Rows query = database.run(u"SELECT password FROM users WHERE id = ?"_s, {user.id});
-    return query.next() ? query.value(0).toString().toLatin1() : QByteArray();
+    const std::optional<QString> normalized = normalizedUserName(name);
+    if (!normalized)
+        return std::nullopt;
+    Rows query = database.run(u"SELECT id, password, state FROM users WHERE name = ? AND state <> ?"_s,
+                              {*normalized, static_cast<int>(UserState::Deleted)});
+    if (!query.next())
+        return std::nullopt;
+    return Credentials{{query.value(0).toLongLong(), *normalized},
+                       query.value(1).toString().toLatin1(),
+                       static_cast<UserState>(query.value(2).toInt())};
+}
+
+Credentials lockCredentials(Database &database, const User &user)
+{
+    Rows query = database.run(u"SELECT password, state FROM users WHERE id = ? FOR UPDATE"_s, {user.id});
+    if (!query.next())
+        return {user, {}, UserState::Deleted};
+    return {user, query.value(0).toString().toLatin1(), static_cast<UserState>(query.value(1).toInt())};
 }
 
 bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now)
@@ -103,10 +119,12 @@ bool addUser(Database &database, const QString &name, const QByteArray &hash, qi
     return true;
 }
 
-QString bioOf(Database &database, const User &user)
+Profile profileOf(Database &database, const User &user)
 {
-    Rows query = database.run(u"SELECT bio FROM users WHERE id = ?"_s, {user.id});
-    return query.next() ? query.value(0).toString() : QString();
+    Rows query = database.run(u"SELECT bio, pictures.name FROM users"
+                              " LEFT JOIN pictures ON pictures.user_id = users.id WHERE users.id = ?"_s,
+                              {user.id});
+    return query.next() ? Profile{query.value(0).toString(), query.value(1).toString()} : Profile();
 }
 
 void setBio(Database &database, const User &user, const QString &bio)

@@ -25,15 +25,29 @@ void lockUser(Database &database, const User &user);
 
 UserState stateOf(Database &database, const User &user);
 
-/// The stored hash; empty when there is no such user.
-QByteArray passwordHash(Database &database, const User &user);
+/// What a sign-in is checked against.
+struct Credentials {
+    User user;
+    QByteArray hash; ///< of the password
+    UserState state = UserState::Active;
+};
+
+/// Of a user who is found by any spelling of the name, unless the account was deleted.
+std::optional<Credentials> findCredentials(Database &database, const QString &name);
+
+/// As lockUser() does. The hash is empty when the account was deleted.
+Credentials lockCredentials(Database &database, const User &user);
 
 /// False when the name is taken, also by an account that was deleted. NAME must be normalised; NOW is in
 /// ms since 1970.
 bool addUser(Database &database, const QString &name, const QByteArray &hash, qint64 now);
 
-/// What the user has written about themselves.
-QString bioOf(Database &database, const User &user);
+/// What the user shows of themselves: their own text, and the name of their picture, if they have one.
+struct Profile {
+    QString bio;
+    QString pictureName;
+};
+Profile profileOf(Database &database, const User &user);
 void setBio(Database &database, const User &user, const QString &bio);
 
 /// At most LIMIT names that contain TEXT, which is in small letters, without that of EXCEPT. Names that

@@ -3,7 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/versions.h"
 
+#include "service/store/account_rules.h"
+
 #include <QRandomGenerator>
+
+#include <optional>
 
 namespace tideloft::service
 {
@@ -48,10 +52,14 @@ qint64 groupsVersion(Database &database, const User &user)
     return database.number(u"SELECT groups_version FROM users WHERE id = ?"_s, {user.id});
 }
 
-qint64 historyVersion(Database &database, const User &user, const User &peer)
+qint64 historyVersion(Database &database, const User &user, const QString &peer)
 {
-    return database.number(u"SELECT version FROM conversations WHERE user_id = ? AND peer_id = ?"_s,
-                           {user.id, peer.id});
+    const std::optional<QString> name = normalizedUserName(peer);
+    if (!name)
+        return 0;
+    return database.number(u"SELECT version FROM users JOIN conversations ON peer_id = id"
+                           " WHERE name = ? AND user_id = ?"_s,
+                           {*name, user.id});
 }
 
 void conversationsChanged(Database &database, const User &user)

@@ -18,10 +18,10 @@ QString historySubject(const QString &peer);
 /// A number that is not used again and tells nothing, neither how much nor when.
 qint64 newVersion();
 
-/// Each is 0 when there is nothing yet that could change.
+/// Each is 0 when there is nothing yet that could change. PEER is any spelling of a name.
 qint64 conversationsVersion(Database &database, const User &user);
 qint64 groupsVersion(Database &database, const User &user);
-qint64 historyVersion(Database &database, const User &user, const User &peer);
+qint64 historyVersion(Database &database, const User &user, const QString &peer);
 
 /// To be called in the transaction that changes what they are of.
 void conversationsChanged(Database &database, const User &user);

@@ -53,15 +53,15 @@ void TestStoredAccounts::disabledIsSignedOutAndKeepsEverything()
     QVERIFY(findUser(database(), u"alice"_s));
     enableUser(database(), store->alice);
     QCOMPARE(stateOf(database(), store->alice), UserState::Active);
-    QCOMPARE(passwordHash(database(), store->alice), "hash");
+    QCOMPARE(lockCredentials(database(), store->alice).hash, "hash");
 }
 
 void TestStoredAccounts::newPasswordSignsOut()
 {
     addSession(database(), "a", store->alice, 0, 100);
     setPassword(database(), store->alice, "other");
-    QCOMPARE(passwordHash(database(), store->alice), "other");
-    QCOMPARE(passwordHash(database(), store->bob), "hash");
+    QCOMPARE(lockCredentials(database(), store->alice).hash, "other");
+    QCOMPARE(lockCredentials(database(), store->bob).hash, "hash");
     QVERIFY(!sessionOwner(database(), "a"));
 }
 
@@ -89,8 +89,8 @@ void TestStoredAccounts::deletedLeavesNothingOfItsOwn()
     for (const QString &table : {u"sessions"_s, u"device_keys"_s, u"pictures"_s, u"chat_groups"_s,
                                  u"group_members"_s, u"messages"_s, u"conversations"_s})
         QVERIFY2(rows(table) == 0, qPrintable(table));
-    QCOMPARE(bioOf(database(), store->alice), QString());
-    QCOMPARE(passwordHash(database(), store->alice), QByteArray());
+    QCOMPARE(profileOf(database(), store->alice).bio, QString());
+    QCOMPARE(lockCredentials(database(), store->alice).hash, QByteArray());
     QCOMPARE(problemsOf(database()), QStringList());
 }
 
@@ -98,11 +98,12 @@ void TestStoredAccounts::deletedLeavesWhatOthersHave()
 {
     store->send(store->alice, store->bob, u"one"_s, 2);
     store->send(store->bob, store->alice, u"two"_s, 3);
-    const qint64 before = historyVersion(database(), store->bob, store->alice);
+    const qint64 before = historyVersion(database(), store->bob, store->alice.name);
     deleteUser(database(), store->alice);
     QCOMPARE(store->history(store->bob, store->alice), "one two");
     QCOMPARE(store->conversations(store->bob), "alice:two");
-    QCOMPARE(historyVersion(database(), store->bob, store->alice), before); // nothing has changed for bob
+    QCOMPARE(historyVersion(database(), store->bob, store->alice.name),
+             before); // nothing has changed for bob
     QVERIFY(!findUser(database(), u"alice"_s));
     QCOMPARE(findUserOrDeleted(database(), u"Alice"_s)->id, store->alice.id);
     QCOMPARE(findNames(database(), u"alice"_s, store->bob, 9), QStringList());
@@ -131,7 +132,7 @@ void TestStoredAccounts::othersWriteBetweenThePiecesOfADeletion()
         QCOMPARE(stateOf(other, store->alice), UserState::Disabled);
     });
     QVERIFY(pieces >= 2);
-    QCOMPARE(bioOf(database(), store->bob), QString::number(pieces));
+    QCOMPARE(profileOf(database(), store->bob).bio, QString::number(pieces));
     QCOMPARE(rows(u"messages"_s), 0);
     QCOMPARE(stateOf(database(), store->alice), UserState::Deleted);
 }

@@ -97,9 +97,9 @@ void TestOldVersions::everythingIsKept()
     QCOMPARE(problemsOf(database), QStringList());
     const User alice = findUser(database, u"alice"_s).value();
     const User bob = findUser(database, u"bob"_s).value();
-    QVERIFY(passwordMatches(u"a good password"_s, passwordHash(database, alice)));
+    QVERIFY(passwordMatches(u"a good password"_s, lockCredentials(database, alice).hash));
     QCOMPARE(stateOf(database, alice), UserState::Active);
-    QCOMPARE(bioOf(database, alice), u"I sail."_s);
+    QCOMPARE(profileOf(database, alice).bio, u"I sail."_s);
     QCOMPARE(deviceKeys(database, alice).value(0).deviceName, u"Desk"_s);
     QCOMPARE(textsBetween(database, bob, alice).last(), u"it's me \U0001F44B"_s.toUtf8());
     QCOMPARE(textsBetween(database, bob, bob), QByteArrayList{"a note to myself"});
@@ -114,7 +114,7 @@ void TestOldVersions::everythingIsKept()
         return;
     QCOMPARE(groupsOf(database, alice).value(0).name, u"Chess"_s);
     QVERIFY(findPicture(database, groupsOf(database, alice).value(0).iconName));
-    QVERIFY(findPicture(database, avatarName(database, alice)));
+    QVERIFY(findPicture(database, profileOf(database, alice).pictureName));
 }
 
 void TestOldVersions::countsAreThoseOfTheMessages()

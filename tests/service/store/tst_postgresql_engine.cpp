@@ -73,7 +73,7 @@ void TestPostgresqlEngine::everySignIsKept()
     addUser(database, u"alice"_s, "hash", 1);
     const User alice = findUser(database, u"alice"_s).value();
     setBio(database, alice, text);
-    QCOMPARE(bioOf(database, alice), text);
+    QCOMPARE(profileOf(database, alice).bio, text);
     QCOMPARE(database.number(u"SELECT length(CAST(bio AS BLOB)) FROM users"_s), text.toUtf8().size());
     QVERIFY(database.run(u"SELECT 1 FROM users WHERE bio = ?"_s, {text}).next());
 }
@@ -142,7 +142,7 @@ void TestPostgresqlEngine::olderDatabaseIsKept()
     Store upgraded(place);
     requireCurrentVersion(upgraded);
     const User alice = findUser(upgraded, u"alice"_s).value();
-    QCOMPARE(bioOf(upgraded, alice), u"I sail."_s);
+    QCOMPARE(profileOf(upgraded, alice).bio, u"I sail."_s);
     QCOMPARE(upgraded.number(u"SELECT count(*) FROM sessions"_s), 2);
     QCOMPARE(invitations(upgraded).size(), 1);
     QByteArrayList texts;

@@ -70,7 +70,7 @@ void TestRetention::conversationEndsWithItsLastMessage()
     QCOMPARE(removeMessagesBefore(database(), 20, 100), 2);
     QCOMPARE(store->conversations(store->alice), "carol:two");
     QCOMPARE(store->conversations(store->bob), QByteArray());
-    QCOMPARE(historyVersion(database(), store->bob, store->alice), 0);
+    QCOMPARE(historyVersion(database(), store->bob, store->alice.name), 0);
     store->send(store->bob, store->alice, u"again"_s, 40);
     QCOMPARE(store->conversations(store->alice), "bob:again carol:two");
 }
@@ -91,13 +91,13 @@ void TestRetention::listsHaveOtherVersionsAfterwards()
     store->send(store->alice, store->bob, u"two"_s, 30);
     StoreCache cache;
     database().use(cache);
-    const qint64 history = historyVersion(database(), store->bob, store->alice);
+    const qint64 history = historyVersion(database(), store->bob, store->alice.name);
     const qint64 list = conversationsVersion(database(), store->bob);
     removeMessagesBefore(database(), 20, 100);
-    QVERIFY(historyVersion(database(), store->bob, store->alice) != history);
+    QVERIFY(historyVersion(database(), store->bob, store->alice.name) != history);
     QVERIFY(conversationsVersion(database(), store->bob) != list);
     QCOMPARE(cache.versions.find({store->bob.id, historySubject(u"alice"_s)}).value_or(0),
-             historyVersion(database(), store->bob, store->alice));
+             historyVersion(database(), store->bob, store->alice.name));
     QCOMPARE(cache.versions.find({store->bob.id, conversationsSubject()}).value_or(0),
              conversationsVersion(database(), store->bob));
 }
@@ -106,9 +106,9 @@ void TestRetention::conversationsThatLoseNothingKeepTheirVersion()
 {
     store->send(store->alice, store->bob, u"one"_s, 10);
     store->send(store->carol, store->bob, u"two"_s, 30);
-    const qint64 before = historyVersion(database(), store->carol, store->bob);
+    const qint64 before = historyVersion(database(), store->carol, store->bob.name);
     removeMessagesBefore(database(), 20, 100);
-    QCOMPARE(historyVersion(database(), store->carol, store->bob), before);
+    QCOMPARE(historyVersion(database(), store->carol, store->bob.name), before);
 }
 
 void TestRetention::quotasAreGivenBack()

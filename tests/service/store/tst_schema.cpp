@@ -90,7 +90,7 @@ void TestSchema::firstVersionIsUpgradedWithItsContent()
         const std::optional<User> alice = findUser(database, u"alice"_s);
         const std::optional<User> bob = findUser(database, u"bob"_s);
         QVERIFY(alice && bob);
-        QCOMPARE(passwordHash(database, *alice), QByteArray("hash a"));
+        QCOMPARE(lockCredentials(database, *alice).hash, QByteArray("hash a"));
         QByteArrayList texts;
         const auto keepText = [&texts](const MessageRow &row) {
             texts << row.text;
@@ -100,8 +100,8 @@ void TestSchema::firstVersionIsUpgradedWithItsContent()
         visitConversations(database, *bob, 9, keepText);
         QCOMPARE(texts, (QByteArrayList{"hello", "hello"}));
         QVERIFY(conversationsVersion(database, *bob) != 0);
-        QVERIFY(historyVersion(database, *bob, *alice) != 0);
-        QVERIFY(historyVersion(database, *bob, *alice) != historyVersion(database, *alice, *bob));
+        QVERIFY(historyVersion(database, *bob, alice->name) != 0);
+        QVERIFY(historyVersion(database, *bob, alice->name) != historyVersion(database, *alice, bob->name));
         QCOMPARE(database.number(u"SELECT message_count FROM users WHERE id = 1"_s), 1);
         QCOMPARE(database.number(u"SELECT message_bytes FROM users WHERE id = 1"_s),
                  9);                                          // "hello", "[]", "[]"
@@ -109,7 +109,7 @@ void TestSchema::firstVersionIsUpgradedWithItsContent()
         const QString name = u"chess-%1"_s.arg(opening);
         QVERIFY(addGroup(database, *alice, {name, u"Chess"_s, {}, {}}, 8));
         replaceAvatar(database, *alice, name, {"image/png", "png"});
-        QCOMPARE(avatarName(database, *alice), name);
+        QCOMPARE(profileOf(database, *alice).pictureName, name);
     }
 }
 

@@ -1,0 +1,96 @@
+// How often a request asks a server: each time is a way there and back, and the commonest requests go it
+// twice.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "tests/service/api_fixture.h"
+#include "tests/service/message_bodies.h"
+#include "tests/service/stored_session.h"
+#include "tests/support/test_main.h"
+
+using namespace Qt::StringLiterals;
+using namespace tideloft::service;
+using namespace tideloft::tests;
+
+class TestStatementCount : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase() { api.reset(); }
+    void requestTakesFewStatements_data();
+    void requestTakesFewStatements();
+
+private:
+    Response call(const QByteArray &method, const QByteArray &target, const QByteArray &tag = {}) const
+    {
+        Request request{method, target, "application/json", alice, {}, "peer"};
+        request.ifNoneMatch = tag;
+        return ApiFixture::finish(api->handle(request));
+    }
+    static QByteArray tagOf(const Response &response)
+    {
+        for (const auto &[name, value] : response.headers) {
+            if (name == "ETag")
+                return value;
+        }
+        return {};
+    }
+    static qsizetype statements()
+    {
+        return PostgresqlCluster::ofThisProcess().log().count("LOG:  statement: ");
+    }
+
+    std::unique_ptr<Api> api;
+    QByteArray alice;
+};
+
+void TestStatementCount::initTestCase()
+{
+    const QString place = PostgresqlCluster::ofThisProcess().newPlace();
+    {
+        Store database(place);
+        alice = storeSession(database, u"alice"_s);
+    }
+    StoreSettings storage{place + u"%20-clog_statement%3Dall"_s, 1};
+    storage.writers = 1;
+    api = std::make_unique<Api>(storage, ApiSettings());
+    const QByteArray body = QJsonDocument(plainMessage(u"alice"_s, u"hello"_s)).toJson();
+    QCOMPARE(
+        ApiFixture::finish(api->handle({"POST", "/api/chat/send", "application/json", alice, body, "peer"}))
+            .status,
+        201);
+}
+
+void TestStatementCount::requestTakesFewStatements_data()
+{
+    QTest::addColumn<QByteArray>("target");
+    QTest::addColumn<bool>("isKnown");
+    QTest::addColumn<int>("count");
+    QTest::newRow("profile: session, profile") << QByteArray("/api/me") << false << 2;
+    QTest::newRow("unchanged history: session, version")
+        << QByteArray("/api/chat/history/alice") << true << 2;
+    QTest::newRow("changed history: session, version, user, messages")
+        << QByteArray("/api/chat/history/alice") << false << 4;
+    QTest::newRow("unchanged conversations: session, version")
+        << QByteArray("/api/chat/conversations") << true << 2;
+    QTest::newRow("changed conversations: session, version, messages")
+        << QByteArray("/api/chat/conversations") << false << 3;
+}
+
+// What is repeated was prepared the first time.
+void TestStatementCount::requestTakesFewStatements()
+{
+    QFETCH(QByteArray, target);
+    QFETCH(bool, isKnown);
+    QFETCH(int, count);
+    const Response first = call("GET", target);
+    QCOMPARE(first.status, 200);
+    const QByteArray tag = isKnown ? tagOf(first) : QByteArray();
+    const qsizetype before = statements();
+    QCOMPARE(call("GET", target, tag).status, isKnown ? 304 : 200);
+    QCOMPARE(statements() - before, count);
+}
+
+TIDELOFT_TEST_MAIN(TestStatementCount)
+#include "tst_statement_count.moc"
