@@ -28,10 +28,8 @@ private slots:
     void listsHaveOtherVersionsAfterwards();
     void conversationsThatLoseNothingKeepTheirVersion();
     void quotasAreGivenBack();
-    void roomIsUsedAgain();
     void writerDoesItBetweenOtherWork();
     void failingPieceIsTriedAgain();
-    void workThatHasTimeWaitsWhileOthersHoldTheDatabase();
 
 private:
     Database &database() const { return store->database; }
@@ -126,24 +124,11 @@ void TestRetention::quotasAreGivenBack()
     QCOMPARE(counted(u"message_bytes"_s), 0);
 }
 
-void TestRetention::roomIsUsedAgain()
-{
-    const QString text(20'000, u'x');
-    for (int i = 0; i < 50; ++i)
-        store->send(store->alice, store->bob, text, 10);
-    const qint64 full = database().pragma(u"page_count"_s).toLongLong();
-    QCOMPARE(removeMessagesBefore(database(), 20, 100), 50);
-    QVERIFY(database().pragma(u"freelist_count"_s).toLongLong() > full / 2);
-    for (int i = 0; i < 50; ++i)
-        store->send(store->alice, store->bob, text, 30);
-    QVERIFY(database().pragma(u"page_count"_s).toLongLong() <= full + 5);
-}
-
 void TestRetention::writerDoesItBetweenOtherWork()
 {
     for (int i = 0; i < 30; ++i)
         store->send(store->alice, store->bob, QString::number(i), 10);
-    StoreSettings settings{store->file()};
+    StoreSettings settings{store->place()};
     settings.background.piece = [](Database &writer) { return removeMessagesBefore(writer, 20, 4) == 4; };
     settings.background.betweenPieces = settings.background.whenDone = std::chrono::milliseconds(1);
     StoreThreads threads(settings);
@@ -159,7 +144,7 @@ void TestRetention::writerDoesItBetweenOtherWork()
 
 void TestRetention::failingPieceIsTriedAgain()
 {
-    StoreSettings settings{store->file()};
+    StoreSettings settings{store->place()};
     std::atomic<int> tried = 0;
     settings.background.piece = [&tried](Database &) -> bool {
         ++tried;
@@ -168,31 +153,6 @@ void TestRetention::failingPieceIsTriedAgain()
     settings.background.whenDone = std::chrono::milliseconds(1);
     const StoreThreads threads(settings);
     QTRY_VERIFY(tried > 2);
-}
-
-// The second change comes while the first is told that it is refused.
-void TestRetention::workThatHasTimeWaitsWhileOthersHoldTheDatabase()
-{
-    std::atomic<int> pieces = 0;
-    StoreSettings settings{store->file()};
-    settings.background.piece = [&pieces](Database &) { return ++pieces < 0; };
-    settings.background.whenDone = std::chrono::milliseconds(0);
-    StoreThreads threads(settings);
-    const Transaction held(database());
-    Semaphore done;
-    int before = -1;
-    int after = -1;
-    const auto nothing = [](Database &) {};
-    threads.write({nothing, [&](const std::exception_ptr &) {
-                       before = pieces;
-                       threads.write({nothing, [&](const std::exception_ptr &) {
-                                          after = pieces;
-                                          done.release();
-                                      }});
-                   }});
-    done.acquire();
-    QCOMPARE(after, before);
-    QVERIFY(before >= 0);
 }
 
 TIDELOFT_TEST_MAIN(TestRetention)

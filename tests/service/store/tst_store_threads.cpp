@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/schema.h"
+#include "tests/service/chosen_storage.h"
+#include "tests/service/store/stored_users.h"
 #include "tests/service/store/written_change.h"
 #include "tests/support/test_main.h"
 
@@ -10,174 +12,115 @@
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
-using tideloft::tests::isStored;
-using tideloft::tests::Semaphore;
-using tideloft::tests::write;
-using tideloft::tests::WriteOutcome;
+using namespace tideloft::tests;
 
 class TestStoreThreads : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init() { directory.reset(new QTemporaryDir); }
-    void fileThatCannotBeOpenedIsToldAtOnce();
+    void init()
+    {
+        directory.reset(new QTemporaryDir);
+        storage.reset(new ChosenStorage);
+    }
     void writesAreReadByEveryReader();
-    void whatWaitsTogetherIsCommittedTogether();
     void refusedChangeLeavesTheOthers();
     void brokenChangeLeavesTheOthers();
     void failureOfTheWriterItselfIsTold();
     void acknowledgedIsOnTheDisk();
     void readersCannotWrite();
-    void lockedDatabaseRefusesWritesAndAllowsReads();
     void fullQueueRefuses();
     void writesUnderWayAreFinishedAtTheEnd();
     void manyThreadsAtOnce();
 
 private:
-    QString file() const { return directory->filePath(u"test.sqlite"_s); }
-    static void insert(Database &database, const QString &name)
+    QString place() const { return storage->place(directory->filePath(u"test.sqlite"_s)); }
+
+    /// What waits behind the gate is made by the same writer, on both storages.
+    StoreSettings oneWriter() const
     {
-        database.run(u"INSERT INTO users (name, password, created_at) VALUES (?, '', 0)"_s, {name});
+        StoreSettings settings{place()};
+        settings.writers = 1;
+        return settings;
     }
-    static qint64 users(Database &database) { return database.number(u"SELECT count(*) FROM users"_s); }
-    qint64 usersInFile() const
+    qint64 usersInPlace() const
     {
-        Database other(file(), Database::Access::ReadOnly);
-        return users(other);
+        Database other(place(), Database::Access::ReadOnly);
+        return userCount(other);
     }
 
-    static qint64 count(StoreThreads &store)
-    {
-        Semaphore done;
-        qint64 result = -1;
-        store.read([&](Database &database) {
-            result = users(database);
-            done.release();
-        });
-        done.acquire();
-        return result;
-    }
-
+    QScopedPointer<ChosenStorage> storage;
     QScopedPointer<QTemporaryDir> directory;
 };
 
-/// Keeps the writer busy until it is let go, so that what comes meanwhile waits together.
-class Gate
-{
-public:
-    std::function<void(Database &)> change()
-    {
-        return [this](Database &) {
-            closed.release();
-            opened.acquire();
-        };
-    }
-    void awaitWriter() { closed.acquire(); }
-    void open() { opened.release(); }
-
-private:
-    Semaphore closed;
-    Semaphore opened;
-};
-
-void TestStoreThreads::fileThatCannotBeOpenedIsToldAtOnce()
-{
-    QVERIFY_THROWS_EXCEPTION(StorageError, StoreThreads({u"/dev/null/x"_s}));
-    QFile other(file());
-    QVERIFY(other.open(QIODevice::WriteOnly));
-    other.write(QByteArray(4096, 'x'));
-    other.close();
-    QVERIFY_THROWS_EXCEPTION(StorageError, StoreThreads({file()}));
-}
-
 void TestStoreThreads::writesAreReadByEveryReader()
 {
-    StoreThreads store({file(), 2});
+    StoreThreads store({place(), 2});
     for (int i = 0; i < 20; ++i) {
-        QVERIFY(isStored(write(store, [i](Database &database) { insert(database, QString::number(i)); })));
-        QCOMPARE(count(store), i + 1);
+        QVERIFY(
+            isStored(write(store, [i](Database &database) { insertUser(database, QString::number(i)); })));
+        QCOMPARE(userCount(store), i + 1);
     }
-}
-
-void TestStoreThreads::whatWaitsTogetherIsCommittedTogether()
-{
-    StoreThreads store({file()});
-    Gate gate;
-    const auto first = write(store, gate.change());
-    gate.awaitWriter();
-    QList<std::shared_ptr<WriteOutcome>> others;
-    QList<qint64> seenFromOutside;
-    for (int i = 0; i < 3; ++i) {
-        others << write(store, [&, i](Database &database) {
-            insert(database, QString::number(i));
-            seenFromOutside << usersInFile();
-        });
-    }
-    gate.open();
-    for (const auto &told : others)
-        QVERIFY(isStored(told));
-    QCOMPARE(seenFromOutside, (QList<qint64>{0, 0, 0})); // nothing was committed between them
-    QCOMPARE(usersInFile(), 3);
 }
 
 void TestStoreThreads::refusedChangeLeavesTheOthers()
 {
-    StoreThreads store({file()});
+    StoreThreads store(oneWriter());
     Gate gate;
     write(store, gate.change());
     gate.awaitWriter();
-    const auto before = write(store, [](Database &database) { insert(database, u"before"_s); });
+    const auto before = write(store, [](Database &database) { insertUser(database, u"before"_s); });
     const auto refused = write(store, [](Database &database) {
-        insert(database, u"refused"_s);
+        insertUser(database, u"refused"_s);
         throw std::runtime_error("no");
     });
-    const auto after = write(store, [](Database &database) { insert(database, u"after"_s); });
+    const auto after = write(store, [](Database &database) { insertUser(database, u"after"_s); });
     gate.open();
     QVERIFY(isStored(before));
     QVERIFY(!isStored(refused));
     QVERIFY(isStored(after));
     QVERIFY_THROWS_EXCEPTION(std::runtime_error, std::rethrow_exception(refused->failure));
-    QCOMPARE(usersInFile(), 2);
+    QCOMPARE(usersInPlace(), 2);
 }
 
 void TestStoreThreads::brokenChangeLeavesTheOthers()
 {
-    StoreThreads store({file()});
+    StoreThreads store(oneWriter());
     Gate gate;
     write(store, gate.change());
     gate.awaitWriter();
-    const auto before = write(store, [](Database &database) { insert(database, u"same"_s); });
-    const auto broken = write(store, [](Database &database) { insert(database, u"same"_s); });
-    const auto after = write(store, [](Database &database) { insert(database, u"after"_s); });
+    const auto before = write(store, [](Database &database) { insertUser(database, u"same"_s); });
+    const auto broken = write(store, [](Database &database) { insertUser(database, u"same"_s); });
+    const auto after = write(store, [](Database &database) { insertUser(database, u"after"_s); });
     gate.open();
     QVERIFY(isStored(before));
     QVERIFY(!isStored(broken));
     QVERIFY(isStored(after));
     QVERIFY_THROWS_EXCEPTION(StorageError, std::rethrow_exception(broken->failure));
-    QCOMPARE(usersInFile(), 2);
+    QCOMPARE(usersInPlace(), 2);
 }
 
 // Anything may fail on the way to the disk, not only a change.
 void TestStoreThreads::failureOfTheWriterItselfIsTold()
 {
     bool fails = true;
-    StoreThreads store({.place = file(), .committed = [&fails](std::chrono::nanoseconds) {
+    StoreThreads store({.place = place(), .committed = [&fails](std::chrono::nanoseconds) {
                             if (std::exchange(fails, false))
                                 throw std::bad_alloc();
                         }});
-    QVERIFY(!isStored(write(store, [](Database &database) { insert(database, u"alice"_s); })));
-    QVERIFY(isStored(write(store, [](Database &database) { insert(database, u"bob"_s); })));
+    QVERIFY(!isStored(write(store, [](Database &database) { insertUser(database, u"alice"_s); })));
+    QVERIFY(isStored(write(store, [](Database &database) { insertUser(database, u"bob"_s); })));
 }
 
 void TestStoreThreads::acknowledgedIsOnTheDisk()
 {
-    StoreThreads store({file()});
+    StoreThreads store({place()});
     std::atomic<qint64> seen = -1;
     Semaphore done;
-    store.write({[](Database &database) { insert(database, u"alice"_s); },
+    store.write({[](Database &database) { insertUser(database, u"alice"_s); },
                  [&](const std::exception_ptr &) {
-                     seen = usersInFile();
+                     seen = usersInPlace();
                      done.release();
                  }});
     done.acquire();
@@ -186,12 +129,12 @@ void TestStoreThreads::acknowledgedIsOnTheDisk()
 
 void TestStoreThreads::readersCannotWrite()
 {
-    StoreThreads store({file()});
+    StoreThreads store({place()});
     Semaphore done;
     bool refused = false;
     store.read([&](Database &database) {
         try {
-            insert(database, u"alice"_s);
+            insertUser(database, u"alice"_s);
         } catch (const StorageError &) {
             refused = true;
         }
@@ -201,32 +144,11 @@ void TestStoreThreads::readersCannotWrite()
     QVERIFY(refused);
 }
 
-void TestStoreThreads::lockedDatabaseRefusesWritesAndAllowsReads()
-{
-    StoreThreads store({file()});
-    Store other(file());
-    {
-        const Transaction held(other);
-        QList<std::shared_ptr<WriteOutcome>> told;
-        for (int i = 0; i < 5; ++i)
-            told << write(store, [i](Database &database) { insert(database, QString::number(i)); });
-        QCOMPARE(count(store), 0); // while the writer waits
-        for (const auto &each : told) {
-            QVERIFY(!isStored(each));
-            try {
-                std::rethrow_exception(each->failure);
-            } catch (const StorageError &error) {
-                QVERIFY(error.isTemporary());
-            }
-        }
-    }
-    QVERIFY(isStored(write(store, [](Database &database) { insert(database, u"alice"_s); })));
-    QCOMPARE(count(store), 1);
-}
-
 void TestStoreThreads::fullQueueRefuses()
 {
-    StoreThreads store({file(), 1, 1, 1});
+    StoreSettings settings{place(), 1, 1, 1};
+    settings.writers = 1;
+    StoreThreads store(settings);
     Gate gate;
     const auto first = write(store, gate.change());
     gate.awaitWriter();
@@ -254,31 +176,30 @@ void TestStoreThreads::writesUnderWayAreFinishedAtTheEnd()
     Gate gate;
     QList<std::shared_ptr<WriteOutcome>> told;
     {
-        StoreThreads store({file()});
+        StoreThreads store(oneWriter());
         told << write(store, gate.change());
         gate.awaitWriter();
         for (int i = 0; i < 3; ++i)
-            told << write(store, [i](Database &database) { insert(database, QString::number(i)); });
+            told << write(store, [i](Database &database) { insertUser(database, QString::number(i)); });
         gate.open();
     }
     for (const auto &each : told)
         QVERIFY(isStored(each));
-    QVERIFY(!QFile::exists(file() + u"-wal"_s));
-    QCOMPARE(usersInFile(), 3);
+    QCOMPARE(usersInPlace(), 3);
 }
 
 void TestStoreThreads::manyThreadsAtOnce()
 {
     constexpr int perThread = 50;
-    StoreThreads store({file(), 3});
+    StoreThreads store({place(), 3});
     std::atomic<int> stored = 0;
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&, t] {
             for (int i = 0; i < perThread; ++i) {
                 const QString name = u"%1-%2"_s.arg(t).arg(i);
-                if (isStored(write(store, [name](Database &database) { insert(database, name); }))
-                    && count(store) > 0)
+                if (isStored(write(store, [name](Database &database) { insertUser(database, name); }))
+                    && userCount(store) > 0)
                     ++stored;
             }
         });
@@ -286,7 +207,7 @@ void TestStoreThreads::manyThreadsAtOnce()
     for (std::thread &thread : threads)
         thread.join();
     QCOMPARE(stored, 4 * perThread);
-    QCOMPARE(count(store), 4 * perThread);
+    QCOMPARE(userCount(store), 4 * perThread);
 }
 
 TIDELOFT_TEST_MAIN(TestStoreThreads)
