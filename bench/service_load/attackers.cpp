@@ -43,12 +43,6 @@ int connectedSocket(std::uint16_t port, const std::string &from)
     return descriptor;
 }
 
-std::string addressOf(int network, std::size_t number)
-{
-    return "127." + std::to_string(network) + '.' + std::to_string(number / 250 % 250) + '.'
-           + std::to_string(1 + number % 250);
-}
-
 } // namespace
 
 SlowClient::SlowClient(Loop &owner, Kind wanted, std::uint16_t target, std::string address,

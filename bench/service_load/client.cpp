@@ -10,8 +10,11 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdlib>
+#include <string_view>
 #include <utility>
 
 namespace tideloft::bench
@@ -22,7 +25,7 @@ namespace
 
 constexpr std::size_t keptOfBody = 4096;
 
-sockaddr_in addressOf(const std::string &text, std::uint16_t port)
+sockaddr_in socketAddress(const std::string &text, std::uint16_t port)
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -31,13 +34,17 @@ sockaddr_in addressOf(const std::string &text, std::uint16_t port)
     return address;
 }
 
-std::string valueOf(const std::string &head, const char *name)
+// A balancer may write the names of headers in small letters.
+std::string valueOf(const std::string &head, std::string_view name)
 {
-    const std::size_t begin = head.find(name);
-    if (begin == std::string::npos)
+    const auto isSame = [](unsigned char one, unsigned char other) {
+        return std::tolower(one) == std::tolower(other);
+    };
+    const auto begin = std::search(head.begin(), head.end(), name.begin(), name.end(), isSame);
+    if (begin == head.end())
         return {};
-    const std::size_t value = begin + std::char_traits<char>::length(name);
-    return head.substr(value, head.find('\r', value) - value);
+    const auto value = begin + static_cast<std::ptrdiff_t>(name.size());
+    return {value, std::find(value, head.end(), '\r')};
 }
 
 } // namespace
@@ -62,8 +69,8 @@ void Client::connectNow()
     const int yes = 1;
     setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
     setsockopt(descriptor, IPPROTO_IP, IP_BIND_ADDRESS_NO_PORT, &yes, sizeof yes);
-    const sockaddr_in from = addressOf(where.from, 0);
-    const sockaddr_in to = addressOf("127.0.0.1", where.port);
+    const sockaddr_in from = socketAddress(where.from, 0);
+    const sockaddr_in to = socketAddress("127.0.0.1", where.port);
     if (bind(descriptor, reinterpret_cast<const sockaddr *>(&from), sizeof from) != 0
         || (connect(descriptor, reinterpret_cast<const sockaddr *>(&to), sizeof to) != 0
             && errno != EINPROGRESS)) {

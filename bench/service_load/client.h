@@ -28,6 +28,13 @@ struct Where {
     std::string from = "127.0.0.1";
 };
 
+/// Of very many addresses of this machine one; NETWORK is from 1 to 255.
+inline std::string addressOf(int network, std::size_t number)
+{
+    return "127." + std::to_string(network) + '.' + std::to_string(number / 250 % 250) + '.'
+           + std::to_string(1 + number % 250);
+}
+
 /// Connects when there is something to ask, and again when the connection was lost.
 class Client final : public Watched
 {

@@ -28,6 +28,19 @@ void askAgain(const ClosedLoop &wanted, std::vector<std::unique_ptr<Client>> &cl
 
 } // namespace
 
+Reply replyTo(const Where &where, const std::string &request)
+{
+    Loop loop;
+    Client client(loop, where);
+    Reply got;
+    client.ask(request, [&](const Reply &reply) {
+        got = reply;
+        loop.stop();
+    });
+    loop.run(10);
+    return got;
+}
+
 double repliesASecond(const ClosedLoop &wanted, double seconds)
 {
     Loop loop;

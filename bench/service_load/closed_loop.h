@@ -17,6 +17,9 @@ struct ClosedLoop {
     std::function<bool(const Reply &reply)> check;
 };
 
+/// One whole reply.
+Reply replyTo(const Where &where, const std::string &request);
+
 /// Replies a second as they must be. Ends the program at the first that is not.
 double repliesASecond(const ClosedLoop &wanted, double seconds);
 

@@ -84,7 +84,10 @@ std::vector<std::unique_ptr<Poller>> startPollers(Loop &loop, const Where &where
     std::vector<std::unique_ptr<Poller>> pollers;
     const Time begin = later(0.1);
     for (std::size_t i = 0; i < users.size(); ++i) {
-        pollers.push_back(std::make_unique<Poller>(loop, where, users[i], settings, results));
+        Where own = where;
+        if (settings.apart)
+            own.from = addressOf(5, i);
+        pollers.push_back(std::make_unique<Poller>(loop, own, users[i], settings, results));
         const double share = static_cast<double>(i) / static_cast<double>(users.size());
         pollers.back()->start(later(spread * share, begin));
     }

@@ -19,6 +19,7 @@ struct PollSettings {
     bool withTags = false;        ///< repeat the entity tag of the last reply
     double sendShare = 0;         ///< of all requests
     std::size_t leastBytes = 100; ///< of a whole reply
+    bool apart = false;           ///< each from an address of its own
 };
 
 /// What all pollers of one measurement saw.

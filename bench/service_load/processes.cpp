@@ -29,13 +29,6 @@ quint16 freePort()
     return server.serverPort();
 }
 
-void write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("Could not write %s", qPrintable(path));
-}
-
 // Also when a measurement breaks off.
 void endWithThisProgram(QProcess &process)
 {
@@ -51,10 +44,25 @@ bool answers(quint16 port)
 
 } // namespace
 
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("Could not write %s", qPrintable(path));
+}
+
 Folder::Folder() : directory(QCoreApplication::applicationDirPath() + u"/load-XXXXXX"_s)
 {
     if (!directory.isValid())
         qFatal("Could not make a folder: %s", qPrintable(directory.errorString()));
+}
+
+ClientContext newClientContext()
+{
+    ClientContext context(SSL_CTX_new(TLS_client_method()), &SSL_CTX_free);
+    SSL_CTX_set_mode(context.get(), SSL_MODE_ENABLE_PARTIAL_WRITE | SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER
+                                        | SSL_MODE_RELEASE_BUFFERS);
+    return context;
 }
 
 ServiceProcess::ServiceProcess(const Folder &home, Transport transport, QStringList more)
@@ -63,8 +71,9 @@ ServiceProcess::ServiceProcess(const Folder &home, Transport transport, QStringL
 {
     process.setStandardErrorFile(folder.path(u"service.log"_s));
     endWithThisProgram(process);
-    options << u"--database"_s << folder.path(u"service.sqlite"_s) << u"--connections"_s << u"100000"_s
-            << u"--sign-ins-per-minute"_s << u"0"_s;
+    options << u"--connections"_s << u"100000"_s << u"--sign-ins-per-minute"_s << u"0"_s;
+    if (!options.contains(u"--database"_s))
+        options << u"--database"_s << folder.path(u"service.sqlite"_s);
     if (!options.contains(u"--connections-per-address"_s))
         options << u"--connections-per-address"_s << u"100000"_s;
     if (transport == Transport::Plain)
@@ -78,9 +87,7 @@ ServiceProcess::ServiceProcess(const Folder &home, Transport transport, QStringL
     if (!openssl.waitForFinished() || openssl.exitCode() != 0)
         qFatal("No certificate could be made.");
     options << u"--tls-cert"_s << certificate << u"--tls-key"_s << key;
-    context.reset(SSL_CTX_new(TLS_client_method())); // whom it talks to is not in doubt here
-    SSL_CTX_set_mode(context.get(), SSL_MODE_ENABLE_PARTIAL_WRITE | SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER
-                                        | SSL_MODE_RELEASE_BUFFERS);
+    context = newClientContext();
 }
 
 ServiceProcess::~ServiceProcess()
@@ -127,16 +134,16 @@ double ServiceProcess::residentMiB() const
 Nginx::Nginx(const Folder &folder) : usedPort(freePort())
 {
     const QString configuration = folder.path(u"nginx.conf"_s);
-    write(configuration,
-          u"daemon off; master_process off; error_log stderr; pid %1/nginx.pid;\n"
-          "events { worker_connections 4096; }\n"
-          "http { access_log %1/access.log; sendfile on; tcp_nopush on; types {}\n"
-          " default_type application/json; keepalive_requests 1000000000;\n"
-          " client_body_temp_path %1/body; proxy_temp_path %1/proxy; fastcgi_temp_path %1/fastcgi;\n"
-          " uwsgi_temp_path %1/uwsgi; scgi_temp_path %1/scgi;\n"
-          " server { listen 127.0.0.1:%2; root %1/www; } }\n"_s.arg(folder.path(u"."_s))
-              .arg(usedPort)
-              .toUtf8());
+    writeFile(configuration,
+              u"daemon off; master_process off; error_log stderr; pid %1/nginx.pid;\n"
+              "events { worker_connections 4096; }\n"
+              "http { access_log %1/access.log; sendfile on; tcp_nopush on; types {}\n"
+              " default_type application/json; keepalive_requests 1000000000;\n"
+              " client_body_temp_path %1/body; proxy_temp_path %1/proxy; fastcgi_temp_path %1/fastcgi;\n"
+              " uwsgi_temp_path %1/uwsgi; scgi_temp_path %1/scgi;\n"
+              " server { listen 127.0.0.1:%2; root %1/www; } }\n"_s.arg(folder.path(u"."_s))
+                  .arg(usedPort)
+                  .toUtf8());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     endWithThisProgram(process);
     process.start(u"/usr/sbin/nginx"_s, {u"-c"_s, configuration, u"-e"_s, folder.path(u"nginx.log"_s)});

@@ -24,12 +24,20 @@ private:
     QTemporaryDir directory;
 };
 
+using ClientContext = std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)>;
+
+/// For clients that do not look whom they talk to: that is not in doubt here.
+ClientContext newClientContext();
+
+void writeFile(const QString &path, const QByteArray &content);
+
 class ServiceProcess
 {
 public:
     enum class Transport { Plain, Tls };
 
-    /// The database is "service.sqlite" in FOLDER. No limit holds that one address would meet.
+    /// The database is "service.sqlite" in FOLDER, unless MORE says where it is. No limit holds that one
+    /// address would meet.
     ServiceProcess(const Folder &folder, Transport transport, QStringList more = {});
     Q_DISABLE_COPY_MOVE(ServiceProcess)
     ~ServiceProcess();
@@ -52,7 +60,7 @@ private:
     QStringList options;
     quint16 usedPort = 0;
     QProcess process;
-    std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)> context{nullptr, &SSL_CTX_free};
+    ClientContext context{nullptr, &SSL_CTX_free};
 };
 
 /// Serves the folder's "www", over plain HTTP, with one process and Debian's usual settings.

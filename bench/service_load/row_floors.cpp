@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "bench/figures.h"
 #include "bench/service_load/closed_loop.h"
+#include "bench/service_load/compared.h"
 #include "bench/service_load/processes.h"
 #include "bench/service_load/rows.h"
 #include "bench/service_load/seed.h"
@@ -20,59 +21,6 @@ namespace tideloft::bench
 
 namespace
 {
-
-constexpr int rounds = 5;
-
-/// Medians of rates that were measured in turns.
-struct Compared {
-    double own = 0;
-    double floor = 0;
-    double ratio = 0;
-};
-
-Compared compare(const std::function<double()> &own, const std::function<double()> &floor)
-{
-    std::vector<double> owns;
-    std::vector<double> floors;
-    std::vector<double> ratios;
-    for (int i = 0; i < rounds; ++i) {
-        owns.push_back(own());
-        floors.push_back(floor());
-        ratios.push_back(owns.back() / floors.back());
-    }
-    return {median(owns), median(floors), median(ratios)};
-}
-
-void reportCompared(const QByteArray &figure, const Compared &compared, const QByteArray &floor,
-                    double target)
-{
-    report(figure,
-           rounded(compared.ratio, 3) + " (" + rounded(compared.own, 0) + "/s, " + floor + ' '
-               + rounded(compared.floor, 0) + "/s, median of " + QByteArray::number(rounds)
-               + " rounds in turns)",
-           "at least " + rounded(target, 2), compared.ratio >= target);
-}
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("Could not write %s", qPrintable(path));
-}
-
-// One whole reply, whose body may be of any size.
-Reply replyTo(const Where &where, const std::string &request)
-{
-    Loop loop;
-    Client client(loop, where);
-    Reply got;
-    client.ask(request, [&](const Reply &reply) {
-        got = reply;
-        loop.stop();
-    });
-    loop.run(10);
-    return got;
-}
 
 // How often a second so much can be appended to a file and brought to the disk.
 double syncsASecond(const QString &path, double seconds)

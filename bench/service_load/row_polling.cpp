@@ -2,11 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "bench/figures.h"
-#include "bench/service_load/pollers.h"
+#include "bench/service_load/polling.h"
 #include "bench/service_load/processes.h"
 #include "bench/service_load/rows.h"
-
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -16,58 +14,13 @@ namespace tideloft::bench
 namespace
 {
 
-struct Polling {
-    PollResults results;
-    double residentMiB = 0; ///< the most that was seen
-    double seconds = 0;
-};
-
-void watchMemory(Loop &loop, const ServiceProcess &service, double &most)
-{
-    most = std::max(most, service.residentMiB());
-    loop.at(later(0.5), [&loop, &service, &most] { watchMemory(loop, service, most); });
-}
-
 Polling poll(int clients, const PollSettings &settings, ServiceProcess::Transport transport, double seconds)
 {
     const Folder folder;
     const std::vector<SeededUser> users = seed(folder.path(u"service.sqlite"_s), clients, 100);
     ServiceProcess service(folder, transport);
     service.start();
-    const Where where{service.port(), service.clientContext()};
-    Polling polling;
-    Loop loop;
-    // People do not all start their client in the same moments: each handshake costs a signature.
-    const double spread = settings.interval + clients / 100.0;
-    const auto pollers = startPollers(loop, where, users, settings, polling.results, spread);
-    loop.run(spread + 2 * settings.interval); // all have asked for everything once
-    polling.results = {};
-    watchMemory(loop, service, polling.residentMiB);
-    for (std::size_t i = 0; i < pollers.size(); ++i)
-        pollers[i]->start(
-            later(settings.interval * static_cast<double>(i) / static_cast<double>(pollers.size())));
-    const Time begin = Clock::now();
-    loop.run(seconds);
-    polling.seconds = secondsSince(begin);
-    return polling;
-}
-
-void reportPolling(const QByteArray &figure, Polling &polling, double mostMiB)
-{
-    PollResults &results = polling.results;
-    const double p99 = results.latencies.percentile(0.99);
-    const double rate = static_cast<double>(results.latencies.count()) / polling.seconds;
-    QByteArray target = "no error, p99 under 50 ms";
-    if (mostMiB > 0)
-        target += ", under " + rounded(mostMiB, 0) + " MiB";
-    const bool reached = results.errors == 0 && p99 < 50 && (mostMiB == 0 || polling.residentMiB < mostMiB);
-    report(figure,
-           QByteArray::number(results.errors) + " errors, p99 " + rounded(p99) + " ms, median "
-               + rounded(results.latencies.percentile(0.5)) + " ms, " + rounded(polling.residentMiB, 0)
-               + " MiB (" + rounded(rate, 0) + " requests/s for " + rounded(polling.seconds, 0) + " s)",
-           target, reached);
-    for (const QByteArray &example : results.examples)
-        std::fprintf(stderr, "error: %s\n", example.constData());
+    return pollFor(seconds, {service.port(), service.clientContext()}, users, settings, {&service});
 }
 
 } // namespace
@@ -79,7 +32,7 @@ void measurePolling(bool full)
     reportPolling(QByteArray::number(full ? 1000 : 100)
                       + " clients poll histories of 100 messages every 3 s "
                         "without If-None-Match, 1 % sends",
-                  polling, 143); // 150 MB
+                  polling, 50, 143); // 150 MB
 }
 
 void measureUnchanged(bool full)
@@ -88,7 +41,7 @@ void measureUnchanged(bool full)
         poll(full ? 3000 : 100, {3, true, 0.01}, ServiceProcess::Transport::Tls, full ? 180 : 6);
     reportPolling(QByteArray::number(full ? 3000 : 100)
                       + " clients poll every 3 s with If-None-Match, 1 % sends, TLS",
-                  polling, 0);
+                  polling, 50, 0);
 }
 
 void measureBytes(bool)

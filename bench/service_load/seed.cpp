@@ -66,10 +66,11 @@ service::User addMember(service::Database &database, int index, SeededUser &user
 
 } // namespace
 
-std::vector<SeededUser> seed(const QString &file, int users, int messagesOfTwo)
+std::vector<SeededUser> seed(const QString &place, int users, int messagesOfTwo)
 {
-    service::Store database(file);
-    database.run(u"PRAGMA synchronous = OFF"_s);
+    service::Store database(place);
+    database.run(database.engine().isShared() ? u"SET synchronous_commit = off"_s
+                                              : u"PRAGMA synchronous = OFF"_s);
     std::vector<SeededUser> seeded;
     std::uint64_t number = std::uint64_t{1} << 60U; // apart from those that are sent later
     for (int i = 0; i + 1 < users; i += 2) {

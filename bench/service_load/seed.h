@@ -17,8 +17,8 @@ struct SeededUser {
     std::string cookie;
 };
 
-/// Makes the database FILE with so many users, who are signed in, and so many messages between each two.
-std::vector<SeededUser> seed(const QString &file, int users, int messagesOfTwo);
+/// Makes the database at PLACE with so many users, who are signed in, and so many messages between each two.
+std::vector<SeededUser> seed(const QString &place, int users, int messagesOfTwo);
 
 /// With the headers that the client sends. ETAG may be empty.
 std::string getRequest(const SeededUser &user, const std::string &path, const std::string &etag = {});

@@ -154,7 +154,7 @@ QStringList Haproxy::prepare(const Behind &services)
                                     {"/etc/ssl/certs/ca-certificates.crt", path(u"service.pem"_s).toUtf8()}});
     writeFile(path(u"haproxy.cfg"_s), own);
     writeFile(path(u"global.cfg"_s),
-              "global\n    maxconn 1000\n    stats socket " + path(u"ctl"_s).toUtf8() + "\n");
+              "global\n    maxconn 4000\n    stats socket " + path(u"ctl"_s).toUtf8() + "\n");
     return {u"/usr/sbin/haproxy"_s, u"-db"_s, u"-q"_s, u"-f"_s, path(u"global.cfg"_s), u"-f"_s,
             path(u"haproxy.cfg"_s)};
 }

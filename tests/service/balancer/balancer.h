@@ -3,10 +3,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tests/service/daemon.h"
-
 #include <QList>
 #include <QPair>
+#include <QProcess>
+#include <QTemporaryDir>
 
 namespace tideloft::tests
 {

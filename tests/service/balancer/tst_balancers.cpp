@@ -6,6 +6,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/service/balancer/balancer.h"
 #include "tests/service/balancer/front_client.h"
+#include "tests/service/daemon.h"
 #include "tests/service/message_bodies.h"
 #include "tests/service/picture_material.h"
 #include "tests/service/postgresql_cluster.h"

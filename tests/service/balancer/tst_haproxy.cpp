@@ -5,6 +5,7 @@
 #include "service/store/schema.h"
 #include "tests/service/balancer/balancer.h"
 #include "tests/service/balancer/front_client.h"
+#include "tests/service/daemon.h"
 #include "tests/service/proxy_lines.h"
 #include "tests/support/test_main.h"
 
