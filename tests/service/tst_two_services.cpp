@@ -7,6 +7,7 @@
 #include "tests/service/message_bodies.h"
 #include "tests/service/postgresql_cluster.h"
 #include "tests/service/service_call.h"
+#include "tests/service/stored_session.h"
 #include "tests/support/test_main.h"
 
 #include <atomic>
@@ -54,16 +55,6 @@ private:
             all << message[u"iv"_s].toString().toLatin1();
         return all;
     }
-    QByteArray signUp(const QString &name) const
-    {
-        const QJsonObject user{{u"username"_s, name}, {u"password"_s, u"a good password"_s}};
-        call(one->port(), "POST", "/api/auth/register", {}, user);
-        return call(two->port(), "POST", "/api/auth/login", {}, user)
-            .headers.value("set-cookie")
-            .split(';')
-            .constFirst();
-    }
-
     std::unique_ptr<PostgresqlCluster> cluster;
     std::unique_ptr<Daemon> one;
     std::unique_ptr<Daemon> two;
@@ -79,8 +70,9 @@ void TestTwoServices::init()
     two = std::make_unique<Daemon>();
     for (Daemon *service : {one.get(), two.get()})
         QVERIFY(service->startPlain({u"--database"_s, place, u"--trusted-proxy"_s, u"127.0.0.1"_s}));
-    alice = signUp(u"alice"_s);
-    bob = signUp(u"bob"_s);
+    Database database(place);
+    alice = storeSession(database, u"alice"_s);
+    bob = storeSession(database, u"bob"_s);
 }
 
 void TestTwoServices::whatOneHasStoredTheOtherTellsAtOnce()

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/service/api_fixture.h"
 #include "tests/service/cutting_relay.h"
+#include "tests/service/key_material.h"
 #include "tests/service/message_bodies.h"
 #include "tests/support/test_main.h"
 
@@ -100,6 +101,11 @@ void TestLostCommits::everythingIsStoredOnce_data()
          u"sessions"_s,
          1},
         {"server", "/api/groups", {{u"name"_s, u"Chess"_s}, {u"description"_s, u""_s}}, u"chat_groups"_s, 1},
+        {"device key",
+         "/api/chat/device-key",
+         {{u"deviceId"_s, u"d1"_s}, {u"deviceName"_s, u"Desk"_s}, {u"publicKey"_s, rsaPublicKey(2048)}},
+         u"device_keys"_s,
+         1},
         {"profile", "/api/profile/update", {{u"bio"_s, u"I sail."_s}}, u"users WHERE bio = 'I sail.'"_s, 1},
         {"end of a session", "/api/auth/logout", {}, u"sessions"_s, -1},
     };

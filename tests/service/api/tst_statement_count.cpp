@@ -20,6 +20,7 @@ private slots:
     void cleanupTestCase() { api.reset(); }
     void requestTakesFewStatements_data();
     void requestTakesFewStatements();
+    void wrongPasswordTakesOneForEachLimit();
 
 private:
     Response call(const QByteArray &method, const QByteArray &target, const QByteArray &tag = {}) const
@@ -54,7 +55,9 @@ void TestStatementCount::initTestCase()
     }
     StoreSettings storage{place + u"%20-clog_statement%3Dall"_s, 1};
     storage.writers = 1;
-    api = std::make_unique<Api>(storage, ApiSettings());
+    ApiSettings settings;
+    settings.scryptCost = {16, 8, 1};
+    api = std::make_unique<Api>(storage, settings);
     const QByteArray body = QJsonDocument(plainMessage(u"alice"_s, u"hello"_s)).toJson();
     QCOMPARE(
         ApiFixture::finish(api->handle({"POST", "/api/chat/send", "application/json", alice, body, "peer"}))
@@ -90,6 +93,28 @@ void TestStatementCount::requestTakesFewStatements()
     const qsizetype before = statements();
     QCOMPARE(call("GET", target, tag).status, isKnown ? 304 : 200);
     QCOMPARE(statements() - before, count);
+}
+
+// An attempt that may not go on is looked for, too: how long is there to wait?
+void TestStatementCount::wrongPasswordTakesOneForEachLimit()
+{
+    const QByteArray body =
+        QJsonDocument(QJsonObject{{u"username"_s, u"alice"_s}, {u"password"_s, u"a bad password"_s}})
+            .toJson();
+    const auto signIn = [&] {
+        return ApiFixture::finish(
+            api->handle({"POST", "/api/auth/login", "application/json", {}, body, "peer"}));
+    };
+    QCOMPARE(signIn().status, 401);
+    const qsizetype before = statements();
+    QCOMPARE(signIn().status, 401);
+    QCOMPARE(statements() - before, 3); // address, account, user
+    for (int i = 2; i < 10; ++i)
+        QCOMPARE(signIn().status, 401);
+    QCOMPARE(signIn().status, 429);
+    const qsizetype full = statements();
+    QCOMPARE(signIn().status, 429);
+    QCOMPARE(statements() - full, 2); // the address has had its attempts
 }
 
 TIDELOFT_TEST_MAIN(TestStatementCount)
