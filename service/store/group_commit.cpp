@@ -28,14 +28,14 @@ public:
     /// wrong, until a new connection shows what was stored.
     void doubt()
     {
-        if (!doubtEnds)
+        if (doubtEnds == noDoubt)
             doubtEnds = steady_clock::now() + longestDoubt;
     }
 
     bool lasts(Trouble kind) const
     {
-        if (doubtEnds)
-            return (kind == Trouble::Gone || kind == Trouble::Conflict) && steady_clock::now() < *doubtEnds;
+        if (doubtEnds != noDoubt)
+            return (kind == Trouble::Gone || kind == Trouble::Conflict) && steady_clock::now() < doubtEnds;
         return kind == Trouble::Conflict && attempts < mostAttempts;
     }
 
@@ -48,10 +48,11 @@ public:
 
 private:
     static constexpr int mostAttempts = 20;
+    static constexpr steady_clock::time_point noDoubt = steady_clock::time_point::max();
 
     const std::chrono::milliseconds longestDoubt;
     int attempts = 1;
-    std::optional<steady_clock::time_point> doubtEnds;
+    steady_clock::time_point doubtEnds = noDoubt;
 };
 
 struct Way {
