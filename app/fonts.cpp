@@ -4,8 +4,10 @@
 #include "app/fonts.h"
 
 #include "ui/style/emoji_font.h"
+#include "ui/style/style_sheets.h"
 #include "ui/style/symbol_font.h"
 
+#include <QApplication>
 #include <QFont>
 #include <QFontDatabase>
 #include <QFontInfo>
@@ -37,7 +39,7 @@ const QString &outlines()
 /// A font of letters that is really there, if possible one without emoji: what it has no other font draws.
 /// Fonts of emoji have digits and blanks of their own, wide and hollow: named alone, or first of those that
 /// are installed, one of them would draw every number.
-QString letters()
+QString findLetters()
 {
     for (const QString &family : {u"Open Sans"_s, u"Noto Sans"_s, u"Liberation Sans"_s, u"Roboto"_s,
                                   u"Cantarell"_s, outlines(), u"FreeSans"_s}) {
@@ -52,6 +54,12 @@ QString letters()
     return QRawFont::fromFont(general).familyName();
 }
 
+const QString &letters()
+{
+    static const QString family = findLetters();
+    return family;
+}
+
 } // namespace
 
 // The toolkit's own list of families always has "Sans Serif" and others that stand for what is there.
@@ -63,11 +71,16 @@ bool hasFonts()
 // The font of emoji stands before that of the outlines, which would draw the commonest faces in grey.
 void substituteFonts()
 {
-    const QString first = letters();
+    const QString &first = letters();
     QFont::insertSubstitutions(u"Segoe UI"_s, QStringList{first, pictures(), outlines()});
     QFont::insertSubstitutions(ui::style::symbolFamily(), QStringList{first, outlines()});
     if (QFontDatabase::hasFamily(pictures()))
         QFont::insertSubstitution(ui::style::emojiFamily(), pictures());
+}
+
+void useSheetFont()
+{
+    QApplication::setFont(ui::sheetFont(QApplication::font()));
 }
 
 } // namespace tideloft::app

@@ -13,4 +13,9 @@ bool hasFonts();
 /// colour, also where fonts that draw emoji as outlines are installed. Needs the application object.
 void substituteFonts();
 
+/// Makes the font of the window's style sheet that of the application. A line edit lays out its line as soon
+/// as it is made, when no sheet has reached it yet: for that the toolkit would look for the desktop's own
+/// font.
+void useSheetFont();
+
 } // namespace tideloft::app

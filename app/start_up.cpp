@@ -66,6 +66,7 @@ int run(int argc, char **argv)
     const std::optional<int> language = settings ? settleLanguage(*settings) : askForLanguage();
     if (!language)
         return 0;
+    useSheetFont();
     ui::MainWindow window;
     window.setLanguageIndex(*language);
     window.show();

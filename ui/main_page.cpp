@@ -24,6 +24,12 @@ namespace tideloft::ui
 
 MainPage::MainPage(Language shownLanguage, QWidget *parent) : LazyPage(parent), language(shownLanguage)
 {
+    fillUnstyled([this] { makeParts(); });
+    connectParts();
+}
+
+void MainPage::makeParts()
+{
     railColumn = new Rail(language, this);
     leftSidebar = new Sidebar(language, this);
     sideFooter = new SideFooter(language, leftSidebar);
@@ -32,7 +38,6 @@ MainPage::MainPage(Language shownLanguage, QWidget *parent) : LazyPage(parent), 
     layout->addWidget(railColumn);
     layout->addWidget(leftSidebar);
     layout->addWidget(makeCenter(), 1);
-    connectParts();
 }
 
 // The first page of a stack is measured as it is added, so it is filled afterwards.

@@ -58,6 +58,7 @@ signals:
     void themeChanged(const Theme &theme);
 
 private:
+    void makeParts();
     QWidget *makeCenter();
     void makeSettings();
     void connectParts();

@@ -4,10 +4,13 @@
 #include "app/fonts.h"
 #include "tests/support/test_main.h"
 #include "ui/style/emoji_font.h"
+#include "ui/style/style_sheets.h"
 #include "ui/style/symbol_font.h"
 
 #include <QApplication>
 #include <QFont>
+#include <QLineEdit>
+#include <QMainWindow>
 #include <QRawFont>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +24,7 @@ private slots:
     void symbolsAreNoEmoji();
     void picturesComeFromOneFont();
     void lettersHaveNoEmoji();
+    void widgetsHaveTheSheetsFontFromTheirBeginning();
 };
 
 void TestFonts::lettersThenEmojiThenSymbols()
@@ -54,6 +58,23 @@ void TestFonts::lettersHaveNoEmoji()
     QVERIFY(letters.supportsCharacter(u'1'));
     for (const char32_t emoji : U"⌚⏰⚡⭐✅❤☀☺✈☎♥😀😂😊😍😢🚀🤔🥰")
         QVERIFY2(!emoji || !letters.supportsCharacter(emoji), qPrintable(QString::fromUcs4(&emoji, 1)));
+}
+
+void TestFonts::widgetsHaveTheSheetsFontFromTheirBeginning()
+{
+    QFont heavy = QApplication::font();
+    heavy.setWeight(QFont::Medium);
+    QApplication::setFont(heavy);
+    tideloft::app::useSheetFont();
+    QMainWindow window;
+    auto *field = new QLineEdit(&window);
+    const QFont before = field->font();
+    window.setStyleSheet(tideloft::ui::darkStyleSheet());
+    window.show();
+    QCOMPARE(before.families(), field->font().families());
+    QCOMPARE(before.pixelSize(), field->font().pixelSize());
+    QCOMPARE(before.weight(), QFont::Medium); // what the desktop says beside that stays
+    QCOMPARE(before, field->font());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestFonts)

@@ -249,4 +249,11 @@ const QString &lightStyleSheet()
     return sheet;
 }
 
+QFont sheetFont(QFont font)
+{
+    font.setFamilies({u"Segoe UI"_s, u"system-ui"_s, u"sans-serif"_s});
+    font.setPixelSize(13);
+    return font;
+}
+
 } // namespace tideloft::ui

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QFont>
 #include <QString>
 
 namespace tideloft::ui
@@ -16,5 +17,8 @@ const QString &darkStyleSheet();
 
 /// The light sheet, with the default accent: the dark one's selectors and geometry in other colours.
 const QString &lightStyleSheet();
+
+/// FONT with the families and the size that both sheets give to every widget.
+QFont sheetFont(QFont font);
 
 } // namespace tideloft::ui

@@ -3,13 +3,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QWidget>
 
 namespace tideloft::ui
 {
 
 /// A stack asks all its pages for their sizes, the hidden ones too, and a page answers by styling its widgets
-/// and laying out their texts. This one asks for no room until it is shown for the first time.
+/// and laying out their texts. This one asks for no room until it is shown for the first time. With
+/// fillUnstyled() its widgets have no style before then either, whoever is shown around them.
 class LazyPage : public QWidget
 {
     Q_OBJECT
@@ -28,11 +31,31 @@ public:
     }
     void setVisible(bool visible) override
     {
+        if (visible && !measured)
+            styleAll();
         measured = measured || visible;
         QWidget::setVisible(visible);
     }
 
+protected:
+    /// Calls MAKEPARTS, which makes the page's widgets, and leaves them without a style. For the constructor
+    /// of the page's own class: a widget hands its style to its children only once, and has none yet.
+    template <typename MakeParts> void fillUnstyled(const MakeParts &makeParts)
+    {
+        ensurePolished();
+        makeParts();
+        // Each has asked for a style by an event.
+        for (QWidget *part : findChildren<QWidget *>())
+            QCoreApplication::removePostedEvents(part, QEvent::PolishRequest);
+    }
+
 private:
+    void styleAll()
+    {
+        for (const QWidget *child : findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
+            child->ensurePolished();
+    }
+
     bool measured = false;
 };
 

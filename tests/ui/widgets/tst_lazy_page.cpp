@@ -4,10 +4,13 @@
 #include "tests/support/test_main.h"
 #include "ui/widgets/lazy_page.h"
 
+#include <QApplication>
+#include <QLabel>
 #include <QStackedWidget>
 #include <QTest>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
 using tideloft::ui::LazyPage;
 
 namespace
@@ -28,6 +31,37 @@ public:
     mutable int questions = 0;
 };
 
+/// A page with a frame and a text in the frame; LATE: it leaves them without a style.
+class Texts : public LazyPage
+{
+public:
+    Texts(bool late, QWidget *parent) : LazyPage(parent)
+    {
+        const auto makeParts = [this] {
+            frame = new QFrame(this);
+            text = new QLabel(u"words"_s, frame);
+            (new QVBoxLayout(frame))->addWidget(text);
+            (new QVBoxLayout(this))->addWidget(frame);
+        };
+        if (late)
+            fillUnstyled(makeParts);
+        else
+            makeParts();
+    }
+
+    [[nodiscard]] bool isStyled() const
+    {
+        return frame->testAttribute(Qt::WA_WState_Polished) && text->testAttribute(Qt::WA_WState_Polished);
+    }
+    [[nodiscard]] bool isPartlyStyled() const
+    {
+        return frame->testAttribute(Qt::WA_WState_Polished) || text->testAttribute(Qt::WA_WState_Polished);
+    }
+
+    QFrame *frame = nullptr;
+    QLabel *text = nullptr;
+};
+
 } // namespace
 
 class TestLazyPage : public QObject
@@ -39,6 +73,8 @@ private slots:
     void hiddenPageIsNotMeasured();
     void shownPageHasItsSize();
     void pageKeepsItsSizeWhenItIsHiddenAgain();
+    void partsAreStyledWhenThePageIsShown();
+    void pageStyledLateLooksTheSame();
 
 private:
     std::unique_ptr<QStackedWidget> stack;
@@ -86,6 +122,37 @@ void TestLazyPage::pageKeepsItsSizeWhenItIsHiddenAgain()
     stack->setCurrentWidget(lazy);
     stack->setCurrentWidget(first);
     QCOMPARE(stack->minimumSizeHint(), QSize(300, 200));
+}
+
+void TestLazyPage::partsAreStyledWhenThePageIsShown()
+{
+    auto *late = new Texts(true, stack.get());
+    auto *usual = new Texts(false, stack.get());
+    stack->addWidget(late);
+    stack->addWidget(usual);
+    stack->setStyleSheet(u"QLabel { font-size: 30px; }"_s);
+    QApplication::processEvents();
+    QVERIFY(usual->isStyled());
+    QVERIFY(!late->isPartlyStyled());
+    stack->setCurrentWidget(late);
+    QVERIFY(late->isStyled());
+    QCOMPARE(late->text->font().pixelSize(), 30);
+}
+
+void TestLazyPage::pageStyledLateLooksTheSame()
+{
+    stack->setStyleSheet(u"QFrame { background: red; border: 3px solid blue; padding: 5px; }"
+                         "QLabel { background: white; font-size: 30px; color: green; }"_s);
+    const QList<Texts *> pages{new Texts(true, stack.get()), new Texts(false, stack.get())};
+    QList<QImage> pictures;
+    for (Texts *page : pages) {
+        stack->addWidget(page);
+        stack->setCurrentWidget(page);
+        QApplication::processEvents();
+        pictures.append(stack->grab().toImage());
+    }
+    QVERIFY(pictures.first() == pictures.last());
+    QCOMPARE(pages.first()->text->geometry(), pages.last()->text->geometry());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestLazyPage)
