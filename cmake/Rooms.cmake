@@ -48,6 +48,12 @@ tideloft_header_set(tideloft_widgets_headers LIBRARIES Qt6::Widgets HEADERS ${co
 function(tideloft_precompile_room name)
     get_target_property(libraries ${name} LINK_LIBRARIES)
     tideloft_toolkit_of(parts ${libraries})
+    get_target_property(type ${name} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+        # Headers that are compiled once fit one kind of code. Older versions of the toolkit ask for this one, newer ones
+        # leave programs theirs.
+        target_compile_options(${name} PRIVATE -fPIC)
+    endif()
     if("Qt6::Widgets" IN_LIST parts)
         target_precompile_headers(${name} REUSE_FROM tideloft_widgets_headers)
     elseif(parts)

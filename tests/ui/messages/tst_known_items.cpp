@@ -7,6 +7,7 @@
 
 #include <QRandomGenerator>
 #include <QSet>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::ui;
@@ -121,7 +122,7 @@ void TestKnownItems::otherTermsAreAnotherKey()
     another.ownName = u"eve"_s;
     QVERIFY(readingKey(another, 1) != readingKey(reading, 1));
     another = reading;
-    another.now.setOffsetFromUtc(7'200);
+    another.now.setTimeZone(QTimeZone(7'200));
     QVERIFY(readingKey(another, 1) != readingKey(reading, 1));
 }
 
