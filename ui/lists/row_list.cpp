@@ -44,14 +44,20 @@ void appendRows(QListWidget *list, const QList<ListRow> &rows)
         setRow(list, first + i, rows.at(i));
 }
 
-// A list looks at all its entries again for each new one that its model announces, so the model is silent.
-// Only a screen reader learns of new entries by the announcements.
+// A list would look at all its entries again for each one that its model announces. So the model is silent,
+// and a screen reader is told of all new entries at once.
 void insertEntries(QListWidget *list, int index, int count,
                    const std::function<QListWidgetItem *(int number)> &make)
 {
-    const QSignalBlocker unheard(QAccessible::isActive() ? nullptr : list->model());
+    if (count == 0)
+        return;
+    const QSignalBlocker unheard(list->model());
     for (int number = 0; number < count; ++number)
         list->insertItem(index + number, make(number));
+    QAccessibleTableModelChangeEvent inserted(list, QAccessibleTableModelChangeEvent::RowsInserted);
+    inserted.setFirstRow(index);
+    inserted.setLastRow(index + count - 1);
+    QAccessible::updateAccessibility(&inserted);
 }
 
 void setRow(QListWidget *list, int index, const ListRow &row)
