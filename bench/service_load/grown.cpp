@@ -89,7 +89,10 @@ Preparations preparationsFor(const service::Database &database)
                 {u"TRUNCATE messages, conversations"_s},       // what follows needs no write-ahead log
                 u"SELECT indexname, indexdef FROM pg_indexes WHERE schemaname = current_schema()"
                 " AND tablename = 'messages' AND indexname <> 'messages_pkey'"_s,
-                {u"VACUUM ANALYZE"_s, u"CHECKPOINT"_s}};
+                {u"VACUUM ANALYZE"_s, u"CREATE EXTENSION pg_prewarm"_s,
+                 // as after a day of work, when the indexes are in the server's memory
+                 u"SELECT sum(pg_prewarm(indexrelid)) FROM pg_index WHERE indrelid >= 16384"_s,
+                 u"CHECKPOINT"_s}};
     return {{u"PRAGMA foreign_keys = OFF"_s, u"PRAGMA synchronous = OFF"_s},
             {},
             u"SELECT name, sql FROM sqlite_master WHERE type = 'index' AND tbl_name = 'messages'"_s,

@@ -121,9 +121,9 @@ constexpr int manyInAMoment = 5'000;
 void measureGrowth(bool full)
 {
     const int users = full ? manyUsers : manyInAMoment;
-    const QStringList settings{u"shared_buffers=512MB"_s, u"maintenance_work_mem=512MB"_s,
-                               u"wal_level=minimal"_s,    u"max_wal_senders=0"_s,
-                               u"wal_compression=on"_s,   u"max_wal_size=4GB"_s};
+    const QStringList settings{u"shared_buffers=2GB"_s, u"maintenance_work_mem=512MB"_s,
+                               u"wal_level=minimal"_s,  u"max_wal_senders=0"_s,
+                               u"wal_compression=on"_s, u"max_wal_size=4GB"_s};
     const tests::PostgresqlCluster few(settings);
     const tests::PostgresqlCluster more(settings);
     const tests::PostgresqlCluster many(settings);
