@@ -133,7 +133,8 @@ const QList<OptionEntry> &optionTable()
              "SQLite file that keeps accounts, keys, messages, servers and pictures; made when missing, "
              "readable for its owner only. Or the address of a PostgreSQL database that several processes "
              "share, "
-             "postgresql://USER@HOST/NAME. Default: tideloftd.sqlite in the user's data folder."),
+             "postgresql://USER@HOST/NAME. Default: tideloftd.sqlite in the folder that the system has set "
+             "aside (STATE_DIRECTORY), otherwise in the user's data folder."),
         onOff("quiet", &Options::quiet, "Write warnings and problems only to the standard error output."),
         addresses("trusted-proxy", &Options::trustedProxies,
                   "Addresses of the proxies in front of the service, in numbers, with commas between them. "

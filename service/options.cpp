@@ -100,11 +100,15 @@ Command parseCommandLine(const QStringList &arguments)
     return {options, {}, 0, parser.isSet(u"check-config"_s)};
 }
 
+// A service of the system has a folder of its own, which the system names in the environment.
 QString databasePlace(const Options &options)
 {
     if (!options.database.isEmpty())
         return options.database;
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/tideloftd.sqlite"_s;
+    const QString ownFolder = qEnvironmentVariable("STATE_DIRECTORY");
+    const QString folder =
+        ownFolder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) : ownFolder;
+    return folder + u"/tideloftd.sqlite"_s;
 }
 
 } // namespace tideloft::service

@@ -29,6 +29,7 @@ private slots:
     void commandLineGoesBeforeFile();
     void mistakesOfTheFileAreTold();
     void whatDoesNotGoTogetherIsToldOfBoth();
+    void databaseOfTheSystemsServiceLiesInItsFolder();
 
 private:
     static Command parse(const QString &line)
@@ -260,6 +261,18 @@ void TestOptions::whatDoesNotGoTogetherIsToldOfBoth()
     QCOMPARE(parseWithFile("listen = ::").exitCode, 2);
     QCOMPARE(parseWithFile("tls-cert = c.pem").exitCode, 2);
     QVERIFY(parseWithFile("listen = ::\ntls-cert = c.pem", u"--tls-key k.pem"_s).serve);
+}
+
+void TestOptions::databaseOfTheSystemsServiceLiesInItsFolder()
+{
+    qputenv("STATE_DIRECTORY", "/var/lib/some");
+    QCOMPARE(databasePlace({}), u"/var/lib/some/tideloftd.sqlite"_s);
+    const Command command = parseWithFile("database = postgresql://one,two/chat\n");
+    QVERIFY(command.serve);
+    QCOMPARE(databasePlace(*command.serve), u"postgresql://one,two/chat"_s);
+    qunsetenv("STATE_DIRECTORY");
+    QVERIFY(databasePlace({}).endsWith(u"/tideloftd.sqlite"_s));
+    QVERIFY(!databasePlace({}).startsWith(u"/var/lib/some"_s));
 }
 
 TIDELOFT_TEST_MAIN(TestOptions)
