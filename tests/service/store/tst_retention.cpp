@@ -10,6 +10,7 @@
 #include "tests/support/test_main.h"
 
 #include <atomic>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
@@ -28,6 +29,7 @@ private slots:
     void listsHaveOtherVersionsAfterwards();
     void conversationsThatLoseNothingKeepTheirVersion();
     void quotasAreGivenBack();
+    void twoAtOnceRemoveEachMessageOnce();
     void writerDoesItBetweenOtherWork();
     void failingPieceIsTriedAgain();
 
@@ -122,6 +124,37 @@ void TestRetention::quotasAreGivenBack()
     removeMessagesBefore(database(), 40, 100);
     QCOMPARE(counted(u"message_count"_s), 0);
     QCOMPARE(counted(u"message_bytes"_s), 0);
+}
+
+// As each of several services does, while others send.
+void TestRetention::twoAtOnceRemoveEachMessageOnce()
+{
+    constexpr int old = 60;
+    for (int i = 0; i < old; ++i)
+        store->send(i % 2 == 0 ? store->alice : store->bob, i % 3 == 0 ? store->carol : store->alice,
+                    QString::number(i), 10);
+    std::atomic<int> removed = 0;
+    const auto removeAll = [&] {
+        Database own(store->place());
+        for (int piece = 1; piece != 0;) {
+            try {
+                piece = removeMessagesBefore(own, 20, 7);
+                removed += piece;
+            } catch (const StorageError &error) {
+                piece = error.isTemporary() ? 1 : 0;
+            }
+        }
+    };
+    std::thread first(removeAll);
+    std::thread second(removeAll);
+    first.join();
+    second.join();
+    removed += removeMessagesBefore(database(), 20, old);
+    QCOMPARE(removed.load(), old);
+    QCOMPARE(database().number(u"SELECT count(*) FROM messages"_s), 0);
+    QCOMPARE(database().number(u"SELECT sum(message_count) FROM users"_s), 0);
+    QCOMPARE(database().number(u"SELECT sum(message_bytes) FROM users"_s), 0);
+    QCOMPARE(problemsOf(database()), QStringList());
 }
 
 void TestRetention::writerDoesItBetweenOtherWork()
