@@ -249,10 +249,20 @@ def proxy_seeds():
             "cut_off": proxy_block(0x21, 0x11, v4 + ports)[:-3]}
 
 
+def list_seeds():
+    steps = {"nothing": [], "few": [3], "many": [250], "scrolls": [250, 5, 0, 7, 5, 128, 7, 5, 255],
+             "sizes": [120, 4, 30, 200, 4, 250, 20, 7], "inserts": [200, 0, 128, 200, 0, 0, 255, 3, 5, 64, 3],
+             "removals": [250, 1, 0, 255, 3, 5, 0], "all_go": [100, 1, 0, 255, 3, 0, 0, 9, 3],
+             "changes": [80, 2, 255, 15, 3, 2, 0, 31, 3], "stopped": [250, 6, 5, 10, 3],
+             "narrow": [150, 4, 0, 90, 5, 128, 4, 255, 255, 7, 7], "flat": [90, 4, 100, 0, 5, 0, 4, 100, 200],
+             "unshown": [60, 0, 10, 70, 5, 30, 2, 50, 3, 7, 4, 90, 90, 1, 200, 9, 7]}
+    return {name: bytes(content) for name, content in steps.items()}
+
+
 def main():
     corpora = {"base64": base64_seeds(), "error_body": error_seeds(), "history_rows": row_seeds(),
                "conversation_rows": row_seeds(), "open_message": message_seeds(), "seal_envelope": sealing_seeds(),
-               "key_file": key_seeds(), "reply_cache": array_seeds(),
+               "key_file": key_seeds(), "reply_cache": array_seeds(), "history_list": list_seeds(),
                "proxy_header": proxy_seeds(), "service_exchange": exchange_seeds()}
     for target, seeds in corpora.items():
         folder = FOLDER / "corpus" / target
