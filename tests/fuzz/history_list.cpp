@@ -39,7 +39,7 @@ public:
     [[nodiscard]] bool isAtEnd() const { return at == end; }
     int byte() { return isAtEnd() ? 0 : *at++; }
     /// From 0 to MOST.
-    int upTo(int most) { return int(qint64(byte()) * most / 255); }
+    int atMost(int most) { return int(qint64(byte()) * most / 255); }
 
 private:
     const uint8_t *at;
@@ -115,7 +115,7 @@ void History::show()
 
 void History::changeRow(Input &input)
 {
-    const int index = input.upTo(int(rows.size()) - 1);
+    const int index = input.atMost(int(rows.size()) - 1);
     const int number = input.byte();
     if (!rows.isEmpty())
         rows[index] = rowOf(number);
@@ -123,7 +123,7 @@ void History::changeRow(Input &input)
 
 void History::insertRows(Input &input)
 {
-    const int index = input.upTo(int(rows.size()));
+    const int index = input.atMost(int(rows.size()));
     const int number = input.byte();
     for (int i = 0; i < 1 + number / 64 && rows.size() < 600; ++i)
         rows.insert(index, rowOf(number + i));
@@ -131,7 +131,7 @@ void History::insertRows(Input &input)
 
 void History::removeRows(Input &input)
 {
-    const int index = input.upTo(int(rows.size()));
+    const int index = input.atMost(int(rows.size()));
     rows.remove(index, qMin(qsizetype(input.byte()), rows.size() - index));
 }
 
@@ -156,7 +156,7 @@ void History::step(Input &input)
         break;
     }
     case 5:
-        list.verticalScrollBar()->setValue(input.upTo(list.verticalScrollBar()->maximum()));
+        list.verticalScrollBar()->setValue(input.atMost(list.verticalScrollBar()->maximum()));
         break;
     case 6:
         history->stop();
