@@ -112,7 +112,7 @@ QString RandomHands::actOnWindow()
     if (choose.oneIn(40))
         return changeLook();
     if (choose.oneIn(20))
-        return scrollHistory();
+        return scroll(choose.oneIn(2) ? u"dmList"_s : u"messageList"_s);
     if (front != probe.window.get() || !choose.oneIn(4))
         return useFront(front);
     if (!probe.onMainPage())
@@ -208,11 +208,11 @@ QString RandomHands::openSomebody()
     return u"open somebody"_s;
 }
 
-QString RandomHands::scrollHistory()
+QString RandomHands::scroll(const QString &name)
 {
-    QScrollBar *bar = probe.the<QListWidget>(u"messageList"_s)->verticalScrollBar();
+    QScrollBar *bar = probe.the<QListWidget>(name)->verticalScrollBar();
     bar->setValue(choose.below(bar->maximum() + 1));
-    return u"scroll"_s;
+    return u"scroll "_s + name;
 }
 
 QString RandomHands::writeMessage()

@@ -35,7 +35,7 @@ private:
     QString signIn();
     QString writeMessage();
     QString openSomebody();
-    QString scrollHistory();
+    QString scroll(const QString &name);
     QString changeLook();
     QString chooseSettings();
 

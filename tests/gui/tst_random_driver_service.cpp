@@ -161,6 +161,19 @@ QJsonArray RandomService::longHistory()
     return all;
 }
 
+// More than fit on a screen and around it; the last message of each is sealed.
+QJsonArray RandomService::conversations()
+{
+    QJsonArray all = records({u"peer"_s, u"text"_s, u"createdAt"_s});
+    const int others = !sealed.isEmpty() && choose.oneIn(3) ? 50 + choose.below(500) : 0;
+    for (int number = 0; number < others; ++number) {
+        QJsonObject item = choose.from(sealed);
+        item.insert(u"peer"_s, choose.oneIn(50) ? anyText() : u"peer %1"_s.arg(number));
+        all.append(item);
+    }
+    return all;
+}
+
 void RandomService::answerAtLength(const QByteArray &key)
 {
     service.answer(key, 200, bytesOf(longHistory()));
@@ -173,7 +186,7 @@ QByteArray RandomService::bodyFor(const QByteArray &key)
     if (key.contains("history"))
         return bytesOf(messages());
     if (key.contains("conversations"))
-        return bytesOf(records({u"peer"_s, u"text"_s, u"createdAt"_s}));
+        return bytesOf(conversations());
     if (key.contains("search"))
         return bytesOf(records({u"username"_s}));
     if (key == "GET /api/groups")

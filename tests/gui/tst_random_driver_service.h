@@ -47,6 +47,7 @@ private:
     QByteArray bodyFor(const QByteArray &key);
     QJsonArray messages();
     QJsonArray longHistory();
+    QJsonArray conversations();
     QJsonArray records(const QStringList &members);
     QJsonValue anyValue(int depth);
     QByteArray anyBytes();
