@@ -46,6 +46,23 @@ void setFontFamily(HistoryWindow &window, const QString &family)
     window.list.setStyleSheet(darkStyleSheet() + u"QWidget { font-family: \"%1\"; }"_s.arg(family));
 }
 
+/// Has a scroll bar after every other layout, as if rows were higher where they are wider.
+class RestlessList : public QListWidget
+{
+public:
+    void doItemsLayout() override
+    {
+        const bool hasBar = verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOn;
+        if (isRestless)
+            setVerticalScrollBarPolicy(hasBar ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAlwaysOn);
+        changes += isRestless ? 1 : 0;
+        QListWidget::doItemsLayout();
+    }
+
+    bool isRestless = false;
+    int changes = 0;
+};
+
 } // namespace
 
 class TestHistorySlices : public QObject
@@ -64,6 +81,7 @@ private slots:
     void selectingGoesOnAcrossARefresh();
     void stoppedWorkGoesOnWithTheNextRows();
     void rowsFitBesideAScrollBarThatOtherFontsBring();
+    void slicesEndThoughEachBringsAnotherWidth();
 
 private:
     QList<HistoryRow> rows(int count) { return messages->rows(count); }
@@ -250,6 +268,26 @@ void TestHistorySlices::rowsFitBesideAScrollBarThatOtherFontsBring()
         QCOMPARE(entry->sizeHint(), window.list.itemWidget(entry)->sizeHint());
         QCOMPARE(window.list.visualItemRect(entry).width(), window.list.viewport()->width());
     }
+}
+
+void TestHistorySlices::slicesEndThoughEachBringsAnotherWidth()
+{
+    RestlessList list;
+    list.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    list.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    list.resize(420, 300);
+    list.show();
+    QApplication::processEvents();
+    auto *history = new HistoryList(&list);
+    history->show(rows(300));
+    list.isRestless = true;
+    QTRY_VERIFY_WITH_TIMEOUT(history->isSettled(), 60'000);
+    QVERIFY(list.changes > 1); // it was restless
+    list.isRestless = false;
+    list.verticalScrollBar()->setValue(0);
+    QTRY_VERIFY_WITH_TIMEOUT(history->isSettled(), 60'000);
+    for (int i = 0; i < list.count(); ++i)
+        QVERIFY(static_cast<HistoryEntry *>(list.item(i))->isMeasured());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestHistorySlices)
