@@ -76,6 +76,7 @@ QString origin(const Options &options, std::uint16_t port)
 void serve(const Options &options)
 {
     allowManyFiles();
+    keepNoLargeMemory();
     outliveFailedWrites();
     Counters counters;
     ServerSettings settings = serverSettings(options, counters);

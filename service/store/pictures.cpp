@@ -5,6 +5,8 @@
 
 #include "service/store/versions.h"
 
+#include <mutex>
+
 namespace tideloft::service
 {
 
@@ -13,15 +15,26 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+// To a server several write at a time. On the way there a picture is a text, which takes ten times the room
+// in memory, so there is one at a time.
+void insert(Database &database, const QString &ownerColumn, qint64 owner, const QString &name,
+            const Picture &picture)
+{
+    static std::mutex writing;
+    const std::lock_guard turn(writing);
+    database
+        .run(u"INSERT INTO pictures (name, %1, content_type, content) VALUES (?, ?, ?, ?)"_s.arg(ownerColumn),
+             {name, owner, QString::fromLatin1(picture.contentType), picture.content})
+        .keepNothing();
+}
+
 // OWNERCOLUMN is one of the two that the table has.
 void replace(Database &database, const QString &ownerColumn, qint64 owner, const QString &name,
              const Picture &picture)
 {
     Transaction transaction(database);
     database.run(u"DELETE FROM pictures WHERE %1 = ?"_s.arg(ownerColumn), {owner});
-    database.run(
-        u"INSERT INTO pictures (name, %1, content_type, content) VALUES (?, ?, ?, ?)"_s.arg(ownerColumn),
-        {name, owner, QString::fromLatin1(picture.contentType), picture.content});
+    insert(database, ownerColumn, owner, name, picture);
     transaction.commit();
 }
 
@@ -53,6 +66,7 @@ qint64 pictureBytes(Database &database, const User &user)
 std::optional<Picture> findPicture(Database &database, const QString &name)
 {
     Rows query = database.run(u"SELECT content_type, content FROM pictures WHERE name = ?"_s, {name});
+    query.keepNothing();
     if (!query.next())
         return std::nullopt;
     return Picture{query.value(0).toString().toLatin1(), query.value(1).toByteArray()};

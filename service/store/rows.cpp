@@ -70,7 +70,7 @@ Rows::~Rows()
     if (!query)
         return;
     query->finish(); // lets go of the state of the database that it has read
-    if (generation != statements->generation())
+    if (!isKept || generation != statements->generation())
         return;
     statements->giveBack(statement, std::move(query));
 }

@@ -66,11 +66,15 @@ public:
     QVariant value(int column) const { return statements->engine().read(query->value(column)); }
     int numRowsAffected() const { return changed; }
 
+    /// The statement is not kept for the next time: with it what is large would stay in memory.
+    void keepNothing() { isKept = false; }
+
 private:
     PreparedStatements *statements;
     int generation; ///< a statement of an older one belongs to a connection that was closed
     QString statement;
     std::unique_ptr<QSqlQuery> query;
+    bool isKept = true;
     int changed = 0; ///< asked for at once: the driver tells of the last statement of all
 };
 

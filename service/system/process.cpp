@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/system/process.h"
 
+#include <malloc.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
@@ -29,6 +30,12 @@ void allowManyFiles()
         return;
     files.rlim_cur = files.rlim_max;
     static_cast<void>(setrlimit(RLIMIT_NOFILE, &files));
+}
+
+void keepNoLargeMemory()
+{
+    constexpr int large = 1024 * 1024;
+    static_cast<void>(mallopt(M_MMAP_THRESHOLD, large));
 }
 
 void outliveFailedWrites()

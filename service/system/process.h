@@ -17,6 +17,10 @@ void keepFilesForOwner();
 /// Allows as many open files as the administrator does: a connection takes one, and the usual limit is lower.
 void allowManyFiles();
 
+/// What is as large as a picture goes back to the system as soon as it is freed. Otherwise each thread may
+/// keep as much as it once had at a time.
+void keepNoLargeMemory();
+
 /// From now on a write to a pipe whose reader is gone, or to a file that may not grow, fails and ends
 /// nothing.
 void outliveFailedWrites();

@@ -4,9 +4,12 @@
 #include "tests/service/api_server.h"
 #include "tests/service/daemon.h"
 #include "tests/service/picture_material.h"
+#include "tests/service/postgresql_cluster.h"
 #include "tests/support/test_main.h"
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -24,6 +27,7 @@ private slots:
     void hugeUploadNeedsNoMemory();
     void slowReadersNeedLittleMemory();
     void unfinishedUploadsNeedLittleMemory();
+    void picturesOnTheWayToAServerNeedLittleMemory();
 
 private:
     static constexpr qsizetype small = 16 * 1024;
@@ -46,7 +50,7 @@ private:
                + "\r\nContent-Length: " + QByteArray::number(size) + "\r\n";
     }
 
-    static QByteArray signUp(quint16 port);
+    static QByteArray signUp(quint16 port, const QByteArray &name = "alice");
     static qint64 peakMemory(qint64 process);
 
     const ApiServer server;
@@ -129,9 +133,9 @@ void TestUploadLimits::endlessUploadIsCutOff()
     QCOMPARE(statusOf(client.readReply()), 413);
 }
 
-QByteArray TestUploadLimits::signUp(quint16 port)
+QByteArray TestUploadLimits::signUp(quint16 port, const QByteArray &name)
 {
-    const QByteArray user = R"({"username":"alice","password":"a good password"})";
+    const QByteArray user = R"({"username":")" + name + R"(","password":"a good password"})";
     QByteArray cookie;
     for (const QByteArray &target : {QByteArray("/api/auth/register"), QByteArray("/api/auth/login")}) {
         HttpClient client(port);
@@ -223,6 +227,33 @@ void TestUploadLimits::unfinishedUploadsNeedLittleMemory()
     QTRY_COMPARE(refused(), 37);
     const qint64 grown = peakMemory(daemon.processId()) - before;
     QVERIFY2(grown < most, QByteArray::number(grown).constData());
+}
+
+// Six people send the largest picture at the same moment, each on the way of a writer to the server.
+void TestUploadLimits::picturesOnTheWayToAServerNeedLittleMemory()
+{
+    PostgresqlCluster cluster;
+    Daemon daemon;
+    QVERIFY(daemon.startPlain({u"--database"_s, cluster.url()}));
+    const QByteArray body = form(filePart("avatar", png(picture)));
+    QByteArrayList cookies;
+    for (int i = 0; i < 6; ++i)
+        cookies << signUp(daemon.port(), "user" + QByteArray::number(i));
+    const qint64 before = peakMemory(daemon.processId());
+    std::atomic<int> stored = 0;
+    std::vector<std::thread> people;
+    for (const QByteArray &cookie : std::as_const(cookies))
+        people.emplace_back([&, cookie] {
+            HttpClient client(daemon.port());
+            const QByteArray head =
+                uploadHead(cookie, body.size()) + "Content-Type: " + formType + "\r\n\r\n";
+            stored += parsedReply(client.exchange(head + body)).status == 200 ? 1 : 0;
+        });
+    for (std::thread &person : people)
+        person.join();
+    QCOMPARE(stored.load(), 6);
+    const qint64 grown = peakMemory(daemon.processId()) - before;
+    QVERIFY2(grown < 3 * most, QByteArray::number(grown).constData());
 }
 
 TIDELOFT_TEST_MAIN(TestUploadLimits)
