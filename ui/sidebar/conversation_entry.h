@@ -27,6 +27,8 @@ public:
     /// Whether the entry has no widget, or one that shows what its row was before.
     [[nodiscard]] bool needsWidget() const { return !hasWidget || isOutdated; }
     [[nodiscard]] bool ownsWidget() const { return hasWidget; }
+    /// The entry's widget is to be made anew.
+    void outdateWidget() { isOutdated = true; }
     /// The entry's widget has been made for its present row or, if not ISMADE, taken away.
     void setWidgetMade(bool isMade);
 

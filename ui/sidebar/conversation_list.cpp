@@ -74,6 +74,8 @@ bool ConversationList::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Resize)
         settle();
+    else if (event->type() == QEvent::FontChange)
+        outdateWidgets();
     return QObject::eventFilter(watched, event);
 }
 
@@ -155,6 +157,17 @@ void ConversationList::make(int index)
     setRowWidget(list, made, makeConversationRow(made->row(), list->viewport()), ConversationEntry::height);
     made->setWidgetMade(true);
     withWidgets = {qMin(withWidgets.first, index), qMax(withWidgets.end, index + 1)};
+}
+
+/// A preview is cut for its font when its row is made. Rows wait for a slice: their own fonts are on the way.
+void ConversationList::outdateWidgets()
+{
+    for (int index = withWidgets.first; index < withWidgets.end; ++index) {
+        if (ConversationEntry *outdated = entry(index); outdated && outdated->ownsWidget())
+            outdated->outdateWidget();
+    }
+    if (list->count() > 0)
+        slices.start(0, this);
 }
 
 // While a mouse button is down, widgets stay: the one where it went down has to hear that it came up.

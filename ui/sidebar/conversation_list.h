@@ -47,6 +47,7 @@ private:
     void work();
     void make(int index);
     void placeWidgets();
+    void outdateWidgets();
     void takeFarWidgets();
 
     QListWidget *list;

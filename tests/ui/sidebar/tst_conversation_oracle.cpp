@@ -56,6 +56,7 @@ private slots:
     void init() { failOnToolkitWarnings(); }
     void looksLikeAListOfAllWidgets_data();
     void looksLikeAListOfAllWidgets();
+    void otherFontsLookLikeThoseOfTheBeginning();
 
 private:
     void changeBoth(ConversationWindow &lazy, ConversationWindow &eager);
@@ -128,6 +129,40 @@ void TestConversationOracle::looksLikeAListOfAllWidgets()
     QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
     for (int i = 0; i < eager.window.list.count(); ++i)
         QCOMPARE(lazy.window.spoken(i), eager.window.spoken(i));
+}
+
+// A preview is cut where its font reaches the end of its room.
+void TestConversationOracle::otherFontsLookLikeThoseOfTheBeginning()
+{
+    QCursor::setPos(5'000, 5'000);
+    Side changed(7);
+    Side usual(7);
+    QWidget active;
+    active.show();
+    auto *conversations = new ConversationList(&changed.window.list);
+    auto *others = new ConversationList(&usual.window.list);
+    for (Side *side : {&changed, &usual}) {
+        for (int i = 0; i < 100; ++i) // without a time all the room is for the text
+            side->service.items.append(QJsonObject{{u"peer"_s, u"peer-%1"_s.arg(i)},
+                                                   {u"text"_s, u"little by little it will fill it all"_s}});
+    }
+    changed.window.list.setStyleSheet(darkStyleSheet() + u"QWidget { font-family: \"DejaVu Sans Mono\"; }"_s);
+    QApplication::processEvents();
+    conversations->show(changed.service.rows());
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
+    const QImage before = changed.window.list.grab().toImage();
+    changed.window.list.setStyleSheet(darkStyleSheet()); // in narrower letters more of a text has room
+    QApplication::processEvents();
+    others->show(usual.service.rows());
+    for (const int value : {0, 1'000, 300}) {
+        for (const Side *side : {&changed, &usual})
+            side->window.bar()->setValue(value);
+        QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled() && others->isSettled(), 60'000);
+        QApplication::processEvents();
+        QCOMPARE(difference(changed.window, usual.window), QString());
+    }
+    changed.window.bar()->setValue(0);
+    QVERIFY(changed.window.list.grab().toImage() != before);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestConversationOracle)
