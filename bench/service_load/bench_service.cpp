@@ -17,13 +17,21 @@ namespace
 {
 
 const std::map<QString, void (*)(bool)> rows{
-    {QStringLiteral("polling"), &measurePolling}, {QStringLiteral("unchanged"), &measureUnchanged},
-    {QStringLiteral("bytes"), &measureBytes},     {QStringLiteral("saturation"), &measureSaturation},
-    {QStringLiteral("history"), &measureHistory}, {QStringLiteral("sends"), &measureSends},
-    {QStringLiteral("kills"), &measureKills},     {QStringLiteral("hostile"), &measureHostile},
-    {QStringLiteral("trouble"), &measureTrouble}, {QStringLiteral("retention"), &measureRetention},
-    {QStringLiteral("shared"), &measureShared},   {QStringLiteral("shared-sends"), &measureSharedSends},
-    {QStringLiteral("growth"), &measureGrowth},   {QStringLiteral("growth-file"), &measureGrowthOfAFile},
+    {QStringLiteral("polling"), &measurePolling},
+    {QStringLiteral("unchanged"), &measureUnchanged},
+    {QStringLiteral("bytes"), &measureBytes},
+    {QStringLiteral("saturation"), &measureSaturation},
+    {QStringLiteral("history"), &measureHistory},
+    {QStringLiteral("sends"), &measureSends},
+    {QStringLiteral("kills"), &measureKills},
+    {QStringLiteral("hostile"), &measureHostile},
+    {QStringLiteral("trouble"), &measureTrouble},
+    {QStringLiteral("retention"), &measureRetention},
+    {QStringLiteral("shared"), &measureShared},
+    {QStringLiteral("shared-unchanged"), &measureSharedUnchanged},
+    {QStringLiteral("shared-sends"), &measureSharedSends},
+    {QStringLiteral("growth"), &measureGrowth},
+    {QStringLiteral("growth-file"), &measureGrowthOfAFile},
 };
 
 // Memory is bounded, so that a load which gets out of hand ends itself and not the machine.

@@ -11,7 +11,10 @@ using namespace Qt::StringLiterals;
 namespace tideloft::bench
 {
 
-void measureShared(bool full)
+namespace
+{
+
+void measureBehindBalancer(bool full, bool withTags)
 {
     const int clients = full ? 1000 : 100;
     const Folder one;
@@ -29,15 +32,27 @@ void measureShared(bool full)
         qFatal("HAProxy does not come up.");
     const ClientContext tls = newClientContext();
     PollSettings settings;
+    settings.withTags = withTags;
     settings.sendShare = 0.01;
     settings.apart = true; // the balancer counts the connections of each address
     Polling polling =
         pollFor(full ? 600 : 6, {balancer.endedPort, tls.get()}, users, settings, {&first, &second});
-    reportPolling(
-        QByteArray::number(clients)
-            + " clients poll histories of 100 messages every 3 s without If-None-Match, 1 % sends, 2 "
-              "services on one PostgreSQL behind HAProxy, TLS",
-        polling, 100, 0);
+    reportPolling(QByteArray::number(clients) + " clients poll histories of 100 messages every 3 s "
+                      + (withTags ? "with" : "without")
+                      + " If-None-Match, 1 % sends, 2 services on one PostgreSQL behind HAProxy, TLS",
+                  polling, 100, 0);
+}
+
+} // namespace
+
+void measureShared(bool full)
+{
+    measureBehindBalancer(full, false);
+}
+
+void measureSharedUnchanged(bool full)
+{
+    measureBehindBalancer(full, true);
 }
 
 } // namespace tideloft::bench

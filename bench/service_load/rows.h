@@ -15,8 +15,9 @@ void measureSends(bool full);
 void measureKills(bool full);
 void measureHostile(bool full);
 void measureTrouble(bool full);
-void measureRetention(bool full);   ///< while clients poll
-void measureShared(bool full);      ///< two services on PostgreSQL
+void measureRetention(bool full); ///< while clients poll
+void measureShared(bool full);    ///< two services on PostgreSQL
+void measureSharedUnchanged(bool full);
 void measureSharedSends(bool full); ///< to a service on PostgreSQL
 void measureGrowth(bool full);
 void measureGrowthOfAFile(bool full);
