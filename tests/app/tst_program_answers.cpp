@@ -59,6 +59,7 @@ void TestProgramAnswers::withoutFonts()
     environment.insert(u"XDG_RUNTIME_DIR"_s, home.path());
     environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
     environment.insert(u"FONTCONFIG_FILE"_s, settings.fileName());
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s); // without one newer versions of the toolkit complain
     QProcess client;
     client.setProcessEnvironment(environment);
     client.start(QString::fromUtf8(TIDELOFT_PROGRAM), QStringList());

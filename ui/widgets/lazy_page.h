@@ -44,16 +44,25 @@ protected:
     {
         ensurePolished();
         makeParts();
-        // Each has asked for a style by an event.
-        for (QWidget *part : findChildren<QWidget *>())
-            QCoreApplication::removePostedEvents(part, QEvent::PolishRequest);
+        for (QObject *part : children())
+            withdrawStyleRequests(part);
     }
 
 private:
+    /// Each widget has asked for a style by an event.
+    static void withdrawStyleRequests(QObject *part)
+    {
+        QCoreApplication::removePostedEvents(part, QEvent::PolishRequest);
+        for (QObject *child : part->children())
+            withdrawStyleRequests(child);
+    }
+
     void styleAll()
     {
-        for (const QWidget *child : findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
-            child->ensurePolished();
+        for (const QObject *part : children()) {
+            if (part->isWidgetType())
+                static_cast<const QWidget *>(part)->ensurePolished();
+        }
     }
 
     bool measured = false;
