@@ -107,6 +107,7 @@ void TestAccountStates::nothingIsStoredForADisabledAccount()
 void TestAccountStates::deletedWhileAMessageWaitsGetsNothing()
 {
     Transaction nobodyElseWrites(fixture->database);
+    lockUser(fixture->database, user(u"alice"_s));
     const QByteArray body = QJsonDocument(plainMessage(u"alice"_s, u"too late"_s)).toJson();
     const auto begun =
         ApiFixture::begin(fixture->api.handle({"POST", "/api/chat/send", "application/json", bob, body}));
