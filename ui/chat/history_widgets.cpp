@@ -7,6 +7,7 @@
 #include "ui/chat/day_separator.h"
 #include "ui/chat/message_row.h"
 #include "ui/lists/row_list.h"
+#include "ui/widgets/polish_tree.h"
 
 #include <QApplication>
 #include <QListWidget>
@@ -64,7 +65,7 @@ void HistoryWidgets::make(int index)
 {
     HistoryEntry *made = entry(index);
     QWidget *row = makeRow(*made, list->viewport());
-    (void)row->sizeHint(); // its parts get their styles before they are laid out
+    polishTree(row); // before its parts are laid out
     setRowWidget(list, made, row, made->sizeHint().height());
     made->setWidgetRow(std::make_unique<HistoryRow>(made->row()));
 }

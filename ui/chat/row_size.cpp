@@ -10,6 +10,7 @@
 #include "ui/texts/bounded_text.h"
 #include "ui/widgets/emoji_formats.h"
 #include "ui/widgets/emoji_line.h"
+#include "ui/widgets/polish_tree.h"
 
 #include <QFontMetrics>
 #include <QLayout>
@@ -47,12 +48,6 @@ QSize nameSize(const QString &name, const QFont &font)
     const QFontMetrics metrics(font);
     return {hasEmoji ? qCeil(EmojiLine(line, font).width()) : metrics.horizontalAdvance(line),
             metrics.height()};
-}
-
-QFont polishedFont(QWidget *part)
-{
-    part->ensurePolished();
-    return part->font();
 }
 
 /// What stands in a bubble above and below its text.
@@ -119,11 +114,13 @@ RowFonts rowFonts(QWidget *viewport)
     const MessageRowModel everything{.sender = u"x"_s, .text = u"x"_s, .time = u"x"_s};
     const auto row = std::make_unique<MessageRow>(everything, viewport);
     const auto day = std::unique_ptr<QWidget>(makeDaySeparator({u"x"_s}, viewport));
+    polishTree(row.get());
+    polishTree(day.get());
     const QLayout *bubble = row->text()->parentWidget()->layout();
-    return {.name = polishedFont(bubble->itemAt(0)->widget()),
-            .text = polishedFont(row->text()),
-            .time = polishedFont(bubble->itemAt(2)->widget()),
-            .day = polishedFont(day->layout()->itemAt(1)->widget()),
+    return {.name = bubble->itemAt(0)->widget()->font(),
+            .text = row->text()->font(),
+            .time = bubble->itemAt(2)->widget()->font(),
+            .day = day->layout()->itemAt(1)->widget()->font(),
             .daySpacing = day->layout()->spacing()};
 }
 

@@ -1,0 +1,15 @@
+// Styles for a widget and all in it at once, from the outside in.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#include "ui/widgets/polish_tree.h"
+
+#include <QWidget>
+
+void tideloft::ui::polishTree(QWidget *widget)
+{
+    widget->ensurePolished();
+    for (QObject *child : widget->children()) {
+        if (child->isWidgetType())
+            polishTree(static_cast<QWidget *>(child));
+    }
+}
