@@ -83,11 +83,15 @@ QStringList otherFirstTables()
 }
 
 // Of an attempt only a hash of the address or the name is kept, for little longer than it counts. What is
-// unlogged neither waits for a disk nor for a standby, and is empty after the server has crashed.
+// unlogged neither waits for a disk nor for a standby, and is empty after the server has crashed. The first
+// databases of version 5 have an older table of this name, which nothing was ever written to.
 QStringList attempts()
 {
-    return {u"CREATE UNLOGGED TABLE attempts (who BYTEA NOT NULL, number BIGINT NOT NULL,"
-            " at TIMESTAMP WITH TIME ZONE NOT NULL DEFAULT now(), PRIMARY KEY (who, number))"_s};
+    return {
+        u"SET LOCAL client_min_messages = warning"_s, // its notice would stand between the lines of the log
+        u"DROP TABLE IF EXISTS attempts"_s,
+        u"CREATE UNLOGGED TABLE attempts (who BYTEA NOT NULL, number BIGINT NOT NULL,"
+        " at TIMESTAMP WITH TIME ZONE NOT NULL DEFAULT now(), PRIMARY KEY (who, number))"_s};
 }
 
 } // namespace

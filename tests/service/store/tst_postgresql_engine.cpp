@@ -1,9 +1,7 @@
 // What only a server does: it is shared by many, goes away and comes back, and tells some to try again.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "service/store/attempts.h"
 #include "service/store/facts.h"
-#include "service/store/history.h"
 #include "service/store/invitations.h"
 #include "service/store/messages.h"
 #include "service/store/schema.h"
@@ -11,9 +9,6 @@
 #include "tests/service/postgresql_cluster.h"
 #include "tests/service/store/written_change.h"
 #include "tests/support/test_main.h"
-
-#include <QDir>
-#include <QFile>
 
 #include <atomic>
 #include <csignal>
@@ -34,10 +29,6 @@ private slots:
     void everySignIsKept_data();
     void everySignIsKept();
     void manyMayStartAtOnce();
-    void everyVersionHasItsDatabase();
-    void olderDatabaseIsKept_data();
-    void olderDatabaseIsKept();
-    void newerDatabaseIsLeftAlone();
     void readersCannotWrite();
     void conflictsAreTriedAgain();
     void nothingIsKeptInMemory();
@@ -47,10 +38,6 @@ private slots:
     void messageTakesFewStatements();
 
 private:
-    static constexpr int firstVersion = 5;
-    static void writeOldDatabase(const QString &place, int version);
-    static QStringList definitions(Database &database);
-
     std::unique_ptr<PostgresqlCluster> cluster;
     QString place;
 };
@@ -95,76 +82,6 @@ void TestPostgresqlEngine::manyMayStartAtOnce()
     Database database(place);
     requireCurrentVersion(database);
     QCOMPARE(invitations(database).size(), 1);
-}
-
-void TestPostgresqlEngine::writeOldDatabase(const QString &place, int version)
-{
-    QFile text(QStringLiteral(OLD_DATABASES "/postgresql/version-%1.sql").arg(version));
-    QVERIFY(text.open(QIODevice::ReadOnly));
-    Database database(place);
-    for (const QString &statement : QString::fromUtf8(text.readAll()).split(u";\n"_s, Qt::SkipEmptyParts))
-        database.run(statement);
-}
-
-QStringList TestPostgresqlEngine::definitions(Database &database)
-{
-    Rows rows = database.run(
-        u"SELECT table_name || ' ' || column_name || ' ' || data_type || ' ' || is_nullable || ' '"
-        " || coalesce(column_default, '') || ' ' || is_identity FROM information_schema.columns"
-        " WHERE table_schema = current_schema() UNION ALL SELECT replace(indexdef, current_schema(), '')"
-        " FROM pg_indexes WHERE schemaname = current_schema() ORDER BY 1"_s);
-    QStringList all;
-    while (rows.next())
-        all << rows.value(0).toString();
-    return all;
-}
-
-// Who makes a new version leaves one of the last here.
-void TestPostgresqlEngine::everyVersionHasItsDatabase()
-{
-    const Store database(place);
-    QCOMPARE(QDir(QStringLiteral(OLD_DATABASES "/postgresql")).entryList(QDir::Files).size(),
-             currentSchemaVersion(database.engine()) - firstVersion);
-}
-
-void TestPostgresqlEngine::olderDatabaseIsKept_data()
-{
-    QTest::addColumn<int>("version");
-    const Store database(place);
-    for (int version = firstVersion; version < currentSchemaVersion(database.engine()); ++version)
-        QTest::addRow("version %d", version) << version;
-}
-
-void TestPostgresqlEngine::olderDatabaseIsKept()
-{
-    QFETCH(int, version);
-    writeOldDatabase(place, version);
-    Store upgraded(place);
-    requireCurrentVersion(upgraded);
-    const User alice = findUser(upgraded, u"alice"_s).value();
-    QCOMPARE(profileOf(upgraded, alice).bio, u"I sail."_s);
-    QCOMPARE(upgraded.number(u"SELECT count(*) FROM sessions"_s), 2);
-    QCOMPARE(invitations(upgraded).size(), 1);
-    QByteArrayList texts;
-    visitHistory(upgraded, alice, findUser(upgraded, u"bob"_s).value(), 9, [&texts](const MessageRow &row) {
-        texts << row.text;
-        return true;
-    });
-    QCOMPARE(texts.size(), 2);
-    QCOMPARE(texts[0], u"it's me \U0001F44B"_s.toUtf8());
-    QVERIFY(addUser(upgraded, u"carol"_s, "hash", 1));
-    QCOMPARE(countAttempt(upgraded, "alice", 1), 0); // and what is new can be used
-    Store fresh(cluster->newPlace());
-    QCOMPARE(definitions(upgraded), definitions(fresh));
-}
-
-void TestPostgresqlEngine::newerDatabaseIsLeftAlone()
-{
-    {
-        Store database(place);
-        database.run(u"UPDATE schema_version SET version = version + 1"_s);
-    }
-    QVERIFY_THROWS_EXCEPTION(StorageError, Store{place});
 }
 
 void TestPostgresqlEngine::readersCannotWrite()
