@@ -16,7 +16,7 @@ namespace
 {
 
 // To a server several write at a time. On the way there a picture is a text, which takes ten times the room
-// in memory, so there is one at a time.
+// in memory, so there is one at a time. Its owner is locked already, so the insertion waits for nobody.
 void insert(Database &database, const QString &ownerColumn, qint64 owner, const QString &name,
             const Picture &picture)
 {
@@ -32,22 +32,24 @@ void insert(Database &database, const QString &ownerColumn, qint64 owner, const 
 void replace(Database &database, const QString &ownerColumn, qint64 owner, const QString &name,
              const Picture &picture)
 {
-    Transaction transaction(database);
     database.run(u"DELETE FROM pictures WHERE %1 = ?"_s.arg(ownerColumn), {owner});
     insert(database, ownerColumn, owner, name, picture);
-    transaction.commit();
 }
 
 } // namespace
 
 void replaceAvatar(Database &database, const User &user, const QString &name, const Picture &picture)
 {
+    Transaction transaction(database);
+    lockUser(database, user);
     replace(database, u"user_id"_s, user.id, name, picture);
+    transaction.commit();
 }
 
 void replaceIcon(Database &database, qint64 groupRow, const QString &name, const Picture &picture)
 {
     Transaction transaction(database);
+    database.run(u"SELECT 1 FROM chat_groups WHERE id = ? FOR UPDATE"_s, {groupRow});
     replace(database, u"group_id"_s, groupRow, name, picture);
     Rows members = database.run(u"SELECT user_id FROM group_members WHERE group_id = ?"_s, {groupRow});
     while (members.next())
