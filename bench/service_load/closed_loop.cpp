@@ -57,4 +57,14 @@ double repliesASecond(const ClosedLoop &wanted, double seconds)
     return static_cast<double>(count) / secondsSince(begin);
 }
 
+double sendsASecond(const Where &where, const std::vector<SeededUser> &users, std::uint64_t &lastNumber,
+                    double seconds)
+{
+    return repliesASecond(
+        {where, static_cast<int>(users.size()),
+         [&](int i) { return sendRequest(users[static_cast<std::size_t>(i)], ++lastNumber); },
+         [](const Reply &reply) { return reply.status == 201; }},
+        seconds);
+}
+
 } // namespace tideloft::bench

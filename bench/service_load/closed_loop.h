@@ -5,6 +5,7 @@
 
 #include "bench/service_load/client.h"
 #include "bench/service_load/latencies.h"
+#include "bench/service_load/seed.h"
 
 namespace tideloft::bench
 {
@@ -22,5 +23,10 @@ Reply replyTo(const Where &where, const std::string &request);
 
 /// Replies a second as they must be. Ends the program at the first that is not.
 double repliesASecond(const ClosedLoop &wanted, double seconds);
+
+/// Messages a second that are stored, each user with a connection. LASTNUMBER goes on with each message, so
+/// that no two are alike.
+double sendsASecond(const Where &where, const std::vector<SeededUser> &users, std::uint64_t &lastNumber,
+                    double seconds);
 
 } // namespace tideloft::bench

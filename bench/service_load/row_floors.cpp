@@ -105,13 +105,9 @@ void measureSends(bool full)
     ServiceProcess service(folder, ServiceProcess::Transport::Plain);
     service.start();
     std::uint64_t number = 0;
-    const ClosedLoop own{{service.port()},
-                         64,
-                         [&](int i) { return sendRequest(users[static_cast<std::size_t>(i)], ++number); },
-                         [](const Reply &reply) { return reply.status == 201; }};
     const double seconds = full ? 5 : 1;
     reportCompared("durable sends of 64 writers vs appending 4 KiB and fdatasync",
-                   compare([&] { return repliesASecond(own, seconds); },
+                   compare([&] { return sendsASecond({service.port()}, users, number, seconds); },
                            [&] { return syncsASecond(folder.path(u"sync"_s), seconds); }),
                    "the disk", 4);
 }

@@ -71,13 +71,9 @@ void measureSharedSends(bool full)
     ServiceProcess service(folder, ServiceProcess::Transport::Plain, {u"--database"_s, cluster.url()});
     service.start();
     std::uint64_t number = 0;
-    const ClosedLoop own{{service.port()},
-                         64,
-                         [&](int i) { return sendRequest(users[static_cast<std::size_t>(i)], ++number); },
-                         [](const Reply &reply) { return reply.status == 201; }};
     const double seconds = full ? 10 : 2;
     reportCompared("durable sends of 64 writers on PostgreSQL vs pgbench inserting as large rows",
-                   compare([&] { return repliesASecond(own, seconds); },
+                   compare([&] { return sendsASecond({service.port()}, users, number, seconds); },
                            [&] { return insertsASecond(cluster, script, seconds); }),
                    "pgbench", 0.5);
     inform("unchanged polls of 64 connections on PostgreSQL",
