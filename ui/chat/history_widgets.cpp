@@ -7,7 +7,6 @@
 #include "ui/chat/day_separator.h"
 #include "ui/chat/message_row.h"
 #include "ui/lists/row_list.h"
-#include "ui/widgets/polish_tree.h"
 
 #include <QApplication>
 #include <QListWidget>
@@ -65,7 +64,6 @@ void HistoryWidgets::make(int index)
 {
     HistoryEntry *made = entry(index);
     QWidget *row = makeRow(*made, list->viewport());
-    polishTree(row); // before its parts are laid out
     setRowWidget(list, made, row, made->sizeHint().height());
     made->setWidgetRow(std::make_unique<HistoryRow>(made->row()));
 }

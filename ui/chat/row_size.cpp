@@ -7,10 +7,10 @@
 #include "ui/chat/bubble_text.h"
 #include "ui/chat/day_separator.h"
 #include "ui/chat/message_row.h"
+#include "ui/lists/polish_tree.h"
 #include "ui/texts/bounded_text.h"
 #include "ui/widgets/emoji_formats.h"
 #include "ui/widgets/emoji_line.h"
-#include "ui/widgets/polish_tree.h"
 
 #include <QFontMetrics>
 #include <QLayout>

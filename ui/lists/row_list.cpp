@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/lists/row_list.h"
 
+#include "ui/lists/polish_tree.h"
+
 #include <QAccessible>
 #include <QLayout>
 #include <QListWidget>
@@ -74,6 +76,7 @@ void setRowWidget(QListWidget *list, QListWidgetItem *entry, QWidget *row, int h
 {
     if (QWidget *before = list->itemWidget(entry))
         before->hide(); // the list deletes it later
+    polishTree(row);    // before its parts are laid out
     row->resize(list->viewport()->width(), height);
     layOut(row->layout());
     list->setItemWidget(entry, row);

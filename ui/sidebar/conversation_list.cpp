@@ -156,7 +156,7 @@ void ConversationList::make(int index)
     ConversationEntry *made = entry(index);
     setRowWidget(list, made, makeConversationRow(made->row(), list->viewport()), ConversationEntry::height);
     made->setWidgetMade(true);
-    withWidgets = {qMin(withWidgets.first, index), qMax(withWidgets.end, index + 1)};
+    withWidgets = withWidgets.with(index);
 }
 
 /// A preview is cut for its font when its row is made. Rows wait for a slice: their own fonts are on the way.

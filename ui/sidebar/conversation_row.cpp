@@ -49,7 +49,6 @@ QLabel *makePreview(const QString &text, QWidget *row)
 {
     auto *preview = new ElidedLabel({}, row);
     preview->setStyleSheet(style::conversationPreview);
-    row->ensurePolished();     // before its parts: see polishTree()
     preview->ensurePolished(); // the style sheet's font is the label's own from here on
     preview->setText(cutPreview(firstPart(text, previewLimits), preview->font()));
     return preview;

@@ -1,11 +1,13 @@
-// Entries that come into a list: what a screen reader hears of them. Run on a screen with a session bus,
-// where assistive programs are listened to.
+// Entries that come into a list: what a screen reader hears of them, and their widgets. Run on a screen with
+// a session bus, where assistive programs are listened to.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
 #include "ui/lists/row_list.h"
 
 #include <QAccessible>
+#include <QBoxLayout>
+#include <QLabel>
 #include <QListWidget>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +33,20 @@ void insert(QListWidget *list, int index, int count)
                   [](int number) { return new QListWidgetItem(u"entry %1"_s.arg(number)); });
 }
 
+/// The names of the widgets that it watches, as they get their styles.
+class PolishOrder : public QObject
+{
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Polish)
+            names.append(watched->objectName());
+        return false;
+    }
+
+    QStringList names;
+};
+
 } // namespace
 
 class TestRowList : public QObject
@@ -43,6 +59,7 @@ private slots:
     void screenReaderHearsOfARunOnce();
     void screenReaderFindsEntriesThatMovedOn();
     void screenReaderReadsAnyOfMany();
+    void rowGetsItsStylesFromTheOutsideIn();
 };
 
 void TestRowList::initTestCase()
@@ -86,6 +103,23 @@ void TestRowList::screenReaderReadsAnyOfMany()
     QCOMPARE(reader->childCount(), 5'000);
     for (const int row : {0, 1, 2'500, 4'999})
         QCOMPARE(reader->child(row)->text(QAccessible::Name), u"entry %1"_s.arg(row));
+}
+
+// Otherwise the toolkit would keep the row's style for whatever comes to its address later.
+void TestRowList::rowGetsItsStylesFromTheOutsideIn()
+{
+    PolishOrder order;
+    QListWidget list;
+    list.addItem(u"entry"_s);
+    auto *row = new QWidget(list.viewport());
+    row->setObjectName(u"row"_s);
+    auto *text = new QLabel(u"text"_s, row);
+    text->setObjectName(u"text"_s);
+    (new QHBoxLayout(row))->addWidget(text);
+    row->installEventFilter(&order);
+    text->installEventFilter(&order);
+    setRowWidget(&list, list.item(0), row, 50);
+    QCOMPARE(order.names, (QStringList{u"row"_s, u"text"_s}));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestRowList)

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
-#include "ui/widgets/polish_tree.h"
+#include "ui/lists/polish_tree.h"
 
 #include <QLabel>
 #include <QWidget>

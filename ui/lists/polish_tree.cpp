@@ -1,7 +1,7 @@
 // Styles for a widget and all in it at once, from the outside in.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#include "ui/widgets/polish_tree.h"
+#include "ui/lists/polish_tree.h"
 
 #include <QWidget>
 
