@@ -8,9 +8,9 @@
 namespace tideloft::local_files
 {
 
-/// What the owner of a file may do with it, and nobody else.
+/// Permissions of a file that only its owner may read and write.
 inline constexpr QFileDevice::Permissions ownersFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-/// The same of a directory.
+/// Permissions of a directory that only its owner may list, change and enter.
 inline constexpr QFileDevice::Permissions ownersDirectory = ownersFile | QFileDevice::ExeOwner;
 
 /// Makes a directory, with all its parents, that nobody but its owner may enter from its first moment on.

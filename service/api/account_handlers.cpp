@@ -67,7 +67,7 @@ Response addAccount(const ApiContext &context, Database &database, const QString
                     const QByteArray &hash)
 {
     const Response added = jsonResponse(QJsonObject{{u"username"_s, name}}, 201);
-    if (isAdded(database, name, hash)) // before, and nobody knew
+    if (isAdded(database, name, hash)) // this change has run before; its commit was not confirmed
         return added;
     requireInvitation(context, database, name);                      // it may have been revoked meanwhile
     if (!addUser(database, name, hash, context.nowInMilliseconds())) // the name may be taken by now

@@ -1,4 +1,4 @@
-// Attempts that nobody has to be signed in for, counted where all processes see them.
+// Limits on attempts to sign in and to register, which are counted where all processes see them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

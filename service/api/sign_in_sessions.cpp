@@ -125,7 +125,9 @@ Handler forSignedIn(ApiContext &context, UserHandler handler, StateCheck check)
             if (!user)
                 throw signInFirst();
             Outcome outcome = handler(database, request, *user);
-            return check == StateCheck::ByChange ? outcome : onlyWhileActive(*user, std::move(outcome));
+            if (check == StateCheck::ByChange)
+                return outcome;
+            return onlyWhileActive(*user, std::move(outcome));
         });
     };
 }

@@ -12,7 +12,8 @@
 namespace tideloft::service
 {
 
-/// What nobody guesses. A change that runs twice begins the session of one token once.
+/// A random token that cannot be guessed. It is made before the change that begins the session, so a change
+/// that runs twice begins one session.
 QByteArray newSessionToken();
 
 /// Begins a session and returns the Set-Cookie value that carries its token. A remembered session lasts 30

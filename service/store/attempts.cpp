@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// A time that lies far ahead is left from before the server's clock was set back, and keeps nobody out.
+// Rows with a time far in the future were written before the server's clock was set back. They do not count.
 QString thatCount()
 {
     return u"at BETWEEN now() - INTERVAL '1 minute' AND now() + INTERVAL '1 minute'"_s;
@@ -45,7 +45,7 @@ std::optional<int> secondsUntilNext(Database &database, const QByteArray &who, i
 
 } // namespace
 
-// Whoever meets another attempt has one more to count the next time, so nobody tries without end.
+// An attempt that was not added because of another one counts that one the next time, so the loop ends.
 int countAttempt(Database &database, const QByteArray &key, int most)
 {
     const QByteArray who = QCryptographicHash::hash(key, QCryptographicHash::Sha256);

@@ -14,8 +14,9 @@ namespace tideloft::service
 {
 
 struct WriteTask {
-    /// May throw, which undoes what it has changed. Runs again when something beside it could not be stored,
-    /// and where nobody knows whether it was: then it must find what it has stored and let that be.
+    /// May throw, which undoes what it has changed. Runs again when another change of the same batch could
+    /// not be stored. Also runs again when the connection ended before the commit was confirmed; then it must
+    /// find what it has stored and change nothing.
     std::function<void(Database &)> change;
     /// Called once: when the change is on the disk, or with what the change has thrown or the disk refused.
     /// Must not throw.
@@ -26,16 +27,16 @@ struct WriteTask {
 
 using Batch = std::deque<WriteTask>;
 
-/// Told of a commit that worked, with its sync to the disk.
+/// Called after each successful commit, with how long it took, the sync to the disk included.
 using Committed = std::function<void(std::chrono::nanoseconds duration)>;
 
-/// The database cannot be written at all at the moment, so whatever waits would wait for nothing.
+/// Thrown when the database cannot be written at the moment, so that no further change need be tried.
 struct CannotBegin {
     std::exception_ptr failure;
     Trouble kind;
 };
 
-/// How long changes are looked for whose connection ended while they were committed.
+/// How long a change is tried again after its connection ended before the commit was confirmed.
 constexpr std::chrono::milliseconds usualDoubt{5000};
 
 /// Stores the changes, tells what became of each, and takes out of BATCH whatever was told. Throws

@@ -34,7 +34,7 @@ bool addGroup(Database &database, const User &maker, const Group &group, qint64 
     Transaction transaction(database);
     lockUser(database, maker);
     if (findGroupRow(database, maker, group.id))
-        return true; // it was stored before, and nobody knew
+        return true; // this change has run before; its commit was not confirmed
     if (database.number(u"SELECT count(*) FROM group_members WHERE user_id = ?"_s, {maker.id})
         >= maximumGroups)
         return false;
