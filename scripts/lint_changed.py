@@ -3,9 +3,10 @@
 Usage: lint_changed.py DATABASE MEMORY SETTINGS COMMAND... <NAMES
 
 NAMES are files, each followed by NUL. COMMAND is run with one of them as its last word, one a processor; only what a
-failing one says is printed, in one piece, and the exit code is 1 when there was one. What passed is written down in the
-folder MEMORY, with a digest of all that it depends on: the COMMAND, the checker's version, the file SETTINGS ('' for none), how
-DATABASE/compile_commands.json has it compiled, and the text of every file that it includes.
+failing one says is printed, in one piece, and the exit code is 1 when there was one. What passed is written down in
+the folder MEMORY, with a digest of all that it depends on: the COMMAND, the checker's version, every file of the name
+SETTINGS in the source's folder and those around it ('' for none), how DATABASE/compile_commands.json has the source
+compiled, and the text of every file that it includes.
 """
 # SPDX-FileCopyrightText: 2026 The TideLoft developers
 # SPDX-License-Identifier: MIT
@@ -19,6 +20,7 @@ import re
 import shlex
 import subprocess
 import sys
+
 
 @functools.cache
 def digest(path):
@@ -52,6 +54,11 @@ def included_files(folder, how):
     return [os.path.join(folder, name.replace("\\ ", " ")) for name in names]
 
 
+def settings_of(source, name):
+    """Every file that may say how the source is looked at, also those that are not there yet."""
+    return [str(folder / name) for folder in pathlib.Path(os.path.abspath(source)).parents] if name else []
+
+
 class Memory:
     """What a checker found nothing in."""
 
@@ -76,17 +83,18 @@ class Memory:
         self._note(source).write_text(json.dumps(note), encoding="utf-8")
 
 
-def check(source, command, memory, compiled):
+def check(source, command, settings, memory, compiled):
     """What the checker says of a source that it does not let pass."""
     folder, how = compiled.get(os.path.abspath(source), (None, []))
     if folder and memory.has(source, how):
         return ""
-    digests = {path: digest(path) for path in included_files(folder, how)} if folder else {}
+    included = included_files(folder, how) if folder else []
+    digests = {path: digest(path) for path in included + settings_of(source, settings)}
     result = subprocess.run([*command, source], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
                             errors="replace", stdin=subprocess.DEVNULL, check=False)
     if result.returncode != 0:
         return result.stdout or f"{source}: exit code {result.returncode}\n"
-    if digests:
+    if included:
         memory.add(source, how, digests)
     return ""
 
@@ -94,13 +102,13 @@ def check(source, command, memory, compiled):
 def main():
     database, folder, settings, *command = sys.argv[1:]
     version = subprocess.run([command[0], "--version"], stdout=subprocess.PIPE, text=True, check=True).stdout
-    circumstances = hashlib.sha256(json.dumps([command, version, digest(settings)]).encode()).hexdigest()
+    circumstances = hashlib.sha256(json.dumps([command, version]).encode()).hexdigest()
     memory = Memory(folder, circumstances)
     compiled = compile_commands(database)
     failed = False
     with concurrent.futures.ThreadPoolExecutor(len(os.sched_getaffinity(0))) as pool:
         sources = [source for source in sys.stdin.read().split("\0") if source]
-        for words in pool.map(lambda source: check(source, command, memory, compiled), sources):
+        for words in pool.map(lambda source: check(source, command, settings, memory, compiled), sources):
             sys.stdout.write(words)
             sys.stdout.flush()
             failed = failed or bool(words)

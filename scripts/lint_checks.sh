@@ -38,7 +38,7 @@ make_database()
 }
 
 # Runs COMMAND FILE for each of the files, one a processor, but not for those in which it has found nothing and that
-# have not changed since. What passed is kept as NAME. SETTINGS is a file that the command goes by, or ''.
+# have not changed since. What passed is kept as NAME. SETTINGS is the name of files that the command goes by, or ''.
 on_each_changed()
 {
     local name=$1 settings=$2
