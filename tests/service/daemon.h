@@ -55,9 +55,12 @@ public:
         return out;
     }
 
-    /// Sends the signal and returns the exit code, or -1 when the program did not end by itself.
+    /// Sends the signal and returns the exit code, or -1 when the program did not end by itself or is not
+    /// there.
     int stop(int signal)
     {
+        if (process.state() == QProcess::NotRunning)
+            return -1; // its number is 0, which would name this process and all beside it
         ::kill(static_cast<pid_t>(process.processId()), signal);
         const bool ended = process.waitForFinished() && process.exitStatus() == QProcess::NormalExit;
         collect();

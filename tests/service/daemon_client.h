@@ -4,8 +4,7 @@
 #pragma once
 
 #include "tests/service/daemon.h"
-#include "tests/service/http_client.h"
-#include "tests/service/http_reply.h"
+#include "tests/service/service_call.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -22,9 +21,7 @@ public:
     HttpReply call(const QByteArray &method, const QByteArray &target, const QByteArray &body = {}) const
     {
         HttpClient client(daemon.port());
-        return parsedReply(client.exchange(method + ' ' + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
-                                           + "\r\nContent-Type: application/json\r\nContent-Length: "
-                                           + QByteArray::number(body.size()) + "\r\n\r\n" + body));
+        return tests::call(client, method, target, cookie, body);
     }
     HttpReply post(const QByteArray &target, const QJsonObject &body) const
     {

@@ -2,8 +2,9 @@
 // tables cannot grow, as on a disk that is full.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/service/descriptor_path.h"
+
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -16,14 +17,8 @@ namespace
 
 bool isTable(int descriptor)
 {
-    char link[64];
     char path[4096];
-    std::snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
-    const ssize_t size = readlink(link, path, sizeof path - 1);
-    if (size < 0)
-        return false;
-    path[size] = '\0';
-    return std::strstr(path, "/base/") != nullptr;
+    return readPathOf(descriptor, path) && std::strstr(path, "/base/") != nullptr;
 }
 
 bool isRefused(int descriptor, size_t size, off64_t offset)

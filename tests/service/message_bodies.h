@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArrayList>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -31,6 +32,29 @@ inline QJsonObject sealedMessage(const QString &to, const QString &text = base64
             {QStringLiteral("senderKeys"), QJsonArray{wrappedKey(QStringLiteral("mine"))}},
             {QStringLiteral("algorithm"), QStringLiteral("AES-GCM")},
             {QStringLiteral("encrypted"), 1}};
+}
+
+/// A sealed message whose nonce begins with WHO and ends with NUMBER, so that no two are alike.
+inline QJsonObject numberedMessage(const QString &to, int number, char who = '0')
+{
+    QJsonObject message = sealedMessage(to);
+    const QByteArray nonce = who + QByteArray::number(number).rightJustified(11, '0');
+    message.insert(QStringLiteral("iv"), QString::fromLatin1(nonce.toBase64()));
+    return message;
+}
+
+/// As Base64.
+inline QByteArray nonceOf(const QJsonValue &message)
+{
+    return message[QStringLiteral("iv")].toString().toLatin1();
+}
+
+inline QByteArrayList noncesOf(const QJsonArray &messages)
+{
+    QByteArrayList all;
+    for (const QJsonValue &message : messages)
+        all << nonceOf(message);
+    return all;
 }
 
 inline QJsonObject plainMessage(const QString &to, const QString &text)

@@ -133,13 +133,27 @@ QString PostgresqlCluster::newPlace()
 QString PostgresqlCluster::program(const QString &name)
 {
     const QDir versions(u"/usr/lib/postgresql"_s);
-    const QString version = versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0);
-    return versions.filePath(version + u"/bin/"_s + name);
+    QString found;
+    for (const QString &version : versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+        if (QFile::exists(versions.filePath(version + u"/bin/postgres"_s))) // not its client programs alone
+            found = versions.filePath(version + u"/bin/"_s + name);
+    }
+    return found;
 }
 
 QString PostgresqlCluster::url() const
 {
     return u"postgresql://tideloft@127.0.0.1:%1/postgres"_s.arg(usedPort);
+}
+
+QString PostgresqlCluster::logged(const QString &place)
+{
+    return place + u"%20-clog_statement%3Dall"_s;
+}
+
+qsizetype PostgresqlCluster::statements() const
+{
+    return log().count("LOG:  statement: ");
 }
 
 QByteArray PostgresqlCluster::log() const

@@ -41,6 +41,10 @@ public:
     static QString program(const QString &name);
     quint16 port() const { return usedPort; }
 
+    /// PLACE, with every statement of its connections in the server's log.
+    static QString logged(const QString &place);
+    /// How many statements are in the log.
+    qsizetype statements() const;
     /// What the server has written into its log.
     QByteArray log() const;
 

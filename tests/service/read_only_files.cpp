@@ -3,8 +3,9 @@
 // Nobody's rights matter to that, so the test is the same for root.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
+#include "tests/service/descriptor_path.h"
+
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -17,13 +18,9 @@ namespace
 bool isRefused(int descriptor)
 {
     const char *mark = std::getenv("TIDELOFT_READ_ONLY");
-    char link[64];
     char path[4096];
-    std::snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
-    const ssize_t size = readlink(link, path, sizeof path - 1);
-    if (!mark || size < 0 || access(mark, F_OK) != 0)
+    if (!mark || access(mark, F_OK) != 0 || !readPathOf(descriptor, path))
         return false;
-    path[size] = '\0';
     errno = EROFS;
     return std::strstr(path, ".sqlite") != nullptr && std::strstr(path, "-shm") == nullptr;
 }

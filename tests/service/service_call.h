@@ -1,4 +1,4 @@
-// One request to a service on a port of this machine, over a connection of its own.
+// One request to a service on a port of this machine.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -8,15 +8,23 @@
 namespace tideloft::tests
 {
 
-/// MORE are further lines of the head. The status is 0 when the connection ended without a reply.
+/// BODY is JSON text. MORE are further lines of the head. The status is 0 when the connection ended without a
+/// reply.
+inline HttpReply call(HttpClient &client, const QByteArray &method, const QByteArray &target,
+                      const QByteArray &cookie, const QByteArray &body, const QByteArray &more = {})
+{
+    return parsedReply(client.exchange(method + ' ' + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
+                                       + "\r\n" + more + "Content-Type: application/json\r\nContent-Length: "
+                                       + QByteArray::number(body.size()) + "\r\n\r\n" + body));
+}
+
+/// Over a connection of its own.
 inline HttpReply call(quint16 port, const QByteArray &method, const QByteArray &target,
                       const QByteArray &cookie, const QJsonObject &body = {}, const QByteArray &more = {})
 {
-    const QByteArray text = body.isEmpty() ? QByteArray() : QJsonDocument(body).toJson();
     HttpClient client(port);
-    return parsedReply(client.exchange(method + ' ' + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
-                                       + "\r\n" + more + "Content-Type: application/json\r\nContent-Length: "
-                                       + QByteArray::number(text.size()) + "\r\n\r\n" + text));
+    const QByteArray text = body.isEmpty() ? QByteArray() : QJsonDocument(body).toJson();
+    return call(client, method, target, cookie, text, more);
 }
 
 } // namespace tideloft::tests

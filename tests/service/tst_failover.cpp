@@ -39,7 +39,7 @@ private:
         bool repeats = false;
         QByteArray cookie;
         QStringList acknowledged;
-        QSet<QString> unknown; ///< sent, with an answer other than success or none
+        QSet<QString> unknown; ///< sent, and not acknowledged
     };
     struct Load {
         quint16 port = 0;
@@ -48,10 +48,23 @@ private:
         std::atomic<int> refused = 0;
         std::atomic<int> others = 0; ///< answers that are neither success nor "try again later"
     };
+    static std::array<Writer, writerCount> makeWriters(const QString &place);
     static bool send(Load &load, const Writer &writer, const QString &text);
     static void write(Load &load, Writer &writer);
     static void check(Database &database, const Writer &writer);
 };
+
+std::array<TestFailover::Writer, TestFailover::writerCount> TestFailover::makeWriters(const QString &place)
+{
+    Database database(place);
+    std::array<Writer, writerCount> writers;
+    for (std::size_t i = 0; i < writers.size(); ++i) {
+        writers[i].name = u"user%1"_s.arg(i);
+        writers[i].repeats = i % 2 == 0;
+        writers[i].cookie = storeSession(database, writers[i].name);
+    }
+    return writers;
+}
 
 bool TestFailover::send(Load &load, const Writer &writer, const QString &text)
 {
@@ -124,15 +137,7 @@ void TestFailover::standbyTakesOver()
     QVERIFY(service.startPlain({u"--database"_s, place}));
     Load load;
     load.port = service.port();
-    std::array<Writer, writerCount> writers;
-    {
-        Database database(place);
-        for (std::size_t i = 0; i < writers.size(); ++i) {
-            writers[i].name = u"user%1"_s.arg(i);
-            writers[i].repeats = i % 2 == 0;
-            writers[i].cookie = storeSession(database, writers[i].name);
-        }
-    }
+    std::array<Writer, writerCount> writers = makeWriters(place);
     std::vector<std::thread> threads;
     for (Writer &writer : writers)
         threads.emplace_back([&] { write(load, writer); });

@@ -4,9 +4,9 @@
 #include "service/metrics/metrics_text.h"
 #include "service/store/schema.h"
 #include "tests/service/daemon.h"
-#include "tests/service/http_reply.h"
 #include "tests/service/message_bodies.h"
 #include "tests/service/metrics_parser.h"
+#include "tests/service/service_call.h"
 #include "tests/support/test_main.h"
 
 #include <QFileInfo>
@@ -42,10 +42,7 @@ private:
     static HttpReply post(HttpClient &client, const QByteArray &target, const QByteArray &cookie,
                           const QJsonObject &object)
     {
-        const QByteArray body = QJsonDocument(object).toJson();
-        return parsedReply(client.exchange("POST " + target + " HTTP/1.1\r\nHost: h\r\nCookie: " + cookie
-                                           + "\r\nContent-Type: application/json\r\nContent-Length: "
-                                           + QByteArray::number(body.size()) + "\r\n\r\n" + body));
+        return call(client, "POST", target, cookie, QJsonDocument(object).toJson());
     }
     static void useService(HttpClient &client)
     {

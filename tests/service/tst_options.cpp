@@ -2,12 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/options.h"
+#include "tests/service/variable.h"
 #include "tests/support/test_main.h"
 
 #include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
+using namespace tideloft::tests;
 
 class TestOptions : public QObject
 {
@@ -265,12 +267,13 @@ void TestOptions::whatDoesNotGoTogetherIsToldOfBoth()
 
 void TestOptions::databaseOfTheSystemsServiceLiesInItsFolder()
 {
-    qputenv("STATE_DIRECTORY", "/var/lib/some");
-    QCOMPARE(databasePlace({}), u"/var/lib/some/tideloftd.sqlite"_s);
-    const Command command = parseWithFile("database = postgresql://one,two/chat\n");
-    QVERIFY(command.serve);
-    QCOMPARE(databasePlace(*command.serve), u"postgresql://one,two/chat"_s);
-    qunsetenv("STATE_DIRECTORY");
+    {
+        const Variable folder("STATE_DIRECTORY", "/var/lib/some");
+        QCOMPARE(databasePlace({}), u"/var/lib/some/tideloftd.sqlite"_s);
+        const Command command = parseWithFile("database = postgresql://one,two/chat\n");
+        QVERIFY(command.serve);
+        QCOMPARE(databasePlace(*command.serve), u"postgresql://one,two/chat"_s);
+    }
     QVERIFY(databasePlace({}).endsWith(u"/tideloftd.sqlite"_s));
     QVERIFY(!databasePlace({}).startsWith(u"/var/lib/some"_s));
 }

@@ -197,8 +197,8 @@ void TestTideloftctlCopies::messageTakesSomeTwoKilobytes()
     const QString before = folder->filePath(u"before.sqlite"_s);
     QCOMPARE(run(u"backup "_s + before).code, 0);
     for (int i = 0; i < count; ++i) {
-        QJsonObject body = sealedMessage(u"alice"_s, base64(116, 't'));
-        body[u"iv"_s] = QString::fromLatin1(QByteArray::number(i).rightJustified(12, '0').toBase64());
+        QJsonObject body = numberedMessage(u"alice"_s, i);
+        body[u"text"_s] = base64(116, 't');
         body[u"recipientKeys"_s] = QJsonArray{wrappedKey(device), wrappedKey(device)};
         body[u"senderKeys"_s] = QJsonArray{wrappedKey(device)};
         QCOMPARE(alice->post("/api/chat/send", body).status, 201);

@@ -41,20 +41,6 @@ private:
     {
         return call(at.port(), "GET", target, cookie, {}, more);
     }
-    static QJsonObject numbered(const QString &to, int number, char who)
-    {
-        QJsonObject message = sealedMessage(to);
-        const QByteArray nonce = who + QByteArray::number(number).rightJustified(11, '0');
-        message.insert(u"iv"_s, QString::fromLatin1(nonce.toBase64()));
-        return message;
-    }
-    static QByteArrayList nonces(const HttpReply &history)
-    {
-        QByteArrayList all;
-        for (const QJsonValue &message : history.array())
-            all << message[u"iv"_s].toString().toLatin1();
-        return all;
-    }
     std::unique_ptr<PostgresqlCluster> cluster;
     std::unique_ptr<Daemon> one;
     std::unique_ptr<Daemon> two;
@@ -81,8 +67,9 @@ void TestTwoServices::whatOneHasStoredTheOtherTellsAtOnce()
         const Daemon &sender = i % 2 == 0 ? *one : *two;
         const Daemon &reader = i % 2 == 0 ? *two : *one;
         const QByteArray tag = get(reader, "/api/chat/history/bob", alice).headers.value("etag");
-        QCOMPARE(call(sender.port(), "POST", "/api/chat/send", alice, numbered(u"bob"_s, i, 'a')).status,
-                 201);
+        QCOMPARE(
+            call(sender.port(), "POST", "/api/chat/send", alice, numberedMessage(u"bob"_s, i, 'a')).status,
+            201);
         const HttpReply after = get(reader, "/api/chat/history/bob", alice, "If-None-Match: " + tag + "\r\n");
         QCOMPARE(after.status, 200);
         QCOMPARE(after.array().size(), i + 1);
@@ -107,7 +94,7 @@ void TestTwoServices::sameMessageAtBothIsKeptOnce()
     const auto sendAll = [&](quint16 port) {
         for (int i = 0; i < count; ++i)
             acknowledged +=
-                call(port, "POST", "/api/chat/send", alice, numbered(u"bob"_s, i, 'a')).status == 201;
+                call(port, "POST", "/api/chat/send", alice, numberedMessage(u"bob"_s, i, 'a')).status == 201;
     };
     std::thread first([&] { sendAll(one->port()); });
     std::thread second([&] { sendAll(two->port()); });
@@ -126,11 +113,12 @@ void TestTwoServices::orderIsOneForAllAndNeverChanges()
     QList<QByteArrayList> seen;
     const auto write = [](quint16 port, const QByteArray &cookie, const QString &to, char who) {
         for (int i = 0; i < count; ++i)
-            call(port, "POST", "/api/chat/send", cookie, numbered(to, i, who));
+            call(port, "POST", "/api/chat/send", cookie, numberedMessage(to, i, who));
     };
     const auto read = [&](quint16 port, const QByteArray &cookie, const QByteArray &peer) {
         while (!over) {
-            const QByteArrayList history = nonces(call(port, "GET", "/api/chat/history/" + peer, cookie));
+            const QByteArrayList history =
+                noncesOf(call(port, "GET", "/api/chat/history/" + peer, cookie).array());
             const std::lock_guard lock(mutex);
             seen << history;
         }
@@ -145,9 +133,9 @@ void TestTwoServices::orderIsOneForAllAndNeverChanges()
     over = true;
     for (std::thread &reader : readers)
         reader.join();
-    const QByteArrayList all = nonces(get(*one, "/api/chat/history/bob", alice));
+    const QByteArrayList all = noncesOf(get(*one, "/api/chat/history/bob", alice).array());
     QCOMPARE(all.size(), 3 * count);
-    QCOMPARE(nonces(get(*two, "/api/chat/history/alice", bob)), all);
+    QCOMPARE(noncesOf(get(*two, "/api/chat/history/alice", bob).array()), all);
     QVERIFY(seen.size() > 4);
     for (const QByteArrayList &history : std::as_const(seen))
         QCOMPARE(history, all.first(history.size()));
@@ -200,7 +188,8 @@ void TestTwoServices::oneThatIsKilledLosesAndDoublesNothing()
     const auto write = [&](const QByteArray &cookie, const QString &to, char who) {
         for (int i = 0; i < count; ++i) {
             for (int attempt = i; attempt < i + 100; ++attempt) {
-                if (call(ports[attempt % 2], "POST", "/api/chat/send", cookie, numbered(to, i, who)).status
+                if (call(ports[attempt % 2], "POST", "/api/chat/send", cookie, numberedMessage(to, i, who))
+                        .status
                     == 201)
                     break;
             }
@@ -215,7 +204,7 @@ void TestTwoServices::oneThatIsKilledLosesAndDoublesNothing()
     first.join();
     second.join();
     QVERIFY(before < 2 * count);
-    const QByteArrayList all = nonces(get(*two, "/api/chat/history/bob", alice));
+    const QByteArrayList all = noncesOf(get(*two, "/api/chat/history/bob", alice).array());
     QCOMPARE(all.size(), 2 * count);
     QCOMPARE(QSet<QByteArray>(all.begin(), all.end()).size(), 2 * count);
 }
@@ -223,7 +212,7 @@ void TestTwoServices::oneThatIsKilledLosesAndDoublesNothing()
 void TestTwoServices::serverThatIsGoneIsToldAndComesBack()
 {
     const auto send = [this](int number) {
-        return call(one->port(), "POST", "/api/chat/send", alice, numbered(u"bob"_s, number, 'a'));
+        return call(one->port(), "POST", "/api/chat/send", alice, numberedMessage(u"bob"_s, number, 'a'));
     };
     QCOMPARE(send(1).status, 201);
     cluster->stop(SIGQUIT);

@@ -1,5 +1,5 @@
-// How often a request asks a server: each time is a way there and back, and the commonest requests go it
-// twice.
+// How many statements a request sends to a server. Each is a way there and back; the commonest requests need
+// two.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/service/api_fixture.h"
@@ -37,10 +37,7 @@ private:
         }
         return {};
     }
-    static qsizetype statements()
-    {
-        return PostgresqlCluster::ofThisProcess().log().count("LOG:  statement: ");
-    }
+    static qsizetype statements() { return PostgresqlCluster::ofThisProcess().statements(); }
 
     std::unique_ptr<Api> api;
     QByteArray alice;
@@ -53,7 +50,7 @@ void TestStatementCount::initTestCase()
         Store database(place);
         alice = storeSession(database, u"alice"_s);
     }
-    StoreSettings storage{place + u"%20-clog_statement%3Dall"_s, 1};
+    StoreSettings storage{PostgresqlCluster::logged(place), 1};
     storage.writers = 1;
     ApiSettings settings;
     settings.scryptCost = {16, 8, 1};

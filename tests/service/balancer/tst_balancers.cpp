@@ -270,7 +270,8 @@ void TestBalancers::servicesHaveToBeTheRightOnes()
     QVERIFY(stranger.startPlain(options));
     QVERIFY(front.balancer->start({stranger.port(), freePort()}));
     const int status = front.client().get("/healthz").status;
-    QVERIFY2(status == 502 || status == 503, qPrintable(QString::number(status)));
+    QVERIFY2(status == 502 || status == 503 || status == 0, // or it just closes, as above
+             qPrintable(QString::number(status)));
     QCOMPARE(stranger.stop(SIGTERM), 0);
     QVERIFY2(!stranger.errors().contains("GET"), stranger.errors().constData());
 }

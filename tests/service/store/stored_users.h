@@ -1,4 +1,4 @@
-// Rows that a test writes and counts, and a writer that is kept busy meanwhile.
+// Users as rows that a test writes and counts.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once
@@ -31,24 +31,5 @@ inline qint64 userCount(service::StoreThreads &store)
     done.acquire();
     return result;
 }
-
-/// Keeps the writer busy until it is let go, so that what comes meanwhile waits together.
-class Gate
-{
-public:
-    std::function<void(service::Database &)> change()
-    {
-        return [this](service::Database &) {
-            closed.release();
-            opened.acquire();
-        };
-    }
-    void awaitWriter() { closed.acquire(); }
-    void open() { opened.release(); }
-
-private:
-    Semaphore closed;
-    Semaphore opened;
-};
 
 } // namespace tideloft::tests

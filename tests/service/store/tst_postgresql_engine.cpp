@@ -35,6 +35,7 @@ private slots:
     void connectionThatWasLostIsOpenedAgain();
     void transactionEndsWithItsConnection();
     void addressWithNobodyBehindIsRefused();
+    void innerTransactionLeavesTheLocksOfTheOuter();
     void messageTakesFewStatements();
 
 private:
@@ -180,20 +181,37 @@ void TestPostgresqlEngine::addressWithNobodyBehindIsRefused()
     }
 }
 
+// Another connection waits for the row until the outermost transaction has ended.
+void TestPostgresqlEngine::innerTransactionLeavesTheLocksOfTheOuter()
+{
+    Store database(place);
+    addUser(database, u"alice"_s, "hash", 1);
+    const User alice = findUser(database, u"alice"_s).value();
+    const Transaction whole(database);
+    lockUser(database, alice);
+    {
+        const Transaction part(database);
+        setFact(database, u"undone"_s, 1);
+    }
+    Database other(place);
+    other.run(u"SET lock_timeout = '50ms'"_s);
+    QVERIFY_THROWS_EXCEPTION(StorageError, lockUser(other, alice));
+}
+
 // Each is a way to the server and back. What is repeated was prepared with the first message.
 void TestPostgresqlEngine::messageTakesFewStatements()
 {
-    StoreSettings settings{place + u"%20-clog_statement%3Dall"_s};
+    StoreSettings settings{PostgresqlCluster::logged(place)};
     settings.writers = 1;
     StoreThreads store(settings);
     const auto statementsOf = [&](const QString &nonce) {
-        const qsizetype before = cluster->log().count("LOG:  statement: ");
+        const qsizetype before = cluster->statements();
         const auto told = write(store, [nonce](Database &database) {
             const User alice = findUser(database, u"alice"_s).value();
             const User bob = findUser(database, u"bob"_s).value();
             storeMessage(database, alice, bob, {u"x"_s, nonce, u"[]"_s, u"[]"_s, true, 1}, {9, 99, 9});
         });
-        return isStored(told) ? cluster->log().count("LOG:  statement: ") - before : -1;
+        return isStored(told) ? cluster->statements() - before : -1;
     };
     QVERIFY(isStored(write(store, [](Database &database) {
         addUser(database, u"alice"_s, "hash", 1);

@@ -73,7 +73,7 @@ void TestPostgresqlSchema::everyVersionHasItsDatabase()
 void TestPostgresqlSchema::olderDatabaseIsKept_data()
 {
     QTest::addColumn<int>("version");
-    const Store database(place);
+    const Store database(cluster->newPlace());
     for (int version = firstVersion; version < currentSchemaVersion(database.engine()); ++version)
         QTest::addRow("version %d", version) << version;
 }

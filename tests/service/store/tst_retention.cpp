@@ -126,7 +126,7 @@ void TestRetention::quotasAreGivenBack()
     QCOMPARE(counted(u"message_bytes"_s), 0);
 }
 
-// As each of several services does, while others send.
+// As each of several services does.
 void TestRetention::twoAtOnceRemoveEachMessageOnce()
 {
     constexpr int old = 60;
@@ -134,6 +134,7 @@ void TestRetention::twoAtOnceRemoveEachMessageOnce()
         store->send(i % 2 == 0 ? store->alice : store->bob, i % 3 == 0 ? store->carol : store->alice,
                     QString::number(i), 10);
     std::atomic<int> removed = 0;
+    std::atomic<int> failures = 0;
     const auto removeAll = [&] {
         Database own(store->place());
         for (int piece = 1; piece != 0;) {
@@ -141,7 +142,10 @@ void TestRetention::twoAtOnceRemoveEachMessageOnce()
                 piece = removeMessagesBefore(own, 20, 7);
                 removed += piece;
             } catch (const StorageError &error) {
-                piece = error.isTemporary() ? 1 : 0;
+                if (!error.isTemporary()) {
+                    ++failures;
+                    return;
+                }
             }
         }
     };
@@ -149,7 +153,7 @@ void TestRetention::twoAtOnceRemoveEachMessageOnce()
     std::thread second(removeAll);
     first.join();
     second.join();
-    removed += removeMessagesBefore(database(), 20, old);
+    QCOMPARE(failures.load(), 0);
     QCOMPARE(removed.load(), old);
     QCOMPARE(database().number(u"SELECT count(*) FROM messages"_s), 0);
     QCOMPARE(database().number(u"SELECT sum(message_count) FROM users"_s), 0);

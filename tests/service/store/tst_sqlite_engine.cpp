@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/retention.h"
+#include "tests/service/store/gate.h"
 #include "tests/service/store/store_fixture.h"
 #include "tests/service/store/stored_users.h"
 #include "tests/service/store/written_change.h"

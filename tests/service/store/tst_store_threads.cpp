@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/schema.h"
 #include "tests/service/chosen_storage.h"
+#include "tests/service/store/gate.h"
 #include "tests/service/store/stored_users.h"
 #include "tests/service/store/written_change.h"
 #include "tests/support/test_main.h"

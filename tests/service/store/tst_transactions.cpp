@@ -20,7 +20,6 @@ class TestTransactions : public QObject
 private slots:
     void partFromTheBeginningIsUndone();
     void partAfterAChangeIsUndoneAlone();
-    void partAfterALockLeavesTheLock();
     void randomPartsAreAsIfEachHadItsOwn();
 
 private:
@@ -65,22 +64,6 @@ void TestTransactions::partAfterAChangeIsUndoneAlone()
     whole.commit();
     QCOMPARE(kept(), QSet<int>{1});
     store.database.run(u"DELETE FROM facts"_s);
-}
-
-// Another connection waits for the row until the outermost transaction has ended.
-void TestTransactions::partAfterALockLeavesTheLock()
-{
-    if (!ChosenStorage::isPostgresql())
-        return; // one alone writes to a file, and locks no rows
-    Transaction whole(store.database);
-    lockUser(store.database, store.alice);
-    {
-        const Transaction part(store.database);
-        add(1);
-    }
-    Database other(store.place());
-    other.run(u"SET lock_timeout = '50ms'"_s);
-    QVERIFY_THROWS_EXCEPTION(StorageError, lockUser(other, store.alice));
 }
 
 void TestTransactions::act(QRandomGenerator &random, int depth)

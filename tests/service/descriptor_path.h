@@ -1,0 +1,24 @@
+// The path of an open file, for what stands before the C library.
+// SPDX-FileCopyrightText: 2026 The TideLoft developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace
+{
+
+/// False, and PATH holds nothing, when the descriptor has no file.
+inline bool readPathOf(int descriptor, char (&path)[4096])
+{
+    char link[64];
+    std::snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
+    const ssize_t size = readlink(link, path, sizeof path - 1);
+    if (size >= 0)
+        path[size] = '\0';
+    return size >= 0;
+}
+
+} // namespace
