@@ -50,8 +50,8 @@ function(tideloft_precompile_room name)
     tideloft_toolkit_of(parts ${libraries})
     get_target_property(type ${name} TYPE)
     if(type STREQUAL "EXECUTABLE")
-        # Headers that are compiled once fit one kind of code. Older versions of the toolkit ask for this one, newer ones
-        # leave programs theirs.
+        # Headers that are compiled once fit one kind of code. Older versions of the toolkit ask for this one, newer
+        # ones leave programs theirs.
         target_compile_options(${name} PRIVATE -fPIC)
     endif()
     if("Qt6::Widgets" IN_LIST parts)

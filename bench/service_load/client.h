@@ -28,7 +28,7 @@ struct Where {
     std::string from = "127.0.0.1";
 };
 
-/// Of very many addresses of this machine one; NETWORK is from 1 to 255.
+/// One of very many addresses of this machine. NETWORK, from 1 to 255, keeps those of different loads apart.
 inline std::string addressOf(int network, std::size_t number)
 {
     return "127." + std::to_string(network) + '.' + std::to_string(number / 250 % 250) + '.'

@@ -18,7 +18,7 @@ struct ClosedLoop {
     std::function<bool(const Reply &reply)> check;
 };
 
-/// One whole reply.
+/// The reply to one request; its status is 0 when none came within ten seconds.
 Reply replyTo(const Where &where, const std::string &request);
 
 /// Replies a second as they must be. Ends the program at the first that is not.

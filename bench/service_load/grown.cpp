@@ -85,7 +85,7 @@ struct Preparations {
 Preparations preparationsFor(const service::Database &database)
 {
     if (database.engine().isShared())
-        return {{u"SET session_replication_role = replica"_s}, // rows that refer to others are right
+        return {{u"SET session_replication_role = replica"_s}, // references are not checked
                 {u"TRUNCATE messages, conversations"_s},       // what follows needs no write-ahead log
                 u"SELECT indexname, indexdef FROM pg_indexes WHERE schemaname = current_schema()"
                 " AND tablename = 'messages' AND indexname <> 'messages_pkey'"_s,

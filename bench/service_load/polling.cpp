@@ -5,6 +5,7 @@
 
 #include "bench/figures.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace tideloft::bench

@@ -9,7 +9,7 @@
 #include "bench/service_load/seed.h"
 #include "tests/service/postgresql_cluster.h"
 
-#include <QFile>
+#include <QProcess>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -52,7 +52,8 @@ double unchangedPollsASecond(const Where &where, const std::vector<SeededUser> &
     std::vector<std::string> requests;
     for (const SeededUser &user : users)
         requests.push_back(historyRequest(user, replyTo(where, historyRequest(user)).etag));
-    return repliesASecond({where, 64, [&](int i) { return requests[static_cast<std::size_t>(i)]; },
+    return repliesASecond({where, static_cast<int>(requests.size()),
+                           [&](int i) { return requests[static_cast<std::size_t>(i)]; },
                            [](const Reply &reply) { return reply.status == 304; }},
                           seconds);
 }

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] const ConversationRowModel &row() const { return shownRow; }
     void setRow(const ConversationRowModel &row);
 
-    /// Whether the entry has no widget, or one that shows what its row was before.
+    /// Whether the entry has no widget, or one that has to be made anew.
     [[nodiscard]] bool needsWidget() const { return !hasWidget || isOutdated; }
     [[nodiscard]] bool ownsWidget() const { return hasWidget; }
     /// The entry's widget is to be made anew.
@@ -35,7 +35,7 @@ public:
 private:
     ConversationRowModel shownRow;
     bool hasWidget = false;
-    bool isOutdated = false; ///< so is the widget
+    bool isOutdated = false; ///< the widget is not the one that its row needs now
 };
 
 } // namespace tideloft::ui

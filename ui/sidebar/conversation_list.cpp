@@ -159,7 +159,8 @@ void ConversationList::make(int index)
     withWidgets = withWidgets.with(index);
 }
 
-/// A preview is cut for its font when its row is made. Rows wait for a slice: their own fonts are on the way.
+/// A preview is cut for its font when its row is made. The rows are made anew in a slice, because the change
+/// of the font has not reached them yet.
 void ConversationList::outdateWidgets()
 {
     for (int index = withWidgets.first; index < withWidgets.end; ++index) {

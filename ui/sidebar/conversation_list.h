@@ -30,7 +30,8 @@ public:
     /// Makes the list show ROWS. Rows that it shows already are not touched. No entry is selected any more;
     /// the current one stays current for the keyboard, wherever it stands now, but nothing marks it.
     void show(const QList<ConversationRowModel> &rows);
-    /// Ends the work on rows that are not on screen. The next rows, a scroll or a new size begin it anew.
+    /// Ends the work on rows that are not on screen. The next rows, a scroll, a new size or another font
+    /// begin it anew.
     void stop() { slices.stop(); }
     /// Whether every row that is to have a widget has it.
     [[nodiscard]] bool isSettled() const { return !slices.isActive(); }
