@@ -10,6 +10,8 @@
 namespace tideloft::service
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -18,6 +20,26 @@ const char *nameOf(LogLevel level)
     if (level == LogLevel::Info)
         return "info";
     return level == LogLevel::Warning ? "warning" : "problem";
+}
+
+LogLevel levelOf(QtMsgType type)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return LogLevel::Info;
+    return type == QtWarningMsg ? LogLevel::Warning : LogLevel::Problem;
+}
+
+std::shared_ptr<LogOutput> &toolkitOutput()
+{
+    static std::shared_ptr<LogOutput> output;
+    return output;
+}
+
+// A driver wants to free each statement of a connection that is gone, and the statements are gone with it.
+void writeToolkitMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (!text.startsWith(u"Unable to free statement"_s))
+        toolkitOutput()->write(levelOf(type), 0, text.simplified().toUtf8());
 }
 
 } // namespace
@@ -34,6 +56,7 @@ void LogOutput::write(LogLevel level, std::uint64_t request, const QByteArray &t
     if (quiet && level == LogLevel::Info)
         return;
     const QDateTime now = QDateTime::currentDateTimeUtc();
+    const std::lock_guard turn(mutex);
     const QByteArray gap = QByteArray::number(quint64(lost)) + " lines were not taken";
     if (lost > 0 && put(logEntry(now, LogLevel::Warning, 0, gap)))
         lost = 0;
@@ -44,6 +67,12 @@ void LogOutput::write(LogLevel level, std::uint64_t request, const QByteArray &t
 bool LogOutput::put(const QByteArray &entry) const
 {
     return writeWithoutWaiting(descriptor, entry.constData(), static_cast<std::size_t>(entry.size()));
+}
+
+void takeToolkitMessages(const std::shared_ptr<LogOutput> &output)
+{
+    toolkitOutput() = output;
+    qInstallMessageHandler(&writeToolkitMessage);
 }
 
 } // namespace tideloft::service

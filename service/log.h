@@ -8,6 +8,8 @@
 #include <QDateTime>
 
 #include <cstdint>
+#include <memory>
+#include <mutex>
 
 namespace tideloft::service
 {
@@ -15,7 +17,8 @@ namespace tideloft::service
 /// "TIME LEVEL REQUEST TEXT" and a line break; "-" stands for no request.
 QByteArray logEntry(const QDateTime &time, LogLevel level, std::uint64_t request, const QByteArray &text);
 
-/// Writes to a descriptor, and drops what nobody takes: a log that is not read must not stop the service.
+/// Writes to a descriptor, and drops what nobody takes: a log that is not read must not stop the service. May
+/// be used by several threads.
 class LogOutput
 {
 public:
@@ -28,7 +31,12 @@ private:
 
     const int descriptor;
     const bool quiet;
+    std::mutex mutex;       ///< of what follows
     std::uint64_t lost = 0; ///< lines since the last that could be written
 };
+
+/// From here on what the toolkit and its drivers have to say goes to OUTPUT, one line each, until the program
+/// ends. By themselves they would wait for whoever reads the log.
+void takeToolkitMessages(const std::shared_ptr<LogOutput> &output);
 
 } // namespace tideloft::service

@@ -30,7 +30,8 @@ void print(FILE *stream, const QString &text)
     std::fflush(stream);
 }
 
-ServerSettings serverSettings(const Options &options, Counters &counters)
+ServerSettings serverSettings(const Options &options, Counters &counters,
+                              const std::shared_ptr<LogOutput> &output)
 {
     ServerSettings settings;
     settings.address = options.listen;
@@ -45,8 +46,7 @@ ServerSettings serverSettings(const Options &options, Counters &counters)
                                     std::chrono::nanoseconds duration) {
         counters.requestFinished(method, response.route, response.status, duration);
     };
-    settings.log = [output = std::make_shared<LogOutput>(standardError, options.quiet)](
-                       LogLevel level, std::uint64_t request, const QByteArray &line) {
+    settings.log = [output](LogLevel level, std::uint64_t request, const QByteArray &line) {
         output->write(level, request, line);
     };
     return settings;
@@ -78,8 +78,10 @@ void serve(const Options &options)
     allowManyFiles();
     keepNoLargeMemory();
     outliveFailedWrites();
+    const auto output = std::make_shared<LogOutput>(standardError, options.quiet);
+    takeToolkitMessages(output);
     Counters counters;
-    ServerSettings settings = serverSettings(options, counters);
+    ServerSettings settings = serverSettings(options, counters, output);
     ApiSettings forApi = apiSettings(options);
     settings.transfers = forApi.transfers = transferBudget(settings.limits);
     const QString place = databasePlace(options);

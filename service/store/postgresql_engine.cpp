@@ -55,11 +55,13 @@ void PostgresqlEngine::open(QSqlDatabase &connection, Access) const
                        Trouble::Gone);
 }
 
-// A process that stands still must not hold rows that others wait for.
+// A process that stands still must not hold rows that others wait for. What the server only remarks libpq
+// would write between the lines of the log.
 QStringList PostgresqlEngine::firstStatements(Access access) const
 {
     QStringList statements{u"SET statement_timeout = '15s'"_s,
-                           u"SET idle_in_transaction_session_timeout = '15s'"_s};
+                           u"SET idle_in_transaction_session_timeout = '15s'"_s,
+                           u"SET client_min_messages = error"_s};
     if (access == Access::ReadOnly)
         statements << u"SET default_transaction_read_only = on"_s;
     return statements;

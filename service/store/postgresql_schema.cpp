@@ -87,11 +87,9 @@ QStringList otherFirstTables()
 // databases of version 5 have an older table of this name, which nothing was ever written to.
 QStringList attempts()
 {
-    return {
-        u"SET LOCAL client_min_messages = warning"_s, // its notice would stand between the lines of the log
-        u"DROP TABLE IF EXISTS attempts"_s,
-        u"CREATE UNLOGGED TABLE attempts (who BYTEA NOT NULL, number BIGINT NOT NULL,"
-        " at TIMESTAMP WITH TIME ZONE NOT NULL DEFAULT now(), PRIMARY KEY (who, number))"_s};
+    return {u"DROP TABLE IF EXISTS attempts"_s,
+            u"CREATE UNLOGGED TABLE attempts (who BYTEA NOT NULL, number BIGINT NOT NULL,"
+            " at TIMESTAMP WITH TIME ZONE NOT NULL DEFAULT now(), PRIMARY KEY (who, number))"_s};
 }
 
 } // namespace

@@ -30,6 +30,7 @@ private slots:
     void entryHasTimeLevelAndRequest();
     void quietKeepsProblems();
     void gapsAreTold();
+    void messagesOfTheToolkitAreLines();
 
 private:
     QByteArray taken() const
@@ -78,6 +79,21 @@ void TestLog::gapsAreTold()
     QVERIFY2(rest.contains(" warning - " + QByteArray::number(200 - taken1) + " lines were not taken\n"),
              rest);
     QVERIFY(rest.endsWith(" info 2 again\n"));
+}
+
+void TestLog::messagesOfTheToolkitAreLines()
+{
+    takeToolkitMessages(std::make_shared<LogOutput>(ends[1], true));
+    qInfo("not with --quiet");
+    qWarning("a driver says %s\n  and more", "something");
+    qWarning("Unable to free statement: no connection to the server"); // which loses nothing
+    qCritical("x");
+    qInstallMessageHandler(nullptr);
+    const QByteArrayList lines = taken().split('\n');
+    QCOMPARE(lines.size(), 3);
+    QVERIFY2(lines[0].endsWith("Z warning - a driver says something and more"), lines[0]);
+    QVERIFY2(lines[1].endsWith("Z problem - x"), lines[1]);
+    QCOMPARE(lines[2], QByteArray());
 }
 
 TIDELOFT_TEST_MAIN(TestLog)

@@ -10,6 +10,8 @@
 #include "tests/service/stored_session.h"
 #include "tests/support/test_main.h"
 
+#include <QRegularExpression>
+
 #include <atomic>
 #include <mutex>
 #include <thread>
@@ -227,6 +229,11 @@ void TestTwoServices::serverThatIsGoneIsToldAndComesBack()
     QTRY_COMPARE_WITH_TIMEOUT(send(2).status, 201, 30'000);
     QTRY_COMPARE_WITH_TIMEOUT(get(*two, "/api/chat/history/bob", alice).array().size(), 2, 30'000);
     QTRY_COMPARE_WITH_TIMEOUT(get(*one, "/healthz", {}).status, 200, 30'000);
+    QCOMPARE(one->stop(SIGTERM), 0);
+    const QByteArrayList lines = one->errors().trimmed().split('\n');
+    static const QRegularExpression form(u"^[-0-9]{10}T[:.0-9]{12}Z (info|warning|problem) (-|\\d+) "_s);
+    for (const QByteArray &line : lines)
+        QVERIFY2(form.match(QString::fromUtf8(line)).hasMatch(), line);
 }
 
 TIDELOFT_TEST_MAIN(TestTwoServices)
