@@ -19,7 +19,7 @@ namespace
 
 constexpr qsizetype capacity = 8; // two lists, and the conversations that a user switches between
 constexpr qsizetype longestTag = 200;
-const QByteArray condition = QByteArrayLiteral("If-None-Match");
+constexpr const char *condition = "If-None-Match";
 
 // The tag is sent back as it came, so it must be a valid one (RFC 9110, section 8.8.3) of a bounded size.
 bool isTag(QByteArrayView text)

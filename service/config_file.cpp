@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qint64 mostBytes = 1024 * 1024;
+constexpr qint64 mostBytes = qint64{1024} * 1024;
 
 // A sign in front of which nothing or a blank stands begins a comment, so the name of a file may hold one.
 QString withoutComment(const QString &line)

@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 namespace tideloft::service
 {
 
@@ -37,11 +39,11 @@ Response page(const Counters &counters, const ServiceState &state)
 } // namespace
 
 MetricsServer::MetricsServer(std::uint16_t port, const Counters &counters, Api &endpoints,
-                             const HttpServer &observed, const QString &file)
+                             const HttpServer &observed, QString place)
     : counted(counters),
       api(endpoints),
       service(observed),
-      database(file),
+      database(std::move(place)),
       server(settingsFor(port), [this](const Request &request) { return router.handle(request); })
 {
     router.add("GET", "/metrics", [this](const Request &) { return answer(); });

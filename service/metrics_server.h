@@ -17,8 +17,8 @@ class MetricsServer
 {
 public:
     /// Opens the port; 0 takes any free one. What it is given must outlive it. Throws std::exception.
-    MetricsServer(std::uint16_t port, const Counters &counters, Api &api, const HttpServer &service,
-                  const QString &database);
+    MetricsServer(std::uint16_t port, const Counters &counters, Api &endpoints, const HttpServer &observed,
+                  QString place);
     Q_DISABLE_COPY_MOVE(MetricsServer)
     ~MetricsServer();
 

@@ -117,11 +117,9 @@ OptionEntry days(const char *name, int Options::*member, const char *help)
     return {QString::fromLatin1(name), u"DAYS"_s, QString::fromLatin1(help), set};
 }
 
-} // namespace
-
-const QList<OptionEntry> &optionTable()
+QList<OptionEntry> serverOptions()
 {
-    static const QList<OptionEntry> table{
+    return {
         address("listen", &Options::listen,
                 "Address to listen on, in numbers. Default: 127.0.0.1, this machine only."),
         number("port", &Options::port, 0, 65535, "Port to listen on. 0 takes any free one."),
@@ -145,6 +143,12 @@ const QList<OptionEntry> &optionTable()
         portOrNone("metrics-port", &Options::metricsPort,
                    "Port on 127.0.0.1 that answers /metrics in the text format of Prometheus. 0 takes any "
                    "free one. Default: none."),
+    };
+}
+
+QList<OptionEntry> contentOptions()
+{
+    return {
         registration("registration", &Options::registration,
                      "Who may make an account: open (everybody), invite (those who were invited with "
                      "tideloftctl) or closed (nobody). Default: open."),
@@ -152,6 +156,12 @@ const QList<OptionEntry> &optionTable()
              "Days after which a message is forgotten, or forever. Default: forever."),
         number("history-limit", &Options::historyLimit, 1, 100'000,
                "The newest messages that a history gives."),
+    };
+}
+
+QList<OptionEntry> limits()
+{
+    return {
         number("connections", &Options::connections, 1, million, "Connections at a time."),
         number("connections-per-address", &Options::connectionsPerAddress, 1, million,
                "Of these, from one address; a client needs two."),
@@ -167,6 +177,13 @@ const QList<OptionEntry> &optionTable()
         number("quota-picture-megabytes", &Options::quotaPictureMegabytes, 1, million,
                "Room that one user's picture and the icons of the user's servers may take, in MiB."),
     };
+}
+
+} // namespace
+
+const QList<OptionEntry> &optionTable()
+{
+    static const QList<OptionEntry> table = serverOptions() + contentOptions() + limits();
     return table;
 }
 

@@ -55,7 +55,7 @@ signals:
     void backToChatChosen();
     void pictureClicked();
     void saveClicked(const QString &displayName, const QString &bio);
-    void themeChanged(const Theme &theme);
+    void themeChanged(const tideloft::ui::Theme &theme);
 
 private:
     void makeParts();

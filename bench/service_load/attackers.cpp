@@ -36,10 +36,10 @@ int connectedSocket(std::uint16_t port, const std::string &from)
     sockaddr_in address{};
     address.sin_family = AF_INET;
     inet_pton(AF_INET, from.c_str(), &address.sin_addr);
-    bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address);
+    (void)bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address);
     inet_pton(AF_INET, "127.0.0.1", &address.sin_addr);
     address.sin_port = htons(port);
-    connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address);
+    (void)connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address);
     return descriptor;
 }
 

@@ -237,7 +237,7 @@ void Client::take(const char *data, std::size_t size)
 // False for an intermediate reply, which is skipped.
 bool Client::takeHead()
 {
-    reply.status = std::atoi(head.c_str() + 9);
+    reply.status = static_cast<int>(std::strtol(head.c_str() + 9, nullptr, 10));
     reply.etag = valueOf(head, "\r\nETag: ");
     reply.bodyBytes = bodyLeft = std::strtoull(valueOf(head, "\r\nContent-Length: ").c_str(), nullptr, 10);
     head.clear();

@@ -36,9 +36,9 @@ class ServiceProcess
 public:
     enum class Transport { Plain, Tls };
 
-    /// The database is "service.sqlite" in FOLDER, unless MORE says where it is. No limit holds that one
+    /// The database is "service.sqlite" in HOME, unless MORE says where it is. No limit holds that one
     /// address would meet.
-    ServiceProcess(const Folder &folder, Transport transport, QStringList more = {});
+    ServiceProcess(const Folder &home, Transport transport, QStringList more = {});
     Q_DISABLE_COPY_MOVE(ServiceProcess)
     ~ServiceProcess();
 

@@ -53,6 +53,7 @@ void measureSaturation(bool full)
     service.start();
     const Nginx nginx(folder);
     std::vector<std::string> requests;
+    requests.reserve(users.size());
     for (const SeededUser &user : users)
         requests.push_back(historyRequest(user, replyTo({service.port()}, historyRequest(user)).etag));
     const std::string empty = getRequest(users[0], "/empty");

@@ -135,6 +135,7 @@ void measureKills(bool full)
     Written written;
     Loop loop;
     std::vector<std::unique_ptr<Writer>> writers;
+    writers.reserve(users.size());
     for (const SeededUser &user : users)
         writers.push_back(std::make_unique<Writer>(loop, Where{service.port()}, user, written));
     for (const auto &writer : writers)

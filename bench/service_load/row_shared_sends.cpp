@@ -50,6 +50,7 @@ double insertsASecond(const tests::PostgresqlCluster &cluster, const QString &sc
 double unchangedPollsASecond(const Where &where, const std::vector<SeededUser> &users, double seconds)
 {
     std::vector<std::string> requests;
+    requests.reserve(users.size());
     for (const SeededUser &user : users)
         requests.push_back(historyRequest(user, replyTo(where, historyRequest(user)).etag));
     return repliesASecond({where, static_cast<int>(requests.size()),

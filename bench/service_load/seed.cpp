@@ -27,11 +27,15 @@ constexpr int hour = 3'600'000;
 // As long as a wrapped key of RSA with 2048 bits in Base64.
 QByteArray keysText(const char *device)
 {
-    return QByteArray("[{\"deviceId\":\"") + device + "\",\"encryptedKey\":\""
-           + QByteArray(256, 'k').toBase64() + "\"}]";
+    return QByteArray(R"([{"deviceId":")") + device + R"(","encryptedKey":")"
+           + QByteArray(256, 'k').toBase64() + R"("}])";
 }
 
-const QByteArray ciphertext = QByteArray(96, 'c').toBase64(); // a line of text
+// That of a line of text.
+QByteArray ciphertext()
+{
+    return QByteArray(96, 'c').toBase64();
+}
 
 QByteArray tokenOf(int user)
 {
@@ -45,7 +49,7 @@ void addPair(service::Database &database, const service::User &first, const serv
     for (int i = 0; i < messages; ++i) {
         const bool fromFirst = i % 2 == 0;
         service::storeMessage(database, fromFirst ? first : second, fromFirst ? second : first,
-                              {QString::fromLatin1(ciphertext), QString::fromStdString(nonceText(number++)),
+                              {QString::fromLatin1(ciphertext()), QString::fromStdString(nonceText(number++)),
                                QString::fromLatin1(keysText("mine")), QString::fromLatin1(keysText("theirs")),
                                true, now - messages + i},
                               {any, any, any});
@@ -117,7 +121,7 @@ std::string nonceText(std::uint64_t number)
 
 std::string sendRequest(const SeededUser &user, std::uint64_t number)
 {
-    const std::string body = R"({"to":")" + user.peer + R"(","text":")" + ciphertext.toStdString()
+    const std::string body = R"({"to":")" + user.peer + R"(","text":")" + ciphertext().toStdString()
                              + R"(","iv":")" + nonceText(number)
                              + R"(","encryptedKey":"","senderEncryptedKey":"","recipientKeys":)"
                              + keysText("theirs").toStdString() + R"(,"senderKeys":)"

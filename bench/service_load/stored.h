@@ -16,8 +16,8 @@ struct StoredCheck {
 };
 
 /// ACKNOWLEDGED are the nonces of messages that were sent after seeding.
-StoredCheck checkStored(const QString &database, const QSet<QString> &acknowledged);
+StoredCheck checkStored(const QString &file, const QSet<QString> &acknowledged);
 
-bool isWhole(const QString &database);
+bool isWhole(const QString &file);
 
 } // namespace tideloft::bench

@@ -23,7 +23,7 @@ int AttemptLimit::attempt(const QByteArray &key, qint64 now)
         return 0;
     const std::lock_guard lock(mutex);
     forget(now);
-    const Entries::iterator entry = entryOf(key);
+    const auto entry = entryOf(key);
     QList<qint64> &times = entry->times;
     times.removeIf([now](qint64 time) { return time <= now - minute; });
     if (times.size() >= most)

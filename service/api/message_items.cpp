@@ -93,9 +93,9 @@ QByteArray messageItem(const MessageRow &row, const QString &userName, const QSt
     const QByteArray peer = peerName.toUtf8();
     QByteArray item;
     item.reserve(row.text.size() + row.senderKeys.size() + row.recipientKeys.size() + 256);
-    item += "{\"createdAt\":\"";
+    item += R"({"createdAt":")";
     item += isoTime(row.createdAt);
-    item += row.encrypted ? "\",\"encrypted\":true" : "\",\"encrypted\":false";
+    item += row.encrypted ? R"(","encrypted":true)" : R"(","encrypted":false)";
     appendQuoted(item += ",\"from\":", row.isFromUser ? user : peer);
     appendQuoted(item += ",\"iv\":", row.iv);
     if (!row.peer.isEmpty())

@@ -55,7 +55,7 @@ private:
     void takeGreeted(tcp::socket socket, const std::optional<asio::ip::address> &client);
     bool hasRoomFor(const RequestOrigin &origin);
     asio::awaitable<void> serve(std::shared_ptr<Connection> connection, bool hasRoom);
-    asio::awaitable<Response> answer(Request request, bool forwarded);
+    asio::awaitable<Response> answer(Request request, bool fromProxy);
     void stopNow();
     void readCertificateOnSignal();
 
@@ -98,7 +98,7 @@ HttpServer::Implementation::Implementation(const ServerSettings &settings, Handl
     context.log = settings.log;
     context.answered = settings.answered;
     context.refuse = settings.refuse;
-    context.admit = [this, admit = settings.admit](Request head) {
+    context.admit = [this, admit = settings.admit](const Request &head) {
         return waitFor<Admission>(mailbox, admit(head));
     };
     context.answer = [this](Request request, bool fromProxy) {

@@ -31,7 +31,7 @@ bool isForeignPage(const RequestParser &parser, bool secure)
 
 Refusal badRequest()
 {
-    return Refusal(400, u"This is not a valid HTTP request."_s);
+    return {400, u"This is not a valid HTTP request."_s};
 }
 
 // A reply without a body needs none of this, and every client gets dozens of those a minute.
@@ -82,15 +82,15 @@ QByteArray takeBody(RequestParser &parser)
 
 Refusal tooLarge()
 {
-    return Refusal(413, u"The request is too large."_s);
+    return {413, u"The request is too large."_s};
 }
 
 Refusal parseFailure(const error_code &error, bool tookTooLong)
 {
     if (tookTooLong)
-        return Refusal(408, u"The request took too long to arrive."_s);
+        return {408, u"The request took too long to arrive."_s};
     if (error == http::error::header_limit)
-        return Refusal(431, u"The header of the request is too large."_s);
+        return {431, u"The header of the request is too large."_s};
     if (error == http::error::body_limit)
         return tooLarge();
     return badRequest();

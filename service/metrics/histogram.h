@@ -15,7 +15,8 @@ public:
     /// The bounds are in seconds, the smallest first.
     explicit Histogram(std::vector<double> upperBounds);
 
-    void observe(double seconds);
+    /// DURATION is in seconds.
+    void observe(double duration);
 
     const std::vector<double> &bounds() const { return upper; }
 

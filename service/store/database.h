@@ -27,7 +27,7 @@ public:
 
     /// Opens the database at a place that engineFor() knows. Throws StorageError when it cannot be opened or
     /// is no database.
-    explicit Database(const QString &place, Access access = Access::Full);
+    explicit Database(const QString &place, Access wanted = Access::Full);
     Q_DISABLE_COPY_MOVE(Database)
 
     /// The last connection of all to a file writes everything into it and leaves nothing beside it. One that

@@ -7,6 +7,8 @@
 #include "tests/support/create_dialog.h"
 #include "tests/support/popups.h"
 
+#include <QPushButton>
+
 namespace tideloft::tests
 {
 

@@ -37,7 +37,7 @@ QStringList requestedPictures()
     QStringList sequences;
     for (const char32_t base : bases)
         sequences << QString::fromUcs4(&base, 1) + QChar(0xfe0f);
-    for (const QChar base : u"0123456789#*"_s)
+    for (const QChar base : QStringView(u"0123456789#*"))
         sequences << base + u"\ufe0f\u20e3"_s;
     return sequences;
 }

@@ -28,7 +28,7 @@ QByteArray marker()
 QByteArray turnedWideMarker()
 {
     QByteArray wide;
-    for (const char turnedCharacter : turnedMarker.first(8))
+    for (const char turnedCharacter : QByteArrayView(turnedMarker).first(8))
         wide.append(turnedCharacter).append('\x5a'); // turned, too: freed memory may be found
     return wide;
 }

@@ -147,7 +147,8 @@ QJsonArray RandomService::messages()
         all.append(item);
     }
     if (choose.oneIn(4)) {
-        for (const QJsonValue &item : longHistory())
+        const QJsonArray longer = longHistory();
+        for (const QJsonValue &item : longer)
             all.prepend(item);
     }
     return all;

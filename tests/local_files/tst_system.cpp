@@ -179,7 +179,7 @@ void TestSystem::permissionsAreTheToolkits()
     constexpr QFileDevice::Permissions known = QFileDevice::Permissions::fromInt(0x7077);
     const QString path = pathOf(u"file"_s);
     const Descriptor file(system::open(path, Opening::Itself));
-    for (int bits = 0; bits < 512; ++bits) {
+    for (unsigned bits = 0; bits < 512; ++bits) {
         const auto wanted =
             QFileDevice::Permissions::fromInt((bits >> 6) << 12 | (bits >> 3 & 7) << 4 | (bits & 7));
         system::setPermissions(file.get(), wanted);

@@ -122,7 +122,7 @@ void TestETagCache::unchangedListsAreShownAsBefore()
         QCOMPARE(named(key), QByteArray("\"v1\""));
     }
     QCOMPARE(log.emitted().size(), 2);
-    QCOMPARE(log.emitted().first(), log.emitted().last()); // and so no failure
+    QCOMPARE(log.emitted().constFirst(), log.emitted().constLast()); // and so no failure
 }
 
 void TestETagCache::withoutATagTheRequestIsAsEver_data()

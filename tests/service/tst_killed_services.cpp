@@ -69,7 +69,7 @@ HttpReply TestKilledServices::repeated(const QByteArray &method, const QByteArra
                                        const QByteArray &cookie, const QJsonObject &body,
                                        QRandomGenerator &random)
 {
-    std::size_t at = random.bounded(2);
+    std::size_t at = random.bounded(2U);
     for (; !givenUp; at = 1 - at) {
         const HttpReply reply = call(services[at].port, method, target, cookie, body);
         if (reply.status != 0 && reply.status != 503) {
@@ -135,7 +135,7 @@ void TestKilledServices::nothingIsLostAndNothingDoubled()
     for (int kill = 0; kill < kills && goesOn; ++kill) {
         const auto more = [this, wanted = stored + 20 + random.bounded(20)] { return stored >= wanted; };
         goesOn = QTest::qWaitFor(more, 60'000);
-        Service &killed = services[random.bounded(2)];
+        Service &killed = services[random.bounded(2U)];
         killed.daemon->stop(SIGKILL);
         const auto others = [this, wanted = stored + 20] { return stored >= wanted; };
         goesOn = goesOn && QTest::qWaitFor(others, 60'000);

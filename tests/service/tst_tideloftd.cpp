@@ -11,6 +11,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkCookieJar>
 #include <QNetworkReply>
+#include <QSignalSpy>
 #include <QSslKey>
 
 #include <csignal>

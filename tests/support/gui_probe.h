@@ -7,6 +7,7 @@
 #include "tests/support/widget_parts.h"
 #include "ui/main_window.h"
 
+#include <QLineEdit>
 #include <QStackedWidget>
 
 namespace tideloft::tests

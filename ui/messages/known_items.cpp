@@ -41,8 +41,8 @@ public:
     {
         constexpr int mostTries = 100;
         const QString key = places.isEmpty() ? QString() : keyOf(value);
-        auto place = places.find(key);
-        for (int tries = 0; tries < mostTries && place != places.end() && place.key() == key; ++tries) {
+        auto place = places.constFind(key);
+        for (int tries = 0; tries < mostTries && place != places.cend() && place.key() == key; ++tries) {
             if (items.at(*place) == value) {
                 const qsizetype found = *place;
                 places.erase(place);

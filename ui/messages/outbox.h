@@ -50,7 +50,7 @@ signals:
     void ownKeysOutdated();
     void sealingChanged(bool busy);
     void sealed(const QString &peer, const crypto::EncryptedEnvelope &envelope);
-    void failed(const LocalizedText &problem);
+    void failed(const tideloft::ui::LocalizedText &problem);
 
 private:
     void askForOwnKeysAgain();

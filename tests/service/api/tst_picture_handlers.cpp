@@ -8,6 +8,7 @@
 #include <QHttpMultiPart>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft;

@@ -59,7 +59,7 @@ void TestTasks::oneAddressLeavesOthersTheirTurnToRead()
     std::mutex mutex;
     QByteArrayList answered;
     Semaphore finished;
-    for (const QByteArray peer : {"much", "much", "much", "little"}) {
+    for (const char *peer : {"much", "much", "much", "little"}) {
         const Reply reply = fixture.api.handle({"GET", "/api/me", {}, "tideloft_session=none", {}, peer});
         std::get<Later<Response>>(reply).start([&, peer](const Response &) {
             const std::lock_guard lock(mutex);

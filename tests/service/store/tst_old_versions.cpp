@@ -101,7 +101,7 @@ void TestOldVersions::everythingIsKept()
     QCOMPARE(stateOf(database, alice), UserState::Active);
     QCOMPARE(profileOf(database, alice).bio, u"I sail."_s);
     QCOMPARE(deviceKeys(database, alice).value(0).deviceName, u"Desk"_s);
-    QCOMPARE(textsBetween(database, bob, alice).last(), u"it's me \U0001F44B"_s.toUtf8());
+    QCOMPARE(textsBetween(database, bob, alice).constLast(), u"it's me \U0001F44B"_s.toUtf8());
     QCOMPARE(textsBetween(database, bob, bob), QByteArrayList{"a note to myself"});
     QByteArrayList conversations;
     visitConversations(database, bob, 10, [&conversations](const MessageRow &row) {

@@ -58,7 +58,7 @@ void TestUsers::limitHoldsForBoth()
     QCOMPARE(names.size(), 20);
     QCOMPARE(names[14], u"mo24"_s);
     QCOMPARE(names[15], u"x.mo10"_s);
-    QCOMPARE(found(u"mo"_s, 15).last(), u"mo24"_s);
+    QCOMPARE(found(u"mo"_s, 15).constLast(), u"mo24"_s);
 }
 
 void TestUsers::searchLooksAtEndsOfNamesAndNotAtAllUsers()

@@ -62,7 +62,8 @@ void TestComposition::lastsWhileSyllablesFollowEachOther()
 {
     compose(u"안"_s);
     bool duringChange = false;
-    connect(field.get(), &QLineEdit::textChanged, this, [&] { duringChange = composition->isActive(); });
+    connect(field.get(), &QLineEdit::textChanged, field.get(),
+            [&] { duringChange = composition->isActive(); });
     compose(u"녕"_s, u"안"_s);
     QVERIFY(duringChange);
     QVERIFY(composition->isActive());

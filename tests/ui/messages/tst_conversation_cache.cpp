@@ -98,16 +98,16 @@ void TestConversationCache::changedItemIsReadAnew()
 {
     (void)previews({item(u"bob"_s, u"1"_s), item(u"eve"_s, u"2"_s)});
     opened.clear();
-    QCOMPARE(previews({item(u"bob"_s, u"1"_s), item(u"eve"_s, u"3"_s)}).last(), u"eve opened 3 12:00"_s);
+    QCOMPARE(previews({item(u"bob"_s, u"1"_s), item(u"eve"_s, u"3"_s)}).constLast(), u"eve opened 3 12:00"_s);
     QCOMPARE(opened, QStringList{u"3"_s});
 }
 
 void TestConversationCache::timesFollowTheDay()
 {
     const QJsonArray items{item(u"bob"_s, u"1"_s)};
-    QCOMPARE(read(items).first().time.value(), u"12:00"_s);
+    QCOMPARE(read(items).constFirst().time.value(), u"12:00"_s);
     reading.now = reading.now.addDays(1);
-    QCOMPARE(read(items).first().time.value(), QLocale().toString(QDate(2024, 5, 17), u"d MMM"_s));
+    QCOMPARE(read(items).constFirst().time.value(), QLocale().toString(QDate(2024, 5, 17), u"d MMM"_s));
 }
 
 void TestConversationCache::otherTermsReadAfresh_data()

@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QStackedWidget>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
