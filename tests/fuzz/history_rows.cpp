@@ -34,14 +34,14 @@ bool isShown(const QString &shown, const QString &text)
     return shown == text || isFirstPart(shown, text);
 }
 
-void checkText(const QJsonObject &item, const QString &text)
+void checkText(const QJsonObject &item, const QString &shown)
 {
     if (!tideloft::crypto::isEncrypted(item))
-        require(isShown(text, item.value(u"text"_s).toString()), "a plain message is shown as it came");
+        require(isShown(shown, item.value(u"text"_s).toString()), "a plain message is shown as it came");
     else if (const QString opened = openedText(item); !opened.isEmpty())
-        require(isShown(text, opened), "an envelope is shown as it was opened");
+        require(isShown(shown, opened), "an envelope is shown as it was opened");
     else
-        require(text.startsWith(u"🔒 "_s), "an envelope that does not open says so");
+        require(shown.startsWith(u"🔒 "_s), "an envelope that does not open says so");
 }
 
 // KNOWN saw what came before: what it makes of ITEMS is what somebody would make who sees them first.

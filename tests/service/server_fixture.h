@@ -32,7 +32,7 @@ public:
     {
     }
     ServerFixture(service::Handler handler, service::ServerSettings settings)
-        : server(completed(settings), std::move(handler)),
+        : server(completed(std::move(settings)), std::move(handler)),
           thread([this] { server.run(); })
     {
     }
@@ -62,7 +62,7 @@ private:
         wanted.admit = admit;
         return wanted;
     }
-    service::ServerSettings &completed(service::ServerSettings &wanted)
+    service::ServerSettings completed(service::ServerSettings wanted)
     {
         wanted.port = 0;
         wanted.refuse = &refusalInJson;
