@@ -9,9 +9,11 @@ tideloft_when_linked(tideloft_precompile_test tideloft_screen_probe)
 target_link_libraries(tideloft_screen_probe PUBLIC tideloft_rail_probe tideloft_start_up)
 
 tideloft_tests(gui_screens_tests
-    TESTS tst_emoji tst_emoji_places tst_screens
+    TESTS tst_emoji tst_emoji_places tst_emoji_without_font tst_screens
     SOURCES tst_emoji_drawing.cpp tst_emoji_drawing.h tst_emoji_table.cpp tst_emoji_table.h
     LIBRARIES tideloft_screen_probe LABELS gui)
+set_property(TEST tst_emoji_without_font
+    APPEND PROPERTY ENVIRONMENT "FONTCONFIG_FILE=${CMAKE_CURRENT_SOURCE_DIR}/fonts_without_emoji.conf")
 foreach(scale 1.5 2)
     add_test(NAME tst_screens_at_${scale} COMMAND gui_screens_tests tst_screens)
     set_tests_properties(tst_screens_at_${scale} PROPERTIES TIMEOUT ${TIDELOFT_TEST_TIMEOUT} LABELS gui

@@ -6,10 +6,8 @@
 #include "tests/gui/tst_emoji_table.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/test_main.h"
-#include "ui/style/emoji_font.h"
 
 #include <QApplication>
-#include <QScopeGuard>
 
 #include <utility>
 
@@ -29,8 +27,6 @@ private slots:
     // Initials stand in the middle, and a box has another place for pictures.
     void lettersStandWhereTheyStood_data() { eachPlace({"header's initials", "box"}); }
     void lettersStandWhereTheyStood();
-    void withoutAFontOfEmojiLettersAreDrawn_data() { eachPlace(); }
-    void withoutAFontOfEmojiLettersAreDrawn();
     void cleanupTestCase() { probe.reset(); }
 
 private:
@@ -124,18 +120,6 @@ void TestEmojiPlaces::lettersStandWhereTheyStood()
     const QImage alone = inkOf(drawn(u"Hg"_s));
     for (const QString &text : {u"Hg ❤️‍🔥"_s, u"Hg 1️⃣ Hg"_s})
         QCOMPARE(inkOf(drawn(text)).copy(alone.rect()), alone);
-}
-
-// No boxes, and no pictures that nobody installed.
-void TestEmojiPlaces::withoutAFontOfEmojiLettersAreDrawn()
-{
-    QFETCH(const size_t, index);
-    QFont::removeSubstitutions(tideloft::ui::style::emojiFamily());
-    const auto restore = qScopeGuard([] { tideloft::app::substituteFonts(); });
-    for (const QString &text : {u"\u00a9"_s, u"\u2122"_s}) {
-        const QImage letter = places[index].draw(text, Qt::red);
-        QCOMPARE(places[index].draw(text + QChar(0xfe0f), Qt::red), letter);
-    }
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestEmojiPlaces)
