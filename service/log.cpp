@@ -69,10 +69,16 @@ bool LogOutput::put(const QByteArray &entry) const
     return writeWithoutWaiting(descriptor, entry.constData(), static_cast<std::size_t>(entry.size()));
 }
 
-void takeToolkitMessages(const std::shared_ptr<LogOutput> &output)
+ToolkitMessages::ToolkitMessages(const std::shared_ptr<LogOutput> &output)
 {
     toolkitOutput() = output;
     qInstallMessageHandler(&writeToolkitMessage);
+}
+
+ToolkitMessages::~ToolkitMessages()
+{
+    qInstallMessageHandler(nullptr);
+    toolkitOutput().reset();
 }
 
 } // namespace tideloft::service

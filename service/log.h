@@ -17,8 +17,8 @@ namespace tideloft::service
 /// "TIME LEVEL REQUEST TEXT" and a line break; "-" stands for no request.
 QByteArray logEntry(const QDateTime &time, LogLevel level, std::uint64_t request, const QByteArray &text);
 
-/// Writes to a descriptor, and drops what nobody takes: a log that is not read must not stop the service. May
-/// be used by several threads.
+/// Writes to a descriptor without waiting for a reader: a line that does not fit is dropped, so a log that
+/// nobody reads does not stop the service. Several threads may use it.
 class LogOutput
 {
 public:
@@ -35,8 +35,14 @@ private:
     std::uint64_t lost = 0; ///< lines since the last that could be written
 };
 
-/// From here on what the toolkit and its drivers have to say goes to OUTPUT, one line each, until the program
-/// ends. By themselves they would wait for whoever reads the log.
-void takeToolkitMessages(const std::shared_ptr<LogOutput> &output);
+/// While this lives, messages of the toolkit and its database drivers become lines of OUTPUT. The toolkit's
+/// own handler would wait for the reader of the log.
+class ToolkitMessages
+{
+public:
+    explicit ToolkitMessages(const std::shared_ptr<LogOutput> &output);
+    Q_DISABLE_COPY_MOVE(ToolkitMessages)
+    ~ToolkitMessages();
+};
 
 } // namespace tideloft::service

@@ -79,7 +79,7 @@ void serve(const Options &options)
     keepNoLargeMemory();
     outliveFailedWrites();
     const auto output = std::make_shared<LogOutput>(standardError, options.quiet);
-    takeToolkitMessages(output);
+    const ToolkitMessages toolkitMessages(output);
     Counters counters;
     ServerSettings settings = serverSettings(options, counters, output);
     ApiSettings forApi = apiSettings(options);

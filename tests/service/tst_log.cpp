@@ -6,6 +6,8 @@
 
 #include <QTimeZone>
 
+#include <optional>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -83,12 +85,12 @@ void TestLog::gapsAreTold()
 
 void TestLog::messagesOfTheToolkitAreLines()
 {
-    takeToolkitMessages(std::make_shared<LogOutput>(ends[1], true));
+    std::optional<ToolkitMessages> messages(std::make_shared<LogOutput>(ends[1], true));
     qInfo("not with --quiet");
     qWarning("a driver says %s\n  and more", "something");
     qWarning("Unable to free statement: no connection to the server"); // which loses nothing
     qCritical("x");
-    qInstallMessageHandler(nullptr);
+    messages.reset();
     const QByteArrayList lines = taken().split('\n');
     QCOMPARE(lines.size(), 3);
     QVERIFY2(lines[0].endsWith("Z warning - a driver says something and more"), lines[0]);
