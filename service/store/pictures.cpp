@@ -15,8 +15,9 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// To a server several write at a time. On the way there a picture is a text, which takes ten times the room
-// in memory, so there is one at a time. Its owner is locked already, so the insertion waits for nobody.
+// Several threads write to a server. On the way there a picture is a text that takes ten times its size in
+// memory, so they insert pictures one after the other. The owner's row is locked already, so an insertion
+// never waits for another transaction.
 void insert(Database &database, const QString &ownerColumn, qint64 owner, const QString &name,
             const Picture &picture)
 {

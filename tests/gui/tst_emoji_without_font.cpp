@@ -1,4 +1,4 @@
-// Where nobody has installed a font of emoji, what would be a picture is drawn as the letter that it is.
+// Without a font of emoji, a letter that asks to be a picture is drawn as a letter.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "app/fonts.h"

@@ -1,4 +1,4 @@
-// The path of an open file, for what stands before the C library.
+// The path of an open file, for libraries that are loaded before the C library.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

@@ -51,7 +51,7 @@ private:
     QString place;
     std::array<Service, 2> services;
     std::atomic<bool> over = false;
-    std::atomic<bool> givenUp = false; ///< nobody answers any more
+    std::atomic<bool> givenUp = false; ///< the writers stop asking: no service answers
     std::atomic<int> stored = 0;
     std::atomic<int> repetitions = 0;
     std::atomic<int> refused = 0; ///< replies that are neither success nor "try again later"

@@ -78,7 +78,7 @@ private:
     int distance = 0;         ///< how far from the screen rows are measured, while it shows
     RowRange measuredFrom;    ///< these
     RowRange preparedFor;     ///< what is near these has its widgets
-    RowRange withWidgets;     ///< rows outside of it have none, except the newest
+    RowRange withWidgets;     ///< rows outside of this range have no widget, except the newest rows
     bool areMeasured = false; ///< all rows
     bool isStale = false;     ///< the list is laid out for another width
     int widthsInSlices = 0;   ///< how often a slice has changed the width since rows were settled

@@ -161,8 +161,10 @@ void TestLostCommits::otherMessagesMayBeAlike()
 void TestLostCommits::whoNeverComesBackIsTold()
 {
     api = makeApi(std::chrono::milliseconds(100));
+    const int cuts = relay->cuts();
     relay->cutNext(CuttingRelay::Cut::AfterCommit, true);
     const Response refused = post("/api/chat/send", plainMessage(u"alice"_s, u"hello"_s));
+    QCOMPARE(relay->cuts(), cuts + 1);
     QCOMPARE(refused.status, 503);
     QCOMPARE(ApiFixture::message(refused),
              u"The service cannot store anything at the moment. Please try again later."_s);

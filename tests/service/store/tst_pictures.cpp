@@ -1,4 +1,5 @@
-// Pictures of users and of groups: the last one counts, whoever else uploads at the same moment.
+// Pictures of users and of groups: each has one picture, the last that was stored, also when several are
+// uploaded at once.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "service/store/groups.h"
