@@ -22,7 +22,7 @@ namespace
 
 constexpr int mostConversations = 2000; // as many as the client lists
 
-[[noreturn]] void refuseUnknown()
+[[noreturn]] void refuseUnknownUser()
 {
     throw Refusal(404, u"There is no user with this name."_s);
 }
@@ -32,7 +32,7 @@ void refuseWhatIsNotStored(Stored stored)
     if (stored == Stored::NoSender) // disabled since the session was looked up
         throw signInFirst();
     if (stored == Stored::NoRecipient) // deleted since the look-up
-        refuseUnknown();
+        refuseUnknownUser();
     if (stored == Stored::TooManyMessages)
         throw Refusal(409, u"You have sent as many messages as the service keeps for one user."_s);
     if (stored == Stored::TooManyBytes)
@@ -48,7 +48,7 @@ Outcome send(const ApiContext &context, Database &lookUp, const Request &request
     const StoredMessage message = storedForm(messageFrom(body), context.nowInMilliseconds());
     const std::optional<User> recipient = findUser(lookUp, to);
     if (!recipient)
-        refuseUnknown();
+        refuseUnknownUser();
     return Change([sender, recipient, message, quota = context.settings.quota,
                    tried = std::make_shared<qint64>(0)](Database &database) {
         refuseWhatIsNotStored(storeMessage(database, sender, *recipient, message, quota, tried.get()));

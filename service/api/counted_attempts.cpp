@@ -38,10 +38,10 @@ void refuseUnlessZero(int seconds)
 // Old ones go once a minute, along with an attempt: who writes then has something to write anyway.
 void removeOldOnesNowAndThen(ApiContext &context, Database &database)
 {
-    constexpr qint64 minute = 60'000;
+    constexpr qint64 interval = 60'000; // ms
     const qint64 now = context.settings.steadyNow();
     qint64 next = context.nextRemovalOfAttempts;
-    if (now >= next && context.nextRemovalOfAttempts.compare_exchange_strong(next, now + minute))
+    if (now >= next && context.nextRemovalOfAttempts.compare_exchange_strong(next, now + interval))
         removeOldAttempts(database);
 }
 

@@ -28,7 +28,7 @@ constexpr qsizetype longestName = 32;
 constexpr qsizetype longestDescription = 200;
 constexpr qsizetype anyLength = qsizetype{1024} * 1024; // a body is no longer
 
-[[noreturn]] void refuseUnknown()
+[[noreturn]] void refuseUnknownGroup()
 {
     throw Refusal(404, u"There is no such group."_s);
 }
@@ -109,7 +109,7 @@ Response giveGroup(Database &database, const Request &request, const User &user)
 {
     const std::optional<Group> group = findGroup(database, user, request.parameters.value(0));
     if (!group)
-        refuseUnknown();
+        refuseUnknownGroup();
     return jsonResponse(groupItem(*group));
 }
 
@@ -117,7 +117,7 @@ Outcome uploadIcon(const ApiContext &context, Database &lookUp, const Request &r
 {
     const std::optional<qint64> row = findGroupRow(lookUp, user, request.parameters.value(0));
     if (!row)
-        refuseUnknown();
+        refuseUnknownGroup();
     const Picture picture = uploadedPicture(request, "icon");
     return Change([&context, user, row, picture, name = newPictureName()](Database &database) {
         replaceIcon(database, *row, name, picture);

@@ -3,7 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_profile_probe.h"
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/appearance_styles.h"
 #include "tests/support/patience.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QJsonDocument>
@@ -16,14 +18,9 @@ using tideloft::ui::Language;
 namespace
 {
 
-const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
-const QByteArray saveKey = QByteArrayLiteral("POST /api/profile/update");
 const QString initialsStyle =
     u"background: qlineargradient(x1:0,y1:0,x2:1,y2:1,stop:0 #1e4a70,stop:1 #1a3a55);border-radius: 17px; "
     "border: 2px solid #3b8beb;color: #7ab0f5; font-size: 11px; font-weight: 700;"_s;
-const QString pictureStyle =
-    u"border-radius: 17px; border: 2px solid #3b8beb;background: transparent; padding: 0;"_s;
-
 /// Logs out and signs in as NAME, whose profile has BIO.
 bool signInAs(GuiProbe &probe, const QString &name, const QString &bio = {})
 {
@@ -46,7 +43,7 @@ bool hasPicture(const GuiProbe &probe)
 bool showPicture(SettingsProbe &probe)
 {
     const PictureFolder files;
-    probe.service.answer(avatarKey, 200, "{}");
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
     return chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
            && waitFor([&] { return hasPicture(probe); }, patience());
 }
@@ -150,14 +147,14 @@ void TestAnotherUser::theSamePersonKeepsTheSettingsPage()
 void TestAnotherUser::whatAnotherTypedIsNotSaved()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(requests::updateProfile, 200, "{}");
     probe.type(probe.bio, u"I am Alice"_s);
     QVERIFY(signInAs(probe, u"bob"_s, u"I am Bob"_s));
     probe.openSettings();
     QCOMPARE(bioOf(probe)->toPlainText(), u"I am Bob"_s);
     buttonWith(probe.content(Account), u"Save changes"_s)->click();
-    QVERIFY(probe.service.waitForRequests(saveKey, 1));
-    const auto sent = QJsonDocument::fromJson(probe.service.lastRequest(saveKey).body);
+    QVERIFY(probe.service.waitForRequests(requests::updateProfile, 1));
+    const auto sent = QJsonDocument::fromJson(probe.service.lastRequest(requests::updateProfile).body);
     QCOMPARE(sent[u"bio"], QJsonValue(u"I am Bob"_s));
 }
 
@@ -263,12 +260,13 @@ void TestAnotherUser::saveKeepsTheBio()
 {
     QFETCH(QString, bio);
     SettingsProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(requests::updateProfile, 200, "{}");
     QVERIFY(signInAs(probe, u"alice"_s, bio));
     probe.openSettings();
     buttonWith(probe.content(Account), u"Save changes"_s)->click();
-    QVERIFY(probe.service.waitForRequests(saveKey, 1));
-    QVERIFY(QJsonDocument::fromJson(probe.service.lastRequest(saveKey).body)[u"bio"] == QJsonValue(bio));
+    QVERIFY(probe.service.waitForRequests(requests::updateProfile, 1));
+    QVERIFY(QJsonDocument::fromJson(probe.service.lastRequest(requests::updateProfile).body)[u"bio"]
+            == QJsonValue(bio));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestAnotherUser)

@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
+#include "tests/support/appearance_styles.h"
 #include "tests/support/patience.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QFileDialog>
@@ -17,10 +19,6 @@ using tideloft::ui::MainWindow;
 
 namespace
 {
-
-const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
-const QString pictureStyle =
-    u"border-radius: 17px; border: 2px solid #3b8beb;background: transparent; padding: 0;"_s;
 
 QImage footerPicture(const SettingsProbe &probe)
 {
@@ -51,7 +49,7 @@ void compareWideCircle(const QImage &image, int size)
 // Uploads the wide picture through the dialog, and waits until the footer shows it.
 bool showWidePicture(SettingsProbe &probe, const PictureFolder &files)
 {
-    probe.service.answer(avatarKey, 200, "{}");
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
     return chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
            && waitFor([&] { return !footerPicture(probe).isNull(); }, patience());
 }
@@ -153,7 +151,7 @@ void TestAvatarPicture::kindsOfPictures()
     picture.fill(Qt::white);
     QVERIFY(picture.save(files.path(name), format.constData()));
     SettingsProbe probe;
-    probe.service.answer(avatarKey, 200, "{}");
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
     QVERIFY(chooseAvatar(probe, files.path(name)));
     QTRY_VERIFY(!footerPicture(probe).isNull());
     QCOMPARE(footerPicture(probe).pixelColor(17, 17), QColor(Qt::white));
@@ -276,15 +274,15 @@ void TestAvatarPicture::anotherUserGetsInitials()
 void TestAvatarPicture::aLatePictureIsNotTheNextUsers()
 {
     SettingsProbe probe;
-    probe.service.answer(avatarKey, 200, "{}");
-    probe.service.hold(avatarKey);
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
+    probe.service.hold(requests::uploadAvatar);
     const QString path = files.writeWidePicture(u"wide.png"_s);
     QVERIFY(chooseAvatar(probe, path));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
     probe.window->logOut();
     probe.service.answer("GET /api/me", 200, R"({"username":"carol"})");
     QVERIFY(probe.signIn(u"carol"_s));
-    probe.service.release(avatarKey);
+    probe.service.release(requests::uploadAvatar);
     QVERIFY(uploadIsOver(path));
     QVERIFY(footerPicture(probe).isNull());
     QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text(), u"CA"_s);

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QFile>
@@ -13,13 +14,6 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::MainWindow;
-
-namespace
-{
-
-const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
-
-} // namespace
 
 class TestAvatarUpload : public QObject
 {
@@ -64,12 +58,12 @@ void TestAvatarUpload::bytesOnTheWire()
     const QString path = files.write(name, contentOf(files.writeWidePicture(u"wide.png"_s)));
     SettingsProbe probe;
     QVERIFY(chooseAvatar(probe, path));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
-    const RecordedRequest request = probe.service.lastRequest(avatarKey);
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
+    const RecordedRequest request = probe.service.lastRequest(requests::uploadAvatar);
     QCOMPARE(sentUpload(request),
              wantedUpload(request, "/api/profile/avatar/upload", "avatar", suffix, contentOf(path)));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(avatarKey), 1);
+    QCOMPARE(probe.service.count(requests::uploadAvatar), 1);
 }
 
 void TestAvatarUpload::onlyTheCookieSaysWhose()
@@ -81,8 +75,8 @@ void TestAvatarUpload::onlyTheCookieSaysWhose()
     QVERIFY(probe.service.lastRequest().hasHeader("X-Device-Token"));
     QVERIFY(probe.service.lastRequest().hasHeader("X-Device-Name"));
     QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
-    const RecordedRequest request = probe.service.lastRequest(avatarKey);
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
+    const RecordedRequest request = probe.service.lastRequest(requests::uploadAvatar);
     QCOMPARE(request.header("Cookie"), QByteArray("session=one"));
     QVERIFY(!request.hasHeader("X-Device-Token"));
     QVERIFY(!request.hasHeader("X-Device-Name"));
@@ -91,15 +85,15 @@ void TestAvatarUpload::onlyTheCookieSaysWhose()
 void TestAvatarUpload::nothingChangesBeforeTheAnswer()
 {
     SettingsProbe probe;
-    probe.service.answer(avatarKey, 200, "{}");
-    probe.service.hold(avatarKey);
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
+    probe.service.hold(requests::uploadAvatar);
     QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
     QVERIFY(probe.settle());
     const auto *avatar = probe.the<QLabel>(u"footerAvatar"_s);
     QCOMPARE(avatar->text(), u"AL"_s);
     QCOMPARE(probe.the<QLabel>(u"myStatus"_s)->text(), u"● Online"_s);
-    probe.service.release(avatarKey);
+    probe.service.release(requests::uploadAvatar);
     QTRY_COMPARE(avatar->text(), QString());
 }
 
@@ -117,15 +111,15 @@ void TestAvatarUpload::aRefusalShowsNothing()
     SettingsProbe probe;
     probe.openSettings();
     if (status)
-        probe.service.answer(avatarKey, status, R"({"message":"No such picture"})");
+        probe.service.answer(requests::uploadAvatar, status, R"({"message":"No such picture"})");
     else
-        probe.service.drop(avatarKey);
+        probe.service.drop(requests::uploadAvatar);
     const auto *avatar = probe.the<QLabel>(u"footerAvatar"_s);
     const QString style = avatar->styleSheet();
     QSignalSpy ready(probe.window.get(), &MainWindow::avatarPixmapReady);
     const QString path = files.writeWidePicture(u"wide.png"_s);
     QVERIFY(chooseAvatar(probe, path));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
     QVERIFY(uploadIsOver(path));
     QCOMPARE(ready.size(), 0);
     QCOMPARE(messageCount(), 0);
@@ -150,11 +144,11 @@ void TestAvatarUpload::whatHoldsNoPictureChangesNothing()
     QFETCH(QByteArray, content);
     SettingsProbe probe;
     probe.openSettings();
-    probe.service.answer(avatarKey, 200, "{}");
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
     QSignalSpy ready(probe.window.get(), &MainWindow::avatarPixmapReady);
     const QString path = files.write(u"image.png"_s, content);
     QVERIFY(chooseAvatar(probe, path));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1)); // it is uploaded all the same
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1)); // it is uploaded all the same
     QVERIFY(uploadIsOver(path));
     QCOMPARE(ready.size(), 0);
     QCOMPARE(messageCount(), 0);
@@ -166,15 +160,15 @@ void TestAvatarUpload::whatHoldsNoPictureChangesNothing()
 void TestAvatarUpload::aFileGoneSinceChangesNothing()
 {
     SettingsProbe probe;
-    probe.service.answer(avatarKey, 200, "{}");
-    probe.service.hold(avatarKey);
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
+    probe.service.hold(requests::uploadAvatar);
     QSignalSpy ready(probe.window.get(), &MainWindow::avatarPixmapReady);
     const QString path = files.writeWidePicture(u"passing.png"_s);
     QVERIFY(chooseAvatar(probe, path));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
     QVERIFY(QFile::remove(path));
     QVERIFY(isOpen(path)); // the client has not heard of its end yet
-    probe.service.release(avatarKey);
+    probe.service.release(requests::uploadAvatar);
     QVERIFY(uploadIsOver(path));
     QCOMPARE(ready.size(), 0);
     QCOMPARE(messageCount(), 0);
@@ -185,13 +179,13 @@ void TestAvatarUpload::aFileGoneSinceChangesNothing()
 void TestAvatarUpload::theWindowMayGoMeanwhile()
 {
     SettingsProbe probe;
-    probe.service.answer(avatarKey, 200, "{}");
-    probe.service.hold(avatarKey);
+    probe.service.answer(requests::uploadAvatar, 200, "{}");
+    probe.service.hold(requests::uploadAvatar);
     QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
     QSignalSpy ready(probe.window.get(), &MainWindow::avatarPixmapReady);
     probe.window.reset();
-    probe.service.release(avatarKey);
+    probe.service.release(requests::uploadAvatar);
     SettingsProbe another; // time for the answer to arrive
     QCOMPARE(ready.size(), 0);
     QVERIFY(pendingTimers().isEmpty());

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/request_names.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
@@ -16,9 +17,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray historyWithBob = QByteArrayLiteral("GET /api/chat/history/bob");
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
 const QJsonArray ones{QJsonObject{{u"groupId"_s, u"g1"_s}, {u"name"_s, u"One"_s}}};
 
 QAbstractButton *buttonWith(const ChatWindow &chat, const QString &text)
@@ -108,7 +106,7 @@ void TestBackFromServer::theConversationIsBackAtOnce()
     QCOMPARE(before.size(), 3);
     QVERIFY(openServer(chat, way));
     QVERIFY(isNotice(chat.messageList()));
-    chat.service.hold(historyWithBob); // no reply helps
+    chat.service.hold(requests::historyWithBob); // no reply helps
     goBack(chat, back);
     QCOMPARE(shownHistory(chat.messageList()), before);
     QCOMPARE(chat.child<QLabel>("centerTitle")->text(), u"bob"_s);
@@ -116,7 +114,7 @@ void TestBackFromServer::theConversationIsBackAtOnce()
     QCOMPARE(chat.child<QLabel>("peerAvatar")->text(), u"BO"_s);
     QVERIFY(chat.msgInput()->isVisible());
     QVERIFY(chat.msgInput()->hasFocus());
-    chat.service.release(historyWithBob);
+    chat.service.release(requests::historyWithBob);
     QVERIFY(chat.settle());
 }
 
@@ -126,10 +124,10 @@ void TestBackFromServer::everyTickAsksForItsHistory()
     QVERIFY(chat.signIn());
     QVERIFY(chat.open(u"bob"_s));
     QVERIFY(openServer(chat));
-    const qsizetype before = chat.service.count(historyWithBob);
+    const qsizetype before = chat.service.count(requests::historyWithBob);
     chat.refresh();
     chat.refresh();
-    QVERIFY(chat.service.waitForRequests(historyWithBob, before + 2));
+    QVERIFY(chat.service.waitForRequests(requests::historyWithBob, before + 2));
 }
 
 void TestBackFromServer::noHistoryIsDrawnOverTheNotice()
@@ -204,7 +202,7 @@ void TestBackFromServer::nothingCanBeWrittenToAServer()
     QMetaObject::invokeMethod(&chat.window, "onSendClicked");
     QTest::mouseClick(chat.sendButton(), Qt::LeftButton);
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(keysOfBob), 0);
+    QCOMPARE(chat.service.count(requests::keysOfBob), 0);
     goBack(chat, u"messages"_s);
     QVERIFY(chat.msgInput()->isEnabled());
     QVERIFY(chat.sendButton()->isEnabled());
@@ -228,21 +226,23 @@ void TestBackFromServer::aMessageUnderWayIsSent()
     ChatWindow chat;
     QVERIFY(chat.signIn());
     QVERIFY(chat.open(u"bob"_s));
-    chat.service.answer(keysOfBob, 200, objectJson({{u"keys"_s, QJsonArray{bobs.device(u"laptop"_s)}}}));
-    chat.service.answer(send, 200, "{}");
-    chat.service.hold(keysOfBob);
+    chat.service.answer(requests::keysOfBob, 200,
+                        objectJson({{u"keys"_s, QJsonArray{bobs.device(u"laptop"_s)}}}));
+    chat.service.answer(requests::sendMessage, 200, "{}");
+    chat.service.hold(requests::keysOfBob);
     QTest::keyClicks(chat.msgInput(), u"under way"_s);
     QTest::keyClick(chat.msgInput(), Qt::Key_Return);
-    QTRY_COMPARE(chat.service.heldCount(keysOfBob), 1);
+    QTRY_COMPARE(chat.service.heldCount(requests::keysOfBob), 1);
     QVERIFY(openServer(chat));
-    const qsizetype before = chat.service.count(historyWithBob);
-    chat.service.release(keysOfBob);
-    QVERIFY(chat.service.waitForRequests(send, 1));
-    const QJsonObject body = QJsonDocument::fromJson(chat.service.lastRequest(send).body).object();
+    const qsizetype before = chat.service.count(requests::historyWithBob);
+    chat.service.release(requests::keysOfBob);
+    QVERIFY(chat.service.waitForRequests(requests::sendMessage, 1));
+    const QJsonObject body =
+        QJsonDocument::fromJson(chat.service.lastRequest(requests::sendMessage).body).object();
     QCOMPARE(body[u"to"], QJsonValue(u"bob"_s));
     QCOMPARE(openedBody(body, u"recipientKeys"_s, bobs, u"laptop"_s), u"under way"_s);
     QTRY_COMPARE(chat.msgInput()->text(), QString());
-    QVERIFY(chat.service.waitForRequests(historyWithBob, before + 1));
+    QVERIFY(chat.service.waitForRequests(requests::historyWithBob, before + 1));
     QVERIFY(isNotice(chat.messageList()));
 }
 
@@ -266,13 +266,13 @@ void TestBackFromServer::afterTheLogOutNothingIsLeft()
     QVERIFY(chat.open(u"bob"_s, {plainMessage(u"bob"_s, u"Ahoy"_s)}));
     QVERIFY(openServer(chat));
     chat.window.logOut();
-    chat.service.hold(historyWithBob);
+    chat.service.hold(requests::historyWithBob);
     chat.signIn();
     QTRY_VERIFY(chat.dmList()->isVisible());
     QVERIFY(chat.showConversations({QJsonObject{{u"peer"_s, u"bob"_s}}}));
     chat.click(chat.dmList(), 0);
     QCOMPARE(shownHistory(chat.messageList()), QStringList());
-    chat.service.release(historyWithBob);
+    chat.service.release(requests::historyWithBob);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestBackFromServer)

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -14,8 +15,6 @@ using namespace tideloft::tests;
 
 namespace
 {
-
-const QByteArray historyWithBob = QByteArrayLiteral("GET /api/chat/history/bob");
 
 /// SECONDS after the noon of a day long ago, as the service writes it.
 QString atNoon(int seconds)
@@ -63,7 +62,7 @@ void TestChatHistory::replyForAnotherPeerIsDropped()
     QVERIFY(chat.showConversations({QJsonObject{{u"peer"_s, u"eve"_s}}, QJsonObject{{u"peer"_s, u"bob"_s}}}));
     chat.click(chat.dmList(), 0);
     QTRY_COMPARE(chat.service.heldCount("GET /api/chat/history/eve"), 1);
-    chat.service.answer(historyWithBob, 200, json({plainMessage(u"bob"_s, u"hi"_s, atNoon(0))}));
+    chat.service.answer(requests::historyWithBob, 200, json({plainMessage(u"bob"_s, u"hi"_s, atNoon(0))}));
     chat.click(chat.dmList(), 1);
     const QStringList shown{thatDay, u"[BO] bob: hi @12:00"_s};
     QTRY_COMPARE(shownHistory(chat.messageList()), shown);
@@ -106,7 +105,7 @@ void TestChatHistory::emptyHistoryClearsTheView()
     QFETCH(const QByteArray, body);
     QVERIFY(chat.showHistory(u"bob"_s, {plainMessage(u"bob"_s, u"hi"_s)}));
     QCOMPARE(chat.messageList()->count(), 2);
-    chat.service.answer(historyWithBob, 200, body);
+    chat.service.answer(requests::historyWithBob, 200, body);
     chat.refresh();
     QTRY_COMPARE(chat.messageList()->count(), 0);
 }
@@ -127,7 +126,7 @@ void TestChatHistory::failedHistoryLeavesTheView()
     QVERIFY(chat.showHistory(u"bob"_s, {plainMessage(u"bob"_s, u"hi"_s, atNoon(0))}));
     QSignalSpy cleared(chat.messageList()->model(), &QAbstractItemModel::modelReset);
     QSignalSpy added(chat.messageList()->model(), &QAbstractItemModel::rowsInserted);
-    chat.service.answer(historyWithBob, status, body);
+    chat.service.answer(requests::historyWithBob, status, body);
     chat.refresh();
     QVERIFY(chat.settle());
     QCOMPARE(cleared.count() + added.count(), 0);

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -43,7 +44,6 @@ private:
 namespace
 {
 
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
 const QByteArray search = QByteArrayLiteral("GET /api/users/search");
 const QByteArray login = QByteArrayLiteral("POST /api/auth/login");
 
@@ -66,7 +66,7 @@ class ChatProbe : public SettingsProbe
 public:
     ChatProbe()
     {
-        service.answer(keysOfBob, 200, R"({"keys":[]})");
+        service.answer(requests::keysOfBob, 200, R"({"keys":[]})");
         if (!open(u"bob"_s))
             qFatal("The conversation does not open");
         field = the<QLineEdit>(u"msgInput"_s);
@@ -95,7 +95,7 @@ void TestCompositionKeys::messageField()
     compose(probe.field, {}, u"dag"_s);
     QCOMPARE(probe.field->text(), u"god dag"_s);
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(keysOfBob), 0);
+    QCOMPARE(probe.service.count(requests::keysOfBob), 0);
 }
 
 void TestCompositionKeys::theNextReturnSendsTheWholeText()
@@ -105,9 +105,9 @@ void TestCompositionKeys::theNextReturnSendsTheWholeText()
     compose(probe.field, u"日本"_s);
     press(probe.field, Qt::Key_Return);
     compose(probe.field, {}, u"日本"_s);
-    QCOMPARE(probe.service.count(keysOfBob), 0);
+    QCOMPARE(probe.service.count(requests::keysOfBob), 0);
     press(probe.field, Qt::Key_Return);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 1));
     QCOMPARE(probe.field->text(), u"日本"_s);
 }
 
@@ -120,10 +120,10 @@ void TestCompositionKeys::aSyllableThatFollowsAnother()
     QCOMPARE(probe.field->text(), u"안"_s);
     press(probe.field, Qt::Key_Return);
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(keysOfBob), 0);
+    QCOMPARE(probe.service.count(requests::keysOfBob), 0);
     compose(probe.field, {}, u"녕"_s);
     press(probe.field, Qt::Key_Return);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 1));
     QCOMPARE(probe.field->text(), u"안녕"_s);
 }
 
@@ -134,7 +134,7 @@ void TestCompositionKeys::anAbandonedCompositionHoldsNothingBack()
     compose(probe.field, u"då"_s);
     compose(probe.field, {});
     press(probe.field, Qt::Key_Return);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 1));
     QCOMPARE(probe.field->text(), u"hej"_s);
 }
 
@@ -147,7 +147,7 @@ void TestCompositionKeys::aTextSetByTheProgramEndsTheComposition()
     QCOMPARE(probe.field->text(), QString());
     QTest::keyClicks(probe.field, u"igen"_s);
     press(probe.field, Qt::Key_Return);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 1));
 }
 
 // It may have been switched off or have died: the second Return is the field's own again.
@@ -158,9 +158,9 @@ void TestCompositionKeys::anInputMethodThatAnswersNothing()
     compose(probe.field, u"då"_s);
     press(probe.field, Qt::Key_Return);
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(keysOfBob), 0);
+    QCOMPARE(probe.service.count(requests::keysOfBob), 0);
     press(probe.field, Qt::Key_Return);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 1));
 }
 
 void TestCompositionKeys::leavingTheFieldEndsTheComposition()
@@ -171,7 +171,7 @@ void TestCompositionKeys::leavingTheFieldEndsTheComposition()
     probe.the<QLineEdit>(u"sideSearch"_s)->setFocus();
     probe.field->setFocus();
     press(probe.field, Qt::Key_Return);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 1));
 }
 
 void TestCompositionKeys::aHeldReturnThatEndedACompositionSendsNothing()
@@ -183,7 +183,7 @@ void TestCompositionKeys::aHeldReturnThatEndedACompositionSendsNothing()
     QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, true);
     QApplication::sendEvent(probe.field, &repeated);
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(keysOfBob), 0);
+    QCOMPARE(probe.service.count(requests::keysOfBob), 0);
 }
 
 void TestCompositionKeys::searchField()

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_create_dialog_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -34,8 +35,6 @@ private slots:
 
 namespace
 {
-
-const QByteArray create = QByteArrayLiteral("POST /api/groups");
 
 QByteArray bodyWith(const QString &name, const QString &description)
 {
@@ -80,8 +79,8 @@ void TestCreateDialogAnswers::sendsTrimmedTexts()
     });
     QVERIFY(came);
     QCOMPARE(result, int(QDialog::Accepted));
-    QVERIFY(probe.service.waitForRequests(create, 1));
-    QTEST(probe.service.lastRequest(create).body, "body");
+    QVERIFY(probe.service.waitForRequests(requests::createServer, 1));
+    QTEST(probe.service.lastRequest(requests::createServer).body, "body");
 }
 
 void TestCreateDialogAnswers::sendsTheWholeRequest()
@@ -89,10 +88,10 @@ void TestCreateDialogAnswers::sendsTheWholeRequest()
     SettingsProbe probe;
     probe.service.clear();
     QVERIFY(createServer(probe, u"My Club"_s));
-    QVERIFY(probe.service.waitForRequests(create, 1));
+    QVERIFY(probe.service.waitForRequests(requests::createServer, 1));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(create), 1);
-    const RecordedRequest request = probe.service.lastRequest(create);
+    QCOMPARE(probe.service.count(requests::createServer), 1);
+    const RecordedRequest request = probe.service.lastRequest(requests::createServer);
     QCOMPARE(request.target, QByteArray("/api/groups"));
     QCOMPARE(request.header("Content-Type"), QByteArray("application/json"));
     QVERIFY(request.hasHeader("X-Device-Token"));
@@ -103,12 +102,12 @@ void TestCreateDialogAnswers::sendsTheWholeRequest()
 void TestCreateDialogAnswers::sendsWhileTheReplyIsOut()
 {
     SettingsProbe probe;
-    probe.service.hold(create);
+    probe.service.hold(requests::createServer);
     QVERIFY(createServer(probe, u"My Club"_s));
-    QVERIFY(probe.service.waitForRequests(create, 1));
+    QVERIFY(probe.service.waitForRequests(requests::createServer, 1));
     QVERIFY(!QApplication::activeModalWidget());
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.heldCount(create), 1);
+    QCOMPARE(probe.service.heldCount(requests::createServer), 1);
 }
 
 void TestCreateDialogAnswers::fieldsTakeNoMore()
@@ -119,8 +118,9 @@ void TestCreateDialogAnswers::fieldsTakeNoMore()
         clickCreate(dialog);
     });
     QVERIFY(came);
-    QVERIFY(probe.service.waitForRequests(create, 1));
-    QCOMPARE(probe.service.lastRequest(create).body, bodyWith(QString(32, u'n'), QString(200, u'd')));
+    QVERIFY(probe.service.waitForRequests(requests::createServer, 1));
+    QCOMPARE(probe.service.lastRequest(requests::createServer).body,
+             bodyWith(QString(32, u'n'), QString(200, u'd')));
 }
 
 void TestCreateDialogAnswers::withoutANameItStaysOpen_data()
@@ -152,7 +152,7 @@ void TestCreateDialogAnswers::withoutANameItStaysOpen()
     });
     QVERIFY(came);
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(create), 0);
+    QCOMPARE(probe.service.count(requests::createServer), 0);
 }
 
 void TestCreateDialogAnswers::aNameAfterAllIsSent()
@@ -166,8 +166,8 @@ void TestCreateDialogAnswers::aNameAfterAllIsSent()
         QVERIFY(!dialog.isVisible());
     });
     QVERIFY(came);
-    QVERIFY(probe.service.waitForRequests(create, 1));
-    QCOMPARE(probe.service.lastRequest(create).body, bodyWith(u"My Club"_s, {}));
+    QVERIFY(probe.service.waitForRequests(requests::createServer, 1));
+    QCOMPARE(probe.service.lastRequest(requests::createServer).body, bodyWith(u"My Club"_s, {}));
 }
 
 void TestCreateDialogAnswers::leavingSendsNothing_data()
@@ -201,7 +201,7 @@ void TestCreateDialogAnswers::leavingSendsNothing()
     });
     QVERIFY(came);
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(create), 0);
+    QCOMPARE(probe.service.count(requests::createServer), 0);
 }
 
 void TestCreateDialogAnswers::keysCreate_data()
@@ -229,10 +229,10 @@ void TestCreateDialogAnswers::keysCreate()
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
     });
     QVERIFY(came);
-    QVERIFY(probe.service.waitForRequests(create, 1));
+    QVERIFY(probe.service.waitForRequests(requests::createServer, 1));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(create), 1);
-    QCOMPARE(probe.service.lastRequest(create).body, bodyWith(u"My Club"_s, {}));
+    QCOMPARE(probe.service.count(requests::createServer), 1);
+    QCOMPARE(probe.service.lastRequest(requests::createServer).body, bodyWith(u"My Club"_s, {}));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestCreateDialogAnswers)

@@ -4,6 +4,7 @@
 #include "tests/gui/tst_create_dialog_probe.h"
 #include "tests/gui/tst_pending_timers.h"
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -39,9 +40,6 @@ private slots:
 namespace
 {
 
-const QByteArray create = QByteArrayLiteral("POST /api/groups");
-const QByteArray groups = QByteArrayLiteral("GET /api/groups");
-
 QString titleOf(const GuiProbe &probe)
 {
     return probe.the<QLabel>(u"centerTitle"_s)->text();
@@ -50,8 +48,9 @@ QString titleOf(const GuiProbe &probe)
 /// The service knows the new server from its creation on.
 void answerCreation(SettingsProbe &probe)
 {
-    probe.service.answer(create, 201, R"({"groupId":"g9","name":"My Club"})");
-    probe.service.answer(groups, 200, R"([{"groupId":"g1","name":"One"},{"groupId":"g9","name":"My Club"}])");
+    probe.service.answer(requests::createServer, 201, R"({"groupId":"g9","name":"My Club"})");
+    probe.service.answer(requests::listServers, 200,
+                         R"([{"groupId":"g1","name":"One"},{"groupId":"g9","name":"My Club"}])");
 }
 
 } // namespace
@@ -66,27 +65,27 @@ void TestCreatedServer::opensWithTheRefreshedList()
 {
     SettingsProbe probe;
     answerCreation(probe);
-    const qsizetype before = probe.service.count(groups);
+    const qsizetype before = probe.service.count(requests::listServers);
     QVERIFY(createServer(probe, u"My Club"_s));
-    QVERIFY(probe.service.waitForRequests(groups, before + 1));
+    QVERIFY(probe.service.waitForRequests(requests::listServers, before + 1));
     QTRY_COMPARE(titleOf(probe), u"My Club"_s);
     QCOMPARE(probe.centerPage(), u"chatPage"_s);
     QCOMPARE(probe.the<QLabel>(u"centerSubtitle"_s)->text(), u"Server"_s);
     QCOMPARE(serverChecks(probe), (QList<bool>{false, true}));
-    QCOMPARE(probe.service.count(groups), before + 1); // opening asks for nothing
+    QCOMPARE(probe.service.count(requests::listServers), before + 1); // opening asks for nothing
 }
 
 void TestCreatedServer::opensBeforeTheListArrives()
 {
     SettingsProbe probe;
     answerCreation(probe);
-    probe.service.hold(groups);
+    probe.service.hold(requests::listServers);
     QVERIFY(createServer(probe, u"My Club"_s));
     QTRY_COMPARE(titleOf(probe), u"g9"_s);
     QCOMPARE(probe.the<QLabel>(u"peerAvatar"_s)->text(), QString());
     QCOMPARE(probe.centerPage(), u"chatPage"_s);
     QVERIFY(serverButtons(probe).isEmpty());
-    probe.service.release(groups); // the list marks it, but the header stays as it was opened
+    probe.service.release(requests::listServers); // the list marks it, but the header stays as it was opened
     QTRY_COMPARE(serverChecks(probe), (QList<bool>{false, true}));
     QCOMPARE(titleOf(probe), u"g9"_s);
 }
@@ -117,7 +116,7 @@ void TestCreatedServer::withoutAnIdentifierOnlyListsAgain()
     QFETCH(QByteArray, reply);
     SettingsProbe probe;
     answerCreation(probe);
-    probe.service.answer(create, 200, reply);
+    probe.service.answer(requests::createServer, 200, reply);
     QVERIFY(createServer(probe, u"My Club"_s));
     QTRY_COMPARE(serverButtons(probe).size(), 2);
     QCOMPARE(pendingIntervals(), QList<int>()); // nothing is going to be opened
@@ -196,14 +195,14 @@ void TestCreatedServer::failureShowsNothing()
     QFETCH(QByteArray, body);
     SettingsProbe probe;
     QVERIFY(listServers(probe, {server(u"g1"_s, u"One"_s)}));
-    probe.service.answer(create, status, body);
+    probe.service.answer(requests::createServer, status, body);
     const QPointer<QAbstractButton> button = serverButtons(probe).constFirst();
-    const qsizetype before = probe.service.count(groups);
+    const qsizetype before = probe.service.count(requests::listServers);
     QVERIFY(createServer(probe, u"My Club"_s));
-    QVERIFY(probe.service.waitForRequests(create, 1));
+    QVERIFY(probe.service.waitForRequests(requests::createServer, 1));
     QVERIFY(probe.settle());
     QVERIFY(probe.settle()); // over whichever connection, the failure has come by now
-    QCOMPARE(probe.service.count(groups), before);
+    QCOMPARE(probe.service.count(requests::listServers), before);
     QCOMPARE(pendingIntervals(), QList<int>());
     QVERIFY(button); // the rail stays as it was
     QVERIFY(!QApplication::activeModalWidget());

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;
@@ -10,7 +11,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray list = QByteArrayLiteral("GET /api/chat/device-keys/me");
 const QByteArray registration = QByteArrayLiteral("POST /api/chat/device-key");
 
 } // namespace
@@ -36,11 +36,11 @@ void TestDeviceList::aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered()
     QVERIFY(probe.signIn());
     QVERIFY(probe.service.waitForRequests(registration, 1));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(list), 1);
+    QCOMPARE(probe.service.count(requests::listDevices), 1);
     probe.service.release(registration);
-    QVERIFY(probe.service.waitForRequests(list, 2));
+    QVERIFY(probe.service.waitForRequests(requests::listDevices, 2));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(list), 2);
+    QCOMPARE(probe.service.count(requests::listDevices), 2);
 }
 
 void TestDeviceList::aLateOrFailedListIsNotAskedForAgain_data()
@@ -55,35 +55,36 @@ void TestDeviceList::aLateOrFailedListIsNotAskedForAgain()
     QFETCH(int, status);
     GuiProbe probe;
     if (status)
-        probe.service.answer(list, status, "{}");
+        probe.service.answer(requests::listDevices, status, "{}");
     else
-        probe.service.hold(list);
+        probe.service.hold(requests::listDevices);
     QVERIFY(probe.signIn());
     QVERIFY(probe.service.waitForRequests(registration, 1));
     QVERIFY(probe.settle());
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(list), 1);
-    probe.service.release(list);
+    QCOMPARE(probe.service.count(requests::listDevices), 1);
+    probe.service.release(requests::listDevices);
 }
 
 // The list of whoever was signed in before says nothing about this user's.
 void TestDeviceList::theListOfAnEarlierSignInDoesNotCount()
 {
     GuiProbe probe;
-    probe.service.answer(list, 200, R"([{"deviceId":"another","publicKeyBase64":"QUJD"}])");
+    probe.service.answer(requests::listDevices, 200, R"([{"deviceId":"another","publicKeyBase64":"QUJD"}])");
     probe.service.hold(registration);
     QVERIFY(probe.signIn());
     QVERIFY(probe.settle());
     probe.window->logOut();
     probe.service.clear();
     probe.service.release(registration);
-    probe.service.hold(list);
+    probe.service.hold(requests::listDevices);
     QVERIFY(probe.signIn());
     QVERIFY(probe.service.waitForRequests(registration, 1));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(list), 1); // the first list lacked this device, but the new one is late
-    probe.service.release(list);
-    QVERIFY(probe.service.waitForRequests(list, 2));
+    QCOMPARE(probe.service.count(requests::listDevices),
+             1); // the first list lacked this device, but the new one is late
+    probe.service.release(requests::listDevices);
+    QVERIFY(probe.service.waitForRequests(requests::listDevices, 2));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestDeviceList)

@@ -112,34 +112,34 @@ bool isWholeInSight(const QWidget &window)
                         [](const QGraphicsEffect *effect) { return effect->isEnabled(); });
 }
 
-struct Walk {
+struct ButtonMarks {
     int buttons = 0;
     QStringList faint; ///< those whose mark has less than 3:1 somewhere
 };
 
-void lookAt(QAbstractButton *button, Walk &walk)
+void lookAt(QAbstractButton *button, ButtonMarks &marks)
 {
-    ++walk.buttons;
+    ++marks.buttons;
     const QImage with = surroundings(button);
     button->clearFocus();
     const double least = leastContrast(with, surroundings(button));
     button->setFocus(Qt::TabFocusReason);
     if (least < 3)
-        walk.faint.append(u"%1 %2"_s.arg(spokenName(button)).arg(least));
+        marks.faint.append(u"%1 %2"_s.arg(spokenName(button)).arg(least));
 }
 
 /// With the Tab key through WINDOW, until it comes back to the beginning.
-Walk walkThrough(QWidget *window)
+ButtonMarks buttonMarks(QWidget *window)
 {
-    Walk walk;
+    ButtonMarks marks;
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
     const QWidget *first = window->focusWidget();
     for (int stops = 0; stops < 60; ++stops) {
         if (auto *button = qobject_cast<QAbstractButton *>(window->focusWidget()))
-            lookAt(button, walk);
+            lookAt(button, marks);
         QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
         if (window->focusWidget() == first)
-            return walk;
+            return marks;
     }
     qFatal("The Tab key does not come back.");
 }
@@ -183,9 +183,9 @@ void TestFocusContrast::ofTheWindow()
     if (page == SignIn)
         probe.window->logOut();
     QTRY_VERIFY(isWholeInSight(*probe.window));
-    const Walk walk = walkThrough(probe.window.get());
-    QTEST(walk.buttons, "buttons");
-    QCOMPARE(walk.faint.join(u'|'), QString());
+    const ButtonMarks marks = buttonMarks(probe.window.get());
+    QTEST(marks.buttons, "buttons");
+    QCOMPARE(marks.faint.join(u'|'), QString());
 }
 
 void TestFocusContrast::ofTheSettings_data()
@@ -206,9 +206,9 @@ void TestFocusContrast::ofTheSettings()
     QVERIFY(probe.fadedIn());
     buttonWith(probe.content(Appearance), isLight ? u"Light"_s : u"Dark"_s)->click();
     probe.clickRow(section);
-    const Walk walk = walkThrough(probe.window.get());
-    QVERIFY(walk.buttons >= 6);
-    QCOMPARE(walk.faint.join(u'|'), QString());
+    const ButtonMarks marks = buttonMarks(probe.window.get());
+    QVERIFY(marks.buttons >= 6);
+    QCOMPARE(marks.faint.join(u'|'), QString());
 }
 
 void TestFocusContrast::ofDialogs_data()
@@ -223,10 +223,10 @@ void TestFocusContrast::ofDialogs()
 {
     QFETCH(const QString, button);
     const SettingsProbe probe;
-    Walk walk;
-    QVERIFY(withDialog([&] { probe.click(button); }, [&](QDialog &dialog) { walk = walkThrough(&dialog); }));
-    QTEST(walk.buttons, "buttons");
-    QCOMPARE(walk.faint.join(u'|'), QString());
+    ButtonMarks marks;
+    QVERIFY(withDialog([&] { probe.click(button); }, [&](QDialog &dialog) { marks = buttonMarks(&dialog); }));
+    QTEST(marks.buttons, "buttons");
+    QCOMPARE(marks.faint.join(u'|'), QString());
 }
 
 void TestFocusContrast::ofTheLanguageDialog()
@@ -234,9 +234,9 @@ void TestFocusContrast::ofTheLanguageDialog()
     tideloft::app::LanguageSelectDialog dialog;
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    const Walk walk = walkThrough(&dialog);
-    QCOMPARE(walk.buttons, 2);
-    QCOMPARE(walk.faint.join(u'|'), QString());
+    const ButtonMarks marks = buttonMarks(&dialog);
+    QCOMPARE(marks.buttons, 2);
+    QCOMPARE(marks.faint.join(u'|'), QString());
 }
 
 void TestFocusContrast::ofBoxes()
@@ -246,9 +246,9 @@ void TestFocusContrast::ofBoxes()
     tideloft::ui::showWarning(probe.window.get(), u"No."_s);
     auto *box = probe.window->findChild<QMessageBox *>();
     QVERIFY(QTest::qWaitForWindowActive(box));
-    const Walk walk = walkThrough(box);
-    QCOMPARE(walk.buttons, 1);
-    QCOMPARE(walk.faint.join(u'|'), QString());
+    const ButtonMarks marks = buttonMarks(box);
+    QCOMPARE(marks.buttons, 1);
+    QCOMPARE(marks.faint.join(u'|'), QString());
     box->close();
 }
 

@@ -5,6 +5,7 @@
 #include "tests/gui/tst_pending_timers.h"
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/patience.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -19,8 +20,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray groups = QByteArrayLiteral("GET /api/groups");
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
 const QByteArray registration = QByteArrayLiteral("POST /api/chat/device-key");
 const QByteArray deviceList = QByteArrayLiteral("GET /api/chat/device-keys/me");
 
@@ -47,12 +46,12 @@ QByteArray devicesOfBob()
 bool sendAndHold(GuiProbe &probe)
 {
     probe.service.answer("GET /api/chat/public-key/bob", 200, devicesOfBob());
-    probe.service.hold(send);
+    probe.service.hold(requests::sendMessage);
     if (!probe.open(u"bob"_s))
         return false;
     QTest::keyClicks(probe.the<QLineEdit>(u"msgInput"_s), u"from alice"_s);
     QTest::keyClick(probe.the<QLineEdit>(u"msgInput"_s), Qt::Key_Return);
-    return waitFor([&] { return probe.service.heldCount(send) == 1; }, patience());
+    return waitFor([&] { return probe.service.heldCount(requests::sendMessage) == 1; }, patience());
 }
 
 } // namespace
@@ -75,18 +74,19 @@ private slots:
 void TestLateReplies::serversOfAnEarlierUserAreNotShown()
 {
     GuiProbe probe;
-    probe.service.answer(groups, 200, R"([{"groupId":"g1","name":"Alice's"}])");
-    probe.service.hold(groups);
+    probe.service.answer(requests::listServers, 200, R"([{"groupId":"g1","name":"Alice's"}])");
+    probe.service.hold(requests::listServers);
     QVERIFY(probe.signIn());
-    QTRY_COMPARE(probe.service.heldCount(groups), 1);
+    QTRY_COMPARE(probe.service.heldCount(requests::listServers), 1);
     QVERIFY(signInAs(probe, u"bob"_s));
-    QTRY_COMPARE(probe.service.heldCount(groups), 2);
-    probe.service.releaseAt(groups, 0); // alice's
+    QTRY_COMPARE(probe.service.heldCount(requests::listServers), 2);
+    probe.service.releaseAt(requests::listServers, 0); // alice's
     QVERIFY(probe.settle());
     QVERIFY(probe.settle());
     QCOMPARE(serverButtons(probe).size(), 0);
-    probe.service.answer(groups, 200, R"([{"groupId":"g1","name":"B"},{"groupId":"g2","name":"C"}])");
-    probe.service.release(groups);
+    probe.service.answer(requests::listServers, 200,
+                         R"([{"groupId":"g1","name":"B"},{"groupId":"g2","name":"C"}])");
+    probe.service.release(requests::listServers);
     QTRY_COMPARE(serverButtons(probe).size(), 2);
 }
 
@@ -101,13 +101,13 @@ void TestLateReplies::aMessageOfAnEarlierUserLeavesTheLineAlone()
 {
     QFETCH(int, status);
     GuiProbe probe;
-    probe.service.answer(send, status, R"({"message":"Not today"})");
+    probe.service.answer(requests::sendMessage, status, R"({"message":"Not today"})");
     QVERIFY(probe.signIn());
     QVERIFY(sendAndHold(probe));
     QVERIFY(signInAs(probe, u"carol"_s));
     QVERIFY(probe.open(u"bob"_s));
     QTest::keyClicks(probe.the<QLineEdit>(u"msgInput"_s), u"from carol"_s);
-    probe.service.release(send);
+    probe.service.release(requests::sendMessage);
     QVERIFY(probe.settle());
     QVERIFY(probe.settle());
     QCOMPARE(probe.the<QLineEdit>(u"msgInput"_s)->text(), u"from carol"_s);
@@ -146,14 +146,14 @@ void TestLateReplies::aServerOfAnEarlierUserDoesNotOpen()
 void TestLateReplies::theSameUserStillGetsThem()
 {
     GuiProbe probe;
-    probe.service.answer(groups, 200, R"([{"groupId":"g1","name":"One"}])");
-    probe.service.hold(groups);
+    probe.service.answer(requests::listServers, 200, R"([{"groupId":"g1","name":"One"}])");
+    probe.service.hold(requests::listServers);
     QVERIFY(probe.signIn());
-    QTRY_COMPARE(probe.service.heldCount(groups), 1);
+    QTRY_COMPARE(probe.service.heldCount(requests::listServers), 1);
     QVERIFY(signInAs(probe, u"alice"_s));
-    probe.service.releaseAt(groups, 0);
+    probe.service.releaseAt(requests::listServers, 0);
     QTRY_COMPARE(serverButtons(probe).size(), 1);
-    probe.service.release(groups);
+    probe.service.release(requests::listServers);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestLateReplies)

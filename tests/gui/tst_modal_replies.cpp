@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_modal_probe.h"
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -18,7 +19,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
 const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
 
 void addFronts()
@@ -75,15 +75,15 @@ void TestModalReplies::everythingArrivesMeanwhile()
 {
     QFETCH(const int, front);
     ModalProbe probe;
-    probe.service.hold(keysOfBob);
+    probe.service.hold(requests::keysOfBob);
     probe.write(u"not lost"_s);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 1));
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 1));
     const QStringList said = probe.during(everythingInFront().at(front), [&probe] {
         probe.service.answer("GET /api/chat/history/bob", 200, R"([{"from":"bob","text":"new"}])");
-        probe.service.answer(keysOfBob, 500, R"({"message":"refused"})");
+        probe.service.answer(requests::keysOfBob, 500, R"({"message":"refused"})");
         QVERIFY(listServers(probe, {server(u"g2"_s, u"Lagoon"_s)})); // the button of a menu is gone
         QVERIFY(probe.listPeers({u"bob"_s, u"dan"_s}));
-        probe.service.release(keysOfBob);
+        probe.service.release(requests::keysOfBob);
         QTRY_VERIFY(isSaid(u"refused"_s));
         QTRY_COMPARE(probe.the<QListWidget>(u"messageList"_s)->count(), 2);
     });
@@ -106,13 +106,13 @@ void TestModalReplies::logOutMeanwhile()
 void TestModalReplies::theSameFailureFiftyTimesIsOneBox()
 {
     ModalProbe probe;
-    probe.service.hold(keysOfBob);
-    probe.service.answer(keysOfBob, 503, R"({"message":"busy"})");
+    probe.service.hold(requests::keysOfBob);
+    probe.service.answer(requests::keysOfBob, 503, R"({"message":"busy"})");
     for (int i = 0; i < 50; ++i)
         probe.write(u"not lost"_s); // as the Return key does that is held down
-    QTRY_VERIFY(probe.service.heldCount(keysOfBob) > 0);
-    probe.service.release(keysOfBob);
-    QVERIFY(probe.service.waitForRequests(keysOfBob, 50));
+    QTRY_VERIFY(probe.service.heldCount(requests::keysOfBob) > 0);
+    probe.service.release(requests::keysOfBob);
+    QVERIFY(probe.service.waitForRequests(requests::keysOfBob, 50));
     QVERIFY(probe.settle());
     QVERIFY(probe.settle());
     QCOMPARE(boxCount(), 1);
@@ -123,7 +123,7 @@ void TestModalReplies::theSameFailureFiftyTimesIsOneBox()
 void TestModalReplies::theSameFailureIsShownAgainLater()
 {
     ModalProbe probe;
-    probe.service.answer(keysOfBob, 503, R"({"message":"busy"})");
+    probe.service.answer(requests::keysOfBob, 503, R"({"message":"busy"})");
     for (int i = 0; i < 3; ++i) {
         probe.write(u"not lost"_s);
         QTRY_COMPARE(boxCount(), 1);
@@ -136,7 +136,8 @@ void TestModalReplies::fiftyFailuresAreReadOneByOne()
 {
     ModalProbe probe;
     for (int i = 0; i < 50; ++i) {
-        probe.service.answerOnce(keysOfBob, 503, R"({"message":"busy )" + QByteArray::number(i) + R"("})");
+        probe.service.answerOnce(requests::keysOfBob, 503,
+                                 R"({"message":"busy )" + QByteArray::number(i) + R"("})");
         probe.write(u"not lost"_s);
     }
     QTRY_COMPARE(boxCount(), 50);

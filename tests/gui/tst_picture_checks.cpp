@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QDir>
@@ -18,8 +19,6 @@ using tideloft::ui::Language;
 
 namespace
 {
-
-const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
 
 // What stands at PATH when the dialog has closed is no longer the file that was chosen in it.
 void replaceFile(const QString &path, const QString &kind)
@@ -59,7 +58,7 @@ void compareWarning(const SettingsProbe &probe, const QString &text)
 void compareNothingSent(SettingsProbe &probe)
 {
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(avatarKey), 0);
+    QCOMPARE(probe.service.count(requests::uploadAvatar), 0);
     QCOMPARE(probe.the<QLabel>(u"footerAvatar"_s)->text(), u"AL"_s);
     QCOMPARE(probe.the<QLabel>(u"myStatus"_s)->text(), u"● Online"_s);
 }
@@ -138,10 +137,11 @@ void TestPictureChecks::acceptedFiles()
     QFETCH(qint64, size);
     SettingsProbe probe;
     QVERIFY(chooseAvatar(probe, files.writeOfSize(name, size)));
-    QTRY_COMPARE_WITH_TIMEOUT(probe.service.count(avatarKey), 1, 60000); // 5 MB on a busy machine
+    QTRY_COMPARE_WITH_TIMEOUT(probe.service.count(requests::uploadAvatar), 1,
+                              60000); // 5 MB on a busy machine
     QCOMPARE(messageCount(), 0);
     const QByteArray suffix = name.mid(name.lastIndexOf(u'.') + 1).toLower().toLatin1();
-    const RecordedRequest request = probe.service.lastRequest(avatarKey);
+    const RecordedRequest request = probe.service.lastRequest(requests::uploadAvatar);
     QVERIFY(sentUpload(request)
             == wantedUpload(request, "/api/profile/avatar/upload", "avatar", suffix, QByteArray(size, '\0')));
 }
@@ -209,7 +209,7 @@ void TestPictureChecks::aRefusedFileCanBeFollowedByAnother()
     QVERIFY(chooseAvatar(probe, files.writeOfSize(u"photo.txt"_s, 3)));
     compareWarning(probe, u"Invalid format."_s);
     QVERIFY(chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s)));
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
     QCOMPARE(messageCount(), 0);
 }
 

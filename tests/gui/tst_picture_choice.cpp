@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QAbstractItemView>
@@ -24,7 +25,6 @@ using tideloft::ui::Language;
 namespace
 {
 
-const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
 const QByteArray iconKey = QByteArrayLiteral("POST /api/groups/g1/icon");
 
 // Uses the control that a row of the table names. Returns once the file dialog that it opens is closed.
@@ -53,9 +53,9 @@ void addWays()
 {
     QTest::addColumn<QString>("control");
     QTest::addColumn<QByteArray>("upload");
-    QTest::newRow("footer picture") << u"footer picture"_s << avatarKey;
-    QTest::newRow("settings picture") << u"settings picture"_s << avatarKey;
-    QTest::newRow("settings picture by key") << u"settings picture by key"_s << avatarKey;
+    QTest::newRow("footer picture") << u"footer picture"_s << requests::uploadAvatar;
+    QTest::newRow("settings picture") << u"settings picture"_s << requests::uploadAvatar;
+    QTest::newRow("settings picture by key") << u"settings picture by key"_s << requests::uploadAvatar;
     QTest::newRow("server menu") << u"server menu"_s << iconKey;
     QTest::newRow("server menu by key") << u"server menu by key"_s << iconKey;
 }
@@ -155,7 +155,7 @@ void TestPictureChoice::aTypedPathIsUploaded()
     take(probe, control);
     QVERIFY(person.hasAnswered());
     QVERIFY(probe.service.waitForRequests(upload, 1));
-    QCOMPARE(probe.service.count(avatarKey) + probe.service.count(iconKey), 1);
+    QCOMPARE(probe.service.count(requests::uploadAvatar) + probe.service.count(iconKey), 1);
     QCOMPARE(messageCount(), 0);
 }
 
@@ -164,8 +164,9 @@ void TestPictureChoice::offeredNamesGoBeforeTheDialog_data()
     QTest::addColumn<QString>("control");
     QTest::addColumn<QByteArray>("upload");
     QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("profile picture, Return") << u"footer picture"_s << avatarKey << Qt::Key_Return;
-    QTest::newRow("profile picture, Enter") << u"footer picture"_s << avatarKey << Qt::Key_Enter;
+    QTest::newRow("profile picture, Return")
+        << u"footer picture"_s << requests::uploadAvatar << Qt::Key_Return;
+    QTest::newRow("profile picture, Enter") << u"footer picture"_s << requests::uploadAvatar << Qt::Key_Enter;
     QTest::newRow("server icon, Return") << u"server menu"_s << iconKey << Qt::Key_Return;
 }
 
@@ -266,9 +267,9 @@ void TestPictureChoice::aFileOfTheListIsUploaded()
     });
     clickOnScreen(*probe.the<QLabel>(u"footerAvatar"_s));
     QVERIFY(person.hasAnswered());
-    QVERIFY(probe.service.waitForRequests(avatarKey, 1));
-    QVERIFY(probe.service.lastRequest(avatarKey).body.contains("filename=\"avatar.jpg\""));
-    QVERIFY(probe.service.lastRequest(avatarKey).body.contains("\r\n\r\nsecond\r\n"));
+    QVERIFY(probe.service.waitForRequests(requests::uploadAvatar, 1));
+    QVERIFY(probe.service.lastRequest(requests::uploadAvatar).body.contains("filename=\"avatar.jpg\""));
+    QVERIFY(probe.service.lastRequest(requests::uploadAvatar).body.contains("\r\n\r\nsecond\r\n"));
 }
 
 void TestPictureChoice::onlyPicturesAreListed()

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_profile_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QFileDialog>
@@ -9,14 +10,6 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 using tideloft::ui::Language;
-
-namespace
-{
-
-const QByteArray saveKey = QByteArrayLiteral("POST /api/profile/update");
-const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
-
-} // namespace
 
 class TestProfileConfirmation : public QObject
 {
@@ -54,7 +47,7 @@ void TestProfileConfirmation::confirmationRunsOut()
     QFETCH(Language, language);
     QFETCH(QString, confirmation);
     ProfileProbe probe(language);
-    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(requests::updateProfile, 200, "{}");
     clickOnScreen(*probe.save);
     QTRY_COMPARE(probe.status->text(), confirmation);
     QCOMPARE(pendingTimers().size(), 1);
@@ -68,7 +61,7 @@ void TestProfileConfirmation::confirmationRunsOut()
 void TestProfileConfirmation::confirmationRunsOutByItself()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(requests::updateProfile, 200, "{}");
     clickOnScreen(*probe.save);
     QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
     QTRY_COMPARE(probe.status->text(), u"● Online"_s);
@@ -78,9 +71,9 @@ void TestProfileConfirmation::saveThenUpload()
 {
     ProfileProbe probe;
     QVERIFY(askForBoth(probe));
-    probe.service.release(saveKey);
+    probe.service.release(requests::updateProfile);
     QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
-    probe.service.release(avatarKey);
+    probe.service.release(requests::uploadAvatar);
     QTRY_COMPARE(probe.status->text(), u"✓ Picture updated"_s);
     const QList<PendingTimer> timers = pendingTimers();
     QCOMPARE(timers.size(), 2);
@@ -94,9 +87,9 @@ void TestProfileConfirmation::uploadThenSave()
 {
     ProfileProbe probe;
     QVERIFY(askForBoth(probe));
-    probe.service.release(avatarKey);
+    probe.service.release(requests::uploadAvatar);
     QTRY_COMPARE(probe.status->text(), u"✓ Picture updated"_s);
-    probe.service.release(saveKey);
+    probe.service.release(requests::updateProfile);
     QTRY_COMPARE(probe.status->text(), u"✓ Saved"_s);
     QCOMPARE(pendingTimers().size(), 2);
     pendingTimers().constFirst().runOut();
@@ -106,14 +99,14 @@ void TestProfileConfirmation::uploadThenSave()
 // Both answers wait: the file dialog may take longer than a confirmation lasts.
 bool TestProfileConfirmation::askForBoth(ProfileProbe &probe) const
 {
-    for (const QByteArray &key : {saveKey, avatarKey}) {
+    for (const QByteArray &key : {requests::updateProfile, requests::uploadAvatar}) {
         probe.service.answer(key, 200, "{}");
         probe.service.hold(key);
     }
     clickOnScreen(*probe.save);
-    return probe.service.waitForRequests(saveKey, 1)
+    return probe.service.waitForRequests(requests::updateProfile, 1)
            && chooseAvatar(probe, files.writeWidePicture(u"wide.png"_s))
-           && probe.service.waitForRequests(avatarKey, 1);
+           && probe.service.waitForRequests(requests::uploadAvatar, 1);
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestProfileConfirmation)

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_profile_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QJsonDocument>
@@ -16,8 +17,6 @@ using tideloft::ui::Language;
 
 namespace
 {
-
-const QByteArray saveKey = QByteArrayLiteral("POST /api/profile/update");
 
 QByteArray bodyWith(const QString &bio)
 {
@@ -70,13 +69,13 @@ void TestProfileSave::sendsTheBioAlone()
     QFETCH(QString, typed);
     QFETCH(QString, bio);
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(requests::updateProfile, 200, "{}");
     probe.displayName->clear();
     probe.type(probe.displayName, u"  Alice the Great "_s); // taken, but not for the service
     probe.type(probe.bio, typed);
     clickOnScreen(*probe.save);
-    QVERIFY(probe.service.waitForRequests(saveKey, 1));
-    const RecordedRequest request = probe.service.lastRequest(saveKey);
+    QVERIFY(probe.service.waitForRequests(requests::updateProfile, 1));
+    const RecordedRequest request = probe.service.lastRequest(requests::updateProfile);
     QCOMPARE(request.body, bodyWith(bio));
     QCOMPARE(request.header("Content-Type"), QByteArray("application/json"));
     QVERIFY(request.hasHeader("X-Device-Token"));
@@ -96,16 +95,16 @@ void TestProfileSave::buttonWaitsForTheAnswer()
 {
     QFETCH(Language, language);
     ProfileProbe probe(language);
-    probe.service.answer(saveKey, 200, "{}");
-    probe.service.hold(saveKey);
+    probe.service.answer(requests::updateProfile, 200, "{}");
+    probe.service.hold(requests::updateProfile);
     clickOnScreen(*probe.save);
     QVERIFY(!probe.save->isEnabled());
     QTEST(probe.save->text(), "waiting");
-    QVERIFY(probe.service.waitForRequests(saveKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::updateProfile, 1));
     QVERIFY(probe.settle());
     QVERIFY(!probe.save->isEnabled());
     QCOMPARE(probe.status->text(), u"● Online"_s);
-    probe.service.release(saveKey);
+    probe.service.release(requests::updateProfile);
     QTRY_VERIFY(probe.save->isEnabled());
     QTEST(probe.save->text(), "ready");
 }
@@ -122,9 +121,9 @@ void TestProfileSave::failureOnlyRestoresTheButton()
     QFETCH(int, status);
     ProfileProbe probe;
     if (status)
-        probe.service.answer(saveKey, status, R"({"message":"Not today"})");
+        probe.service.answer(requests::updateProfile, status, R"({"message":"Not today"})");
     else
-        probe.service.drop(saveKey);
+        probe.service.drop(requests::updateProfile);
     probe.type(probe.bio, u"I sail."_s);
     clickOnScreen(*probe.save);
     QVERIFY(!probe.save->isEnabled());
@@ -147,8 +146,8 @@ void TestProfileSave::savingTwiceQuicklySendsOnce()
 {
     QFETCH(QString, way);
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
-    probe.service.hold(saveKey);
+    probe.service.answer(requests::updateProfile, 200, "{}");
+    probe.service.hold(requests::updateProfile);
     if (way == u"Space") {
         probe.save->setFocus();
         press(*probe.window, Qt::Key_Space);
@@ -161,13 +160,13 @@ void TestProfileSave::savingTwiceQuicklySendsOnce()
             QTest::mouseDClick(probe.window->windowHandle(), Qt::LeftButton, {},
                                probe.save->mapTo(probe.window.get(), probe.save->rect().center()));
     }
-    QVERIFY(probe.service.waitForRequests(saveKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::updateProfile, 1));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(saveKey), 1);
-    probe.service.release(saveKey);
+    QCOMPARE(probe.service.count(requests::updateProfile), 1);
+    probe.service.release(requests::updateProfile);
     QTRY_VERIFY(probe.save->isEnabled());
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(saveKey), 1);
+    QCOMPARE(probe.service.count(requests::updateProfile), 1);
 }
 
 void TestProfileSave::theKeyboardComesBackToTheButton_data()
@@ -184,8 +183,8 @@ void TestProfileSave::theKeyboardComesBackToTheButton()
     QFETCH(int, status);
     QFETCH(bool, byMouse);
     ProfileProbe probe;
-    probe.service.answer(saveKey, status, "{}");
-    probe.service.hold(saveKey);
+    probe.service.answer(requests::updateProfile, status, "{}");
+    probe.service.hold(requests::updateProfile);
     if (byMouse) {
         clickOnScreen(*probe.save);
     } else {
@@ -194,20 +193,20 @@ void TestProfileSave::theKeyboardComesBackToTheButton()
     }
     QVERIFY(!probe.save->isEnabled());
     press(*probe.window, Qt::Key_Space); // there is nothing that it could press
-    probe.service.release(saveKey);
+    probe.service.release(requests::updateProfile);
     QTRY_VERIFY(probe.save->isEnabled());
     QCOMPARE(probe.window->focusWidget(), probe.save);
-    QCOMPARE(probe.service.count(saveKey), 1);
+    QCOMPARE(probe.service.count(requests::updateProfile), 1);
 }
 
 void TestProfileSave::whoTypesMeanwhileIsNotDisturbed()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
-    probe.service.hold(saveKey);
+    probe.service.answer(requests::updateProfile, 200, "{}");
+    probe.service.hold(requests::updateProfile);
     clickOnScreen(*probe.save);
     probe.type(probe.bio, u"More"_s);
-    probe.service.release(saveKey);
+    probe.service.release(requests::updateProfile);
     QTRY_VERIFY(probe.save->isEnabled());
     QCOMPARE(probe.window->focusWidget(), probe.bio);
 }
@@ -215,20 +214,20 @@ void TestProfileSave::whoTypesMeanwhileIsNotDisturbed()
 void TestProfileSave::savingAgainSendsAgain()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
+    probe.service.answer(requests::updateProfile, 200, "{}");
     clickOnScreen(*probe.save);
     QTRY_VERIFY(probe.save->isEnabled());
     probe.type(probe.bio, u"More"_s);
     clickOnScreen(*probe.save);
     QTRY_VERIFY(probe.save->isEnabled());
-    QCOMPARE(probe.service.count(saveKey), 2);
-    QCOMPARE(probe.service.lastRequest(saveKey).body, bodyWith(u"More"_s));
+    QCOMPARE(probe.service.count(requests::updateProfile), 2);
+    QCOMPARE(probe.service.lastRequest(requests::updateProfile).body, bodyWith(u"More"_s));
 }
 
 void TestProfileSave::namesStayAsTheyWere()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, R"({"username":"bob","bio":"another"})");
+    probe.service.answer(requests::updateProfile, 200, R"({"username":"bob","bio":"another"})");
     probe.displayName->clear();
     probe.type(probe.displayName, u"Bob"_s);
     clickOnScreen(*probe.save);
@@ -245,12 +244,12 @@ void TestProfileSave::namesStayAsTheyWere()
 void TestProfileSave::theWindowMayGoMeanwhile()
 {
     ProfileProbe probe;
-    probe.service.answer(saveKey, 200, "{}");
-    probe.service.hold(saveKey);
+    probe.service.answer(requests::updateProfile, 200, "{}");
+    probe.service.hold(requests::updateProfile);
     clickOnScreen(*probe.save);
-    QVERIFY(probe.service.waitForRequests(saveKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::updateProfile, 1));
     probe.window.reset();
-    probe.service.release(saveKey);
+    probe.service.release(requests::updateProfile);
     const SettingsProbe another; // time for the answer to arrive
     QVERIFY(pendingTimers().isEmpty());
 }

@@ -10,6 +10,7 @@
 #include "tests/support/loopback_service.h"
 #include "tests/support/patience.h"
 #include "tests/support/private_numbers.h"
+#include "tests/support/request_names.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/secret_search.h"
 #include "tests/support/test_main.h"
@@ -27,9 +28,7 @@ namespace
 {
 
 const QByteArray cookie = QByteArrayLiteral("c0ffee5e55104c00c1e7a1deb0b");
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
 const QByteArray history = QByteArrayLiteral("GET /api/chat/history/bob");
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
 const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
 const QByteArray searched = QByteArrayLiteral("GET /api/users/search");
 
@@ -122,11 +121,12 @@ void TestSecretTraces::prepareAnswers()
     service->hold(searched);
     const QByteArray bobsDevice = objectJson({{u"keys"_s, QJsonArray{bob.device(u"bobs"_s)}}});
     for (qsizetype i = 0; i <= sentTexts.size(); ++i)
-        service->answerOnce(keysOfBob, 200, bobsDevice);
-    service->answer(keysOfBob, 200, R"({"keys":[{"deviceId":"bobs","publicKeyBase64":"bm8ga2V5"}]})");
+        service->answerOnce(requests::keysOfBob, 200, bobsDevice);
+    service->answer(requests::keysOfBob, 200,
+                    R"({"keys":[{"deviceId":"bobs","publicKeyBase64":"bm8ga2V5"}]})");
     for (qsizetype i = 0; i < sentTexts.size(); ++i)
-        service->answerOnce(send, 200, "{}");
-    service->answer(send, 507, R"({"message":"The service is full"})");
+        service->answerOnce(requests::sendMessage, 200, "{}");
+    service->answer(requests::sendMessage, 507, R"({"message":"The service is full"})");
 }
 
 QJsonObject TestSecretTraces::writtenByBob(const QString &text, const QJsonObject &device)
@@ -167,7 +167,7 @@ void TestSecretTraces::addSecrets(const Machine &machine)
     QVERIFY(file.open(QIODevice::ReadOnly));
     for (const QByteArray &number : privateNumbers(QByteArray::fromBase64(file.readAll())))
         secrets.addLongKey(u"private key"_s, number);
-    for (const RecordedRequest &request : service->requests(send))
+    for (const RecordedRequest &request : service->requests(requests::sendMessage))
         contentKeys.append(
             contentKeyOf(QJsonDocument::fromJson(request.body)[u"recipientKeys"].toArray(), bob));
     QCOMPARE(contentKeys.size(), receivedTexts.size() + sentTexts.size() + 1);
@@ -217,7 +217,7 @@ void TestSecretTraces::nothingIsLeftBehind()
              log.right(2'000).constData());
     QVERIFY(log.contains("Device key registration failed: No room for keys"));
     QCOMPARE(log.contains("qt."), !loggingRules.isEmpty());
-    QCOMPARE(service->lastRequest(send).header("Cookie"), "session=" + cookie);
+    QCOMPARE(service->lastRequest(requests::sendMessage).header("Cookie"), "session=" + cookie);
     QCOMPARE(secrets.foundBelow(machine.home.path()), own);
     for (const QByteArray &line : log.split('\n')) {
         QStringList found = secrets.foundIn(line);

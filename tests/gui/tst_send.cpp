@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/request_names.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
@@ -10,15 +11,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
-
-namespace
-{
-
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
-const QByteArray historyWithBob = QByteArrayLiteral("GET /api/chat/history/bob");
-
-} // namespace
 
 class TestSend : public QObject
 {
@@ -44,12 +36,15 @@ private slots:
     void replyAfterASwitchLeavesTheTextWaiting();
 
 private:
-    void answerKeys(const QJsonObject &reply) { chat.service.answer(keysOfBob, 200, objectJson(reply)); }
+    void answerKeys(const QJsonObject &reply)
+    {
+        chat.service.answer(requests::keysOfBob, 200, objectJson(reply));
+    }
     void press() { QTest::mouseClick(chat.sendButton(), Qt::LeftButton); }
     bool sendText(const QString &text);
     QJsonObject sentBody() const
     {
-        return QJsonDocument::fromJson(chat.service.lastRequest(send).body).object();
+        return QJsonDocument::fromJson(chat.service.lastRequest(requests::sendMessage).body).object();
     }
     QString opened(const KeyPair &pair, const QString &device) const
     {
@@ -74,7 +69,7 @@ void TestSend::initTestCase()
     QVERIFY(QMetaObject::invokeMethod(&chat.window, "onLoginSucceeded", Q_ARG(QString, u"alice"_s)));
     QVERIFY(chat.service.waitForRequests("GET /api/chat/device-keys/me", 2));
     QVERIFY(chat.settle());
-    chat.service.answer(send, 200, "{}");
+    chat.service.answer(requests::sendMessage, 200, "{}");
 }
 
 void TestSend::init()
@@ -90,7 +85,7 @@ bool TestSend::sendText(const QString &text)
 {
     chat.msgInput()->insert(text); // as pasted: simulated keys know ASCII only
     press();
-    return chat.service.waitForRequests(send, 1);
+    return chat.service.waitForRequests(requests::sendMessage, 1);
 }
 
 void TestSend::bodyHasNineFields()
@@ -115,7 +110,7 @@ void TestSend::bodyHasNineFields()
     QCOMPARE(body[u"encrypted"], QJsonValue(1));
     QCOMPARE(QByteArray::fromBase64(body[u"iv"].toString().toLatin1()).size(), 12);
     QCOMPARE(QByteArray::fromBase64(body[u"text"].toString().toLatin1()).size(), 5 + 16);
-    QVERIFY(!chat.service.lastRequest(send).body.contains("hello"));
+    QVERIFY(!chat.service.lastRequest(requests::sendMessage).body.contains("hello"));
 }
 
 void TestSend::messageIsSealedForEveryDeviceOfTheRecipient()
@@ -174,22 +169,22 @@ void TestSend::recipientWithTheLegacyKeyAlone()
 
 void TestSend::afterASendTheInputIsEmptyAndTheHistoryAskedOnce()
 {
-    chat.service.hold(send);
+    chat.service.hold(requests::sendMessage);
     QVERIFY(sendText(u"hello"_s));
     QCOMPARE(chat.msgInput()->text(), u"hello"_s);
-    QCOMPARE(chat.service.count(historyWithBob), 0);
-    chat.service.release(send);
+    QCOMPARE(chat.service.count(requests::historyWithBob), 0);
+    chat.service.release(requests::sendMessage);
     QTRY_COMPARE(chat.msgInput()->text(), QString());
-    QVERIFY(chat.service.waitForRequests(historyWithBob, 1));
+    QVERIFY(chat.service.waitForRequests(requests::historyWithBob, 1));
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(historyWithBob), 1);
-    QCOMPARE(chat.service.count(keysOfBob), 1);
-    QCOMPARE(chat.service.count(send), 1);
+    QCOMPARE(chat.service.count(requests::historyWithBob), 1);
+    QCOMPARE(chat.service.count(requests::keysOfBob), 1);
+    QCOMPARE(chat.service.count(requests::sendMessage), 1);
 }
 
 void TestSend::sentMessageIsShown()
 {
-    chat.service.answer(historyWithBob, 200,
+    chat.service.answer(requests::historyWithBob, 200,
                         json(QJsonArray{sealedMessage(u"alice"_s, u"hello"_s, own, chat.deviceId(), true)}));
     QVERIFY(sendText(u"hello"_s));
     QTRY_COMPARE(chat.messageList()->count(), 2);
@@ -201,7 +196,7 @@ void TestSend::returnSendsToo()
 {
     QTest::keyClicks(chat.msgInput(), u"hello"_s);
     QTest::keyClick(chat.msgInput(), Qt::Key_Return);
-    QVERIFY(chat.service.waitForRequests(send, 1));
+    QVERIFY(chat.service.waitForRequests(requests::sendMessage, 1));
     QCOMPARE(opened(bobs, u"Laptop-1"_s), u"hello"_s);
     QTRY_COMPARE(chat.msgInput()->text(), QString());
 }
@@ -221,7 +216,7 @@ void TestSend::keysThatDoNotSend()
     QTest::keyClicks(chat.msgInput(), u"hello"_s);
     QTest::keyClick(chat.msgInput(), key, modifiers);
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(keysOfBob), 0);
+    QCOMPARE(chat.service.count(requests::keysOfBob), 0);
     QCOMPARE(chat.msgInput()->text(), u"hello"_s);
 }
 
@@ -243,29 +238,29 @@ void TestSend::textIsTrimmed()
 
 void TestSend::secondPressReplacesTheWaitingText()
 {
-    chat.service.hold(keysOfBob);
+    chat.service.hold(requests::keysOfBob);
     QTest::keyClicks(chat.msgInput(), u"one"_s);
     press();
     QTest::keyClicks(chat.msgInput(), u" two"_s);
     press();
-    QTRY_COMPARE(chat.service.heldCount(keysOfBob), 2);
-    chat.service.release(keysOfBob);
-    QVERIFY(chat.service.waitForRequests(send, 1));
+    QTRY_COMPARE(chat.service.heldCount(requests::keysOfBob), 2);
+    chat.service.release(requests::keysOfBob);
+    QVERIFY(chat.service.waitForRequests(requests::sendMessage, 1));
     QCOMPARE(opened(bobs, u"Laptop-1"_s), u"one two"_s);
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(send), 1);
+    QCOMPARE(chat.service.count(requests::sendMessage), 1);
 }
 
 void TestSend::replyForAnotherLetterCaseIsIgnored()
 {
-    chat.service.hold(keysOfBob);
+    chat.service.hold(requests::keysOfBob);
     QTest::keyClicks(chat.msgInput(), u"secret for bob"_s);
     press();
-    QTRY_COMPARE(chat.service.heldCount(keysOfBob), 1);
+    QTRY_COMPARE(chat.service.heldCount(requests::keysOfBob), 1);
     QVERIFY(chat.open(u"Bob"_s));
-    chat.service.release(keysOfBob);
+    chat.service.release(requests::keysOfBob);
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(send), 0);
+    QCOMPARE(chat.service.count(requests::sendMessage), 0);
     QVERIFY(!QApplication::activeModalWidget());
 }
 
@@ -273,16 +268,16 @@ void TestSend::replyAfterASwitchLeavesTheTextWaiting()
 {
     const QByteArray keysOfEve = "GET /api/chat/public-key/eve";
     chat.service.answer(keysOfEve, 200, objectJson({{u"keys"_s, QJsonArray{bobs.device(u"eves"_s)}}}));
-    chat.service.hold(keysOfBob);
+    chat.service.hold(requests::keysOfBob);
     QTest::keyClicks(chat.msgInput(), u"first"_s);
     press();
     QVERIFY(chat.open(u"eve"_s));
-    chat.service.release(keysOfBob);
+    chat.service.release(requests::keysOfBob);
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(send), 0);
+    QCOMPARE(chat.service.count(requests::sendMessage), 0);
     QCOMPARE(chat.msgInput()->text(), u"first"_s);
     press(); // the next press takes what stands there, for whoever is open now
-    QVERIFY(chat.service.waitForRequests(send, 1));
+    QVERIFY(chat.service.waitForRequests(requests::sendMessage, 1));
     QCOMPARE(sentBody()[u"to"], QJsonValue(u"eve"_s));
     QCOMPARE(opened(bobs, u"eves"_s), u"first"_s);
 }

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/patience.h"
+#include "tests/support/request_names.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
@@ -15,9 +16,6 @@ using namespace tideloft::tests;
 
 namespace
 {
-
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
 
 QByteArray deviceKeys(const QByteArray &deviceId, const QByteArray &key)
 {
@@ -67,8 +65,8 @@ void TestSendFailures::initTestCase()
 void TestSendFailures::init()
 {
     failOnToolkitWarnings();
-    chat.service.answer(keysOfBob, 200, goodKeys);
-    chat.service.answer(send, 200, "{}");
+    chat.service.answer(requests::keysOfBob, 200, goodKeys);
+    chat.service.answer(requests::sendMessage, 200, "{}");
     QVERIFY(chat.open(u"bob"_s));
     chat.msgInput()->clear();
     chat.service.clear();
@@ -114,7 +112,7 @@ void TestSendFailures::keysThatCannotBeUsed()
 {
     QFETCH(const int, language);
     QFETCH(const QByteArray, body);
-    chat.service.answer(keysOfBob, 200, body);
+    chat.service.answer(requests::keysOfBob, 200, body);
     chat.window.setLanguageIndex(language);
     type(u"hello"_s);
     press();
@@ -122,7 +120,7 @@ void TestSendFailures::keysThatCannotBeUsed()
     chat.window.setLanguageIndex(1);
     QTEST(warning, "warning");
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(send), 0);
+    QCOMPARE(chat.service.count(requests::sendMessage), 0);
     QCOMPARE(chat.msgInput()->text(), u"hello"_s);
     QVERIFY(!QApplication::activeModalWidget());
 }
@@ -139,12 +137,12 @@ void TestSendFailures::failedKeyRequest_data()
 void TestSendFailures::failedKeyRequest()
 {
     QFETCH(const QByteArray, body);
-    chat.service.answer(keysOfBob, 404, body);
+    chat.service.answer(requests::keysOfBob, 404, body);
     type(u"hello"_s);
     press();
     QTEST(answeredWarning(), "warning");
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(send), 0);
+    QCOMPARE(chat.service.count(requests::sendMessage), 0);
     QCOMPARE(chat.msgInput()->text(), u"hello"_s);
 }
 
@@ -160,19 +158,19 @@ void TestSendFailures::failedSend_data()
 void TestSendFailures::failedSend()
 {
     QFETCH(const QByteArray, body);
-    chat.service.answer(send, 500, body);
+    chat.service.answer(requests::sendMessage, 500, body);
     type(u"hello"_s);
     press();
     QTEST(answeredWarning(), "warning");
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(send), 1); // nothing is tried again by itself
+    QCOMPARE(chat.service.count(requests::sendMessage), 1); // nothing is tried again by itself
     QCOMPARE(chat.service.count("GET /api/chat/history/bob"), 0);
     QCOMPARE(chat.msgInput()->text(), u"hello"_s);
 }
 
 void TestSendFailures::warningLooksLikeOne()
 {
-    chat.service.answer(send, 500, R"({"message":"full"})");
+    chat.service.answer(requests::sendMessage, 500, R"({"message":"full"})");
     type(u"hello"_s);
     press();
     const QMessageBox *box = waitForBox();
@@ -188,7 +186,7 @@ void TestSendFailures::warningLooksLikeOne()
 void TestSendFailures::warningIsPlainText()
 {
     const QString markup = u"<b>x</b> <img src=/dev/zero>"_s;
-    chat.service.answer(keysOfBob, 500, objectJson({{u"message"_s, markup}}));
+    chat.service.answer(requests::keysOfBob, 500, objectJson({{u"message"_s, markup}}));
     type(u"hello"_s);
     press();
     const QMessageBox *box = waitForBox();
@@ -202,7 +200,7 @@ void TestSendFailures::warningIsPlainText()
 
 void TestSendFailures::warningIsModal()
 {
-    chat.service.answer(keysOfBob, 500, R"({"message":"full"})");
+    chat.service.answer(requests::keysOfBob, 500, R"({"message":"full"})");
     type(u"hello"_s);
     press();
     const QMessageBox *box = waitForBox();
@@ -213,52 +211,52 @@ void TestSendFailures::warningIsModal()
     QTest::mouseClick(chat.window.windowHandle(), Qt::LeftButton, {},
                       chat.sendButton()->mapTo(&chat.window, QPoint(20, 20)));
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(keysOfBob), 0);
+    QCOMPARE(chat.service.count(requests::keysOfBob), 0);
     QCOMPARE(answeredWarning(), u"full"_s);
 }
 
 void TestSendFailures::retryAfterAFailedSendIsSealedAfresh()
 {
-    chat.service.answerOnce(send, 503, R"({"message":"later"})");
+    chat.service.answerOnce(requests::sendMessage, 503, R"({"message":"later"})");
     type(u"hello"_s);
     press();
     QCOMPARE(answeredWarning(), u"later"_s);
     press();
     QTRY_COMPARE(chat.msgInput()->text(), QString());
-    QCOMPARE(chat.service.count(keysOfBob), 2);
-    const auto tries = chat.service.requests(send);
+    QCOMPARE(chat.service.count(requests::keysOfBob), 2);
+    const auto tries = chat.service.requests(requests::sendMessage);
     QCOMPARE(tries.size(), 2);
     QVERIFY(tries[0].body != tries[1].body);
 }
 
 void TestSendFailures::retryAfterAFailedKeyRequest()
 {
-    chat.service.answerOnce(keysOfBob, 503, R"({"message":"later"})");
+    chat.service.answerOnce(requests::keysOfBob, 503, R"({"message":"later"})");
     type(u"hello"_s);
     press();
     QCOMPARE(answeredWarning(), u"later"_s);
-    QCOMPARE(chat.service.count(send), 0);
+    QCOMPARE(chat.service.count(requests::sendMessage), 0);
     press();
     QTRY_COMPARE(chat.msgInput()->text(), QString());
-    QCOMPARE(chat.service.count(send), 1);
+    QCOMPARE(chat.service.count(requests::sendMessage), 1);
 }
 
 void TestSendFailures::failedKeyRequestForAnotherDropsTheTextToo()
 {
     chat.service.answer("GET /api/chat/public-key/eve", 200, goodKeys);
-    chat.service.hold(keysOfBob);
+    chat.service.hold(requests::keysOfBob);
     chat.service.hold("GET /api/chat/public-key/eve");
-    chat.service.answer(keysOfBob, 500, R"({"message":"broken"})");
+    chat.service.answer(requests::keysOfBob, 500, R"({"message":"broken"})");
     type(u"hello"_s);
     press();
     QVERIFY(chat.open(u"eve"_s));
     press();
     QTRY_COMPARE(chat.service.heldCount("GET /api/chat/public-key/eve"), 1);
-    chat.service.release(keysOfBob);
+    chat.service.release(requests::keysOfBob);
     QCOMPARE(answeredWarning(), u"broken"_s);
     chat.service.release("GET /api/chat/public-key/eve");
     QVERIFY(chat.settle());
-    QCOMPARE(chat.service.count(send), 0);
+    QCOMPARE(chat.service.count(requests::sendMessage), 0);
 }
 
 void TestSendFailures::serviceIsDown() // the last: it stays down

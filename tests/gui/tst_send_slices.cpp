@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/request_names.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
@@ -19,8 +20,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
 constexpr int many = 1'000; // takes some twenty slices, a few on the fastest of computers
 constexpr int few = 8;
 
@@ -57,10 +56,10 @@ void TestSendSlices::init()
     failOnToolkitWarnings();
     chat = std::make_unique<ChatWindow>();
     QVERIFY(chat->signIn());
-    chat->service.answer(send, 200, "{}");
+    chat->service.answer(requests::sendMessage, 200, "{}");
     QVERIFY(chat->open(u"bob"_s));
     chat->service.clear();
-    chat->service.hold(keysOfBob); // every test hands over the keys itself
+    chat->service.hold(requests::keysOfBob); // every test hands over the keys itself
 }
 
 QJsonArray TestSendSlices::devices(int count) const
@@ -85,7 +84,7 @@ void TestSendSlices::fewDevicesAreServedAtOnce()
     handKeys(devices(few));
     QVERIFY(!isBusy());
     QVERIFY(chat->msgInput()->hasFocus());
-    QVERIFY(chat->service.waitForRequests(send, 1));
+    QVERIFY(chat->service.waitForRequests(requests::sendMessage, 1));
 }
 
 void TestSendSlices::manyDevicesAreServedInOrderBetweenEvents()
@@ -96,9 +95,10 @@ void TestSendSlices::manyDevicesAreServedInOrderBetweenEvents()
     other.start(0);
     handKeys(devices(many));
     QVERIFY(isBusy());
-    QVERIFY(chat->service.waitForRequests(send, 1));
+    QVERIFY(chat->service.waitForRequests(requests::sendMessage, 1));
     QVERIFY2(turns >= 2, qPrintable(QString::number(turns)));
-    const QJsonObject body = QJsonDocument::fromJson(chat->service.lastRequest(send).body).object();
+    const QJsonObject body =
+        QJsonDocument::fromJson(chat->service.lastRequest(requests::sendMessage).body).object();
     const QJsonArray sent = body[u"recipientKeys"].toArray();
     QCOMPARE(sent.size(), many);
     for (int i = 0; i < many; ++i)
@@ -106,7 +106,7 @@ void TestSendSlices::manyDevicesAreServedInOrderBetweenEvents()
     for (const int index : {0, many / 2, many - 1})
         QCOMPARE(openedBody(body, u"recipientKeys"_s, bobs, u"device-%1"_s.arg(index)), u"hello"_s);
     QTRY_COMPARE(chat->msgInput()->text(), QString());
-    QCOMPARE(chat->service.count(send), 1);
+    QCOMPARE(chat->service.count(requests::sendMessage), 1);
 }
 
 void TestSendSlices::theLineRestsMeanwhile()
@@ -118,14 +118,14 @@ void TestSendSlices::theLineRestsMeanwhile()
         QTest::keyClick(widget, Qt::Key_X);
     QTest::mouseClick(chat->sendButton(), Qt::LeftButton);
     QCOMPARE(chat->msgInput()->text(), u"hello"_s);
-    chat->service.hold(send);
+    chat->service.hold(requests::sendMessage);
     QTRY_VERIFY(!isBusy());
     QVERIFY(chat->sendButton()->isEnabled() && chat->msgInput()->hasFocus());
     QCOMPARE(chat->msgInput()->text(), u"hello"_s);
-    QTRY_COMPARE(chat->service.heldCount(send), 1);
-    chat->service.release(send);
+    QTRY_COMPARE(chat->service.heldCount(requests::sendMessage), 1);
+    chat->service.release(requests::sendMessage);
     QTRY_COMPARE(chat->msgInput()->text(), QString());
-    QCOMPARE(chat->service.count(keysOfBob), 1); // asked for with Return, and not since
+    QCOMPARE(chat->service.count(requests::keysOfBob), 1); // asked for with Return, and not since
 }
 
 void TestSendSlices::focusThatWentElsewhereStaysThere()
@@ -135,7 +135,7 @@ void TestSendSlices::focusThatWentElsewhereStaysThere()
     QTest::mouseClick(chat->sideSearch(), Qt::LeftButton);
     QTRY_VERIFY(!isBusy());
     QVERIFY(chat->sideSearch()->hasFocus());
-    QVERIFY(chat->service.waitForRequests(send, 1));
+    QVERIFY(chat->service.waitForRequests(requests::sendMessage, 1));
 }
 
 void TestSendSlices::badKeyAmongManyIsReported()
@@ -151,7 +151,7 @@ void TestSendSlices::badKeyAmongManyIsReported()
     QVERIFY(!isBusy());
     box->accept();
     QVERIFY(chat->settle());
-    QCOMPARE(chat->service.count(send), 0);
+    QCOMPARE(chat->service.count(requests::sendMessage), 0);
     QCOMPARE(chat->msgInput()->text(), u"hello"_s);
 }
 
@@ -176,7 +176,7 @@ void TestSendSlices::givingUpSendsNothing()
     step(*chat);
     QVERIFY(chat->msgInput()->isEnabled() && chat->sendButton()->isEnabled());
     QVERIFY(chat->settle());
-    QCOMPARE(chat->service.count(send), 0);
+    QCOMPARE(chat->service.count(requests::sendMessage), 0);
 }
 
 void TestSendSlices::theSameConversationGoesOn()
@@ -185,7 +185,7 @@ void TestSendSlices::theSameConversationGoesOn()
     QVERIFY(isBusy());
     chat->click(chat->dmList(), 0);
     QVERIFY(isBusy());
-    QVERIFY(chat->service.waitForRequests(send, 1));
+    QVERIFY(chat->service.waitForRequests(requests::sendMessage, 1));
 }
 
 void TestSendSlices::destroyedWindowSendsNothing()

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_picture_probe.h"
 #include "tests/gui/tst_rail_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QClipboard>
@@ -22,8 +23,7 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray groups = QByteArrayLiteral("GET /api/groups");
-const QByteArray iconKey = QByteArrayLiteral("POST /api/groups/g2/icon");
+const QByteArray iconUpload = QByteArrayLiteral("POST /api/groups/g2/icon");
 
 QJsonArray twoServers(const QString &secondName = u"Two"_s)
 {
@@ -91,8 +91,8 @@ void TestServerIcon::bytesOnTheWire()
     SettingsProbe probe;
     QVERIFY(listServers(probe, twoServers()));
     QVERIFY(uploadIcon(probe, path));
-    QVERIFY(probe.service.waitForRequests(iconKey, 1));
-    const RecordedRequest request = probe.service.lastRequest(iconKey);
+    QVERIFY(probe.service.waitForRequests(iconUpload, 1));
+    const RecordedRequest request = probe.service.lastRequest(iconUpload);
     QCOMPARE(sentUpload(request),
              wantedUpload(request, "/api/groups/g2/icon", "icon", suffix, contentOf(path)));
     QVERIFY(!request.hasHeader("X-Device-Token"));
@@ -114,8 +114,8 @@ void TestServerIcon::aSuffixWithControlCharacters()
         QCOMPARE(edit->text(), path);
         press(dialog, Qt::Key_Return);
     }));
-    QVERIFY(probe.service.waitForRequests(iconKey, 1));
-    const RecordedRequest request = probe.service.lastRequest(iconKey);
+    QVERIFY(probe.service.waitForRequests(iconUpload, 1));
+    const RecordedRequest request = probe.service.lastRequest(iconUpload);
     QCOMPARE(sentUpload(request), wantedUpload(request, "/api/groups/g2/icon", "icon", "png", "icon"));
 }
 
@@ -125,9 +125,9 @@ void TestServerIcon::neitherSizeNorKindIsChecked()
     SettingsProbe probe;
     QVERIFY(listServers(probe, twoServers()));
     QVERIFY(uploadIcon(probe, files.writeOfSize(u"large.txt"_s, size)));
-    QTRY_COMPARE_WITH_TIMEOUT(probe.service.count(iconKey), 1, 60000); // 5 MB on a busy machine
+    QTRY_COMPARE_WITH_TIMEOUT(probe.service.count(iconUpload), 1, 60000); // 5 MB on a busy machine
     QCOMPARE(messageCount(), 0);
-    const RecordedRequest request = probe.service.lastRequest(iconKey);
+    const RecordedRequest request = probe.service.lastRequest(iconUpload);
     QVERIFY(sentUpload(request)
             == wantedUpload(request, "/api/groups/g2/icon", "icon", "txt", QByteArray(size, '\0')));
 }
@@ -136,17 +136,17 @@ void TestServerIcon::successAsksForTheList()
 {
     SettingsProbe probe;
     QVERIFY(listServers(probe, twoServers()));
-    probe.service.answer(groups, 200, QJsonDocument(twoServers(u"Renamed"_s)).toJson());
-    probe.service.answer(iconKey, 200, R"({"iconUrl":"/icons/2"})");
-    probe.service.hold(iconKey);
-    const qsizetype before = probe.service.count(groups);
+    probe.service.answer(requests::listServers, 200, QJsonDocument(twoServers(u"Renamed"_s)).toJson());
+    probe.service.answer(iconUpload, 200, R"({"iconUrl":"/icons/2"})");
+    probe.service.hold(iconUpload);
+    const qsizetype before = probe.service.count(requests::listServers);
     QVERIFY(uploadIcon(probe, files.writeWidePicture(u"wide.png"_s)));
-    QVERIFY(probe.service.waitForRequests(iconKey, 1));
+    QVERIFY(probe.service.waitForRequests(iconUpload, 1));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(groups), before); // not before the answer
-    probe.service.release(iconKey);
+    QCOMPARE(probe.service.count(requests::listServers), before); // not before the answer
+    probe.service.release(iconUpload);
     QTRY_COMPARE(serverButtons(probe).at(1)->toolTip(), u"Renamed"_s);
-    QCOMPARE(probe.service.count(groups), before + 1);
+    QCOMPARE(probe.service.count(requests::listServers), before + 1);
     QVERIFY(serverButtons(probe).at(1)->icon().isNull()); // the rail keeps to initials
     QCOMPARE(serverButtons(probe).at(1)->text(), u"R"_s);
     QCOMPARE(messageCount(), 0);
@@ -157,11 +157,11 @@ void TestServerIcon::theOpenServerStaysOpen()
 {
     SettingsProbe probe;
     QVERIFY(listServers(probe, twoServers()));
-    probe.service.answer(iconKey, 200, R"({"iconUrl":"/icons/2"})");
+    probe.service.answer(iconUpload, 200, R"({"iconUrl":"/icons/2"})");
     clickOnScreen(*serverButtons(probe).constFirst());
-    const qsizetype before = probe.service.count(groups);
+    const qsizetype before = probe.service.count(requests::listServers);
     QVERIFY(uploadIcon(probe, files.writeWidePicture(u"wide.png"_s)));
-    QVERIFY(probe.service.waitForRequests(groups, before + 1));
+    QVERIFY(probe.service.waitForRequests(requests::listServers, before + 1));
     QVERIFY(probe.settle());
     QVERIFY(serverButtons(probe).at(0)->isChecked());
     QVERIFY(!serverButtons(probe).at(1)->isChecked());
@@ -181,16 +181,16 @@ void TestServerIcon::failuresAreSilent()
     SettingsProbe probe;
     QVERIFY(listServers(probe, twoServers()));
     if (status)
-        probe.service.answer(iconKey, status, R"({"iconUrl":"/icons/2","message":"No"})");
+        probe.service.answer(iconUpload, status, R"({"iconUrl":"/icons/2","message":"No"})");
     else
-        probe.service.drop(iconKey);
-    const qsizetype before = probe.service.count(groups);
+        probe.service.drop(iconUpload);
+    const qsizetype before = probe.service.count(requests::listServers);
     const QString path = files.writeWidePicture(u"wide.png"_s);
     QVERIFY(uploadIcon(probe, path));
-    QVERIFY(probe.service.waitForRequests(iconKey, 1));
+    QVERIFY(probe.service.waitForRequests(iconUpload, 1));
     QVERIFY(uploadIsOver(path));
     QVERIFY(probe.settle()); // a list asked for after the failure would have been seen by now
-    QCOMPARE(probe.service.count(groups), before);
+    QCOMPARE(probe.service.count(requests::listServers), before);
     QCOMPARE(messageCount(), 0);
     QCOMPARE(probe.the<QLabel>(u"myStatus"_s)->text(), u"● Online"_s);
     QCOMPARE(serverButtons(probe).size(), 2);
@@ -236,7 +236,7 @@ void TestServerIcon::listArrivesWhileTheDialogIsOpen()
         QVERIFY(!old);
         choosePath(dialog, path);
     }));
-    QVERIFY(probe.service.waitForRequests(iconKey, 1));
+    QVERIFY(probe.service.waitForRequests(iconUpload, 1));
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestServerIcon)

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_rail_probe.h"
 #include "tests/support/patience.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -40,16 +41,14 @@ private slots:
 namespace
 {
 
-const QByteArray groups = QByteArrayLiteral("GET /api/groups");
-
 /// Has the list asked for, so that the reply can be let go while the menu is open.
 bool holdNextList(GuiProbe &probe, const QByteArray &answer)
 {
-    probe.service.answer(groups, 200, answer);
-    probe.service.hold(groups);
-    const qsizetype before = probe.service.count(groups);
+    probe.service.answer(requests::listServers, 200, answer);
+    probe.service.hold(requests::listServers);
+    const qsizetype before = probe.service.count(requests::listServers);
     return callSlot(*probe.window, "onServerIconUploaded", Q_ARG(QString, {}), Q_ARG(QString, {}))
-           && probe.service.waitForRequests(groups, before + 1);
+           && probe.service.waitForRequests(requests::listServers, before + 1);
 }
 
 } // namespace
@@ -142,7 +141,7 @@ void TestServerMenu::entriesActWithoutAClick()
     const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     bool wasClosed = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
-        probe.service.release(groups);
+        probe.service.release(requests::listServers);
         QVERIFY(!listArrives || waitFor([&] { return !old; }, patience()));
         if (byAssistant)
             pressAsAssistant(menu, 1);
@@ -214,7 +213,7 @@ void TestServerMenu::listArrivesWhileItIsOpen()
     const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     bool rebuilt = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
-        probe.service.release(groups);
+        probe.service.release(requests::listServers);
         rebuilt = waitFor([&] { return !old; }, patience());
         menu->setActiveAction(menu->actions().at(1));
         QTest::keyClick(menu, Qt::Key_Return);
@@ -235,7 +234,7 @@ void TestServerMenu::listThatArrivesMeanwhileLeavesTheKeyboard()
     bool rebuilt = false;
     QVERIFY(withMenu([&] { QApplication::sendEvent(probe.window->windowHandle(), &menuKey); },
                      [&](QMenu *menu) {
-                         probe.service.release(groups);
+                         probe.service.release(requests::listServers);
                          // The menu may close before anything else has happened.
                          rebuilt = waitFor([&] { return !old; }, patience());
                          QTest::keyClick(menu, Qt::Key_Escape);
@@ -255,7 +254,7 @@ void TestServerMenu::theServerVanishesWhileItIsOpen()
     const QPointer<QAbstractButton> old = serverButtons(probe).constFirst();
     bool gone = false;
     QVERIFY(withServerMenu(probe, [&](QMenu *menu) {
-        probe.service.release(groups);
+        probe.service.release(requests::listServers);
         gone = waitFor([&] { return !old; }, patience());
         clickEntry(menu, 1);
     }));

@@ -2,20 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/request_names.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
-
-namespace
-{
-
-const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
-const QByteArray historyWithBob = QByteArrayLiteral("GET /api/chat/history/bob");
-
-} // namespace
 
 class TestTypingAhead : public QObject
 {
@@ -40,9 +32,9 @@ private:
     }
     static bool openBob(ChatWindow &chat)
     {
-        chat.service.answer(keysOfBob, 200,
+        chat.service.answer(requests::keysOfBob, 200,
                             objectJson({{u"keys"_s, QJsonArray{makeKeyPair().device(u"laptop"_s)}}}));
-        chat.service.answer(send, 200, "{}");
+        chat.service.answer(requests::sendMessage, 200, "{}");
         return chat.signIn() && chat.open(u"bob"_s);
     }
 };
@@ -61,13 +53,13 @@ void TestTypingAhead::theLineAfterTheReply()
     QFETCH(QString, typed);
     ChatWindow chat;
     QVERIFY(openBob(chat));
-    chat.service.hold(send);
+    chat.service.hold(requests::sendMessage);
     enter(chat, u"first"_s);
-    QTRY_COMPARE(chat.service.heldCount(send), 1);
+    QTRY_COMPARE(chat.service.heldCount(requests::sendMessage), 1);
     QTest::keyClicks(chat.msgInput(), typed);
-    const qsizetype before = chat.service.count(historyWithBob);
-    chat.service.release(send);
-    QVERIFY(chat.service.waitForRequests(historyWithBob, before + 1));
+    const qsizetype before = chat.service.count(requests::historyWithBob);
+    chat.service.release(requests::sendMessage);
+    QVERIFY(chat.service.waitForRequests(requests::historyWithBob, before + 1));
     QTEST(chat.msgInput()->text(), "rest");
 }
 
@@ -79,22 +71,22 @@ void TestTypingAhead::twoInARow()
         enter(chat, words);
         QTRY_COMPARE(chat.msgInput()->text(), QString());
     }
-    QCOMPARE(chat.service.count(send), 2);
+    QCOMPARE(chat.service.count(requests::sendMessage), 2);
 }
 
 void TestTypingAhead::twoUnderWay()
 {
     ChatWindow chat;
     QVERIFY(openBob(chat));
-    chat.service.hold(send);
+    chat.service.hold(requests::sendMessage);
     enter(chat, u"one"_s);
-    QTRY_COMPARE(chat.service.heldCount(send), 1);
+    QTRY_COMPARE(chat.service.heldCount(requests::sendMessage), 1);
     enter(chat, u" two"_s);
-    QTRY_COMPARE(chat.service.heldCount(send), 2);
+    QTRY_COMPARE(chat.service.heldCount(requests::sendMessage), 2);
     QTest::keyClicks(chat.msgInput(), u" three"_s);
-    const qsizetype before = chat.service.count(historyWithBob);
-    chat.service.release(send);
-    QVERIFY(chat.service.waitForRequests(historyWithBob, before + 2));
+    const qsizetype before = chat.service.count(requests::historyWithBob);
+    chat.service.release(requests::sendMessage);
+    QVERIFY(chat.service.waitForRequests(requests::historyWithBob, before + 2));
     QVERIFY(chat.settle());
     QCOMPARE(chat.msgInput()->text(), u" three"_s);
 }
@@ -114,13 +106,13 @@ void TestTypingAhead::theCursorStaysInTheRest()
 {
     ChatWindow chat;
     QVERIFY(openBob(chat));
-    chat.service.hold(send);
+    chat.service.hold(requests::sendMessage);
     enter(chat, u"first"_s);
-    QTRY_COMPARE(chat.service.heldCount(send), 1);
+    QTRY_COMPARE(chat.service.heldCount(requests::sendMessage), 1);
     QTest::keyClicks(chat.msgInput(), u" second"_s);
     QTest::keyClick(chat.msgInput(), Qt::Key_Left);
     QTest::keyClick(chat.msgInput(), Qt::Key_Left);
-    chat.service.release(send);
+    chat.service.release(requests::sendMessage);
     QTRY_COMPARE(chat.msgInput()->text(), u" second"_s);
     QCOMPARE(chat.msgInput()->cursorPosition(), 5);
     QVERIFY(!chat.msgInput()->hasSelectedText());

@@ -78,28 +78,28 @@ QImage pictureWithout(QWidget *window, QWidget *stop)
     return without;
 }
 
-struct Walk {
+struct TabStops {
     int stops = 0;
     QStringList unseen; ///< where Tab leads without it being seen
     bool isRound = false;
 };
 
 /// With the Tab key through WINDOW, until it comes back to the beginning.
-Walk walkThrough(QWidget *window)
+TabStops tabStops(QWidget *window)
 {
-    Walk walk;
+    TabStops reached;
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab); // who uses no keys is shown nothing
     const QWidget *first = window->focusWidget();
-    for (QWidget *stop = window->focusWidget(); stop && walk.stops < 60; stop = window->focusWidget()) {
-        ++walk.stops;
+    for (QWidget *stop = window->focusWidget(); stop && reached.stops < 60; stop = window->focusWidget()) {
+        ++reached.stops;
         const QImage with = picture(stop);
         if (!isMarked(stop, with, pictureWithout(window, stop)))
-            walk.unseen.append(spokenName(stop));
-        walk.isRound = window->focusWidget() == first;
-        if (walk.isRound)
+            reached.unseen.append(spokenName(stop));
+        reached.isRound = window->focusWidget() == first;
+        if (reached.isRound)
             break;
     }
-    return walk;
+    return reached;
 }
 
 } // namespace
@@ -134,10 +134,10 @@ void TestVisibleFocus::isShownWhereverTabLeads()
     QVERIFY(page != conversation || probe.open(u"bob"_s));
     if (page == signInPage)
         probe.window->logOut();
-    const Walk walk = walkThrough(probe.window.get());
-    QVERIFY(walk.isRound);
-    QTEST(walk.stops, "stops");
-    QCOMPARE(walk.unseen.join(u'|'), QString());
+    const TabStops reached = tabStops(probe.window.get());
+    QVERIFY(reached.isRound);
+    QTEST(reached.stops, "stops");
+    QCOMPARE(reached.unseen.join(u'|'), QString());
 }
 
 // The row's own mark goes with every refresh, the keyboard stays.
@@ -199,11 +199,11 @@ void TestVisibleFocus::isShownInDialogs()
 {
     QFETCH(QString, button);
     const SettingsProbe probe;
-    Walk walk;
-    QVERIFY(withDialog([&] { probe.click(button); }, [&](QDialog &dialog) { walk = walkThrough(&dialog); }));
-    QVERIFY(walk.isRound);
-    QTEST(walk.stops, "stops");
-    QCOMPARE(walk.unseen.join(u'|'), QString());
+    TabStops reached;
+    QVERIFY(withDialog([&] { probe.click(button); }, [&](QDialog &dialog) { reached = tabStops(&dialog); }));
+    QVERIFY(reached.isRound);
+    QTEST(reached.stops, "stops");
+    QCOMPARE(reached.unseen.join(u'|'), QString());
 }
 
 TIDELOFT_GUI_TEST_MAIN(TestVisibleFocus)

@@ -12,6 +12,7 @@
 #include "tests/support/memory_scan.h"
 #include "tests/support/patience.h"
 #include "tests/support/private_numbers.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <QApplication>
@@ -28,7 +29,6 @@ namespace
 {
 
 constexpr int messages = 100;
-const QByteArray send = QByteArrayLiteral("POST /api/chat/send");
 const QByteArray ownDevices = QByteArrayLiteral("GET /api/chat/device-keys/me");
 
 // The content key that was wrapped for DEVICE, looked at without leaving anything of it.
@@ -126,10 +126,10 @@ QJsonObject TestWindowMemoryScan::received(int number) const
 
 bool TestWindowMemoryScan::write(const QString &text)
 {
-    const qsizetype before = chat.service.count(send);
+    const qsizetype before = chat.service.count(requests::sendMessage);
     chat.msgInput()->setText(text);
     QTest::keyClick(chat.msgInput(), Qt::Key_Return);
-    return chat.service.waitForRequests(send, before + 1);
+    return chat.service.waitForRequests(requests::sendMessage, before + 1);
 }
 
 // As the service gives them back, they are opened with the key that was wrapped for this device.
@@ -140,7 +140,8 @@ bool TestWindowMemoryScan::sendAll(SoughtSecrets &keys, QJsonArray &sent)
             return false;
         if (!waitFor([this] { return chat.msgInput()->text().isEmpty(); }, patience()))
             return false;
-        QJsonObject item = QJsonDocument::fromJson(chat.service.lastRequest(send).body).object();
+        QJsonObject item =
+            QJsonDocument::fromJson(chat.service.lastRequest(requests::sendMessage).body).object();
         item.insert(u"from"_s, u"alice"_s);
         note(keys, item[u"senderKeys"], chat.deviceId());
         sent.append(item);
@@ -150,7 +151,7 @@ bool TestWindowMemoryScan::sendAll(SoughtSecrets &keys, QJsonArray &sent)
 
 void TestWindowMemoryScan::nothingIsLeftAfterTheLogOut()
 {
-    chat.service.answer(send, 200, "{}");
+    chat.service.answer(requests::sendMessage, 200, "{}");
     signIn();
     const SoughtSecrets privateKey = formsOfThePrivateKey();
     SoughtSecrets keys;
@@ -181,13 +182,15 @@ void TestWindowMemoryScan::nothingIsLeftAfterTheLogOut()
 
 void TestWindowMemoryScan::refusedSendsLeaveNothing()
 {
-    chat.service.answer(send, 500, R"({"message":"No"})");
+    chat.service.answer(requests::sendMessage, 500, R"({"message":"No"})");
     signIn();
     QVERIFY(chat.showHistory(u"bob"_s, {received(0)})); // reads with the private key, as sending does not
     SoughtSecrets keys;
     for (int i = 0; i < 10; ++i) {
         QVERIFY(write(u"refused: %1"_s.arg(i)));
-        note(keys, QJsonDocument::fromJson(chat.service.lastRequest(send).body)[u"recipientKeys"], u"bobs"_s);
+        note(keys,
+             QJsonDocument::fromJson(chat.service.lastRequest(requests::sendMessage).body)[u"recipientKeys"],
+             u"bobs"_s);
         QMessageBox *box = waitForBox();
         QVERIFY(box);
         box->accept();

@@ -18,16 +18,12 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QByteArray encoded(const QString &path)
-{
-    return QFile::encodeName(path);
-}
-
 int modeOf(const QString &path)
 {
     struct stat status {
     };
-    return stat(encoded(path).constData(), &status) == 0 ? static_cast<int>(status.st_mode & 07777) : -1;
+    return stat(QFile::encodeName(path).constData(), &status) == 0 ? static_cast<int>(status.st_mode & 07777)
+                                                                   : -1;
 }
 
 } // namespace
@@ -80,7 +76,7 @@ void TestPermissions::cannotBeMadeWhereAFileIs()
 
 void TestPermissions::directoryBecomesItsOwners()
 {
-    QCOMPARE(chmod(encoded(home->path()).constData(), 0755), 0);
+    QCOMPARE(chmod(QFile::encodeName(home->path()).constData(), 0755), 0);
     keepDirectoryForOwner(home->path());
     QCOMPARE(modeOf(home->path()), 0700);
 }
@@ -100,7 +96,7 @@ void TestPermissions::fileBecomesItsOwners()
     QFETCH(const int, mode);
     const QString path = pathOf(u"file"_s);
     QVERIFY(writeFile(path, "x"));
-    QCOMPARE(chmod(encoded(path).constData(), static_cast<mode_t>(mode)), 0);
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), static_cast<mode_t>(mode)), 0);
     keepFileForOwner(path);
     QCOMPARE(modeOf(path), 0600);
 }
@@ -109,7 +105,7 @@ void TestPermissions::whatTheOwnerMayNotDoStaysSo()
 {
     const QString path = pathOf(u"file"_s);
     QVERIFY(writeFile(path, "x"));
-    QCOMPARE(chmod(encoded(path).constData(), 0444), 0);
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), 0444), 0);
     keepFileForOwner(path);
     QCOMPARE(modeOf(path), 0400);
 }
@@ -126,10 +122,10 @@ void TestPermissions::nothingElseIsTouched()
 {
     QFETCH(const QString, place);
     QVERIFY(writeFile(pathOf(u"file"_s), "x"));
-    QCOMPARE(chmod(encoded(pathOf(u"file"_s)).constData(), 0644), 0);
+    QCOMPARE(chmod(QFile::encodeName(pathOf(u"file"_s)).constData(), 0644), 0);
     QVERIFY(QFile::link(pathOf(u"file"_s), pathOf(u"link"_s)));
-    QCOMPARE(mkfifo(encoded(pathOf(u"pipe"_s)).constData(), 0644), 0);
-    QCOMPARE(chmod(encoded(pathOf(u"pipe"_s)).constData(), 0644), 0);
+    QCOMPARE(mkfifo(QFile::encodeName(pathOf(u"pipe"_s)).constData(), 0644), 0);
+    QCOMPARE(chmod(QFile::encodeName(pathOf(u"pipe"_s)).constData(), 0644), 0);
     keepFileForOwner(pathOf(place));
     keepDirectoryForOwner(pathOf(place));
     QCOMPARE(modeOf(pathOf(place)), 0644);
@@ -139,8 +135,9 @@ void TestPermissions::secondNamesAreLeftAlone()
 {
     const QString path = pathOf(u"file"_s);
     QVERIFY(writeFile(path, "x"));
-    QCOMPARE(chmod(encoded(path).constData(), 0644), 0);
-    QCOMPARE(link(encoded(path).constData(), encoded(pathOf(u"second"_s)).constData()), 0);
+    QCOMPARE(chmod(QFile::encodeName(path).constData(), 0644), 0);
+    QCOMPARE(link(QFile::encodeName(path).constData(), QFile::encodeName(pathOf(u"second"_s)).constData()),
+             0);
     keepFileForOwner(path);
     QCOMPARE(modeOf(path), 0644);
 }
@@ -152,8 +149,8 @@ void TestPermissions::anotherUsersFileIsLeftAlone()
     if (geteuid() == 0) {
         path = pathOf(u"theirs"_s);
         QVERIFY(QDir().mkdir(path));
-        QCOMPARE(chmod(encoded(path).constData(), 0755), 0);
-        QCOMPARE(chown(encoded(path).constData(), 65534, 65534), 0);
+        QCOMPARE(chmod(QFile::encodeName(path).constData(), 0755), 0);
+        QCOMPARE(chown(QFile::encodeName(path).constData(), 65534, 65534), 0);
     }
     const int before = modeOf(path);
     keepDirectoryForOwner(path);

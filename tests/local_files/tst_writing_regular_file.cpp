@@ -19,16 +19,6 @@ using namespace tideloft::local_files;
 using namespace tideloft::tests;
 using namespace Qt::StringLiterals;
 
-namespace
-{
-
-QByteArray encoded(const QString &path)
-{
-    return QFile::encodeName(path);
-}
-
-} // namespace
-
 class TestWritingRegularFile : public QObject
 {
     Q_OBJECT
@@ -115,7 +105,9 @@ void TestWritingRegularFile::fileWithASecondNameIsNotWrittenTo()
 {
     const QByteArray document(100'000, 'd');
     QVERIFY(writeFile(pathOf(u"file"_s), document));
-    QCOMPARE(link(encoded(pathOf(u"file"_s)).constData(), encoded(pathOf(u"second"_s)).constData()), 0);
+    QCOMPARE(link(QFile::encodeName(pathOf(u"file"_s)).constData(),
+                  QFile::encodeName(pathOf(u"second"_s)).constData()),
+             0);
     QVERIFY(!writeRegularFile(pathOf(u"second"_s), "new"));
     QCOMPARE(readFile(pathOf(u"file"_s)), document);
     QVERIFY(QFile::remove(pathOf(u"file"_s)));
@@ -138,9 +130,9 @@ void TestWritingRegularFile::nothingElseIsWrittenTo_data()
 void TestWritingRegularFile::nothingElseIsWrittenTo()
 {
     QFETCH(const QString, linkedTo);
-    QCOMPARE(mkfifo(encoded(pathOf(u"pipe"_s)).constData(), 0600), 0);
+    QCOMPARE(mkfifo(QFile::encodeName(pathOf(u"pipe"_s)).constData(), 0600), 0);
     const QString link = pathOf(u"link"_s);
-    QCOMPARE(symlink(encoded(linkedTo).constData(), encoded(link).constData()), 0);
+    QCOMPARE(symlink(QFile::encodeName(linkedTo).constData(), QFile::encodeName(link).constData()), 0);
     QVERIFY(!writeRegularFile(link, "new"));
     QVERIFY(QFileInfo(link).isSymLink());
 }
@@ -148,8 +140,8 @@ void TestWritingRegularFile::nothingElseIsWrittenTo()
 void TestWritingRegularFile::pipeThatIsReadGetsNothing()
 {
     const QString path = pathOf(u"pipe"_s);
-    QCOMPARE(mkfifo(encoded(path).constData(), 0600), 0);
-    const int reader = open(encoded(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    const int reader = open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     QVERIFY(reader >= 0);
     QVERIFY(!writeRegularFile(path, "a secret"));
     char byte = 0;

@@ -37,9 +37,6 @@ private:
     std::unique_ptr<ApiClient> client;
 };
 
-using Operation = std::function<void(ApiClient &)>;
-Q_DECLARE_METATYPE(Operation)
-
 void TestApiClientAccount::init()
 {
     client.reset();

@@ -8,9 +8,6 @@ using namespace Qt::StringLiterals;
 using tideloft::net::ApiClient;
 using namespace tideloft::tests;
 
-using Operation = std::function<void(ApiClient &)>;
-Q_DECLARE_METATYPE(Operation)
-
 namespace
 {
 

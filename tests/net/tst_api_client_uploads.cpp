@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/net/upload_wire.h"
 #include "tests/support/net/wire.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <sys/stat.h>
@@ -43,7 +44,6 @@ private:
 namespace
 {
 
-const QByteArray avatarKey = QByteArrayLiteral("POST /api/profile/avatar/upload");
 const QByteArray iconKey = QByteArrayLiteral("POST /api/groups/g1/icon");
 const QByteArray picture = QByteArrayLiteral("\x89PNG\r\n\x1a\n--boundary\0\xff");
 
@@ -97,12 +97,12 @@ void TestApiClientUploads::avatarBytes()
     QFETCH(const QByteArray, content);
     QFETCH(const QByteArray, suffix);
     const QString path = makeFile(name, content);
-    service->answer(avatarKey, 200, "{}");
+    service->answer(requests::uploadAvatar, 200, "{}");
     QSignalSpy uploaded(client.get(), &ApiClient::avatarUploaded);
     client->uploadAvatar(path);
     QVERIFY(uploaded.wait());
     QCOMPARE(uploaded.first(), (QVariantList{true, path})); // the path itself is untouched
-    const RecordedRequest request = service->lastRequest(avatarKey);
+    const RecordedRequest request = service->lastRequest(requests::uploadAvatar);
     QCOMPARE(sentUpload(request),
              wantedUpload(request, "/api/profile/avatar/upload", "avatar", suffix, content));
 }
@@ -125,7 +125,7 @@ void TestApiClientUploads::onlyTheCookieSaysWhose()
     QVERIFY(loaded.wait());
     QVERIFY(service->lastRequest().hasHeader("X-Device-Token"));
     client->uploadAvatar(makeFile(u"a.png"_s, picture));
-    QVERIFY(service->waitForRequests(avatarKey, 1));
+    QVERIFY(service->waitForRequests(requests::uploadAvatar, 1));
     QCOMPARE(service->lastRequest().header("Cookie"), QByteArray("session=one"));
     QVERIFY(!service->lastRequest().hasHeader("X-Device-Token"));
     QVERIFY(!service->lastRequest().hasHeader("X-Device-Name"));
@@ -147,7 +147,7 @@ void TestApiClientUploads::avatarReportsItsOutcome()
     QFETCH(const int, status);
     QFETCH(const QByteArray, body);
     QFETCH(const bool, ok);
-    service->answer(avatarKey, status, body);
+    service->answer(requests::uploadAvatar, status, body);
     const QString path = makeFile(u"a.png"_s, picture);
     const SignalLog log(*client);
     QSignalSpy uploaded(client.get(), &ApiClient::avatarUploaded);
@@ -173,7 +173,7 @@ void TestApiClientUploads::avatarThatCannotBeReadFailsAtOnce()
     QCOMPARE(uploaded.size(), 1); // before any event was handled
     QCOMPARE(uploaded.first(), (QVariantList{false, path}));
     QVERIFY(settle(*client));
-    QCOMPARE(service->count(avatarKey), 0);
+    QCOMPARE(service->count(requests::uploadAvatar), 0);
 }
 
 void TestApiClientUploads::iconReportsItsAddress_data()
@@ -220,26 +220,26 @@ void TestApiClientUploads::iconThatCannotBeReadIsSilent()
 
 void TestApiClientUploads::theFileIsClosedOnceSent()
 {
-    service->answer(avatarKey, 200, "{}");
-    service->hold(avatarKey);
+    service->answer(requests::uploadAvatar, 200, "{}");
+    service->hold(requests::uploadAvatar);
     const QString path = makeFile(u"a.png"_s, picture);
     client->uploadAvatar(path);
-    QVERIFY(service->waitForRequests(avatarKey, 1));
+    QVERIFY(service->waitForRequests(requests::uploadAvatar, 1));
     QVERIFY(isOpen(path));
-    service->release(avatarKey);
+    service->release(requests::uploadAvatar);
     QTRY_VERIFY(!isOpen(path));
 }
 
 void TestApiClientUploads::aClientMayGoDuringAnUpload()
 {
-    service->hold(avatarKey);
+    service->hold(requests::uploadAvatar);
     const QString path = makeFile(u"a.png"_s, picture.repeated(100000));
     const QSignalSpy reports(client.get(), &ApiClient::avatarUploaded);
     client->uploadAvatar(path);
-    QVERIFY(service->waitForRequests(avatarKey, 1));
+    QVERIFY(service->waitForRequests(requests::uploadAvatar, 1));
     client.reset();
     QTRY_VERIFY(!isOpen(path));
-    service->release(avatarKey);
+    service->release(requests::uploadAvatar);
     ApiClient another;
     QVERIFY(settle(another));
     QCOMPARE(reports.size(), 0);

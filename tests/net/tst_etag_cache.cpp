@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/net/wire.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 using namespace Qt::StringLiterals;
@@ -11,7 +12,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray groups = QByteArrayLiteral("GET /api/groups");
 const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
 const QByteArray withBob = QByteArrayLiteral("GET /api/chat/history/bob");
 const QByteArray withCarol = QByteArrayLiteral("GET /api/chat/history/carol");
@@ -84,7 +84,7 @@ void TestETagCache::signIn(const QString &name)
 
 void TestETagCache::ask(const QByteArray &key)
 {
-    if (key == groups)
+    if (key == requests::listServers)
         client->fetchServers();
     else if (key == conversations)
         client->fetchConversations();
@@ -103,7 +103,7 @@ QJsonArray TestETagCache::shown(const QByteArray &key)
 void TestETagCache::unchangedListsAreShownAsBefore_data()
 {
     QTest::addColumn<QByteArray>("key");
-    QTest::newRow("servers") << groups;
+    QTest::newRow("servers") << requests::listServers;
     QTest::newRow("conversations") << conversations;
     QTest::newRow("history") << withBob;
 }
@@ -276,7 +276,7 @@ void TestETagCache::signingInForgets()
 
 void TestETagCache::unchangedAfterSigningOutShowsNothing()
 {
-    for (const QByteArray &key : {withBob, groups}) {
+    for (const QByteArray &key : {withBob, requests::listServers}) {
         service->answer(key, 200, "[1]", tagged("\"v1\""));
         shown(key);
         service->answer(key, 304, {});

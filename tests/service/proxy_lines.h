@@ -8,6 +8,9 @@
 namespace tideloft::tests
 {
 
+/// The addresses and ports in a block for IPv4: from 192.0.2.7 to 10.0.0.1.
+inline const QByteArray proxiedIpv4 = QByteArray::fromHex("c0000207 0a000001 0fa0 01bb");
+
 /// The second version. COMMAND holds the version too, FAMILY the transport; REST is behind the length.
 inline QByteArray proxyBlock(int command, int family, const QByteArray &rest)
 {

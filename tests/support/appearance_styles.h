@@ -10,6 +10,10 @@ namespace tideloft::tests
 
 using namespace Qt::StringLiterals;
 
+/// The style of the avatar in the footer when it is a picture.
+inline const QString pictureStyle =
+    u"border-radius: 17px; border: 2px solid #3b8beb;background: transparent; padding: 0;"_s;
+
 /// The accents in the order of their swatches.
 inline const QStringList colours{u"#3b8beb"_s, u"#5b5bd6"_s, u"#25a868"_s,
                                  u"#e05454"_s, u"#f59e0b"_s, u"#ec4899"_s};

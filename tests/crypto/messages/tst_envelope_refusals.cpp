@@ -1,7 +1,6 @@
 // Envelopes that cannot be made, and the reasons given.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
-#define OPENSSL_SUPPRESS_DEPRECATED // replacing the random generator is the only way to see it fail
 #include "crypto/cipher/base64.h"
 #include "crypto/messages/envelope.h"
 #include "tests/support/crypto/device_records.h"
@@ -30,6 +29,10 @@ int drawOrFail(unsigned char *bytes, int size)
     return drawsLeft-- > 0 ? 1 : 0;
 }
 
+// Replacing the random generator, an outdated call, is the only way to see it fail.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+
 // Random bytes for a number of draws, then none, as long as it lives.
 class FailingGenerator
 {
@@ -45,6 +48,8 @@ public:
 private:
     const RAND_METHOD method{nullptr, drawOrFail, nullptr, nullptr, drawOrFail, nullptr};
 };
+
+#pragma GCC diagnostic pop
 
 } // namespace
 

@@ -7,6 +7,7 @@
 #include "tests/support/crypto/device_records.h"
 #include "tests/support/crypto/envelope_peer.h"
 #include "tests/support/crypto/opened.h"
+#include "tests/support/crypto/sealed_items.h"
 #include "tests/support/long_form.h"
 #include "tests/support/test_main.h"
 
@@ -17,8 +18,6 @@ using namespace tideloft::tests;
 
 namespace
 {
-
-const QString own = u"dev-1"_s;
 
 // Any text that UTF-8 can carry: characters of one to four bytes, controls and NUL among them.
 QString randomText(QRandomGenerator &random, qsizetype shortest)

@@ -13,7 +13,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray v4 = QByteArray::fromHex("c0000207 0a000001 0fa0 01bb"); // 192.0.2.7 to 10.0.0.1
 const QHostAddress stranger(u"127.0.0.2"_s);
 
 Reply tellPeer(const Request &request)
@@ -70,9 +69,9 @@ void TestProxyGreetings::clientIsTheOneThatIsNamed_data()
     QTest::newRow("line, IPv4 in IPv6")
         << QByteArray("PROXY TCP6 ::ffff:192.0.2.7 ::1 4000 443\r\n") << u"192.0.2.7"_s;
     QTest::newRow("line, unknown") << QByteArray("PROXY UNKNOWN\r\n") << u"127.0.0.1"_s;
-    QTest::newRow("block") << proxyBlock(0x21, 0x11, v4) << u"192.0.2.7"_s;
+    QTest::newRow("block") << proxyBlock(0x21, 0x11, proxiedIpv4) << u"192.0.2.7"_s;
     QTest::newRow("block with an entry")
-        << proxyBlock(0x21, 0x11, v4 + QByteArray::fromHex("04000100")) << u"192.0.2.7"_s;
+        << proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("04000100")) << u"192.0.2.7"_s;
     QTest::newRow("block, the proxy itself") << proxyBlock(0x20, 0x00, {}) << u"127.0.0.1"_s;
 }
 
@@ -112,8 +111,8 @@ void TestProxyGreetings::noConnectionOfAProxyWithoutHeader_data()
     QTest::newRow("TLS") << QByteArray::fromHex("1603010200010001fc0303") + QByteArray(64, 'x');
     QTest::newRow("damaged line") << proxyLine("192.0.2.256") + get;
     QTest::newRow("line without end") << "PROXY UNKNOWN " + QByteArray(100'000, 'x');
-    QTest::newRow("damaged block") << proxyBlock(0x22, 0x11, v4) + get;
-    QTest::newRow("endless block") << proxyBlock(0x21, 0x11, v4 + QByteArray(65'000, '\0')) + get;
+    QTest::newRow("damaged block") << proxyBlock(0x22, 0x11, proxiedIpv4) + get;
+    QTest::newRow("endless block") << proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray(65'000, '\0')) + get;
 }
 
 void TestProxyGreetings::noConnectionOfAProxyWithoutHeader()
@@ -144,7 +143,7 @@ void TestProxyGreetings::endBeforeTheHeaderIsNoProblem()
 void TestProxyGreetings::strangersSayNothingFirst()
 {
     ServerFixture server(&tellPeer, behindProxy());
-    for (const QByteArray &header : {proxyLine("192.0.2.7"), proxyBlock(0x21, 0x11, v4)}) {
+    for (const QByteArray &header : {proxyLine("192.0.2.7"), proxyBlock(0x21, 0x11, proxiedIpv4)}) {
         HttpClient client(server.port(), stranger);
         client.send(header + get);
         QCOMPARE(statusOf(client.readAll()), 400);
@@ -212,7 +211,7 @@ void TestProxyGreetings::halfHeaderIsDropped()
     limits.headerTime = std::chrono::milliseconds(100);
     ServerFixture server(&tellPeer, behindProxy(limits));
     for (const QByteArray &begin :
-         {QByteArray(), QByteArray("PROXY TC"), proxyBlock(0x21, 0x11, v4).left(20)}) {
+         {QByteArray(), QByteArray("PROXY TC"), proxyBlock(0x21, 0x11, proxiedIpv4).left(20)}) {
         HttpClient client(server.port());
         client.send(begin);
         QCOMPARE(client.readAll(), QByteArray());

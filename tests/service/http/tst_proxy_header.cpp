@@ -24,7 +24,6 @@ QByteArray clientOf(const ProxyHeader &header)
     return header.client ? QByteArray::fromStdString(header.client->to_string()) : QByteArray("nobody");
 }
 
-const QByteArray v4 = QByteArray::fromHex("c0000207 0a000001 0fa0 01bb"); // 192.0.2.7 to 10.0.0.1
 const QByteArray v6 = QByteArray::fromHex("20010db8000100020000000000000009"
                                           "20010db8000000000000000000000001 0fa0 01bb");
 const QByteArray entry = QByteArray::fromHex("02 0003") + "abc";
@@ -63,15 +62,16 @@ void TestProxyHeader::taken_data()
     row("line, unknown", "PROXY UNKNOWN\r\n", "nobody");
     row("line, unknown with words", "PROXY UNKNOWN 1 2 3\r\n", "nobody");
     row("longest line", "PROXY UNKNOWN " + QByteArray(107 - 16, 'f') + "\r\n", "nobody");
-    row("block", proxyBlock(0x21, 0x11, v4), "192.0.2.7");
+    row("block", proxyBlock(0x21, 0x11, proxiedIpv4), "192.0.2.7");
     row("block, IPv6", proxyBlock(0x21, 0x21, v6), "2001:db8:1:2::9");
-    row("block with entries", proxyBlock(0x21, 0x11, v4 + entry + entry), "192.0.2.7");
+    row("block with entries", proxyBlock(0x21, 0x11, proxiedIpv4 + entry + entry), "192.0.2.7");
     row("block with an empty entry", proxyBlock(0x21, 0x21, v6 + QByteArray::fromHex("040000")),
         "2001:db8:1:2::9");
-    row("longest block", proxyBlock(0x21, 0x11, v4 + QByteArray::fromHex("0407e1") + QByteArray(2017, 'x')),
+    row("longest block",
+        proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("0407e1") + QByteArray(2017, 'x')),
         "192.0.2.7");
     row("block, the proxy itself", proxyBlock(0x20, 0x00, {}), "nobody");
-    row("block, the proxy itself with an address", proxyBlock(0x20, 0x11, v4), "nobody");
+    row("block, the proxy itself with an address", proxyBlock(0x20, 0x11, proxiedIpv4), "nobody");
     row("block, the proxy itself with anything", proxyBlock(0x20, 0xff, "anything"), "nobody");
     row("block, unknown", proxyBlock(0x21, 0x00, "anything"), "nobody");
 }
@@ -146,21 +146,22 @@ void TestProxyHeader::refused_data()
     row("zero in an address", QByteArray("PROXY TCP4 192.0.2.7\0 10.0.0.1 4000 443\r\n", 41));
     row("one zero byte", QByteArray(1, '\0'));
     row("TLS", QByteArray::fromHex("16030102000100"));
-    row("block, damaged signature", proxyBlock(0x21, 0x11, v4).replace("QUIT", "QUIZ"));
-    row("block of version 1", proxyBlock(0x11, 0x11, v4));
-    row("block of version 3", proxyBlock(0x31, 0x11, v4));
-    row("block, another command", proxyBlock(0x22, 0x11, v4));
-    row("block, datagrams", proxyBlock(0x21, 0x12, v4));
+    row("block, damaged signature", proxyBlock(0x21, 0x11, proxiedIpv4).replace("QUIT", "QUIZ"));
+    row("block of version 1", proxyBlock(0x11, 0x11, proxiedIpv4));
+    row("block of version 3", proxyBlock(0x31, 0x11, proxiedIpv4));
+    row("block, another command", proxyBlock(0x22, 0x11, proxiedIpv4));
+    row("block, datagrams", proxyBlock(0x21, 0x12, proxiedIpv4));
     row("block, datagrams over IPv6", proxyBlock(0x21, 0x22, v6));
-    row("block, no transport", proxyBlock(0x21, 0x10, v4));
+    row("block, no transport", proxyBlock(0x21, 0x10, proxiedIpv4));
     row("block, a socket of the machine", proxyBlock(0x21, 0x31, QByteArray(216, 'x')));
-    row("block, another family", proxyBlock(0x21, 0x41, v4));
+    row("block, another family", proxyBlock(0x21, 0x41, proxiedIpv4));
     row("block without addresses", proxyBlock(0x21, 0x11, {}));
-    row("block, short addresses", proxyBlock(0x21, 0x11, v4.chopped(1)));
-    row("block, short addresses of IPv6", proxyBlock(0x21, 0x21, v4));
-    row("block, half an entry", proxyBlock(0x21, 0x11, v4 + QByteArray::fromHex("0400")));
-    row("block, an entry beyond the end", proxyBlock(0x21, 0x11, v4 + QByteArray::fromHex("040001")));
-    row("block that is too long", proxyBlock(0x21, 0x11, v4 + QByteArray(2048 - 16 - 11, 'x')));
+    row("block, short addresses", proxyBlock(0x21, 0x11, proxiedIpv4.chopped(1)));
+    row("block, short addresses of IPv6", proxyBlock(0x21, 0x21, proxiedIpv4));
+    row("block, half an entry", proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("0400")));
+    row("block, an entry beyond the end",
+        proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("040001")));
+    row("block that is too long", proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray(2048 - 16 - 11, 'x')));
     row("the proxy's own block that is too long", proxyBlock(0x20, 0x00, QByteArray(65535, 'x')));
 }
 

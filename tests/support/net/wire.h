@@ -8,11 +8,15 @@
 
 #include <QSignalSpy>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 namespace tideloft::tests
 {
+
+/// Something that a client is asked to do.
+using Operation = std::function<void(net::ApiClient &)>;
 
 /// The head of REQUEST without the headers that the toolkit adds of its own (Host, User-Agent and the like).
 QByteArray ownHead(const RecordedRequest &request);
@@ -36,3 +40,5 @@ private:
 bool settle(net::ApiClient &client);
 
 } // namespace tideloft::tests
+
+Q_DECLARE_METATYPE(tideloft::tests::Operation)

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/local_zone.h"
 #include "tests/support/test_main.h"
+#include "tests/ui/messages/read_messages.h"
 #include "ui/messages/conversation_row_models.h"
 
 #include <QJsonDocument>
@@ -10,26 +11,12 @@
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::ui;
+using namespace tideloft::tests;
 
 namespace
 {
 
-QJsonArray parsed(const QByteArray &json)
-{
-    return QJsonDocument::fromJson(json).array();
-}
-
-QString open(const QJsonObject &item)
-{
-    return u"opened "_s + item.value(u"text"_s).toString();
-}
-
-QString openNothing(const QJsonObject &)
-{
-    return {};
-}
-
-QList<ConversationRowModel> rows(const QByteArray &json, const OpenMessage &opening = open,
+QList<ConversationRowModel> rows(const QByteArray &json, const OpenMessage &opening = openItem,
                                  Language language = Language::English)
 {
     const Reading reading{u"alice"_s, opening, QDateTime(QDate(2024, 5, 17), QTime(12, 0)), language};

@@ -4,12 +4,14 @@
 #include "crypto/messages/open_message.h"
 #include "tests/support/local_zone.h"
 #include "tests/support/test_main.h"
+#include "tests/ui/messages/read_messages.h"
 #include "ui/messages/display_records.h"
 
 #include <QJsonDocument>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::ui;
+using namespace tideloft::tests;
 
 namespace
 {
@@ -17,29 +19,9 @@ namespace
 const QString hiddenInSwedish = u"🔒 Meddelandet kunde inte visas"_s;
 const QString hiddenInEnglish = u"🔒 Message could not be displayed"_s;
 
-QJsonArray parsed(const QByteArray &json)
-{
-    return QJsonDocument::fromJson(json).array();
-}
-
-QDateTime noon()
-{
-    return {QDate(2024, 5, 17), QTime(12, 0)};
-}
-
-QString open(const QJsonObject &item)
-{
-    return u"opened "_s + item.value(u"text"_s).toString();
-}
-
-QString openNothing(const QJsonObject &)
-{
-    return {};
-}
-
 QList<DisplayRecord> records(const QByteArray &json, const QString &ownName = u"alice"_s)
 {
-    return displayRecords(parsed(json), {ownName, open, noon(), Language::English});
+    return displayRecords(parsed(json), {ownName, openItem, noon(), Language::English});
 }
 
 } // namespace
@@ -115,7 +97,7 @@ void TestDisplayRecords::reasonIsKept()
     QCOMPARE(failed.value(1).text.reason(), QString()); // not sealed
     const auto empty = displayRecords(items, {u"alice"_s, openNothing, noon(), Language::English});
     QCOMPARE(empty.value(0).text.reason(), u"The message is empty."_s);
-    const auto opened = displayRecords(items, {u"alice"_s, open, noon(), Language::English});
+    const auto opened = displayRecords(items, {u"alice"_s, openItem, noon(), Language::English});
     QCOMPARE(opened.value(0).text.reason(), QString());
 }
 
@@ -188,7 +170,7 @@ void TestDisplayRecords::mine()
     QFETCH(const QString, ownName);
     QFETCH(const bool, expected);
     const QJsonArray items{QJsonObject{{u"from"_s, from}}};
-    QCOMPARE(displayRecords(items, {ownName, open, noon(), Language::English}).value(0).isMine, expected);
+    QCOMPARE(displayRecords(items, {ownName, openItem, noon(), Language::English}).value(0).isMine, expected);
 }
 
 void TestDisplayRecords::onlyObjectsInTheirOrder()

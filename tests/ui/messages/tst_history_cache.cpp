@@ -3,20 +3,17 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/local_zone.h"
 #include "tests/support/test_main.h"
+#include "tests/ui/messages/read_messages.h"
 #include "ui/messages/history_cache.h"
 
 #include <QJsonDocument>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::ui;
+using namespace tideloft::tests;
 
 namespace
 {
-
-QJsonArray parsed(const QByteArray &json)
-{
-    return QJsonDocument::fromJson(json).array();
-}
 
 QJsonObject item(const QString &text, bool isEncrypted = true)
 {
@@ -32,11 +29,6 @@ QJsonArray items(const QStringList &texts)
     for (const QString &text : texts)
         array.append(item(text));
     return array;
-}
-
-QDateTime noon()
-{
-    return {QDate(2024, 5, 17), QTime(12, 0)};
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
+#include "tests/ui/messages/read_messages.h"
 #include "ui/messages/message_reader.h"
 #include "ui/messages/unreadable_message.h"
 
@@ -41,13 +42,6 @@ private:
     KeyPair mine = makeKeyPair();
     std::unique_ptr<MessageReader> reader;
 };
-
-namespace
-{
-
-const QString thisDevice = u"this"_s;
-
-}
 
 void TestMessageReader::init()
 {

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
+#include "tests/ui/messages/read_messages.h"
 #include "ui/messages/outbox.h"
 
 #include <QSignalSpy>
@@ -42,8 +43,6 @@ private:
 
 namespace
 {
-
-const QString thisDevice = u"this"_s;
 
 QString opened(const QVariantList &announced, const QString &keys, const KeyPair &pair, const QString &device)
 {

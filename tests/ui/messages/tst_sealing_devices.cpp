@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/test_main.h"
+#include "tests/ui/messages/read_messages.h"
 #include "ui/messages/sealing_devices.h"
 
 #include <QJsonDocument>
@@ -9,16 +10,7 @@
 using namespace Qt::StringLiterals;
 using tideloft::ui::recipientDevices;
 using tideloft::ui::senderDevices;
-
-namespace
-{
-
-QJsonArray parsed(const QByteArray &json)
-{
-    return QJsonDocument::fromJson(json).array();
-}
-
-} // namespace
+using namespace tideloft::tests;
 
 class TestSealingDevices : public QObject
 {
