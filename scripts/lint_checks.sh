@@ -30,7 +30,7 @@ make_database()
     [[ $tree == "$root" ]] || return 0
     [[ ! -d $database ]] || find "$database" -name '*.moc_parameters' -delete # of tests that are gone, too
     cmake --preset dev -B "$database" -DCMAKE_CXX_COMPILER_LAUNCHER= -DCMAKE_CXX_FLAGS="${asForGcc[*]}" \
-        -DTIDELOFT_PCH=OFF --log-level=WARNING >/dev/null || return
+        -DTIDELOFT_PCH=OFF -DCMAKE_UNITY_BUILD=OFF --log-level=WARNING >/dev/null || return
     find "$database" -name AutogenInfo.json -print0 \
         | xargs -0 -P "$(nproc)" -I INFO cmake -E cmake_autogen INFO Debug || return
     find "$database" -name '*.moc_parameters' -print0 \
