@@ -87,8 +87,11 @@ void Typist::signIn()
     QTest::keyClicks(fields.at(0), u"alice"_s);
     QTest::keyClicks(fields.at(1), bench::SeededService::password);
     QTest::mouseClick(the<QPushButton>(u"primaryButton"_s), Qt::LeftButton);
-    const auto *list = the<QListWidget>(u"dmList"_s);
-    when([list] { return list->isVisible() && list->count() == 1; }, &Typist::openConversation);
+    const auto isListed = [this] {
+        const auto *list = the<QListWidget>(u"dmList"_s);
+        return list && list->isVisible() && list->count() == 1;
+    };
+    when(isListed, &Typist::openConversation);
 }
 
 void Typist::openConversation()

@@ -15,7 +15,9 @@
 #include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QStackedWidget>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -24,8 +26,62 @@ namespace tideloft::ui
 
 MainPage::MainPage(Language shownLanguage, QWidget *parent) : LazyPage(parent), language(shownLanguage)
 {
+    parent->window()->installEventFilter(this);
+}
+
+bool MainPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Paint) {
+        watched->removeEventFilter(this);
+        QTimer::singleShot(0, this, &MainPage::ensureParts);
+    }
+    return LazyPage::eventFilter(watched, event);
+}
+
+void MainPage::setVisible(bool visible)
+{
+    if (visible)
+        ensureParts();
+    LazyPage::setVisible(visible);
+}
+
+void MainPage::ensureParts()
+{
+    if (centerStack)
+        return;
     fillUnstyled([this] { makeParts(); });
     connectParts();
+    retranslate(language);
+}
+
+Rail *MainPage::rail()
+{
+    ensureParts();
+    return railColumn;
+}
+
+Sidebar *MainPage::sidebar()
+{
+    ensureParts();
+    return leftSidebar;
+}
+
+SideFooter *MainPage::footer()
+{
+    ensureParts();
+    return sideFooter;
+}
+
+ChatPage *MainPage::chat()
+{
+    ensureParts();
+    return chatPage;
+}
+
+QStackedWidget *MainPage::center()
+{
+    ensureParts();
+    return centerStack;
 }
 
 void MainPage::makeParts()
@@ -60,10 +116,17 @@ void MainPage::connectParts()
     connect(railColumn, &Rail::messagesClicked, this, &MainPage::showMessages);
     connect(railColumn, &Rail::settingsClicked, this, &MainPage::openSettings);
     connect(railColumn, &Rail::serverChosen, this, &MainPage::showServer);
+    connect(railColumn, &Rail::serverNamed, this, &MainPage::serverNamed);
+    connect(railColumn, &Rail::serverIconChosen, this, &MainPage::serverIconChosen);
+    connect(leftSidebar, &Sidebar::searchTyped, this, &MainPage::searchTyped);
+    connect(leftSidebar, &Sidebar::searchEntered, this, &MainPage::searchEntered);
+    connect(leftSidebar, &Sidebar::conversationChosen, this, &MainPage::conversationChosen);
     connect(leftSidebar, &Sidebar::searchLeft, this, &MainPage::leaveSearch);
     connect(sideFooter, &SideFooter::pictureClicked, this, &MainPage::pictureClicked);
     connect(sideFooter, &SideFooter::profileChosen, this, &MainPage::showAccount);
     connect(sideFooter, &SideFooter::settingsChosen, this, &MainPage::showSettings);
+    connect(sideFooter, &SideFooter::logOutChosen, this, &MainPage::logOutChosen);
+    connect(chatPage, &ChatPage::sendClicked, this, &MainPage::sendClicked);
     connect(emptyState, &EmptyState::startClicked, leftSidebar, &Sidebar::focusSearch);
     addSearchKey(this, [this] { leftSidebar->selectSearch(); });
 }
@@ -71,6 +134,8 @@ void MainPage::connectParts()
 void MainPage::retranslate(Language newLanguage)
 {
     language = newLanguage;
+    if (!centerStack)
+        return;
     railColumn->retranslate(language);
     leftSidebar->retranslate(language);
     sideFooter->retranslate(language);
@@ -88,12 +153,12 @@ void MainPage::showMessages()
 
 void MainPage::showEmptyState()
 {
-    centerStack->setCurrentWidget(emptyState);
+    center()->setCurrentWidget(emptyState);
 }
 
 void MainPage::showChat()
 {
-    centerStack->setCurrentWidget(chatPage);
+    center()->setCurrentWidget(chatPage);
     fadeIn(chatPage);
     chatPage->focusField();
     chatPage->settleField();
@@ -102,7 +167,7 @@ void MainPage::showChat()
 // Where the disabled field had the keyboard, what comes next on the Tab key's way gets it.
 void MainPage::showServer(const QString &groupId)
 {
-    railColumn->selectServer(groupId);
+    rail()->selectServer(groupId);
     const bool fieldHadFocus = chatPage->fieldHasFocus();
     const QString name = railColumn->serverName(groupId);
     centerStack->setCurrentWidget(chatPage);

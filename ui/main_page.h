@@ -20,7 +20,8 @@ class SideFooter;
 class Sidebar;
 
 /// Puts the pages together and moves between them. What they show of the service's replies is decided by the
-/// window.
+/// window. The pages are made when the first frame of the window stands, or when one of them is asked for:
+/// people see the sign-in page first, and it waits for nothing.
 class MainPage : public LazyPage
 {
     Q_OBJECT
@@ -28,11 +29,12 @@ class MainPage : public LazyPage
 public:
     MainPage(Language language, QWidget *parent);
     void retranslate(Language language);
+    void setVisible(bool visible) override;
 
-    [[nodiscard]] Rail *rail() const { return railColumn; }
-    [[nodiscard]] Sidebar *sidebar() const { return leftSidebar; }
-    [[nodiscard]] SideFooter *footer() const { return sideFooter; }
-    [[nodiscard]] ChatPage *chat() const { return chatPage; }
+    [[nodiscard]] Rail *rail();
+    [[nodiscard]] Sidebar *sidebar();
+    [[nodiscard]] SideFooter *footer();
+    [[nodiscard]] ChatPage *chat();
 
     /// Shows who is signed in, and on the settings page BIO, which the service has of this user.
     void showUser(const QString &name, const QString &bio);
@@ -56,8 +58,20 @@ signals:
     void pictureClicked();
     void saveClicked(const QString &displayName, const QString &bio);
     void themeChanged(const tideloft::ui::Theme &theme);
+    void serverNamed(const QString &name, const QString &description);
+    void serverIconChosen(const QString &groupId, const QString &path);
+    void searchTyped(const QString &query); ///< has at least two characters
+    void searchEntered();
+    void conversationChosen(const QString &peer);
+    void logOutChosen();
+    void sendClicked();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void ensureParts();
+    [[nodiscard]] QStackedWidget *center();
     void makeParts();
     QWidget *makeCenter();
     void makeSettings();

@@ -22,7 +22,7 @@ void MainPage::showUser(const QString &name, const QString &bio)
 {
     username = name;
     savedBio = bio;
-    sideFooter->showUser(username);
+    footer()->showUser(username);
     if (settingsPage)
         settingsPage->setSavedBio(savedBio);
 }
@@ -36,7 +36,7 @@ void MainPage::endSaving(const QString &bio, bool saved)
     savedBio = bio;
     if (settingsPage)
         settingsPage->markSaved(bio);
-    sideFooter->confirmSaving();
+    footer()->confirmSaving();
 }
 
 void MainPage::showPicture(const QPixmap &picture)
@@ -53,7 +53,7 @@ void MainPage::clear()
         centerStack->removeWidget(settingsPage);
         std::exchange(settingsPage, nullptr)->deleteLater();
     }
-    sideFooter->forgetPicture();
+    footer()->forgetPicture();
     chatPage->clear();
     leftSidebar->clear();
     railColumn->forgetServers();
@@ -106,7 +106,7 @@ void MainPage::changeTheme(const Theme &newTheme)
 {
     theme = newTheme;
     emit themeChanged(theme);
-    sideFooter->restorePicture();
+    footer()->restorePicture();
 }
 
 } // namespace tideloft::ui

@@ -6,8 +6,6 @@
 #include "ui/chat/chat_page.h"
 #include "ui/keyboard/program_keys.h"
 #include "ui/main_page.h"
-#include "ui/rail/rail.h"
-#include "ui/sidebar/side_footer.h"
 #include "ui/sidebar/sidebar.h"
 #include "ui/sign_in/sign_in_page.h"
 #include "ui/style/fade_in.h"
@@ -97,18 +95,19 @@ void MainWindow::connectPages()
     connect(mainPage, &MainPage::themeChanged, this,
             [this](const Theme &theme) { setStyleSheet(theme.styleSheet()); });
     connect(this, &MainWindow::avatarPixmapReady, mainPage, &MainPage::showPicture);
-    connect(mainPage->rail(), &Rail::serverNamed, &api, &net::ApiClient::createServer);
-    connect(mainPage->rail(), &Rail::serverIconChosen, &api, &net::ApiClient::uploadServerIcon);
-    connect(mainPage->sidebar(), &Sidebar::searchTyped, &api, &net::ApiClient::searchUsers);
-    connect(mainPage->sidebar(), &Sidebar::searchEntered, this, &MainWindow::onSearchClicked);
-    connect(mainPage->sidebar(), &Sidebar::conversationChosen, this, &MainWindow::openConversation);
-    connect(mainPage->footer(), &SideFooter::logOutChosen, this, &MainWindow::logOut);
-    connect(mainPage->chat(), &ChatPage::sendClicked, this, &MainWindow::onSendClicked);
+    connect(mainPage, &MainPage::serverNamed, &api, &net::ApiClient::createServer);
+    connect(mainPage, &MainPage::serverIconChosen, &api, &net::ApiClient::uploadServerIcon);
+    connect(mainPage, &MainPage::searchTyped, &api, &net::ApiClient::searchUsers);
+    connect(mainPage, &MainPage::searchEntered, this, &MainWindow::onSearchClicked);
+    connect(mainPage, &MainPage::conversationChosen, this, &MainWindow::openConversation);
+    connect(mainPage, &MainPage::logOutChosen, this, &MainWindow::logOut);
+    connect(mainPage, &MainPage::sendClicked, this, &MainWindow::onSendClicked);
 }
 
 void MainWindow::connectOutbox()
 {
-    connect(&outbox, &Outbox::sealingChanged, mainPage->chat(), &ChatPage::setSealing);
+    connect(&outbox, &Outbox::sealingChanged, mainPage,
+            [this](bool sealing) { mainPage->chat()->setSealing(sealing); });
     connect(&outbox, &Outbox::ownKeysOutdated, &api, &net::ApiClient::fetchMyDeviceKeys);
     connect(&outbox, &Outbox::failed, this,
             [this](const LocalizedText &problem) { showWarning(this, problem.in(language())); });

@@ -48,6 +48,7 @@ ChatWindow::ChatWindow(int language)
     service.answer("GET /api/groups", 200, "[]");
     window.setLanguageIndex(language);
     window.show();
+    waitForMainPage(window);
 }
 
 bool ChatWindow::signIn(const QString &username)

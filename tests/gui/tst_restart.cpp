@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/loopback_service.h"
 #include "tests/support/test_main.h"
+#include "tests/support/widget_parts.h"
 #include "ui/main_window.h"
 
 #include <QApplication>
@@ -120,6 +121,7 @@ void TestRestart::openConversation(MainWindow &window, LoopbackService &service)
     service.answer("POST /api/chat/device-key", 200, "{}");
     service.answer("GET /api/chat/conversations", 200, R"([{"peer":"bob","text":"hi"}])");
     window.show();
+    tideloft::tests::waitForMainPage(window);
     const auto fields = window.findChildren<QLineEdit *>(u"authInput"_s);
     QTest::keyClicks(fields.value(0), u"alice"_s);
     QTest::keyClicks(fields.value(1), u"a good password"_s);

@@ -85,6 +85,7 @@ GuiProbe::GuiProbe()
     window->activateWindow();
     if (!QTest::qWaitForWindowActive(window.get(), patience()))
         qFatal("The window does not come up");
+    waitForMainPage(*window);
 }
 
 GuiProbe::~GuiProbe() = default;

@@ -3,6 +3,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/widget_parts.h"
 
+#include "tests/support/patience.h"
+#include "tests/support/waiting.h"
+
 #include <QAbstractButton>
 #include <QBoxLayout>
 #include <QLineEdit>
@@ -58,6 +61,12 @@ void failOnToolkitWarnings()
 {
     static const QRegularExpression unwanted(u"QPainter|QObject|QWidget|QLayout|QCss|Could not parse"_s);
     QTest::failOnWarning(unwanted);
+}
+
+void waitForMainPage(const QWidget &window)
+{
+    if (!waitFor([&window] { return window.findChild<QWidget *>(u"centerPanel"_s) != nullptr; }, patience()))
+        qFatal("The main page is not made");
 }
 
 QWidget *named(const QWidget &root, const QString &what)

@@ -27,6 +27,10 @@ template <typename Widget> Widget *only(const QWidget &root, const QString &name
 /// or "username" and "password" for the fields of the sign-in page. None: the test program ends.
 QWidget *named(const QWidget &root, const QString &what);
 
+/// Waits until the client's WINDOW, which is shown, has made its main page; the test program ends if it does
+/// not.
+void waitForMainPage(const QWidget &window);
+
 /// A property of WIDGET, enumerations and the cursor as numbers. "fixedWidth" and "fixedHeight" are the size
 /// on which minimum and maximum agree, invalid where they do not.
 QVariant propertyOf(const QWidget &widget, const QByteArray &property);

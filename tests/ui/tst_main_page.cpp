@@ -1,4 +1,4 @@
-// The main page alone: the theme that a choice in its settings gives the window.
+// The main page alone: when its pages are made, and the theme that a choice in its settings gives the window.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "ui/main_page.h"
@@ -6,7 +6,11 @@
 #include "tests/support/appearance_parts.h"
 #include "tests/support/page_window.h"
 #include "tests/support/test_main.h"
+#include "ui/chat/chat_page.h"
+#include "ui/rail/rail.h"
 #include "ui/settings/settings_page.h"
+#include "ui/sidebar/side_footer.h"
+#include "ui/sidebar/sidebar.h"
 #include "ui/style/style_sheets.h"
 
 #include <QApplication>
@@ -53,6 +57,9 @@ private slots:
     void initTestCase();
     void init();
     void cleanupTestCase();
+    void pagesAreMadeOnceTheFirstFrameStands();
+    void pageThatIsAskedForIsMade();
+    void hiddenPageSpeaksTheLanguageChosenBefore();
     void themeChoice_data();
     void themeChoice();
     void accentChoice_data();
@@ -90,6 +97,39 @@ void TestMainPage::init()
     section->chooseTheme(0);
     section->chooseAccent(colours.first());
     QCOMPARE(sheet(), expectedSheet(true, colours.first()));
+}
+
+// It is not shown: somebody has to sign in first.
+void TestMainPage::pagesAreMadeOnceTheFirstFrameStands()
+{
+    QMainWindow window;
+    auto *page = new MainPage(Language::English, &window);
+    page->hide();
+    QVERIFY(page->children().isEmpty());
+    window.show();
+    QTRY_VERIFY(page->findChild<QWidget *>(u"centerPanel"_s));
+    QCOMPARE(page->findChildren<QWidget *>(u"centerPanel"_s).size(), 1);
+    QCOMPARE(page->rail(), page->findChild<QWidget *>(u"rail"_s));
+    QVERIFY(!page->isVisible());
+}
+
+void TestMainPage::pageThatIsAskedForIsMade()
+{
+    QMainWindow window;
+    MainPage page(Language::English, &window);
+    page.showUser(u"alice"_s, {});
+    QVERIFY(page.findChild<QWidget *>(u"rail"_s));
+    QVERIFY(page.rail() && page.sidebar() && page.footer() && page.chat());
+    QCOMPARE(page.findChildren<QWidget *>(u"centerPanel"_s).size(), 1);
+}
+
+void TestMainPage::hiddenPageSpeaksTheLanguageChosenBefore()
+{
+    QMainWindow window;
+    MainPage page(Language::English, &window);
+    page.retranslate(Language::Swedish);
+    QVERIFY(page.sidebar());
+    QCOMPARE(page.findChild<QWidget *>(u"searchResults"_s)->accessibleName(), u"Sökresultat"_s);
 }
 
 void TestMainPage::themeChoice_data()
