@@ -24,7 +24,9 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-MainPage::MainPage(Language shownLanguage, QWidget *parent) : LazyPage(parent), language(shownLanguage)
+MainPage::MainPage(Language languageOfTexts, QWidget *parent)
+    : LazyPage(parent),
+      buildLanguage(languageOfTexts)
 {
     parent->window()->installEventFilter(this);
 }
@@ -86,9 +88,9 @@ QStackedWidget *MainPage::center()
 
 void MainPage::makeParts()
 {
-    railColumn = new Rail(language, this);
-    leftSidebar = new Sidebar(language, this);
-    sideFooter = new SideFooter(language, leftSidebar);
+    railColumn = new Rail(buildLanguage, this);
+    leftSidebar = new Sidebar(buildLanguage, this);
+    sideFooter = new SideFooter(buildLanguage, leftSidebar);
     leftSidebar->addFooter(sideFooter);
     auto *layout = makeRowLayout(this);
     layout->addWidget(railColumn);
@@ -104,8 +106,8 @@ QWidget *MainPage::makeCenter()
     centerStack = new QStackedWidget(panel);
     emptyState = new EmptyState(centerStack);
     centerStack->addWidget(emptyState);
-    emptyState->build(language);
-    chatPage = new ChatPage(language, centerStack);
+    emptyState->build(buildLanguage);
+    chatPage = new ChatPage(buildLanguage, centerStack);
     centerStack->addWidget(chatPage);
     makeColumnLayout(panel)->addWidget(centerStack, 1);
     return panel;

@@ -20,14 +20,15 @@ class SideFooter;
 class Sidebar;
 
 /// Puts the pages together and moves between them. What they show of the service's replies is decided by the
-/// window. The pages are made when the first frame of the window stands, or when one of them is asked for:
-/// people see the sign-in page first, and it waits for nothing.
+/// window. The pages are made after the window has drawn its first frame, or when one of them is asked for:
+/// so the sign-in page is on screen sooner.
 class MainPage : public LazyPage
 {
     Q_OBJECT
 
 public:
-    MainPage(Language language, QWidget *parent);
+    /// Texts that keep the language in which they are made keep BUILDLANGUAGE, whenever that is.
+    MainPage(Language buildLanguage, QWidget *parent);
     void retranslate(Language language);
     void setVisible(bool visible) override;
 
@@ -83,7 +84,8 @@ private:
     void leaveSearch();
     void changeTheme(const Theme &newTheme);
 
-    Language language;
+    const Language buildLanguage;
+    Language language = buildLanguage;
     QString username;
     QString savedBio;
     Theme theme;

@@ -26,6 +26,8 @@ private slots:
     void staysAsBuilt_data();
     void staysAsBuilt();
     void hintsStayAsBuilt();
+    void staysSwedishThoughEnglishWasChosenBeforeTheFirstFrame_data() { staysAsBuilt_data(); }
+    void staysSwedishThoughEnglishWasChosenBeforeTheFirstFrame();
     void secondBuildTimeIsSwedishToo();
     void errorTextStays_data();
     void errorTextStays();
@@ -40,6 +42,16 @@ namespace
 {
 
 const QString createServer = u"railBtn=+"_s;
+const QStringList swedishHints{u"End-to-end krypterade meddelanden"_s, u"Snabb och säker kommunikation"_s,
+                               u"Fungerar överallt"_s};
+
+QStringList hintsIn(const QWidget &window)
+{
+    QStringList texts;
+    for (const auto *label : window.findChildren<QLabel *>(u"hintText"_s))
+        texts.append(label->text());
+    return texts;
+}
 
 } // namespace
 
@@ -130,11 +142,21 @@ void TestRetranslation::hintsStayAsBuilt()
 {
     const GuiProbe probe;
     probe.window->setLanguageIndex(1);
-    QStringList texts;
-    for (const auto *label : probe.window->findChildren<QLabel *>(u"hintText"_s))
-        texts.append(label->text());
-    QCOMPARE(texts, (QStringList{u"End-to-end krypterade meddelanden"_s, u"Snabb och säker kommunikation"_s,
-                                 u"Fungerar överallt"_s}));
+    QCOMPARE(hintsIn(*probe.window), swedishHints);
+}
+
+// As the program does with the language that somebody chose.
+void TestRetranslation::staysSwedishThoughEnglishWasChosenBeforeTheFirstFrame()
+{
+    QFETCH(const QString, widget);
+    QFETCH(const QByteArray, property);
+    tideloft::ui::MainWindow window;
+    window.setLanguageIndex(1);
+    window.show();
+    waitForMainPage(window);
+    QTEST(named(window, widget)->property(property).toString(), "expected");
+    QCOMPARE(hintsIn(window), swedishHints);
+    QCOMPARE(named(window, u"sidebarTitle"_s)->property("text").toString(), u"Messages"_s);
 }
 
 // The language of an earlier window does not reach the next one.

@@ -14,9 +14,12 @@
 #include "ui/style/style_sheets.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QPushButton>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
@@ -47,6 +50,30 @@ public:
     MainPage *page;
 };
 
+/// Asks a question right after a window was painted for the first time.
+class AfterFirstPaint : public QObject
+{
+public:
+    AfterFirstPaint(QWidget &window, std::function<bool()> toBeAsked) : question(std::move(toBeAsked))
+    {
+        window.installEventFilter(this);
+    }
+    bool eventFilter(QObject *window, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            window->removeEventFilter(this);
+            QMetaObject::invokeMethod(
+                this, [this] { answer = question(); }, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+    std::optional<bool> answer;
+
+private:
+    std::function<bool()> question;
+};
+
 } // namespace
 
 class TestMainPage : public QObject
@@ -57,7 +84,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanupTestCase();
-    void pagesAreMadeOnceTheFirstFrameStands();
+    void pagesAreMadeAfterTheFirstFrame();
     void pageThatIsAskedForIsMade();
     void hiddenPageSpeaksTheLanguageChosenBefore();
     void themeChoice_data();
@@ -100,14 +127,15 @@ void TestMainPage::init()
 }
 
 // It is not shown: somebody has to sign in first.
-void TestMainPage::pagesAreMadeOnceTheFirstFrameStands()
+void TestMainPage::pagesAreMadeAfterTheFirstFrame()
 {
     QMainWindow window;
     auto *page = new MainPage(Language::English, &window);
     page->hide();
-    QVERIFY(page->children().isEmpty());
+    const AfterFirstPaint painted(window, [page] { return page->children().isEmpty(); });
     window.show();
     QTRY_VERIFY(page->findChild<QWidget *>(u"centerPanel"_s));
+    QVERIFY(painted.answer == std::optional(true));
     QCOMPARE(page->findChildren<QWidget *>(u"centerPanel"_s).size(), 1);
     QCOMPARE(page->rail(), page->findChild<QWidget *>(u"rail"_s));
     QVERIFY(!page->isVisible());
@@ -129,6 +157,9 @@ void TestMainPage::hiddenPageSpeaksTheLanguageChosenBefore()
     MainPage page(Language::English, &window);
     page.retranslate(Language::Swedish);
     QVERIFY(page.sidebar());
+    QCOMPARE(page.findChild<QWidget *>(u"sideSearch"_s)->accessibleName(),
+             u"Sök eller starta konversation"_s);
+    QCOMPARE(page.findChild<QWidget *>(u"footerAvatar"_s)->toolTip(), u"Click to change profile picture"_s);
     QCOMPARE(page.findChild<QWidget *>(u"searchResults"_s)->accessibleName(), u"Sökresultat"_s);
 }
 

@@ -38,8 +38,8 @@ public:
     }
 
 protected:
-    /// Calls MAKEPARTS, which makes the page's widgets, and leaves them without a style. For the constructor
-    /// of the page's own class: a widget hands its style to its children only once, and has none yet.
+    /// Calls MAKEPARTS, which makes the page's widgets, and leaves them without a style. For a page that has
+    /// no child yet: a widget hands its style to its children when it gets one.
     template <typename MakeParts> void fillUnstyled(const MakeParts &makeParts)
     {
         ensurePolished();
