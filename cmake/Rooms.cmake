@@ -7,8 +7,8 @@ target_compile_definitions(tideloft_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
 target_compile_options(tideloft_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
-# Sources that are compiled together are included by the one that the compiler is given. It takes them for headers, whose
-# classes should not have members of types that only one source knows.
+# With CMAKE_UNITY_BUILD one source includes others. GCC takes an included source for a header, and warns of a class
+# there that has members of a type from an unnamed namespace.
 if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(tideloft_options INTERFACE -Wno-subobject-linkage)
 endif()

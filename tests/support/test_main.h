@@ -25,13 +25,13 @@ template <typename Application, typename Test> int runTests(int argc, char **arg
 
 } // namespace tideloft::tests
 
-// One compiler run may read several sources of tests.
-#define TIDELOFT_TEST_NAME_OF(number) entered##number
-#define TIDELOFT_TEST_NAME(number) TIDELOFT_TEST_NAME_OF(number)
+// One compiler run may read several sources of tests, so the constant of each has a number.
+#define TIDELOFT_ENTRY_NAME_OF(number) entered##number
+#define TIDELOFT_ENTRY_NAME(number) TIDELOFT_ENTRY_NAME_OF(number)
 
 /// For tests that do something else before: RUN is their main().
 #define TIDELOFT_TEST_RUN(run)                                                                               \
-    static const bool TIDELOFT_TEST_NAME(__COUNTER__) = tideloft::tests::addTestClass(__FILE__, run);
+    static const bool TIDELOFT_ENTRY_NAME(__COUNTER__) = tideloft::tests::addTestClass(__FILE__, run);
 
 /// For tests without a window.
 #define TIDELOFT_TEST_MAIN(Test) TIDELOFT_TEST_RUN((tideloft::tests::runTests<QCoreApplication, Test>))
