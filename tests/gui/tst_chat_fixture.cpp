@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/request_names.h"
 
 #include "tests/support/patience.h"
 #include "tests/support/waiting.h"
@@ -15,13 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace tideloft::tests
 {
-
-namespace
-{
-
-const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
-
-} // namespace
 
 QByteArray json(const QJsonArray &array)
 {
@@ -59,7 +53,7 @@ bool ChatWindow::signIn(const QString &username)
     QTest::keyClicks(fields.value(1), u"secret"_s);
     QTest::mouseClick(child<QPushButton>("primaryButton"), Qt::LeftButton);
     // The first sign-in makes a key pair, which takes its time under valgrind.
-    if (!waitFor([this] { return service.count(conversations) > 0; }, 60'000) || !settle())
+    if (!waitFor([this] { return service.count(requests::listConversations) > 0; }, 60'000) || !settle())
         return false;
     ownDevice = QString::fromUtf8(service.lastRequest("GET /api/me").header("X-Device-Token"));
     for (QTimer *timer : window.findChildren<QTimer *>(Qt::FindDirectChildrenOnly)) {
@@ -77,7 +71,7 @@ void ChatWindow::refresh()
 bool ChatWindow::showConversations(const QJsonArray &items)
 {
     service.answer("GET /api/chat/conversations", 200, json(items));
-    return refreshAndWait(conversations);
+    return refreshAndWait(requests::listConversations);
 }
 
 bool ChatWindow::open(const QString &peer, const QJsonArray &items)

@@ -8,13 +8,6 @@
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
 
-namespace
-{
-
-const QByteArray registration = QByteArrayLiteral("POST /api/chat/device-key");
-
-} // namespace
-
 class TestDeviceList : public QObject
 {
     Q_OBJECT
@@ -32,12 +25,12 @@ private slots:
 void TestDeviceList::aListWithoutThisDeviceIsAskedForAgainOnceItIsRegistered()
 {
     GuiProbe probe;
-    probe.service.hold(registration);
+    probe.service.hold(requests::registerDevice);
     QVERIFY(probe.signIn());
-    QVERIFY(probe.service.waitForRequests(registration, 1));
+    QVERIFY(probe.service.waitForRequests(requests::registerDevice, 1));
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.count(requests::listDevices), 1);
-    probe.service.release(registration);
+    probe.service.release(requests::registerDevice);
     QVERIFY(probe.service.waitForRequests(requests::listDevices, 2));
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.count(requests::listDevices), 2);
@@ -59,7 +52,7 @@ void TestDeviceList::aLateOrFailedListIsNotAskedForAgain()
     else
         probe.service.hold(requests::listDevices);
     QVERIFY(probe.signIn());
-    QVERIFY(probe.service.waitForRequests(registration, 1));
+    QVERIFY(probe.service.waitForRequests(requests::registerDevice, 1));
     QVERIFY(probe.settle());
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.count(requests::listDevices), 1);
@@ -71,18 +64,18 @@ void TestDeviceList::theListOfAnEarlierSignInDoesNotCount()
 {
     GuiProbe probe;
     probe.service.answer(requests::listDevices, 200, R"([{"deviceId":"another","publicKeyBase64":"QUJD"}])");
-    probe.service.hold(registration);
+    probe.service.hold(requests::registerDevice);
     QVERIFY(probe.signIn());
     QVERIFY(probe.settle());
     probe.window->logOut();
     probe.service.clear();
-    probe.service.release(registration);
+    probe.service.release(requests::registerDevice);
     probe.service.hold(requests::listDevices);
     QVERIFY(probe.signIn());
-    QVERIFY(probe.service.waitForRequests(registration, 1));
+    QVERIFY(probe.service.waitForRequests(requests::registerDevice, 1));
     QVERIFY(probe.settle());
-    QCOMPARE(probe.service.count(requests::listDevices),
-             1); // the first list lacked this device, but the new one is late
+    // The first list lacked this device, but the new one is late.
+    QCOMPARE(probe.service.count(requests::listDevices), 1);
     probe.service.release(requests::listDevices);
     QVERIFY(probe.service.waitForRequests(requests::listDevices, 2));
 }

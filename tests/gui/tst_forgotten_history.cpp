@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/gui/tst_chat_fixture.h"
 #include "tests/support/memory_scan.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 #include "ui/texts/bounded_text.h"
 
@@ -40,32 +41,30 @@ QByteArray history()
     return R"([{"from":"bob","text":")" + shown + marker() + QByteArray(50'000, 'y') + R"("}])";
 }
 
-const QByteArray request = QByteArrayLiteral("GET /api/chat/history/bob");
-
 /// When the reply comes, seen from the log-out.
 enum class Moment { Before, After, AfterASending };
 
 bool showNow(ChatWindow &chat)
 {
-    const qsizetype before = chat.service.count(request);
+    const qsizetype before = chat.service.count(requests::historyWithBob);
     chat.refresh();
-    return chat.service.waitForRequests(request, before + 1);
+    return chat.service.waitForRequests(requests::historyWithBob, before + 1);
 }
 
 bool logOutBefore(ChatWindow &chat, Moment moment)
 {
-    const qsizetype before = chat.service.count(request);
-    chat.service.hold(request);
+    const qsizetype before = chat.service.count(requests::historyWithBob);
+    chat.service.hold(requests::historyWithBob);
     if (moment == Moment::After)
         chat.refresh();
     else
         chat.window.logOut();
     // What the reply to a message that was under way calls: it asks for the history again.
     const bool isAsked = moment == Moment::After || QMetaObject::invokeMethod(&chat.window, "onMessageSent");
-    const bool isWaiting = isAsked && chat.service.waitForRequests(request, before + 1);
+    const bool isWaiting = isAsked && chat.service.waitForRequests(requests::historyWithBob, before + 1);
     if (moment == Moment::After)
         chat.window.logOut();
-    chat.service.release(request);
+    chat.service.release(requests::historyWithBob);
     return isWaiting;
 }
 
@@ -106,11 +105,11 @@ void TestForgottenHistory::nothingIsKeptAfterTheLogOut()
     ChatWindow chat;
     QVERIFY(chat.signIn());
     QVERIFY(chat.open(u"bob"_s));
-    chat.service.answer(request, 200, history());
+    chat.service.answer(requests::historyWithBob, 200, history());
     QVERIFY(moment == Moment::Before ? showNow(chat) : logOutBefore(chat, moment));
     QTRY_COMPARE(chat.messageList()->count(), 2); // what comes late is still shown
     QVERIFY(chat.settle());
-    chat.service.answer(request, 200, "[]"); // and the service keeps nothing of it
+    chat.service.answer(requests::historyWithBob, 200, "[]"); // and the service keeps nothing of it
     if (moment == Moment::Before) {
         QVERIFY(inReplies.places().constFirst() > 0);
         chat.window.logOut();

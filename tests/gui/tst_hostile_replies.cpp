@@ -4,6 +4,7 @@
 #include "net/tls_policy.h"
 #include "tests/support/gui_probe.h"
 #include "tests/support/net/reply_shapes.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 #include "tests/support/test_service_endpoint.h"
 #include "tests/support/tls_service.h"
@@ -22,7 +23,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray listKey = QByteArrayLiteral("GET /api/chat/conversations");
 const QByteArray historyKey = QByteArrayLiteral("GET /api/chat/history/bob");
 const QByteArray profile =
     QByteArrayLiteral("HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\n{\"username\":\"alice\"}");
@@ -128,10 +128,10 @@ void TestHostileReplies::nonsenseDoesNotLast()
     QVERIFY(probe.signIn());
     QVERIFY(probe.open(u"bob"_s));
     probe.service.clear();
-    probe.service.raw(listKey, bytes, closes);
+    probe.service.raw(requests::listConversations, bytes, closes);
     probe.service.raw(historyKey, bytes, closes);
     QVERIFY(callSlot(*probe.window, "refreshData"));
-    QVERIFY(probe.service.waitForRequests(listKey, 1));
+    QVERIFY(probe.service.waitForRequests(requests::listConversations, 1));
     QVERIFY(probe.service.waitForRequests(historyKey, 1));
 
     probe.service.answer(historyKey, 200, R"([{"from":"bob","text":"hello"}])");
@@ -147,7 +147,7 @@ void TestHostileReplies::whatTheTimerAsksForStandsBack()
     QVERIFY(probe.open(u"bob"_s));
     probe.refreshTimer()->stop();
     QVERIFY(probe.settle());
-    probe.service.hold(listKey);
+    probe.service.hold(requests::listConversations);
     probe.service.hold(historyKey);
     probe.service.clear();
     for (int i = 0; i < 20; ++i)
@@ -156,7 +156,7 @@ void TestHostileReplies::whatTheTimerAsksForStandsBack()
 
     probe.service.clear();
     probe.the<QLineEdit>(u"sideSearch"_s)->setText(u"eve"_s);
-    probe.service.releaseAt(listKey, 0);
+    probe.service.releaseAt(requests::listConversations, 0);
     QTRY_VERIFY(!probe.service.requests().isEmpty());
     QCOMPARE(probe.service.requests().first().target, QByteArray("/api/users/search?q=eve"));
 }

@@ -20,7 +20,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray registration = QByteArrayLiteral("POST /api/chat/device-key");
 const QByteArray deviceList = QByteArrayLiteral("GET /api/chat/device-keys/me");
 
 /// Signs in as NAME after whoever is signed in now, and waits until the main page is that of NAME.
@@ -117,17 +116,17 @@ void TestLateReplies::aMessageOfAnEarlierUserLeavesTheLineAlone()
 void TestLateReplies::aRegistrationOfAnEarlierUserDoesNotCount()
 {
     GuiProbe probe;
-    probe.service.hold(registration);
+    probe.service.hold(requests::registerDevice);
     QVERIFY(probe.signIn());
-    QTRY_COMPARE(probe.service.heldCount(registration), 1);
+    QTRY_COMPARE(probe.service.heldCount(requests::registerDevice), 1);
     probe.service.clear();
     QVERIFY(signInAs(probe, u"bob"_s));
-    QTRY_COMPARE(probe.service.heldCount(registration), 2);
+    QTRY_COMPARE(probe.service.heldCount(requests::registerDevice), 2);
     QVERIFY(probe.settle());
-    probe.service.releaseAt(registration, 0); // alice's succeeds, but bob's fails
-    probe.service.answer(registration, 400, R"({"message":"Full"})");
+    probe.service.releaseAt(requests::registerDevice, 0); // alice's succeeds, but bob's fails
+    probe.service.answer(requests::registerDevice, 400, R"({"message":"Full"})");
     QTest::ignoreMessage(QtWarningMsg, "Device key registration failed: Full");
-    probe.service.release(registration);
+    probe.service.release(requests::registerDevice);
     QVERIFY(probe.settle());
     QVERIFY(probe.settle());
     QCOMPARE(probe.service.count(deviceList), 1);

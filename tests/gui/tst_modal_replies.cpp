@@ -19,8 +19,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
-
 void addFronts()
 {
     QTest::addColumn<int>("front");

@@ -137,8 +137,8 @@ void TestPictureChecks::acceptedFiles()
     QFETCH(qint64, size);
     SettingsProbe probe;
     QVERIFY(chooseAvatar(probe, files.writeOfSize(name, size)));
-    QTRY_COMPARE_WITH_TIMEOUT(probe.service.count(requests::uploadAvatar), 1,
-                              60000); // 5 MB on a busy machine
+    // 5 MB on a busy machine.
+    QTRY_COMPARE_WITH_TIMEOUT(probe.service.count(requests::uploadAvatar), 1, 60000);
     QCOMPARE(messageCount(), 0);
     const QByteArray suffix = name.mid(name.lastIndexOf(u'.') + 1).toLower().toLatin1();
     const RecordedRequest request = probe.service.lastRequest(requests::uploadAvatar);

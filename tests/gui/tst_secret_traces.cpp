@@ -29,7 +29,6 @@ namespace
 
 const QByteArray cookie = QByteArrayLiteral("c0ffee5e55104c00c1e7a1deb0b");
 const QByteArray history = QByteArrayLiteral("GET /api/chat/history/bob");
-const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
 const QByteArray searched = QByteArrayLiteral("GET /api/users/search");
 
 QByteArray objectJson(const QJsonObject &object)
@@ -117,7 +116,7 @@ void TestSecretTraces::prepareAnswers()
     service->answer("POST /api/profile/update", 500, "{");
     service->answer(searched, 200, R"([{"username":"carol"}])");
     service->hold("GET /api/chat/device-keys/me");
-    service->hold(conversations);
+    service->hold(requests::listConversations);
     service->hold(searched);
     const QByteArray bobsDevice = objectJson({{u"keys"_s, QJsonArray{bob.device(u"bobs"_s)}}});
     for (qsizetype i = 0; i <= sentTexts.size(); ++i)
@@ -155,10 +154,10 @@ void TestSecretTraces::answerWithMessages()
     service->answerOnce(history, 200, whole.left(whole.size() / 2));
     service->answer(history, 200, whole);
     service->answer("GET /api/chat/device-keys/me", 200, objectJson({{u"keys"_s, QJsonArray{device}}}));
-    service->answerOnce(conversations, 500, whole);
-    service->answer(conversations, 200, QJsonDocument(QJsonArray{items.at(2)}).toJson());
+    service->answerOnce(requests::listConversations, 500, whole);
+    service->answer(requests::listConversations, 200, QJsonDocument(QJsonArray{items.at(2)}).toJson());
     service->release("GET /api/chat/device-keys/me");
-    service->release(conversations);
+    service->release(requests::listConversations);
 }
 
 void TestSecretTraces::addSecrets(const Machine &machine)
@@ -199,7 +198,8 @@ void TestSecretTraces::nothingIsLeftBehind()
     Machine machine;
     machine.start(service->url(), loggingRules);
     const auto hasSignedIn = [this] {
-        return service->count("POST /api/chat/device-key") > 0 && service->count(conversations) > 0;
+        return service->count("POST /api/chat/device-key") > 0
+               && service->count(requests::listConversations) > 0;
     };
     if (!waitFor(hasSignedIn, 12 * patience()))
         QFAIL(machine.client.readAll().right(2'000).constData());

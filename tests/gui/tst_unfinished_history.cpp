@@ -4,6 +4,7 @@
 // SPDX-License-Identifier: MIT
 #include "crypto/keys/key_store.h"
 #include "tests/gui/tst_chat_fixture.h"
+#include "tests/support/request_names.h"
 #include "tests/support/sealed_messages.h"
 #include "tests/support/test_main.h"
 #include "tests/support/waiting.h"
@@ -23,7 +24,6 @@ namespace
 constexpr int messageCount = 900;
 const QString closed = u"🔒 Message could not be displayed"_s;
 const QString peer = u"bob"_s;
-const QByteArray request = QByteArrayLiteral("GET /api/chat/history/bob");
 
 } // namespace
 
@@ -73,7 +73,7 @@ void TestUnfinishedHistory::init()
     plain.insert(u"text"_s, u"secret 1"_s);
     plain.insert(u"encrypted"_s, false);
     items.replace(1, plain);
-    chat->service.answer(request, 200, json(items));
+    chat->service.answer(requests::historyWithBob, 200, json(items));
     QVERIFY(chat->showConversations({QJsonObject{{u"peer"_s, peer}}, QJsonObject{{u"peer"_s, u"eve"_s}}}));
     QVERIFY(begin(0, messageCount));
 }
@@ -151,9 +151,9 @@ void TestUnfinishedHistory::anotherKeyIsUsedForAll()
     pause();
     const KeyPair other = makeKeyPair();
     QVERIFY(other.privateKey != own.privateKey);
-    const qsizetype before = chat->service.count(request);
+    const qsizetype before = chat->service.count(requests::historyWithBob);
     chat->refresh();
-    QVERIFY(chat->service.waitForRequests(request, before + 1));
+    QVERIFY(chat->service.waitForRequests(requests::historyWithBob, before + 1));
     QTRY_VERIFY(spoken(messageCount).contains(closed)); // it was open already
     QVERIFY(tideloft::crypto::writePrivateKeyFile(own.privateKey));
     QVERIFY(isUnfinished());
@@ -182,7 +182,7 @@ void TestUnfinishedHistory::newReplyGoesOnWhereTheWorkWas()
     added.insert(u"text"_s, u"not sealed"_s);
     added.insert(u"encrypted"_s, false);
     items.append(added);
-    chat->service.answer(request, 200, json(items));
+    chat->service.answer(requests::historyWithBob, 200, json(items));
     chat->refresh();
     QTRY_COMPARE(chat->messageList()->count(), messageCount + 2);
     QVERIFY(isUnfinished());

@@ -29,7 +29,6 @@ namespace
 {
 
 constexpr int messages = 100;
-const QByteArray ownDevices = QByteArrayLiteral("GET /api/chat/device-keys/me");
 
 // The content key that was wrapped for DEVICE, looked at without leaving anything of it.
 void note(SoughtSecrets &sought, const QJsonValue &wrappedKeys, const QString &device)
@@ -100,7 +99,7 @@ void TestWindowMemoryScan::initTestCase()
 {
     QVERIFY(chat.signIn()); // makes the keys, and tells the identifier
     chat.window.logOut();
-    chat.service.answer(ownDevices, 200, json({device(chat.deviceId())}));
+    chat.service.answer(requests::listDevices, 200, json({device(chat.deviceId())}));
     chat.service.answer("GET /api/chat/public-key/bob", 200,
                         objectJson({{u"keys"_s, QJsonArray{device(u"bobs"_s)}}}));
 }
@@ -109,7 +108,7 @@ void TestWindowMemoryScan::signIn()
 {
     chat.service.clear(); // the sign-in waits for requests of its own
     QVERIFY(chat.signIn());
-    QVERIFY(chat.service.waitForRequests(ownDevices, 1));
+    QVERIFY(chat.service.waitForRequests(requests::listDevices, 1));
     QVERIFY(chat.open(u"bob"_s));
 }
 

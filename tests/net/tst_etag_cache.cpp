@@ -12,7 +12,6 @@ using namespace tideloft::tests;
 namespace
 {
 
-const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
 const QByteArray withBob = QByteArrayLiteral("GET /api/chat/history/bob");
 const QByteArray withCarol = QByteArrayLiteral("GET /api/chat/history/carol");
 const QByteArray login = QByteArrayLiteral("POST /api/auth/login");
@@ -86,7 +85,7 @@ void TestETagCache::ask(const QByteArray &key)
 {
     if (key == requests::listServers)
         client->fetchServers();
-    else if (key == conversations)
+    else if (key == requests::listConversations)
         client->fetchConversations();
     else
         client->fetchHistory(QString::fromLatin1(key.split('/').last()));
@@ -104,7 +103,7 @@ void TestETagCache::unchangedListsAreShownAsBefore_data()
 {
     QTest::addColumn<QByteArray>("key");
     QTest::newRow("servers") << requests::listServers;
-    QTest::newRow("conversations") << conversations;
+    QTest::newRow("conversations") << requests::listConversations;
     QTest::newRow("history") << withBob;
 }
 

@@ -4,6 +4,7 @@
 #include "net/request_priority.h"
 #include "tests/support/loopback_service.h"
 #include "tests/support/net/endpoints.h"
+#include "tests/support/request_names.h"
 #include "tests/support/test_main.h"
 
 #include <algorithm>
@@ -18,7 +19,6 @@ namespace
 
 constexpr int connections = 6; // that the toolkit opens to one host
 constexpr int refreshes = 200; // ten minutes' worth
-const QByteArray listKey = QByteArrayLiteral("GET /api/chat/conversations");
 
 } // namespace
 
@@ -45,7 +45,7 @@ void TestRequestOrder::init()
     log.reset();
     service = std::make_unique<LoopbackService>();
     log = std::make_unique<ReportLog>();
-    service->answer(listKey, 200, "[]");
+    service->answer(requests::listConversations, 200, "[]");
     service->answer("GET /api/chat/history/carol", 200, "[]");
 }
 
@@ -60,7 +60,7 @@ void TestRequestOrder::refresh(int times)
 // Every connection waits for an answer, and many refreshes wait for a connection.
 bool TestRequestOrder::hang()
 {
-    service->hold(listKey);
+    service->hold(requests::listConversations);
     service->hold("GET /api/chat/history/carol");
     refresh(refreshes);
     return waitFor([this] { return service->requests().size() == connections; });
@@ -70,7 +70,7 @@ void TestRequestOrder::theUsersRequestPassesAllRefreshes_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < endpoints().size(); ++i) {
-        if (endpoints().at(i).key != listKey) // on the wire no different from a refresh
+        if (endpoints().at(i).key != requests::listConversations) // on the wire no different from a refresh
             QTest::newRow(endpoints().at(i).name) << i;
     }
 }
@@ -82,7 +82,7 @@ void TestRequestOrder::theUsersRequestPassesAllRefreshes()
     QVERIFY(hang());
     service->clear();
     endpoint.ask(*log);
-    service->releaseAt(listKey, 0); // one of six recovers
+    service->releaseAt(requests::listConversations, 0); // one of six recovers
     QTRY_VERIFY(!service->requests().isEmpty());
     const RecordedRequest first = service->requests().first();
     QVERIFY2(first.matches(endpoint.key), first.target.constData());
@@ -96,7 +96,7 @@ void TestRequestOrder::allOfTheUsersRequestsPassTheRefreshes()
     log->client.fetchUserPublicKeys(u"bob"_s);
     log->client.sendMessage(u"bob"_s, u"hello"_s);
     log->client.searchUsers(u"eve"_s);
-    service->releaseAt(listKey, 0);
+    service->releaseAt(requests::listConversations, 0);
     QTRY_VERIFY(service->requests().size() >= 4);
     QList<QByteArray> first;
     for (int i = 0; i < 3; ++i)
@@ -112,7 +112,7 @@ void TestRequestOrder::everyRefreshIsAnsweredInTheEnd()
     QSignalSpy lists(&log->client, &ApiClient::conversationsLoaded);
     QSignalSpy histories(&log->client, &ApiClient::historyLoaded);
     QVERIFY(hang());
-    service->release(listKey);
+    service->release(requests::listConversations);
     service->release("GET /api/chat/history/carol");
     QTRY_COMPARE(lists.size(), refreshes);
     QTRY_COMPARE(histories.size(), refreshes);

@@ -57,6 +57,7 @@ private:
     std::unique_ptr<Daemon> one;
     std::unique_ptr<Daemon> two; ///< two seconds ahead
     int stepsBack = 0;           ///< messages with an earlier time than the one before
+    bool hasHistory = false;
 };
 
 void TestRandomHistory::initTestCase()
@@ -103,7 +104,7 @@ void TestRandomHistory::read(Person &reader, const Person &peer, quint32 seed) c
 {
     QRandomGenerator random(seed);
     QByteArray known;
-    while (!reader.hasWritten || !peer.hasWritten) {
+    do {
         const QByteArray condition = known.isEmpty() ? QByteArray() : "If-None-Match: " + known + "\r\n";
         const HttpReply reply = call(randomPort(random), "GET", "/api/chat/history/" + peer.name.toLatin1(),
                                      reader.cookie, {}, condition);
@@ -115,7 +116,7 @@ void TestRandomHistory::read(Person &reader, const Person &peer, quint32 seed) c
         }
         known = reply.headers.value("etag");
         reader.seen << noncesOf(reply.array());
-    }
+    } while (!reader.hasWritten || !peer.hasWritten);
 }
 
 QJsonArray TestRandomHistory::historyAt(const Daemon &service, const Person &reader, const Person &peer) const
@@ -155,6 +156,7 @@ void TestRandomHistory::orderIsOneForAllAndNeverChanges()
     for (std::thread &thread : threads)
         thread.join();
     const QJsonArray history = historyAt(*one, alice, bob);
+    hasHistory = true;
     countStepsBack(history);
     const QByteArrayList all = noncesOf(history);
     QHash<QString, QByteArrayList> of;
@@ -177,6 +179,8 @@ void TestRandomHistory::orderIsOneForAllAndNeverChanges()
 // The order above is not that of the times, so it was put to the test.
 void TestRandomHistory::clocksWereApart()
 {
+    if (!hasHistory)
+        QSKIP("No history was made in this run.");
     QVERIFY(stepsBack > 0);
 }
 

@@ -187,25 +187,28 @@ void TestTwoServices::oneThatIsKilledLosesAndDoublesNothing()
     constexpr int count = 80;
     std::atomic<int> acknowledged = 0;
     const quint16 ports[] = {one->port(), two->port()};
+    const auto isAcknowledged = [&](int attempt, const QByteArray &cookie, const QJsonObject &message) {
+        return call(ports[attempt % 2], "POST", "/api/chat/send", cookie, message).status == 201;
+    };
     const auto write = [&](const QByteArray &cookie, const QString &to, char who) {
         for (int i = 0; i < count; ++i) {
-            for (int attempt = i; attempt < i + 100; ++attempt) {
-                if (call(ports[attempt % 2], "POST", "/api/chat/send", cookie, numberedMessage(to, i, who))
-                        .status
-                    == 201)
-                    break;
-            }
-            ++acknowledged;
+            const QJsonObject message = numberedMessage(to, i, who);
+            int attempt = i;
+            while (attempt < i + 100 && !isAcknowledged(attempt, cookie, message))
+                ++attempt;
+            acknowledged += attempt < i + 100 ? 1 : 0;
         }
     };
     std::thread first([&] { write(alice, u"bob"_s, 'a'); });
     std::thread second([&] { write(bob, u"alice"_s, 'b'); });
-    QTRY_VERIFY(acknowledged > count / 2);
+    const bool isHalfDone = waitFor([&] { return acknowledged > count / 2; });
     one->stop(SIGKILL);
     const int before = acknowledged;
     first.join();
     second.join();
+    QVERIFY(isHalfDone);
     QVERIFY(before < 2 * count);
+    QCOMPARE(acknowledged.load(), 2 * count);
     const QByteArrayList all = noncesOf(get(*two, "/api/chat/history/bob", alice).array());
     QCOMPARE(all.size(), 2 * count);
     QCOMPARE(QSet<QByteArray>(all.begin(), all.end()).size(), 2 * count);

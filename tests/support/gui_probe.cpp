@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #include "tests/support/gui_probe.h"
+#include "tests/support/request_names.h"
 #include "tests/support/waiting.h"
 
 #include "crypto/keys/device_key_pair.h"
@@ -25,8 +26,6 @@ namespace tideloft::tests
 
 namespace
 {
-
-const QByteArray conversations = QByteArrayLiteral("GET /api/chat/conversations");
 
 QByteArray conversationsWith(const QStringList &peers)
 {
@@ -78,7 +77,7 @@ GuiProbe::GuiProbe()
         service.answer(key, 200, "{}");
     service.answer("GET /api/me", 200, R"({"username":"alice"})");
     service.answer("GET /api/chat/device-keys/me", 200, R"({"keys":[]})");
-    service.answer(conversations, 200, "[]");
+    service.answer(requests::listConversations, 200, "[]");
     service.answer("GET /api/groups", 200, "[]");
     window = std::make_unique<ui::MainWindow>();
     window->show();
@@ -144,7 +143,8 @@ void GuiProbe::fillIn(const QString &name, const QString &secret) const
 bool GuiProbe::signIn(const QString &name)
 {
     // Requests go out over several connections: none of them tells that the others have come.
-    const QList<QByteArray> asked{"GET /api/chat/device-keys/me", conversations, "GET /api/groups"};
+    const QList<QByteArray> asked{"GET /api/chat/device-keys/me", requests::listConversations,
+                                  "GET /api/groups"};
     QList<qsizetype> before;
     for (const QByteArray &request : asked)
         before.append(service.count(request));
@@ -170,7 +170,7 @@ bool GuiProbe::waitForPeers(const QStringList &peers) const
 
 bool GuiProbe::listPeers(const QStringList &peers)
 {
-    service.answer(conversations, 200, conversationsWith(peers));
+    service.answer(requests::listConversations, 200, conversationsWith(peers));
     return callSlot(*window, "refreshData") && waitForPeers(peers);
 }
 

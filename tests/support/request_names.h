@@ -9,6 +9,8 @@ namespace tideloft::tests::requests
 {
 
 inline const QByteArray sendMessage = QByteArrayLiteral("POST /api/chat/send");
+inline const QByteArray listConversations = QByteArrayLiteral("GET /api/chat/conversations");
+inline const QByteArray registerDevice = QByteArrayLiteral("POST /api/chat/device-key");
 inline const QByteArray keysOfBob = QByteArrayLiteral("GET /api/chat/public-key/bob");
 inline const QByteArray historyWithBob = QByteArrayLiteral("GET /api/chat/history/bob");
 inline const QByteArray listDevices = QByteArrayLiteral("GET /api/chat/device-keys/me");

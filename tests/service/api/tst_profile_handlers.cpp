@@ -151,10 +151,12 @@ void TestProfile::healthIsAskedForOnceAtATime()
         QVERIFY(std::holds_alternative<Response>(late));
         QCOMPARE(std::get<Response>(late).status, 503);
     }
-    for (const auto &one : asked) {
+    for (const auto &one : asked)
         one->finished.acquire();
-        QCOMPARE(one->response.status, asked.front()->response.status);
-    }
+    const int status = asked.front()->response.status; // the write may have had its turn in time
+    QVERIFY2(status == 200 || status == 503, qPrintable(QString::number(status)));
+    for (const auto &one : asked)
+        QCOMPARE(one->response.status, status);
     QCOMPARE(fixture.get("/healthz", {}).status, 200);
 }
 
