@@ -19,9 +19,8 @@ class SettingsPage;
 class SideFooter;
 class Sidebar;
 
-/// Puts the pages together and moves between them. What they show of the service's replies is decided by the
-/// window. The pages are made after the window has drawn its first frame, or when one of them is asked for:
-/// so the sign-in page is on screen sooner.
+/// Puts the pages together and moves between them; the window decides what they show. They are made after the
+/// window has drawn its first frame, or when one is asked for: so the sign-in page is on screen sooner.
 class MainPage : public LazyPage
 {
     Q_OBJECT
