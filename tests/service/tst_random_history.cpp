@@ -57,7 +57,6 @@ private:
     std::unique_ptr<Daemon> one;
     std::unique_ptr<Daemon> two; ///< two seconds ahead
     int stepsBack = 0;           ///< messages with an earlier time than the one before
-    bool hasHistory = false;
 };
 
 void TestRandomHistory::initTestCase()
@@ -156,7 +155,6 @@ void TestRandomHistory::orderIsOneForAllAndNeverChanges()
     for (std::thread &thread : threads)
         thread.join();
     const QJsonArray history = historyAt(*one, alice, bob);
-    hasHistory = true;
     countStepsBack(history);
     const QByteArrayList all = noncesOf(history);
     QHash<QString, QByteArrayList> of;
@@ -176,11 +174,10 @@ void TestRandomHistory::orderIsOneForAllAndNeverChanges()
     }
 }
 
-// The order above is not that of the times, so it was put to the test.
+// The order above is not that of the times, so it was put to the test. This wants a history of the test
+// before.
 void TestRandomHistory::clocksWereApart()
 {
-    if (!hasHistory)
-        QSKIP("No history was made in this run.");
     QVERIFY(stepsBack > 0);
 }
 
