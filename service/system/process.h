@@ -32,8 +32,8 @@ void keepLittleUnsent(int socket, int bytes);
 /// The signal to read the certificate again ends nothing while nobody waits for it yet.
 void outliveEarlyRenewals();
 
-/// The calling thread leaves the processor to every other thread that wants it. Where the system refuses, the
-/// thread goes on as it is.
+/// The calling thread leaves most of a busy processor to threads of usual priority. Where the system refuses,
+/// it goes on as it is.
 void letOthersGoFirst();
 
 inline constexpr int standardError = 2; ///< descriptor of what the log is written to

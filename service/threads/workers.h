@@ -17,7 +17,7 @@ class Workers
 public:
     using Job = std::function<void()>;
 
-    /// With low priority the threads leave the processor to every other thread that wants it.
+    /// With low priority the threads leave most of a busy processor to others.
     enum class Priority { Usual, Low };
 
     Workers(std::size_t threadCount, std::size_t mostWaiting, Priority priority = Priority::Usual);

@@ -5,9 +5,12 @@
 #include "tests/service/semaphore.h"
 #include "tests/support/test_main.h"
 
+#include <QFile>
+
 #include <atomic>
 #include <limits>
 
+using namespace Qt::StringLiterals;
 using tideloft::service::BoundedQueue;
 using tideloft::service::Workers;
 using tideloft::tests::Semaphore;
@@ -23,6 +26,10 @@ private slots:
     void nothingIsTakenAfterStopping();
     void takingAllKeepsTheOrderAndTheBound();
     void closedQueueIsEmptiedByTakingAll();
+    void lowPriorityIsLaterThanUsualAndNotLast();
+
+private:
+    static int niceness(Workers::Priority priority);
 };
 
 void TestWorkers::everyJobIsDoneOnce()
@@ -108,6 +115,33 @@ void TestWorkers::closedQueueIsEmptiedByTakingAll()
     QCOMPARE(queue.takeAll(9, std::chrono::minutes(1)), std::deque<int>{1});
     QVERIFY(!queue.takeAll(9, std::chrono::minutes(1)));
     QVERIFY(!queue.take());
+}
+
+// The 19th value of the kernel's line about a thread. What stands in front of the third is a name.
+int TestWorkers::niceness(Workers::Priority priority)
+{
+    int found = 0;
+    Semaphore finished;
+    Workers workers(1, 1, priority);
+    workers.submit([&] {
+        QFile line(u"/proc/thread-self/stat"_s);
+        if (line.open(QIODevice::ReadOnly)) {
+            const QByteArray values = line.readAll();
+            found = values.mid(values.lastIndexOf(')') + 2).split(' ').value(16).toInt();
+        }
+        finished.release();
+    });
+    finished.acquire();
+    return found;
+}
+
+// The last of all got so little beside two busy programs that nobody could sign in.
+void TestWorkers::lowPriorityIsLaterThanUsualAndNotLast()
+{
+    const int usual = niceness(Workers::Priority::Usual);
+    const int low = niceness(Workers::Priority::Low);
+    QVERIFY(low > usual);
+    QVERIFY(low < 19);
 }
 
 TIDELOFT_TEST_MAIN(TestWorkers)
