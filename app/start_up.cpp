@@ -12,6 +12,7 @@
 #include "app/window_icon.h"
 #include "net/tls_policy.h"
 #include "ui/main_window.h"
+#include "ui/widgets/first_frame.h"
 
 #include <QApplication>
 
@@ -25,9 +26,16 @@ namespace tideloft::app
 namespace
 {
 
+// The desktop's theme and its pictures take as long to read as a sixth of the start.
+void giveIconLater(QWidget *window)
+{
+    ui::afterFirstFrame(window, [] { QGuiApplication::setWindowIcon(windowIcon()); });
+}
+
 std::optional<int> askForLanguage()
 {
     LanguageSelectDialog dialog;
+    giveIconLater(&dialog);
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
     return dialog.chosenLanguageIndex();
@@ -59,7 +67,6 @@ int run(int argc, char **argv)
     QApplication::setOrganizationName(organisationName);
     QApplication::setApplicationVersion(applicationVersion());
     QGuiApplication::setDesktopFileName(desktopFileName);
-    QGuiApplication::setWindowIcon(windowIcon());
     substituteFonts();
     net::applyTlsPolicy();
     const std::unique_ptr<const QSettings> settings = openSettings();
@@ -69,6 +76,7 @@ int run(int argc, char **argv)
     useSheetFont();
     ui::MainWindow window;
     window.setLanguageIndex(*language);
+    giveIconLater(&window);
     window.show();
     const RestingCursor cursor;
     return QApplication::exec();

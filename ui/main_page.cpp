@@ -12,12 +12,11 @@
 #include "ui/sidebar/sidebar.h"
 #include "ui/style/fade_in.h"
 #include "ui/texts/initials.h"
+#include "ui/widgets/first_frame.h"
 #include "ui/widgets/widget_parts.h"
 
 #include <QBoxLayout>
-#include <QEvent>
 #include <QStackedWidget>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -28,16 +27,7 @@ MainPage::MainPage(Language languageOfTexts, QWidget *parent)
     : LazyPage(parent),
       buildLanguage(languageOfTexts)
 {
-    parent->window()->installEventFilter(this);
-}
-
-bool MainPage::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::Paint) {
-        watched->removeEventFilter(this);
-        QTimer::singleShot(0, this, &MainPage::ensureParts);
-    }
-    return LazyPage::eventFilter(watched, event);
+    afterFirstFrame(this, [this] { ensureParts(); });
 }
 
 void MainPage::setVisible(bool visible)

@@ -66,9 +66,6 @@ signals:
     void logOutChosen();
     void sendClicked();
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
     void ensureParts();
     [[nodiscard]] QStackedWidget *center();

@@ -54,8 +54,13 @@ private:
                               Qt::LeftButton);
     }
 
+    // The icon comes after the first frame.
     static void look(QMainWindow *window)
     {
+        if (window->windowIcon().isNull()) {
+            QTimer::singleShot(1, window, [window] { look(window); });
+            return;
+        }
         const auto *language = window->findChild<QComboBox *>(u"langCombo"_s);
         print(u"window, language %1"_s.arg(language->currentIndex()));
         print(u"plainly shown: %1"_s.arg(window->windowState() == Qt::WindowNoState));

@@ -132,7 +132,7 @@ void TestMainPage::pagesAreMadeAfterTheFirstFrame()
     QMainWindow window;
     auto *page = new MainPage(Language::English, &window);
     page->hide();
-    const AfterFirstPaint painted(window, [page] { return page->children().isEmpty(); });
+    const AfterFirstPaint painted(window, [page] { return page->findChildren<QWidget *>().isEmpty(); });
     window.show();
     QTRY_VERIFY(page->findChild<QWidget *>(u"centerPanel"_s));
     QVERIFY(painted.answer == std::optional(true));
