@@ -113,7 +113,7 @@ void TestProcess::oneThreadLetsOthersGoFirst()
         letOthersGoFirst();
         inThread = ownNiceness();
     }).join();
-    QCOMPARE(inThread, 19);
+    QCOMPARE(inThread, 10);
     QCOMPARE(ownNiceness(), before);
 }
 
