@@ -41,19 +41,30 @@ void refuseWhatIsNotStored(Stored stored)
         throw Refusal(409, u"You have as many conversations as the service keeps for one user."_s);
 }
 
+// Where each question is a way to another machine, the recipient is found when the message is stored.
+User recipientNamed(const ApiContext &context, Database &lookUp, const QString &to)
+{
+    if (context.store.isShared()) {
+        if (const std::optional<QString> name = normalizedUserName(to))
+            return {0, *name};
+    } else if (const std::optional<User> found = findUser(lookUp, to)) {
+        return *found;
+    }
+    refuseUnknownUser();
+}
+
 Outcome send(const ApiContext &context, Database &lookUp, const Request &request, const User &sender)
 {
     const JsonBody body(request);
     const QString to = body.text(u"to"_s, longestTypedName);
-    const StoredMessage message = storedForm(messageFrom(body), context.nowInMilliseconds());
-    const std::optional<User> recipient = findUser(lookUp, to);
-    if (!recipient)
-        refuseUnknownUser();
-    return Change([sender, recipient, message, quota = context.settings.quota,
-                   tried = std::make_shared<qint64>(0)](Database &database) {
-        refuseWhatIsNotStored(storeMessage(database, sender, *recipient, message, quota, tried.get()));
-        return jsonResponse(QJsonObject{{u"to"_s, recipient->name}}, 201);
-    });
+    StoredMessage message = storedForm(messageFrom(body), context.nowInMilliseconds());
+    const User recipient = recipientNamed(context, lookUp, to);
+    const auto waiting = std::make_shared<MessageToStore>(
+        MessageToStore{sender, recipient, std::move(message), context.settings.quota});
+    return Send{waiting, [to = recipient.name](Stored stored) {
+                    refuseWhatIsNotStored(stored);
+                    return jsonResponse(QJsonObject{{u"to"_s, to}}, 201);
+                }};
 }
 
 QString peerName(const Request &request)

@@ -14,6 +14,8 @@ namespace tideloft::service
 {
 
 class Database;
+struct MessageToStore;
+enum class Stored;
 
 /// Stores something and gives the reply, which goes out once everything is on the disk. Runs on the writer,
 /// and may run twice, also when the first time was stored: it stores the same once. May throw, which undoes
@@ -25,10 +27,16 @@ struct SlowWork {
     std::function<std::variant<Response, Change>()> work;
 };
 
+/// Stores a message. REPLY is asked what to answer to what became of it, and may throw.
+struct Send {
+    std::shared_ptr<MessageToStore> message;
+    std::function<Response(Stored)> reply;
+};
+
 struct Count;
 
 /// What a look into the database comes to.
-using Outcome = std::variant<Response, Change, SlowWork, std::shared_ptr<const Count>>;
+using Outcome = std::variant<Response, Change, Send, SlowWork, std::shared_ptr<const Count>>;
 
 /// Runs on a reader and may throw.
 using LookUp = std::function<Outcome(Database &)>;

@@ -4,6 +4,7 @@
 #include "service/api/tasks.h"
 
 #include "service/api/json_reply.h"
+#include "service/store/messages.h"
 
 #include <memory>
 
@@ -43,6 +44,17 @@ template <typename Result, typename Step> Result attempt(const Step &step)
     }
 }
 
+void store(ApiContext &context, const Send &send, const Finish<Response> &finish)
+{
+    const auto change = [message = send.message](Database &database) { storeMessage(database, *message); };
+    const auto done = [send, finish](const std::exception_ptr &failure) {
+        finish(failure ? failureResponse(failure)
+                       : attempt<Response>([&] { return send.reply(send.message->stored); }));
+    };
+    if (!context.store.write({change, done, send.message}))
+        finish(errorResponse(tooBusy()));
+}
+
 void finishChange(ApiContext &context, const std::variant<Response, Change> &outcome,
                   const Finish<Response> &finish)
 {
@@ -61,7 +73,7 @@ void countFirst(ApiContext &context, const QByteArray &peer, const std::shared_p
     const auto goOn = [&context, peer, count, finish](const std::exception_ptr &failure) {
         failure ? finish(failureResponse(failure)) : lookFirst(context, peer, count->next, finish);
     };
-    if (!context.store.write({[count](Database &database) { count->count(database); }, goOn, true}))
+    if (!context.store.write({[count](Database &database) { count->count(database); }, goOn, {}, true}))
         finish(errorResponse(tooBusy()));
 }
 
@@ -72,6 +84,8 @@ void finishOutcome(ApiContext &context, const QByteArray &peer, Outcome outcome,
         return finish(*response);
     if (const auto *change = std::get_if<Change>(&outcome))
         return store(context, *change, finish);
+    if (const auto *send = std::get_if<Send>(&outcome))
+        return store(context, *send, finish);
     if (const auto *count = std::get_if<std::shared_ptr<const Count>>(&outcome))
         return countFirst(context, peer, *count, finish);
     const bool accepted =

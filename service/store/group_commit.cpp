@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/group_commit.h"
 
+#include "service/store/message_batch.h"
+
 #include <QRandomGenerator>
 
 #include <algorithm>
@@ -32,9 +34,11 @@ public:
             doubtEnds = steady_clock::now() + longestDoubt;
     }
 
+    bool doubts() const { return doubtEnds != noDoubt; }
+
     bool lasts(Trouble kind) const
     {
-        if (doubtEnds != noDoubt)
+        if (doubts())
             return (kind == Trouble::Gone || kind == Trouble::Conflict) && steady_clock::now() < doubtEnds;
         return kind == Trouble::Conflict && attempts < mostAttempts;
     }
@@ -84,6 +88,36 @@ std::exception_ptr changeAlone(Database &database, const WriteTask &task)
     return nullptr;
 }
 
+// A statement is held in memory several times, so what is large goes by itself.
+bool fitIntoOneStatement(const Batch &batch)
+{
+    constexpr qsizetype mostLetters = qsizetype{1024} * 1024;
+    qsizetype letters = 0;
+    for (const WriteTask &task : batch) {
+        if (!task.message)
+            return false;
+        const StoredMessage &message = task.message->message;
+        letters += message.text.size() + message.recipientKeys.size() + message.senderKeys.size();
+    }
+    return batch.size() > 1 && letters <= mostLetters;
+}
+
+// The server is asked as often for many messages as for one. In doubt each must look for itself.
+std::vector<std::exception_ptr> changeAll(Database &database, const Batch &batch, const Patience &patience)
+{
+    std::vector<std::exception_ptr> failures(batch.size());
+    if (database.engine().isShared() && fitIntoOneStatement(batch) && !patience.doubts()) {
+        std::vector<MessageToStore *> messages;
+        for (const WriteTask &task : batch)
+            messages.push_back(task.message.get());
+        storeMessages(database, messages);
+    } else {
+        std::transform(batch.begin(), batch.end(), failures.begin(),
+                       [&](const WriteTask &task) { return changeAlone(database, task); });
+    }
+    return failures;
+}
+
 void commitTogether(Transaction &together, const Way &way, Patience &patience)
 {
     const auto begin = steady_clock::now();
@@ -99,11 +133,9 @@ void commitTogether(Transaction &together, const Way &way, Patience &patience)
 
 void storeTogether(Database &database, const Batch &batch, const Way &way, Patience &patience)
 {
-    std::vector<std::exception_ptr> failures;
     std::optional<Transaction> together;
     beginIn(database, together);
-    for (const WriteTask &task : batch)
-        failures.push_back(changeAlone(database, task));
+    const std::vector<std::exception_ptr> failures = changeAll(database, batch, patience);
     commitTogether(*together, way, patience);
     for (std::size_t i = 0; i < batch.size(); ++i)
         batch[i].done(failures[i]);

@@ -4,11 +4,13 @@
 #pragma once
 
 #include "service/store/database.h"
+#include "service/store/message.h"
 
 #include <chrono>
 #include <deque>
 #include <exception>
 #include <functional>
+#include <memory>
 
 namespace tideloft::service
 {
@@ -21,6 +23,9 @@ struct WriteTask {
     /// Called once: when the change is on the disk, or with what the change has thrown or the disk refused.
     /// Must not throw.
     std::function<void(std::exception_ptr failure)> done;
+    /// Where it is given, the change stores this message and nothing else, and says in it what became of it.
+    /// Then it may be stored with others that wait, instead of by the change.
+    std::shared_ptr<MessageToStore> message = {};
     /// True for one statement that needs no transaction where several processes write. It may run twice.
     bool single = false;
 };

@@ -3,10 +3,11 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/messages.h"
 
+#include "service/store/message_rules.h"
+#include "service/store/users.h"
 #include "service/store/versions.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace tideloft::service
 {
@@ -18,11 +19,8 @@ namespace
 
 /// What the two users' rows say of a message that is to be kept.
 struct Parties {
-    qint64 messages = 0; ///< that the sender has sent
-    qint64 bytes = 0;
+    MessageFacts facts;
     qint64 lastPosition = 0; ///< of any message that one of the two has
-    bool senderIsActive = false;
-    bool recipientIsThere = false;
 };
 
 // Whoever writes between the same two users waits here until this message is stored or not.
@@ -37,12 +35,12 @@ Parties partiesOf(Database &database, const User &sender, const User &recipient)
         const auto state = static_cast<UserState>(rows.value(1).toInt());
         found.lastPosition = std::max(found.lastPosition, rows.value(2).toLongLong());
         if (id == recipient.id)
-            found.recipientIsThere = state != UserState::Deleted;
+            found.facts.recipient = state;
         if (id != sender.id)
             continue;
-        found.senderIsActive = state == UserState::Active;
-        found.messages = rows.value(3).toLongLong();
-        found.bytes = rows.value(4).toLongLong();
+        found.facts.sender = state;
+        found.facts.messages = rows.value(3).toLongLong();
+        found.facts.bytes = rows.value(4).toLongLong();
     }
     return found;
 }
@@ -59,51 +57,17 @@ bool wasStored(Database &database, const User &sender, const User &recipient, co
                   .next();
 }
 
-/// What came before the message.
-struct Before {
-    bool isStored = false; ///< the message itself
-    bool haveTalked = false;
-};
-
 // Asked once the users' rows are locked: what another process has stored meanwhile is seen then.
-Before whatCameBefore(Database &database, const User &sender, const User &recipient,
-                      const StoredMessage &message)
+void lookBack(Database &database, const User &sender, const User &recipient, const StoredMessage &message,
+              MessageFacts &facts)
 {
     Rows rows = database.run(u"SELECT EXISTS (SELECT 1 FROM messages WHERE sender_id = ? AND recipient_id = ?"
                              " AND iv = ? AND iv <> '' AND text = ?),"
                              " EXISTS (SELECT 1 FROM conversations WHERE user_id = ? AND peer_id = ?)"_s,
                              {sender.id, recipient.id, message.iv, message.text, sender.id, recipient.id});
     rows.next();
-    return {rows.value(0).toBool(), rows.value(1).toBool()};
-}
-
-// As the database counts them when messages are removed.
-qint64 sizeOf(const StoredMessage &message)
-{
-    return message.text.toUtf8().size() + message.iv.toUtf8().size() + message.recipientKeys.toUtf8().size()
-           + message.senderKeys.toUtf8().size();
-}
-
-// What strangers have begun does not count: they could use up the quota of anybody.
-bool mayBeginAnother(Database &database, const User &user, const MessageQuota &quota)
-{
-    return database.number(u"SELECT count(*) FROM conversations WHERE user_id = ? AND begun = 1"_s, {user.id})
-           < quota.conversations;
-}
-
-// What is too much, or not there; nothing when the message may be kept.
-std::optional<Stored> refusal(Database &database, const User &sender, const Parties &parties, bool haveTalked,
-                              qint64 size, const MessageQuota &quota)
-{
-    if (!parties.recipientIsThere)
-        return Stored::NoRecipient;
-    if (parties.messages >= quota.messages)
-        return Stored::TooManyMessages;
-    if (parties.bytes + size > quota.bytes)
-        return Stored::TooManyBytes;
-    if (!haveTalked && !mayBeginAnother(database, sender, quota))
-        return Stored::TooManyConversations;
-    return std::nullopt;
+    facts.isStored = rows.value(0).toBool();
+    facts.haveTalked = rows.value(1).toBool();
 }
 
 qint64 insertMessage(Database &database, const User &sender, const User &recipient,
@@ -153,22 +117,25 @@ void countMessage(Database &database, const User &sender, const User &recipient,
 
 } // namespace
 
+qint64 conversationsBegun(Database &database, const User &user)
+{
+    return database.number(u"SELECT count(*) FROM conversations WHERE user_id = ? AND begun = 1"_s,
+                           {user.id});
+}
+
 Stored storeMessage(Database &database, const User &sender, const User &recipient,
                     const StoredMessage &message, const MessageQuota &quota, qint64 *tried)
 {
     const qint64 size = sizeOf(message);
     Transaction transaction(database);
-    const Parties parties = partiesOf(database, sender, recipient);
+    Parties parties = partiesOf(database, sender, recipient);
     if (wasStored(database, sender, recipient, message, tried ? *tried : 0))
         return Stored::Before;
-    if (!parties.senderIsActive)
-        return Stored::NoSender;
-    const Before before = whatCameBefore(database, sender, recipient, message);
-    if (before.isStored)
-        return Stored::Before;
-    if (const std::optional<Stored> refused =
-            refusal(database, sender, parties, before.haveTalked, size, quota))
-        return *refused;
+    lookBack(database, sender, recipient, message, parties.facts);
+    const Stored decision =
+        decide(parties.facts, size, quota, [&] { return conversationsBegun(database, sender); });
+    if (decision != Stored::Now)
+        return decision;
     const qint64 position = parties.lastPosition + 1;
     const qint64 messageId = insertMessage(database, sender, recipient, message, position);
     if (tried)
@@ -177,6 +144,15 @@ Stored storeMessage(Database &database, const User &sender, const User &recipien
     countMessage(database, sender, recipient, position, size);
     transaction.commit();
     return Stored::Now;
+}
+
+void storeMessage(Database &database, MessageToStore &each)
+{
+    if (each.recipient.id == 0)
+        each.recipient = findUser(database, each.recipient.name).value_or(each.recipient);
+    each.stored = each.recipient.id == 0 ? Stored::NoRecipient
+                                         : storeMessage(database, each.sender, each.recipient, each.message,
+                                                        each.quota, &each.tried);
 }
 
 } // namespace tideloft::service

@@ -80,7 +80,7 @@ QString PostgresqlEngine::translated(const QString &statement) const
 
 bool PostgresqlEngine::prepares(const QString &statement) const
 {
-    static const QStringList beginnings{u"SELECT"_s, u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s};
+    static const QStringList beginnings{u"SELECT"_s, u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s, u"WITH"_s};
     return std::any_of(beginnings.begin(), beginnings.end(),
                        [&](const QString &beginning) { return statement.startsWith(beginning); });
 }

@@ -18,7 +18,7 @@ namespace
 // A change of tables is done once; everything else comes again.
 bool comesAgain(const QString &statement)
 {
-    static const QStringList beginnings{u"SELECT"_s, u"INSERT"_s, u"UPDATE"_s,    u"DELETE"_s,
+    static const QStringList beginnings{u"SELECT"_s, u"INSERT"_s, u"UPDATE"_s,    u"DELETE"_s, u"WITH"_s,
                                         u"BEGIN"_s,  u"COMMIT"_s, u"SAVEPOINT"_s, u"RELEASE"_s};
     return std::any_of(beginnings.begin(), beginnings.end(),
                        [&](const QString &beginning) { return statement.startsWith(beginning); });

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
 #include <memory>
 #include <optional>
 
@@ -20,8 +19,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-// A commit takes the time of one sync, however much it holds. More than this would keep the first for long.
-constexpr std::size_t mostTogether = 256;
 constexpr std::chrono::milliseconds idleTurn{1000};
 
 /// When the next piece of work is due that has time.
@@ -35,7 +32,7 @@ public:
         using namespace std::chrono;
         if (!background.piece)
             return idleTurn;
-        return std::max(0ms, ceil<milliseconds>(next - steady_clock::now()));
+        return std::clamp<milliseconds>(ceil<milliseconds>(next - steady_clock::now()), 0ms, idleTurn);
     }
 
     void take(Database &database)
@@ -62,13 +59,12 @@ private:
 } // namespace
 
 StoreThreads::StoreThreads(const StoreSettings &settings)
-    : reads(settings.waitingReads),
-      writes(settings.waitingWrites)
+    : shared(engineFor(settings.place)->isShared()),
+      reads(settings.waitingReads),
+      writes(settings.waitingWrites, shared ? WriteQueue::Takers::Several : WriteQueue::Takers::One)
 {
-    const std::unique_ptr<Engine> engine = engineFor(settings.place);
-    if (!engine->file().isEmpty())
-        lock.emplace(engine->file(), DatabaseLock::Kind::Shared);
-    shared = engine->isShared();
+    if (const QString file = engineFor(settings.place)->file(); !file.isEmpty())
+        lock.emplace(file, DatabaseLock::Kind::Shared);
     if (shared)
         storeCache.keepNothing();
     try {
@@ -136,17 +132,16 @@ void StoreThreads::writeBeside(StoreSettings settings, Opened &opened)
     writeWith(database, settings, opened);
 }
 
-// An engine that several write at a time commits together by itself what they commit at the same moment, and
-// what is committed together here would keep many rows from the others.
+// An engine that several write at a time commits together by itself what they commit at the same moment.
 void StoreThreads::writeWith(Database &database, const StoreSettings &settings, Opened &opened)
 {
-    const std::size_t together = shared ? 1 : mostTogether;
     BackgroundTurns background(settings.background);
     database.use(storeCache);
     qint64 changes = database.engine().changesOfOthers(database);
     opened.set_value();
-    while (std::optional<Batch> batch =
-               writes.takeAll(together, std::min(idleTurn, background.untilNext()))) {
+    std::optional<WriteQueue::Taken> taken = writes.take(background.untilNext());
+    for (; taken; taken = writes.take(background.untilNext(), std::move(*taken))) {
+        Batch &batch = taken->batch;
         try {
             // The number changes when another connection has written, which only that of another process
             // does.
@@ -154,26 +149,24 @@ void StoreThreads::writeWith(Database &database, const StoreSettings &settings, 
                 changes = now;
                 storeCache.forgetAll();
             }
-            if (shared && !batch->empty() && batch->front().single)
-                storeSingle(database, batch->front());
-            else if (!batch->empty())
-                storeAll(database, *batch, settings.committed, settings.longestDoubt);
+            if (shared && !batch.empty() && batch.front().single)
+                storeSingle(database, batch.front());
+            else if (!batch.empty())
+                storeAll(database, batch, settings.committed, settings.longestDoubt);
         } catch (const CannotBegin &cannot) {
             background.postpone();
-            refuse(std::move(*batch), cannot.failure);
+            refuse(std::move(batch), cannot.failure);
         } catch (...) {
-            refuse(std::move(*batch), std::current_exception()); // the next batch may be stored again
+            refuse(std::move(batch), std::current_exception()); // the next batch may be stored again
         }
         background.take(database);
     }
 }
 
 // What waits has waited as long as the writer has, and would wait as long again.
-void StoreThreads::refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure)
+void StoreThreads::refuse(Batch batch, const std::exception_ptr &failure)
 {
-    const Batch waiting =
-        writes.takeAll(std::numeric_limits<std::size_t>::max(), std::chrono::milliseconds(0))
-            .value_or(Batch());
+    const Batch waiting = writes.takeAll();
     batch.insert(batch.end(), waiting.begin(), waiting.end());
     for (const WriteTask &task : batch)
         task.done(failure);

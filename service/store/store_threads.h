@@ -6,7 +6,7 @@
 
 #include "service/store/database.h"
 #include "service/store/database_lock.h"
-#include "service/store/group_commit.h"
+#include "service/store/write_queue.h"
 #include "service/threads/bounded_queue.h"
 
 #include <chrono>
@@ -56,7 +56,7 @@ public:
 
     /// Both may be called from any thread. False, and nothing done, when too many wait already.
     bool read(ReadTask task) { return reads.push(task); }
-    bool write(WriteTask task) { return writes.push(task); }
+    bool write(WriteTask task) { return writes.push(std::move(task)); }
 
     /// True where other processes write all the time, and need what this one has counted.
     bool isShared() const { return shared; }
@@ -77,13 +77,13 @@ private:
     void writeWith(Database &database, const StoreSettings &settings, Opened &opened);
     template <typename Work> void startThread(Work work);
     void stop();
-    void refuse(std::deque<WriteTask> batch, const std::exception_ptr &failure);
+    void refuse(Batch batch, const std::exception_ptr &failure);
 
-    bool shared = false;
+    const bool shared;
     std::optional<DatabaseLock> lock; ///< of a file
     StoreCache storeCache;
     BoundedQueue<ReadTask> reads;
-    BoundedQueue<WriteTask> writes;
+    WriteQueue writes;
     std::vector<std::thread> threads; ///< writers come first
 };
 

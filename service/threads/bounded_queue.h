@@ -3,7 +3,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -45,22 +44,6 @@ public:
         std::optional<Item> first(std::move(items.front()));
         items.pop_front();
         return first;
-    }
-
-    /// Waits at most TIMEOUT for an item, and takes all that are there, but no more than COUNT. Nothing once
-    /// the queue is closed and empty.
-    std::optional<std::deque<Item>> takeAll(std::size_t count, std::chrono::milliseconds timeout)
-    {
-        std::unique_lock lock(mutex);
-        filled.wait_for(lock, timeout, [this] { return closed || !items.empty(); });
-        if (closed && items.empty())
-            return std::nullopt;
-        std::deque<Item> taken;
-        while (!items.empty() && taken.size() < count) {
-            taken.push_back(std::move(items.front()));
-            items.pop_front();
-        }
-        return taken;
     }
 
     /// Lets nothing in any more and wakes everybody who waits.

@@ -22,13 +22,16 @@ struct WriteOutcome {
 
 /// Has CHANGE made by STORE. Null if its queue is full.
 inline std::shared_ptr<WriteOutcome> write(service::StoreThreads &store,
-                                           std::function<void(service::Database &)> change)
+                                           std::function<void(service::Database &)> change,
+                                           std::shared_ptr<service::MessageToStore> message = {})
 {
     auto outcome = std::make_shared<WriteOutcome>();
-    const bool accepted = store.write({std::move(change), [outcome](const std::exception_ptr &failure) {
+    const bool accepted = store.write({std::move(change),
+                                       [outcome](const std::exception_ptr &failure) {
                                            outcome->failure = failure;
                                            outcome->done.release();
-                                       }});
+                                       },
+                                       std::move(message)});
     return accepted ? outcome : nullptr;
 }
 

@@ -24,8 +24,7 @@ private slots:
     void tooManyJobsAreRefused();
     void stoppingWaitsForWhatRunsAndDropsTheRest();
     void nothingIsTakenAfterStopping();
-    void takingAllKeepsTheOrderAndTheBound();
-    void closedQueueIsEmptiedByTakingAll();
+    void queueKeepsTheOrderAndTheBound();
     void lowPriorityIsLaterThanUsualAndNotLast();
 
 private:
@@ -95,26 +94,14 @@ void TestWorkers::nothingIsTakenAfterStopping()
     QVERIFY(!workers.submit([] {}));
 }
 
-void TestWorkers::takingAllKeepsTheOrderAndTheBound()
+void TestWorkers::queueKeepsTheOrderAndTheBound()
 {
     BoundedQueue<int> queue(3);
     for (int i = 1; i <= 4; ++i)
         QCOMPARE(queue.push(i), i <= 3);
-    QCOMPARE(queue.takeAll(2, std::chrono::milliseconds(0)), (std::deque<int>{1, 2}));
-    QCOMPARE(queue.take(), 3);
-    QCOMPARE(queue.takeAll(2, std::chrono::milliseconds(0)), std::deque<int>());
-}
-
-void TestWorkers::closedQueueIsEmptiedByTakingAll()
-{
-    BoundedQueue<int> queue(3);
-    int item = 1;
-    queue.push(item);
-    queue.close();
-    QVERIFY(!queue.push(item));
-    QCOMPARE(queue.takeAll(9, std::chrono::minutes(1)), std::deque<int>{1});
-    QVERIFY(!queue.takeAll(9, std::chrono::minutes(1)));
-    QVERIFY(!queue.take());
+    for (int i = 1; i <= 3; ++i)
+        QCOMPARE(queue.take(), i);
+    QCOMPARE(queue.size(), std::size_t{0});
 }
 
 // The 19th value of the kernel's line about a thread. What stands in front of the third is a name.
