@@ -26,7 +26,7 @@ namespace tideloft::app
 namespace
 {
 
-// The desktop's theme and its pictures take as long to read as a sixth of the start.
+// Reading the desktop's theme and its pictures takes a sixth of the time until the first frame.
 void giveIconLater(QWidget *window)
 {
     ui::afterFirstFrame(window, [] { QGuiApplication::setWindowIcon(windowIcon()); });

@@ -88,33 +88,45 @@ std::exception_ptr changeAlone(Database &database, const WriteTask &task)
     return nullptr;
 }
 
-// A statement is held in memory several times, so what is large goes by itself.
-bool fitIntoOneStatement(const Batch &batch)
+// A statement is held in memory several times, so what is large does not go into one.
+bool fitIntoOneStatement(const std::vector<MessageToStore *> &messages)
 {
     constexpr qsizetype mostLetters = qsizetype{1024} * 1024;
     qsizetype letters = 0;
-    for (const WriteTask &task : batch) {
-        if (!task.message)
-            return false;
-        const StoredMessage &message = task.message->message;
-        letters += message.text.size() + message.recipientKeys.size() + message.senderKeys.size();
+    for (const MessageToStore *each : messages) {
+        const StoredMessage &message = each->message;
+        letters += message.text.size() + message.iv.size() + message.recipientKeys.size()
+                   + message.senderKeys.size();
     }
-    return batch.size() > 1 && letters <= mostLetters;
+    return letters <= mostLetters;
+}
+
+// Messages that wait for a shared database; none where there is nothing to put together.
+std::vector<MessageToStore *> waitingMessages(const Database &database, const Batch &batch)
+{
+    std::vector<MessageToStore *> messages;
+    if (!database.engine().isShared() || batch.size() == 1)
+        return messages;
+    for (const WriteTask &task : batch) {
+        if (task.message)
+            messages.push_back(task.message.get());
+    }
+    return messages;
 }
 
 // The server is asked as often for many messages as for one. In doubt each must look for itself.
 std::vector<std::exception_ptr> changeAll(Database &database, const Batch &batch, const Patience &patience)
 {
     std::vector<std::exception_ptr> failures(batch.size());
-    if (database.engine().isShared() && fitIntoOneStatement(batch) && !patience.doubts()) {
-        std::vector<MessageToStore *> messages;
-        for (const WriteTask &task : batch)
-            messages.push_back(task.message.get());
+    const std::vector<MessageToStore *> messages = waitingMessages(database, batch);
+    if (messages.size() == batch.size() && fitIntoOneStatement(messages) && !patience.doubts()) {
         storeMessages(database, messages);
-    } else {
-        std::transform(batch.begin(), batch.end(), failures.begin(),
-                       [&](const WriteTask &task) { return changeAlone(database, task); });
+        return failures;
     }
+    if (!messages.empty())
+        lockUsers(database, messages);
+    std::transform(batch.begin(), batch.end(), failures.begin(),
+                   [&](const WriteTask &task) { return changeAlone(database, task); });
     return failures;
 }
 
@@ -171,6 +183,14 @@ void storeOneByOne(Database &database, Batch &batch, const Way &way)
     }
 }
 
+// A server that has no room, or lets all wait until their time is over, does the same to each of them.
+void refuseAll(Batch &batch, const std::exception_ptr &failure)
+{
+    for (const WriteTask &task : batch)
+        task.done(failure);
+    batch.clear();
+}
+
 } // namespace
 
 void storeAll(Database &database, Batch &batch, const Committed &committed,
@@ -180,8 +200,11 @@ void storeAll(Database &database, Batch &batch, const Committed &committed,
     try {
         storeWithPatience(database, batch, way);
         batch.clear();
-    } catch (const StorageError &) {
-        storeOneByOne(database, batch, way);
+    } catch (const StorageError &error) {
+        if (database.engine().isShared() && error.kind() == Trouble::Passing)
+            refuseAll(batch, std::current_exception());
+        else
+            storeOneByOne(database, batch, way);
     }
 }
 

@@ -11,6 +11,7 @@
 #include <map>
 #include <numeric>
 #include <set>
+#include <utility>
 
 namespace tideloft::service
 {
@@ -22,7 +23,7 @@ namespace
 
 using Messages = std::vector<MessageToStore *>;
 
-// In the order of their numbers, so that two who lock some of the same never wait for each other.
+// In the order of their numbers, so that two transactions never wait for each other in a circle.
 Rows lockedUsers(Database &database, const Messages &messages)
 {
     std::set<qint64> ids;
@@ -185,6 +186,11 @@ void store(Database &database, const BatchDecisions &decisions)
 }
 
 } // namespace
+
+void lockUsers(Database &database, const std::vector<MessageToStore *> &messages)
+{
+    lockedParties(database, messages);
+}
 
 void storeMessages(Database &database, const std::vector<MessageToStore *> &messages)
 {

@@ -15,7 +15,7 @@ struct MessageFacts {
     UserState sender = UserState::Deleted;
     UserState recipient = UserState::Deleted;
     qint64 messages = 0; ///< that the sender has sent
-    qint64 bytes = 0;    ///< of these
+    qint64 bytes = 0;    ///< of the messages that the sender has sent
     bool isStored = false;
     bool haveTalked = false;
 };

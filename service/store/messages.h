@@ -14,7 +14,8 @@ namespace tideloft::service
 Stored storeMessage(Database &database, const User &sender, const User &recipient,
                     const StoredMessage &message, const MessageQuota &quota, qint64 *tried = nullptr);
 
-/// The same, and says in EACH what became of it.
+/// The same for EACH, which says then what became of it. Its recipient is found by the name first, if need
+/// be.
 void storeMessage(Database &database, MessageToStore &each);
 
 /// How many conversations USER has written the first message of.

@@ -62,8 +62,8 @@ QStringList PostgresqlEngine::firstStatements(Access access) const
     QStringList statements{u"SET statement_timeout = '15s'"_s,
                            u"SET idle_in_transaction_session_timeout = '15s'"_s,
                            u"SET client_min_messages = error"_s};
-    // A writer's statements find their rows by indexes, whatever the values. The server would plan the one
-    // that stores many messages anew each time, because arrays of known length look cheaper to it.
+    // Statements of those who write find their rows by indexes, whatever the values. The server would plan
+    // the one that stores many messages anew each time, because arrays of known length look cheaper to it.
     if (access == Access::Full)
         statements << u"SET plan_cache_mode = force_generic_plan"_s;
     if (access == Access::ReadOnly)

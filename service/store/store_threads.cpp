@@ -43,12 +43,13 @@ public:
         try {
             more = background.piece(database);
         } catch (const std::exception &) {
-            // The failure is reported by the tasks that wait for the writer; the piece is tried again.
+            return postpone(); // the failure is reported by the tasks that wait for the writer
         }
         next = std::chrono::steady_clock::now() + (more ? background.betweenPieces : background.whenDone);
     }
 
-    /// Who waits for the writer goes before work that has time, while another process holds the database.
+    /// For a moment. Who waits for the writer goes before work that has time, while another process holds the
+    /// database.
     void postpone() { next = std::max(next, std::chrono::steady_clock::now() + idleTurn); }
 
 private:
@@ -159,6 +160,9 @@ void StoreThreads::writeWith(Database &database, const StoreSettings &settings, 
         } catch (...) {
             refuse(std::move(batch), std::current_exception()); // the next batch may be stored again
         }
+        batch.clear();
+        if (background.untilNext().count() == 0)
+            *taken = {}; // others may have the next messages meanwhile
         background.take(database);
     }
 }

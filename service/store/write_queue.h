@@ -12,6 +12,7 @@
 #include <deque>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 namespace tideloft::service
 {
@@ -33,8 +34,7 @@ public:
           areSeveral(takers == Takers::Several)
     {
     }
-    WriteQueue(const WriteQueue &) = delete;
-    WriteQueue &operator=(const WriteQueue &) = delete;
+    Q_DISABLE_COPY_MOVE(WriteQueue)
 
     /// False, and nothing done, when too many wait already or the queue is closed.
     bool push(WriteTask task);
@@ -64,9 +64,9 @@ public:
         WriteQueue *queue = nullptr; ///< where others wait until these messages are stored
     };
 
-    /// Waits at most TIMEOUT for something, and takes what goes together; what came first is first. Whoever
-    /// is DONE with messages goes on with the next ones before anybody else is woken for them. Nothing once
-    /// the queue is closed and there is nothing left for this writer.
+    /// Waits at most TIMEOUT for something, and takes what goes together; what came first is first. DONE is
+    /// what this writer took last and has stored: it may go on with the next messages before anybody else is
+    /// woken for them. Nothing once the queue is closed and there is nothing left for this writer.
     std::optional<Taken> take(std::chrono::milliseconds timeout, Taken done);
     std::optional<Taken> take(std::chrono::milliseconds timeout);
 

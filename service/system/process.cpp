@@ -59,7 +59,8 @@ void outliveEarlyRenewals()
 void letOthersGoFirst()
 {
     constexpr int later = 10;
-    static_cast<void>(setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), later));
+    const auto thread = static_cast<id_t>(gettid());
+    static_cast<void>(setpriority(PRIO_PROCESS, thread, getpriority(PRIO_PROCESS, thread) + later));
 }
 
 bool writeWithoutWaiting(int descriptor, const char *bytes, std::size_t size)

@@ -174,8 +174,8 @@ void TestRandomHistory::orderIsOneForAllAndNeverChanges()
     }
 }
 
-// The order above is not that of the times, so it was put to the test. This wants a history of the test
-// before.
+// The order above is not that of the times, so it was put to the test. A history of the test before is
+// needed.
 void TestRandomHistory::clocksWereApart()
 {
     QVERIFY(stepsBack > 0);

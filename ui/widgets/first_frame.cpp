@@ -29,8 +29,8 @@ protected:
         if (event->type() == QEvent::Paint) {
             watched->removeEventFilter(this);
             QTimer::singleShot(0, this, [this] {
-                action();
                 deleteLater();
+                action();
             });
         }
         return QObject::eventFilter(watched, event);

@@ -24,6 +24,9 @@ private slots:
     void onlyOneHasMessages();
     void messagesWaitInTheirTurn();
     void whoWaitsGetsTheMessagesThatAreLeft();
+    void whoIsDoneGoesOnWithTheNextMessages();
+    void whoIsDoneTakesWhatIsOlder();
+    void whoIsDoneLeavesTheLane();
     void tooManyAreRefused();
     void everythingIsTakenInItsOrder();
     void closedQueueIsEmptied();
@@ -137,6 +140,42 @@ void TestWriteQueue::whoWaitsGetsTheMessagesThatAreLeft()
     held.reset();
     waiting.join();
     QCOMPARE(found, std::size_t{1});
+}
+
+void TestWriteQueue::whoIsDoneGoesOnWithTheNextMessages()
+{
+    WriteQueue queue(9, Takers::Several);
+    queue.push(message(1));
+    auto held = queue.take(0ms);
+    queue.push(message(2));
+    queue.push(message(3));
+    held = queue.take(0ms, std::move(*held));
+    QCOMPARE(numbersOf(held->batch), (QList{2, 3}));
+    queue.push(message(4));
+    QCOMPARE(taken(queue), QList<int>()); // held still
+}
+
+void TestWriteQueue::whoIsDoneTakesWhatIsOlder()
+{
+    WriteQueue queue(9, Takers::Several);
+    queue.push(message(1));
+    auto held = queue.take(0ms);
+    queue.push(other(2));
+    queue.push(message(3));
+    held = queue.take(0ms, std::move(*held));
+    QCOMPARE(numbersOf(held->batch), QList{2});
+    QCOMPARE(taken(queue), QList{3});
+}
+
+void TestWriteQueue::whoIsDoneLeavesTheLane()
+{
+    WriteQueue queue(9, Takers::Several);
+    queue.push(message(1));
+    auto held = queue.take(0ms);
+    held = queue.take(0ms, std::move(*held));
+    QVERIFY(held->batch.empty());
+    queue.push(message(2));
+    QCOMPARE(taken(queue), QList{2});
 }
 
 void TestWriteQueue::tooManyAreRefused()

@@ -113,7 +113,7 @@ void TestProcess::oneThreadLetsOthersGoFirst()
         letOthersGoFirst();
         inThread = ownNiceness();
     }).join();
-    QCOMPARE(inThread, 10);
+    QCOMPARE(inThread, std::min(before + 10, 19));
     QCOMPARE(ownNiceness(), before);
 }
 
