@@ -27,7 +27,7 @@ struct SlowWork {
     std::function<std::variant<Response, Change>()> work;
 };
 
-/// Stores a message. REPLY is asked what to answer to what became of it, and may throw.
+/// Stores a message. REPLY makes the answer from what became of the message. REPLY may throw.
 struct Send {
     std::shared_ptr<MessageToStore> message;
     std::function<Response(Stored)> reply;

@@ -50,17 +50,18 @@ public:
     struct LastMessage {
         qint64 sender = 0;
         qint64 position = 0;
-        bool isBegun = false; ///< by the user, if nobody has before
+        bool isBegun = false; ///< the user, and not the peer, has written first
     };
 
-    /// FOUND are all who send or get a message. BEGUN tells how many conversations somebody has begun.
+    /// FOUND holds all users who send or get one of the messages. BEGUN counts the conversations that a user
+    /// has begun.
     BatchDecisions(Parties found, std::function<qint64(const User &)> begun)
         : everybody(std::move(found)),
           countBegun(std::move(begun))
     {
     }
 
-    /// Says in EACH what becomes of it.
+    /// Decides about one message, and writes the decision into it.
     void take(MessageToStore &each, const Before &before);
 
     const std::vector<Accepted> &accepted() const { return toStore; }

@@ -23,8 +23,9 @@ struct WriteTask {
     /// Called once: when the change is on the disk, or with what the change has thrown or the disk refused.
     /// Must not throw.
     std::function<void(std::exception_ptr failure)> done;
-    /// Where it is given, the change stores this message and nothing else, and says in it what became of it.
-    /// Then it may be stored with others that wait, instead of by the change.
+    /// A change that stores nothing but one message names the message here. Then the writer may store it
+    /// together with other messages that wait, and does not run the change. What became of the message is
+    /// written into it.
     std::shared_ptr<MessageToStore> message = {};
     /// True for one statement that needs no transaction where several processes write. It may run twice.
     bool single = false;

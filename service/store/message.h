@@ -1,4 +1,4 @@
-// A message as the storage knows it, and what may become of it.
+// The messages that the storage is given, and what it may do with them.
 // SPDX-FileCopyrightText: 2026 The TideLoft developers
 // SPDX-License-Identifier: MIT
 #pragma once

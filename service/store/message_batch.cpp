@@ -73,15 +73,15 @@ std::vector<Before> whatCameBefore(Database &database, const Messages &messages)
     std::vector<std::size_t> numbers(messages.size());
     std::iota(numbers.begin(), numbers.end(), std::size_t{0});
     Rows rows = database.run(
-        u"SELECT number, stored, talked FROM unnest(CAST(? AS BIGINT[]), CAST(? AS BIGINT[]),"
-        " CAST(? AS BIGINT[]), CAST(? AS TEXT[]), CAST(? AS TEXT[]))"
+        u"SELECT number, stored, talked"
+        " FROM unnest(CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS"
+        " TEXT[]), CAST(? AS TEXT[]))"
         " AS waiting (number, sender, recipient, nonce, content)"
-        " LEFT JOIN LATERAL (SELECT 1 AS stored FROM messages WHERE sender_id = sender AND recipient_id = "
-        "recipient"
-        " AND iv = nonce AND iv <> '' AND text = content LIMIT 1) AS same ON TRUE"
-        " LEFT JOIN LATERAL (SELECT 1 AS talked FROM conversations WHERE user_id = sender AND peer_id = "
-        "recipient"
-        " LIMIT 1) AS known ON TRUE"_s,
+        " LEFT JOIN LATERAL (SELECT 1 AS stored FROM messages WHERE sender_id = sender AND"
+        " recipient_id = recipient AND iv = nonce AND iv <> '' AND text = content LIMIT 1) AS same"
+        " ON TRUE"
+        " LEFT JOIN LATERAL (SELECT 1 AS talked FROM conversations WHERE user_id = sender AND"
+        " peer_id = recipient LIMIT 1) AS known ON TRUE"_s,
         {arrayColumn(numbers), arrayColumn(messages, [](const auto *each) { return each->sender.id; }),
          arrayColumn(messages, [](const auto *each) { return each->recipient.id; }),
          arrayColumn(messages, [](const auto *each) { return each->message.iv; }),
@@ -149,24 +149,24 @@ QVariantList userColumns(Database &database, const BatchDecisions &decisions)
 
 QString storingStatement()
 {
-    return u"WITH added AS (INSERT INTO messages (sender_id, recipient_id, text, iv, recipient_keys, "
-           u"sender_keys,"
-           " encrypted, created_at, position) SELECT * FROM unnest(CAST(? AS BIGINT[]), CAST(? AS BIGINT[]),"
-           " CAST(? AS TEXT[]), CAST(? AS TEXT[]), CAST(? AS TEXT[]), CAST(? AS TEXT[]), CAST(? AS BIGINT[]),"
-           " CAST(? AS BIGINT[]), CAST(? AS BIGINT[])) RETURNING id, sender_id, position),"
-           " remembered AS (INSERT INTO conversations (user_id, peer_id, last_message_id, version, begun)"
-           " SELECT conversant, peer, id, version, begun FROM unnest(CAST(? AS BIGINT[]), CAST(? AS "
-           "BIGINT[]),"
-           " CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]))"
-           " AS latest (conversant, peer, sender, place, version, begun)"
-           " JOIN added ON sender_id = sender AND position = place"
+    return u"WITH added AS (INSERT INTO messages (sender_id, recipient_id, text, iv, recipient_keys,"
+           " sender_keys, encrypted, created_at, position)"
+           " SELECT * FROM unnest(CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS TEXT[]), CAST(?"
+           " AS TEXT[]), CAST(? AS TEXT[]), CAST(? AS TEXT[]), CAST(? AS BIGINT[]), CAST(? AS"
+           " BIGINT[]), CAST(? AS BIGINT[])) RETURNING id, sender_id, position),"
+           " remembered AS (INSERT INTO conversations (user_id, peer_id, last_message_id, version,"
+           " begun)"
+           " SELECT conversant, peer, id, version, begun FROM unnest(CAST(? AS BIGINT[]), CAST(? AS"
+           " BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS"
+           " BIGINT[]))"
+           " AS latest (conversant, peer, sender, place, version, begun) JOIN added ON sender_id ="
+           " sender AND position = place"
            " ON CONFLICT (user_id, peer_id) DO UPDATE SET last_message_id = excluded.last_message_id,"
            " version = excluded.version),"
-           " counted AS (UPDATE users SET message_count = message_count + more, message_bytes = "
-           "message_bytes + "
-           "size,"
-           " last_position = place, conversations_version = version FROM unnest(CAST(? AS BIGINT[]),"
-           " CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]))"
+           " counted AS (UPDATE users SET message_count = message_count + more, message_bytes ="
+           " message_bytes + size, last_position = place, conversations_version = version FROM"
+           " unnest(CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS"
+           " BIGINT[]), CAST(? AS BIGINT[]))"
            " AS counts (counting, more, size, place, version) WHERE id = counting)"
            " SELECT id, sender_id, position FROM added"_s;
 }
