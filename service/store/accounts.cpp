@@ -60,13 +60,13 @@ bool removeConversations(Database &database, const User &user, int most)
            < most;
 }
 
-// True when nothing is left that may be large.
+// True when nothing is left that may be large. A conversation goes before its last message.
 bool removePiece(Database &database, const User &user)
 {
     constexpr int pieceSize = 100;
     Transaction transaction(database);
     const bool all =
-        removeMessagesOfNobody(database, user, pieceSize) && removeConversations(database, user, pieceSize);
+        removeConversations(database, user, pieceSize) && removeMessagesOfNobody(database, user, pieceSize);
     transaction.commit();
     return all;
 }
@@ -82,8 +82,8 @@ void removeRest(Database &database, const User &user)
     database.run(u"DELETE FROM device_keys WHERE user_id = ?"_s, {user.id});
     database.run(u"DELETE FROM pictures WHERE user_id = ?"_s, {user.id});
     leaveGroups(database, user);
-    removeMessagesOfNobody(database, user, any);
     removeConversations(database, user, any);
+    removeMessagesOfNobody(database, user, any);
     transaction.commit();
 }
 

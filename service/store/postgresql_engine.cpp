@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tideloft::service
 {
@@ -147,13 +148,29 @@ Extent PostgresqlEngine::extent(StatementRunner &database) const
     return {database.number(u"SELECT pg_database_size(current_database())"_s), 0};
 }
 
-// The engine checks its files by tools of its own; what is left to look at are the rows.
+// The engine checks its files by tools of its own; what is left to look at are rows that it lets refer to
+// nothing.
 QStringList PostgresqlEngine::problems(StatementRunner &database) const
 {
-    const qint64 lost =
-        database.number(u"SELECT count(*) FROM conversations WHERE NOT EXISTS"
-                        " (SELECT 1 FROM messages WHERE messages.id = conversations.last_message_id)"_s);
-    return lost == 0 ? QStringList() : QStringList{u"%1 conversations have no last message"_s.arg(lost)};
+    const auto withoutUser = [](const QString &table, const QString &column) {
+        return u"SELECT count(*) FROM %1 WHERE NOT EXISTS (SELECT 1 FROM users WHERE users.id = %2)"_s.arg(
+            table, column);
+    };
+    const std::array<std::pair<QString, QString>, 5> looks{{
+        {u"%1 conversations have no last message"_s,
+         u"SELECT count(*) FROM conversations WHERE NOT EXISTS"
+         " (SELECT 1 FROM messages WHERE messages.id = conversations.last_message_id)"_s},
+        {u"%1 conversations have no user"_s, withoutUser(u"conversations"_s, u"user_id"_s)},
+        {u"%1 conversations have no peer"_s, withoutUser(u"conversations"_s, u"peer_id"_s)},
+        {u"%1 messages have no sender"_s, withoutUser(u"messages"_s, u"sender_id"_s)},
+        {u"%1 messages have no recipient"_s, withoutUser(u"messages"_s, u"recipient_id"_s)},
+    }};
+    QStringList found;
+    for (const auto &[problem, query] : looks) {
+        if (const qint64 lost = database.number(query); lost > 0)
+            found << problem.arg(lost);
+    }
+    return found;
 }
 
 } // namespace tideloft::service

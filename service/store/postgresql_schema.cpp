@@ -92,11 +92,26 @@ QStringList attempts()
             " at TIMESTAMP WITH TIME ZONE NOT NULL DEFAULT now(), PRIMARY KEY (who, number))"_s};
 }
 
+// Each reference of a message or a conversation is looked up for every message that is stored. A user's row
+// is never removed, who removes a message looks after its conversation, and "tideloftctl check" looks for
+// what refers to nothing. Without the index a conversation that gets a message stays where it is in its page.
+QStringList fewerReferences()
+{
+    return {u"ALTER TABLE conversations DROP CONSTRAINT IF EXISTS conversations_last_message_id_fkey,"
+            " DROP CONSTRAINT IF EXISTS conversations_user_id_fkey,"
+            " DROP CONSTRAINT IF EXISTS conversations_peer_id_fkey"_s,
+            u"DROP INDEX IF EXISTS conversations_by_last_message"_s,
+            u"ALTER TABLE messages DROP CONSTRAINT IF EXISTS messages_sender_id_fkey,"
+            " DROP CONSTRAINT IF EXISTS messages_recipient_id_fkey"_s};
+}
+
 } // namespace
 
 QList<SchemaStep> PostgresqlEngine::schemaSteps() const
 {
-    return {{5, firstTables() + firstTablesOfMessages() + otherFirstTables()}, {6, attempts()}};
+    return {{5, firstTables() + firstTablesOfMessages() + otherFirstTables()},
+            {6, attempts()},
+            {7, fewerReferences()}};
 }
 
 } // namespace tideloft::service

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/facts.h"
 #include "service/store/invitations.h"
+#include "service/store/maintenance.h"
 #include "service/store/messages.h"
 #include "service/store/schema.h"
 #include "service/store/users.h"
@@ -37,6 +38,8 @@ private slots:
     void addressWithNobodyBehindIsRefused();
     void innerTransactionLeavesTheLocksOfTheOuter();
     void messageTakesFewStatements();
+    void rowsThatReferToNothingAreFound_data();
+    void rowsThatReferToNothingAreFound();
 
 private:
     std::unique_ptr<PostgresqlCluster> cluster;
@@ -220,6 +223,35 @@ void TestPostgresqlEngine::messageTakesFewStatements()
     QVERIFY(statementsOf(u"one"_s) > 0);
     // Two find the users; then begin, lock, look, three changes, commit.
     QCOMPARE(statementsOf(u"two"_s), 9);
+}
+
+void TestPostgresqlEngine::rowsThatReferToNothingAreFound_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QStringList>("problems");
+    QTest::newRow("nothing is missing") << u"SELECT 1"_s << QStringList();
+    QTest::newRow("message") << u"DELETE FROM messages"_s
+                             << QStringList{u"2 conversations have no last message"_s};
+    QTest::newRow("sender") << u"DELETE FROM users WHERE name = 'alice'"_s
+                            << QStringList{u"1 conversations have no user"_s,
+                                           u"1 conversations have no peer"_s, u"1 messages have no sender"_s};
+    QTest::newRow("recipient") << u"DELETE FROM users WHERE name = 'bob'"_s
+                               << QStringList{u"1 conversations have no user"_s,
+                                              u"1 conversations have no peer"_s,
+                                              u"1 messages have no recipient"_s};
+}
+
+void TestPostgresqlEngine::rowsThatReferToNothingAreFound()
+{
+    QFETCH(QString, statement);
+    QFETCH(QStringList, problems);
+    Store database(place);
+    addUser(database, u"alice"_s, "hash", 1);
+    addUser(database, u"bob"_s, "hash", 1);
+    storeMessage(database, findUser(database, u"alice"_s).value(), findUser(database, u"bob"_s).value(),
+                 {u"x"_s, u"one"_s, u"[]"_s, u"[]"_s, true, 1}, {9, 99, 9});
+    database.run(statement);
+    QCOMPARE(problemsOf(database), problems);
 }
 
 TIDELOFT_TEST_MAIN(TestPostgresqlEngine)

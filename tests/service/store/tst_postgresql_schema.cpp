@@ -55,7 +55,9 @@ QStringList TestPostgresqlSchema::definitions(Database &database)
         u"SELECT table_name || ' ' || column_name || ' ' || data_type || ' ' || is_nullable || ' '"
         " || coalesce(column_default, '') || ' ' || is_identity FROM information_schema.columns"
         " WHERE table_schema = current_schema() UNION ALL SELECT replace(indexdef, current_schema(), '')"
-        " FROM pg_indexes WHERE schemaname = current_schema() ORDER BY 1"_s);
+        " FROM pg_indexes WHERE schemaname = current_schema()"
+        " UNION ALL SELECT conrelid::regclass || ' ' || conname || ' ' || pg_get_constraintdef(oid)"
+        " FROM pg_constraint WHERE connamespace = current_schema()::regnamespace ORDER BY 1"_s);
     QStringList all;
     while (rows.next())
         all << rows.value(0).toString();
