@@ -17,7 +17,7 @@ declare -rA faultWords=(
 $'48.png.*differ\ncomponent-name-missing\nunknown macro: .Xx'
     [cppcheck]='\[arrayIndexOutOfBounds\]'
     [clazy]='Wclazy-range-loop'
-    [clang-tidy]='readability-function-size'
+    [clang-tidy]=$'readability-function-size\nclang-analyzer-core.NullDereference'
 )
 
 append()
@@ -71,6 +71,7 @@ plant_clang_tidy()
 {
     { echo 'int many(int count)'; echo '{'; yes '    count += 2;' | head -n 45; echo '    return count;'; echo '}'; } \
         | append net/sum.cpp
+    append net/sum.cpp <<<$'int nothing(const int *value)\n{\n    return value == nullptr ? *value : 0;\n}'
 }
 
 # The first lines of a file: whose it is. COMMENT begins a line of comment.
@@ -106,14 +107,18 @@ plain_packaging()
     cp "$root/scripts/packages.sh" scripts
 }
 
-# How its source is compiled, in the folder's own database.
+# How its source is compiled, alone and in a unit, in the folder's own database.
 plain_database()
 {
-    local headers
+    local headers unity=build/CMakeFiles/net.dir/Unity/unity_0_cxx.cxx source command entries=()
     headers=$(qtpaths6 --query QT_INSTALL_HEADERS)
-    printf '[{"directory": "%s", "file": "net/sum.cpp", "command": "%s -isystem %s -isystem %s/QtCore %s"}]\n' \
-        "$PWD" 'g++ -std=c++20 -fPIC -Wall -Werror -DQT_CORE_LIB' "$headers" "$headers" '-c net/sum.cpp' \
-        >build/compile_commands.json
+    mkdir -p "${unity%/*}"
+    printf '#include "%s"\n' "$PWD/net/sum.cpp" >"$unity"
+    for source in net/sum.cpp "$unity"; do
+        command="g++ -std=c++20 -fPIC -Wall -Werror -DQT_CORE_LIB -isystem $headers -isystem $headers/QtCore -c $source"
+        entries+=("$(printf '{"directory": "%s", "file": "%s", "command": "%s"}' "$PWD" "$source" "$command")")
+    done
+    printf '[%s,\n%s]\n' "${entries[@]}" >build/compile_commands.json
 }
 
 # Whether WORDS have what each line of PATTERNS asks for; says for which they have not.
