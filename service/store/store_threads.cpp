@@ -143,6 +143,7 @@ void StoreThreads::writeWith(Database &database, const StoreSettings &settings, 
     std::optional<WriteQueue::Taken> taken = writes.take(background.untilNext());
     for (; taken; taken = writes.take(background.untilNext(), std::move(*taken))) {
         Batch &batch = taken->batch;
+        std::exception_ptr failure;
         try {
             // The number changes when another connection has written, which only that of another process
             // does.
@@ -156,11 +157,13 @@ void StoreThreads::writeWith(Database &database, const StoreSettings &settings, 
                 storeAll(database, batch, settings.committed, settings.longestDoubt);
         } catch (const CannotBegin &cannot) {
             background.postpone();
-            refuse(std::move(batch), cannot.failure);
+            failure = cannot.failure;
         } catch (...) {
-            refuse(std::move(batch), std::current_exception()); // the next batch may be stored again
+            failure = std::current_exception(); // the next batch may be stored again
         }
-        batch.clear();
+        if (failure)
+            refuse(std::move(batch), failure);
+        batch = {};
         if (background.untilNext().count() == 0)
             *taken = {}; // others may have the next messages meanwhile
         background.take(database);
