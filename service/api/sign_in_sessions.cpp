@@ -45,6 +45,20 @@ std::optional<User> userOf(const ApiContext &context, const std::optional<Cached
     return User{session->user, session->name};
 }
 
+std::optional<CachedSession> sessionOf(ApiContext &context, Database &database,
+                                       const SessionLookUps::Ticket &wanted)
+{
+    auto &cache = context.store.cache().sessions;
+    const quint64 generation = cache.generation();
+    std::optional<CachedSession> session = cache.find(wanted->tokenHash);
+    if (!session) {
+        session = context.store.sessions().find(database, wanted);
+        if (session)
+            cache.learn(wanted->tokenHash, *session, generation);
+    }
+    return session;
+}
+
 QByteArray maximumAge(qint64 seconds)
 {
     return "; Max-Age=" + QByteArray::number(seconds);
@@ -87,16 +101,8 @@ bool carriesSession(const Request &request)
 
 std::optional<User> sessionUser(ApiContext &context, Database &database, const Request &request)
 {
-    const QByteArray hash = tokenHash(requestToken(request));
-    auto &cache = context.store.cache().sessions;
-    const quint64 generation = cache.generation();
-    std::optional<CachedSession> session = cache.find(hash);
-    if (!session) {
-        session = sessionOwner(database, hash);
-        if (session)
-            cache.learn(hash, *session, generation);
-    }
-    return userOf(context, session);
+    return userOf(context, sessionOf(context, database,
+                                     context.store.sessions().want(tokenHash(requestToken(request)))));
 }
 
 std::optional<User> cachedUser(const ApiContext &context, const Request &request)
@@ -120,15 +126,17 @@ Handler forSignedIn(ApiContext &context, UserHandler handler, StateCheck check)
     return [&context, handler = std::move(handler), check](const Request &request) -> Reply {
         if (!carriesSession(request))
             throw signInFirst();
-        return answerAfter(context, request.peer, [&context, handler, check, request](Database &database) {
-            const std::optional<User> user = sessionUser(context, database, request);
-            if (!user)
-                throw signInFirst();
-            Outcome outcome = handler(database, request, *user);
-            if (check == StateCheck::ByChange)
-                return outcome;
-            return onlyWhileActive(*user, std::move(outcome));
-        });
+        const SessionLookUps::Ticket wanted = context.store.sessions().want(tokenHash(requestToken(request)));
+        return answerAfter(
+            context, request.peer, [&context, handler, check, request, wanted](Database &database) {
+                const std::optional<User> user = userOf(context, sessionOf(context, database, wanted));
+                if (!user)
+                    throw signInFirst();
+                Outcome outcome = handler(database, request, *user);
+                if (check == StateCheck::ByChange)
+                    return outcome;
+                return onlyWhileActive(*user, std::move(outcome));
+            });
     };
 }
 

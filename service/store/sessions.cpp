@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/sessions.h"
 
+#include "service/store/array_column.h"
+
 namespace tideloft::service
 {
 
@@ -58,6 +60,26 @@ std::optional<CachedSession> sessionOwner(Database &database, const QByteArray &
     if (!query.next())
         return std::nullopt;
     return CachedSession{query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toLongLong()};
+}
+
+QHash<QByteArray, CachedSession> sessionOwners(Database &database, const QByteArrayList &tokenHashes)
+{
+    QHash<QByteArray, CachedSession> owners;
+    if (tokenHashes.size() == 1) { // its plan is made once
+        if (const std::optional<CachedSession> owner = sessionOwner(database, tokenHashes.constFirst()))
+            owners.insert(tokenHashes.constFirst(), *owner);
+        return owners;
+    }
+    const auto inHexadecimal = [](const QByteArray &hash) {
+        return u"\\x"_s + QString::fromLatin1(hash.toHex());
+    };
+    Rows rows = database.run(u"SELECT token_hash, users.id, users.name, expires_at FROM sessions JOIN users"
+                             " ON users.id = user_id WHERE token_hash = ANY(CAST(? AS BYTEA[]))"_s,
+                             {arrayColumn(tokenHashes, inHexadecimal)});
+    while (rows.next())
+        owners.insert(rows.value(0).toByteArray(),
+                      {rows.value(1).toLongLong(), rows.value(2).toString(), rows.value(3).toLongLong()});
+    return owners;
 }
 
 qint64 sessionCount(Database &database, qint64 now)

@@ -5,6 +5,9 @@
 
 #include "service/store/users.h"
 
+#include <QByteArrayList>
+#include <QHash>
+
 namespace tideloft::service
 {
 
@@ -18,6 +21,10 @@ void addSession(Database &database, const QByteArray &tokenHash, const User &use
 
 /// Whose session it is, also when it has run out; nobody when there is none.
 std::optional<CachedSession> sessionOwner(Database &database, const QByteArray &tokenHash);
+
+/// The same for many, by their hashes; those are left out that there are none of. For several hashes the
+/// database must be shared.
+QHash<QByteArray, CachedSession> sessionOwners(Database &database, const QByteArrayList &tokenHashes);
 
 /// How many there are that have not run out at NOW.
 qint64 sessionCount(Database &database, qint64 now);

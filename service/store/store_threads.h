@@ -6,6 +6,7 @@
 
 #include "service/store/database.h"
 #include "service/store/database_lock.h"
+#include "service/store/session_look_ups.h"
 #include "service/store/write_queue.h"
 #include "service/threads/bounded_queue.h"
 
@@ -66,6 +67,9 @@ public:
     StoreCache &cache() { return storeCache; }
     const StoreCache &cache() const { return storeCache; }
 
+    /// What readers find the sessions of requests by.
+    SessionLookUps &sessions() { return sessionLookUps; }
+
     std::size_t waitingReads() const { return reads.size(); }
     std::size_t waitingWrites() const { return writes.size(); }
 
@@ -82,6 +86,7 @@ private:
     const bool shared;
     std::optional<DatabaseLock> lock; ///< of a file
     StoreCache storeCache;
+    SessionLookUps sessionLookUps{shared};
     BoundedQueue<ReadTask> reads;
     WriteQueue writes;
     std::vector<std::thread> threads; ///< writers come first
