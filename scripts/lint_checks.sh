@@ -50,31 +50,33 @@ check_clang_format()
     files '*.cpp' '*.h' | xargs -0 clang-format-14 --dry-run -Werror
 }
 
-# What a checker looks at that takes most of its time for headers, each name followed by NUL: the units of a unity
-# build, and sources that are in none. Their compile commands are in the database's folder "units".
-source_units()
+# Names in the file "sources" what a checker looks at that takes most of its time for headers: the units of a unity
+# build, and sources that are in none, each followed by NUL. Their compile commands are in the folder "units".
+find_units()
 {
     make_database || return
-    files '*.cpp' | /usr/bin/python3 -B "$root/scripts/lint_units.py" "$tree" "$database" "$database/units" .clang-tidy
+    files '*.cpp' | /usr/bin/python3 -B "$root/scripts/lint_units.py" \
+        "$tree" "$database" "$database/units" .clang-tidy >"$database/sources"
 }
 
 # Its findings are errors because .clang-tidy says so.
 check_clang_tidy()
 {
-    source_units | on_each_changed clang-tidy .clang-tidy \
-        clang-tidy-14 --quiet -p "$database/units" --extra-arg=-Wno-unknown-warning-option
+    find_units || return
+    on_each_changed clang-tidy .clang-tidy \
+        clang-tidy-14 --quiet -p "$database/units" --extra-arg=-Wno-unknown-warning-option <"$database/sources"
 }
 
 # A constant of a test is made once, and none is made of another source's: there is no order to get wrong.
 check_clazy()
 {
-    local status=0 names tests='(^|/units/)tests/' look=(clazy-standalone -p "$database/units" --extra-arg=-Werror
+    local status=0 tests='(^|/units/)tests/' look=(clazy-standalone -p "$database/units" --extra-arg=-Werror
         --extra-arg=-Wno-unknown-warning-option
         --header-filter='/(app|net|crypto|local_files|ui|service|tests|bench)/[^.]+\.(h|cpp)$')
-    names=$(source_units | tr '\0' '\n') || return
-    { grep -v -E "$tests" <<<"$names" || true; } | tr '\n' '\0' \
+    find_units || return
+    { grep -z -v -E "$tests" "$database/sources" || true; } \
         | on_each_changed clazy '' "${look[@]}" --checks=level1 || status=1
-    { grep -E "$tests" <<<"$names" || true; } | tr '\n' '\0' \
+    { grep -z -E "$tests" "$database/sources" || true; } \
         | on_each_changed clazy '' "${look[@]}" --checks=level1,no-non-pod-global-static || status=1
     return "$status"
 }
