@@ -26,9 +26,9 @@ class MainPage : public LazyPage
     Q_OBJECT
 
 public:
-    /// Texts that keep the language in which they are made keep BUILDLANGUAGE, whenever that is.
-    MainPage(Language buildLanguage, QWidget *parent);
-    void retranslate(Language language);
+    /// Texts that keep the language in which they are made keep LANGUAGEOFTEXTS, whenever that is.
+    MainPage(Language languageOfTexts, QWidget *parent);
+    void retranslate(Language newLanguage);
     void setVisible(bool visible) override;
 
     [[nodiscard]] Rail *rail();

@@ -24,8 +24,8 @@ class ChatPage : public QWidget
     Q_OBJECT
 
 public:
-    ChatPage(Language language, QWidget *parent);
-    void retranslate(Language language);
+    ChatPage(Language shownLanguage, QWidget *parent);
+    void retranslate(Language newLanguage);
 
     /// The header of PEER. If a server's notice stood here it goes, and the history comes with showHistory().
     void showPeer(const QString &peer);

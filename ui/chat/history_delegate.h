@@ -20,8 +20,8 @@ class HistoryDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    /// LIST owns it.
-    explicit HistoryDelegate(QListWidget *list);
+    /// SERVED owns it.
+    explicit HistoryDelegate(QListWidget *served);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;

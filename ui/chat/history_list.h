@@ -27,8 +27,8 @@ public:
     /// ms; messages that are hard to draw wait for their turn once those at once have taken so long.
     static constexpr int longestAtOnce = 1'000;
 
-    /// LIST owns it.
-    explicit HistoryList(QListWidget *list);
+    /// WATCHED owns it.
+    explicit HistoryList(QListWidget *watched);
 
     /// Makes the list show ROWS and scrolls it to its bottom. Rows that it shows already are not touched.
     void show(const QList<HistoryRow> &rows);

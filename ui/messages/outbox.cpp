@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace tideloft::ui
 {
 
-Outbox::Outbox(const QString &ownDeviceId, QObject *parent) : QObject(parent), deviceId(ownDeviceId)
+Outbox::Outbox(QString ownDeviceId, QObject *parent) : QObject(parent), deviceId(std::move(ownDeviceId))
 {
     connect(&sealing, &SlicedSealing::busyChanged, this, [this] { emit sealingChanged(sealing.isBusy()); });
 }

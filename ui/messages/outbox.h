@@ -18,7 +18,7 @@ class Outbox : public QObject
     Q_OBJECT
 
 public:
-    explicit Outbox(const QString &ownDeviceId, QObject *parent = nullptr);
+    explicit Outbox(QString ownDeviceId, QObject *parent = nullptr);
 
     /// A user signs in: the text that waits may be another user's.
     void beginSignIn();

@@ -22,9 +22,9 @@ class Rail : public QWidget
 public:
     enum class Place { Messages, Settings };
 
-    Rail(Language language, QWidget *parent);
+    Rail(Language shownLanguage, QWidget *parent);
 
-    void retranslate(Language language);
+    void retranslate(Language newLanguage);
     void markPlace(Place place);
 
     /// Shows a button for each of SERVERS, as the service lists them.

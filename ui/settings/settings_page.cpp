@@ -135,6 +135,7 @@ void SettingsPage::setSavedBio(const QString &bio)
     showSavedBio(profile.bio, savedBio);
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): the page looks different then
 void SettingsPage::showPicture(const QPixmap &picture)
 {
     showPictureOn(profile.avatarButton, picture);

@@ -29,7 +29,7 @@ class SettingsPage : public QWidget
     Q_OBJECT
 
 public:
-    SettingsPage(const SettingsFacts &facts, Language language, QWidget *parent);
+    SettingsPage(const SettingsFacts &facts, Language shownLanguage, QWidget *parent);
     void retranslate(Language current) { language = current; }
 
     void showAccount(); ///< the first section

@@ -24,8 +24,8 @@ class ConversationList : public QObject
     Q_OBJECT
 
 public:
-    /// LIST owns it.
-    explicit ConversationList(QListWidget *list);
+    /// WATCHED owns it.
+    explicit ConversationList(QListWidget *watched);
 
     /// Makes the list show ROWS. Rows that it shows already are not touched. No entry is selected any more;
     /// the current one stays current for the keyboard, wherever it stands now, but nothing marks it.

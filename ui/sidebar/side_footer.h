@@ -19,9 +19,9 @@ class SideFooter : public QWidget
     Q_OBJECT
 
 public:
-    SideFooter(Language language, QWidget *parent);
+    SideFooter(Language shownLanguage, QWidget *parent);
 
-    void retranslate(Language language);
+    void retranslate(Language newLanguage);
 
     /// Shows the name and the initials of USERNAME.
     void showUser(const QString &username);

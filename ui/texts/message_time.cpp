@@ -36,7 +36,7 @@ bool readsAsWritten(const QDateTime &local, const QString &text)
 
 QDateTime LocalTimes::local(const QDateTime &time)
 {
-    constexpr qint64 seconds = 6 * 3600;
+    constexpr qint64 seconds = qint64{6} * 3600;
     if (!time.isValid() || time.timeSpec() == Qt::LocalTime || time.toSecsSinceEpoch() < 0)
         return withKnownOffset(time.toLocalTime());
     const qint64 asked = time.toSecsSinceEpoch() / seconds;
@@ -66,9 +66,11 @@ QString clockText(const QDateTime &time)
 {
     if (!time.isValid())
         return {};
-    static std::array<QString, 24 * 60> texts; // every message of a history has one
+    constexpr std::size_t minutes = 60;
+    static std::array<QString, 24 * minutes> texts; // every message of a history has one
     const QTime clock = time.time();
-    QString &text = texts.at(size_t(clock.hour() * 60 + clock.minute()));
+    QString &text =
+        texts.at(static_cast<std::size_t>(clock.hour()) * minutes + static_cast<std::size_t>(clock.minute()));
     if (text.isEmpty())
         text = clock.toString(u"HH:mm"_s);
     return text;
