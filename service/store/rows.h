@@ -38,7 +38,15 @@ public:
 private:
     const Engine &kind;
     int cleared = 0;
-    std::unordered_map<QString, std::unique_ptr<QSqlQuery>> idle;
+    /// Statements are few, and hardly two are of one length; looking at every letter costs as much as a small
+    /// query.
+    struct ByLength {
+        std::size_t operator()(const QString &statement) const
+        {
+            return static_cast<std::size_t>(statement.size());
+        }
+    };
+    std::unordered_map<QString, std::unique_ptr<QSqlQuery>, ByLength> idle;
 };
 
 /// What a statement has found or changed. While it lives the statement holds the state of the database that
