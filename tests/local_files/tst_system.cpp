@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 
 using namespace tideloft::local_files;
 using namespace tideloft::tests;
@@ -26,6 +27,10 @@ namespace
 {
 
 constexpr QFileDevice::Permissions readAndWrite = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+struct Freed {
+    void operator()(char *block) const { std::free(block); }
+};
 
 } // namespace
 
@@ -244,11 +249,10 @@ void TestSystem::wipesMemory()
 void TestSystem::allOfABlockMayBeOverwritten()
 {
     for (const size_t size : {size_t{1}, size_t{24}, size_t{100'000}}) {
-        auto *const block = static_cast<char *>(std::malloc(size));
+        const std::unique_ptr<char, Freed> block(static_cast<char *>(std::malloc(size)));
         QVERIFY(block);
-        QVERIFY(system::sizeOfBlock(block) >= size);
-        std::fill_n(block, system::sizeOfBlock(block), 'x');
-        std::free(block);
+        QVERIFY(system::sizeOfBlock(block.get()) >= size);
+        std::fill_n(block.get(), system::sizeOfBlock(block.get()), 'x');
     }
 }
 

@@ -18,7 +18,8 @@ bool isSendKey(const QKeyEvent &press)
 
 QString textBehindSent(const QString &written, const QString &sent)
 {
-    const auto *const begin = std::ranges::find_if_not(written, [](QChar character) { return character.isSpace(); });
+    const auto *const begin =
+        std::ranges::find_if_not(written, [](QChar character) { return character.isSpace(); });
     const QStringView typed = QStringView(written).sliced(begin - written.begin());
     if (sent.isEmpty() || !typed.startsWith(sent))
         return {};
