@@ -101,6 +101,7 @@ void copyDatabase(const Call &call)
 void checkDatabase(const Call &call)
 {
     OpenedDatabase database(call.database, OpenedDatabase::Form::AnyKnown, Database::Access::ReadOnly);
+    (*database).engine().allowLongWork(*database);
     const QStringList problems = problemsOf(*database);
     for (const QString &problem : problems)
         say(problem, stderr);

@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/accounts.h"
 
+#include "service/store/conflicts.h"
+
 #include <limits>
 
 namespace tideloft::service
@@ -133,9 +135,9 @@ void setPassword(Database &database, const User &user, const QByteArray &hash)
 void deleteUser(Database &database, const User &user, const std::function<void()> &betweenPieces)
 {
     disableUser(database, user);
-    while (!removePiece(database, user))
+    while (!againAfterConflicts([&] { return removePiece(database, user); }))
         betweenPieces();
-    removeRest(database, user);
+    againAfterConflicts([&] { removeRest(database, user); });
 }
 
 } // namespace tideloft::service

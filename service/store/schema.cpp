@@ -3,6 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "service/store/schema.h"
 
+#include "service/store/conflicts.h"
+
 #include <QStringList>
 
 namespace tideloft::service
@@ -84,7 +86,7 @@ void migrate(Database &database)
     refuseNewer(database, version);
     for (const SchemaStep &step : database.engine().schemaSteps()) {
         if (version < step.version)
-            version = takeStep(database, step);
+            version = againAfterConflicts([&] { return takeStep(database, step); });
     }
 }
 

@@ -5,9 +5,8 @@
 
 #include "service/store/account_rules.h"
 
-#include <sys/random.h>
+#include <QRandomGenerator>
 
-#include <array>
 #include <optional>
 
 namespace tideloft::service
@@ -37,18 +36,10 @@ QString historySubject(const QString &peer)
     return u"history/"_s + peer;
 }
 
-// Numbers in their order would tell everybody how much the others write. A message takes four, so many are
-// drawn at once: one at a time they were a tenth of what storing it cost.
+// Numbers in their order would tell everybody how much the others write.
 qint64 newVersion()
 {
-    thread_local std::array<quint64, 32> drawn; // 256 bytes, which is the most that may be asked for
-    thread_local std::size_t left = 0;
-    if (left == 0) {
-        if (getentropy(drawn.data(), sizeof drawn) != 0)
-            throw StorageError("The system has no randomness to give");
-        left = drawn.size();
-    }
-    return static_cast<qint64>(drawn[--left] >> 1U) + 1;
+    return static_cast<qint64>(QRandomGenerator::system()->generate64() >> 1U) + 1;
 }
 
 qint64 conversationsVersion(Database &database, const User &user)

@@ -20,6 +20,7 @@ private slots:
     void cleanupTestCase() { api.reset(); }
     void requestTakesFewStatements_data();
     void requestTakesFewStatements();
+    void waitingRequestsAskForTheirSessionsTogether();
     void wrongPasswordTakesOneForEachLimit();
 
 private:
@@ -93,6 +94,24 @@ void TestStatementCount::requestTakesFewStatements()
 }
 
 // An attempt that may not go on is looked for, too: how long is there to wait?
+void TestStatementCount::waitingRequestsAskForTheirSessionsTogether()
+{
+    const auto statementsOfThree = [this] {
+        std::vector<Reply> waiting;
+        waiting.reserve(3);
+        for (int i = 0; i < 3; ++i)
+            waiting.push_back(api->handle({"GET", "/api/me", {}, alice, {}, "peer"}));
+        const qsizetype before = statements();
+        for (const Reply &each : waiting) {
+            if (ApiFixture::finish(each).status != 200)
+                return qsizetype{-1};
+        }
+        return statements() - before;
+    };
+    QVERIFY(statementsOfThree() > 0);     // is prepared the first time
+    QCOMPARE(statementsOfThree(), 1 + 3); // sessions, and each its profile
+}
+
 void TestStatementCount::wrongPasswordTakesOneForEachLimit()
 {
     const QByteArray body =

@@ -29,6 +29,7 @@ private slots:
     void messagesGoWithTheLastWhoHasThem();
     void othersWriteBetweenThePiecesOfADeletion();
     void brokenOffDeletionIsBegunAgain();
+    void brokenOffDeletionLeavesNoConversationWithoutMessage();
     void nameOfADeletedAccountIsKept();
     void groupWithOthersStays();
     void accountsAreListed();
@@ -149,6 +150,19 @@ void TestStoredAccounts::brokenOffDeletionIsBegunAgain()
     deleteUser(database(), *again);
     QCOMPARE(rows(u"messages"_s), 0);
     QVERIFY(!findUser(database(), u"alice"_s));
+}
+
+// The last message of the two is in the first piece, and others before it are not.
+void TestStoredAccounts::brokenOffDeletionLeavesNoConversationWithoutMessage()
+{
+    for (int i = 0; i < 150; ++i)
+        store->send(store->alice, store->bob, QString::number(i), 2);
+    store->send(store->bob, store->alice, u"last"_s, 3);
+    deleteUser(database(), store->bob);
+    QVERIFY_THROWS_EXCEPTION(
+        std::runtime_error, deleteUser(database(), store->alice, [] { throw std::runtime_error("killed"); }));
+    QVERIFY(rows(u"messages"_s) > 0);
+    QCOMPARE(problemsOf(database()), QStringList());
 }
 
 void TestStoredAccounts::nameOfADeletedAccountIsKept()

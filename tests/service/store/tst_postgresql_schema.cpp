@@ -5,6 +5,7 @@
 #include "service/store/attempts.h"
 #include "service/store/history.h"
 #include "service/store/invitations.h"
+#include "service/store/maintenance.h"
 #include "service/store/schema.h"
 #include "service/store/users.h"
 #include "tests/service/postgresql_cluster.h"
@@ -12,6 +13,8 @@
 
 #include <QDir>
 #include <QFile>
+
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
@@ -29,6 +32,7 @@ private slots:
     void olderDatabaseIsKept_data();
     void olderDatabaseIsKept();
     void olderTableOfAttemptsIsReplaced();
+    void stepWaitsForWhoStoresMessage();
     void newerDatabaseIsLeftAlone();
 
 private:
@@ -116,6 +120,34 @@ void TestPostgresqlSchema::olderTableOfAttemptsIsReplaced()
     Store upgraded(place);
     Store fresh(cluster->newPlace());
     QCOMPARE(definitions(upgraded), definitions(fresh));
+}
+
+// An older service stores a message while a new one starts: first its users' rows, then the message.
+void TestPostgresqlSchema::stepWaitsForWhoStoresMessage()
+{
+    writeOldDatabase(place, 6);
+    Database older(place);
+    Transaction storing(older);
+    older.run(u"SELECT id FROM users ORDER BY id FOR UPDATE"_s);
+    QString failure;
+    std::thread newer([&] {
+        try {
+            const Store database(place);
+        } catch (const StorageError &error) {
+            failure = QString::fromUtf8(error.what());
+        }
+    });
+    QTRY_VERIFY(Database(place).number(u"SELECT count(*) FROM pg_locks WHERE NOT granted"_s) > 0);
+    older.run(u"INSERT INTO messages (sender_id, recipient_id, text, iv, recipient_keys, sender_keys,"
+              " encrypted, created_at) VALUES (1, 2, 'meanwhile', '', '[]', '[]', 0, 1)"_s);
+    older.run(
+        u"UPDATE conversations SET last_message_id = (SELECT max(id) FROM messages) WHERE user_id = 1"_s);
+    storing.commit();
+    newer.join();
+    QCOMPARE(failure, QString());
+    requireCurrentVersion(older);
+    QCOMPARE(older.number(u"SELECT count(*) FROM messages WHERE text = 'meanwhile'"_s), 1);
+    QCOMPARE(problemsOf(older), QStringList());
 }
 
 void TestPostgresqlSchema::newerDatabaseIsLeftAlone()
