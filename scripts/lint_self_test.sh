@@ -17,7 +17,8 @@ declare -rA faultWords=(
 $'48.png.*differ\ncomponent-name-missing\nunknown macro: .Xx'
     [cppcheck]='\[arrayIndexOutOfBounds\]'
     [clazy]='Wclazy-range-loop'
-    [clang-tidy]=$'readability-function-size\nclang-analyzer-core.NullDereference'
+    [clang-tidy]=$'readability-function-size\nclang-analyzer-core.NullDereference\nmisc-unused-alias-decls\n'\
+$'alone.cpp.*modernize-use-nullptr'
 )
 
 append()
@@ -72,6 +73,8 @@ plant_clang_tidy()
     { echo 'int many(int count)'; echo '{'; yes '    count += 2;' | head -n 45; echo '    return count;'; echo '}'; } \
         | append net/sum.cpp
     append net/sum.cpp <<<$'int nothing(const int *value)\n{\n    return value == nullptr ? *value : 0;\n}'
+    append net/sum.cpp <<<$'namespace numbers = std;'
+    append net/alone.cpp <<<'const int *none = 0;'
 }
 
 # The first lines of a file: whose it is. COMMENT begins a line of comment.
@@ -93,6 +96,7 @@ plain_sources()
 {
     { notice //; printf '#include <QStringList>\n\nint sum(int left, int right)\n{\n    return left + right;\n}\n'; } \
         >net/sum.cpp
+    { notice //; echo 'int alone();'; } >net/alone.cpp
     { notice '#'; echo 'print(1)'; } >scripts/count.py
     { echo '#!/usr/bin/env bash'; notice '#'; printf 'echo "%s"\n' "\$1"; } >scripts/say
     { printf '# A tree\n\n<!--\n'; notice ' '; echo '-->'; } >README.md
@@ -107,14 +111,14 @@ plain_packaging()
     cp "$root/scripts/packages.sh" scripts
 }
 
-# How its source is compiled, alone and in a unit, in the folder's own database.
+# How its sources are compiled, one of them in a unit, in the folder's own database.
 plain_database()
 {
     local headers unity=build/CMakeFiles/net.dir/Unity/unity_0_cxx.cxx source command entries=()
     headers=$(qtpaths6 --query QT_INSTALL_HEADERS)
     mkdir -p "${unity%/*}"
     printf '#include "%s"\n' "$PWD/net/sum.cpp" >"$unity"
-    for source in net/sum.cpp "$unity"; do
+    for source in net/alone.cpp "$unity"; do
         command="g++ -std=c++20 -fPIC -Wall -Werror -DQT_CORE_LIB -isystem $headers -isystem $headers/QtCore -c $source"
         entries+=("$(printf '{"directory": "%s", "file": "%s", "command": "%s"}' "$PWD" "$source" "$command")")
     done

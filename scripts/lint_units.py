@@ -3,7 +3,7 @@
 Usage: lint_units.py ROOT DATABASE FOLDER SETTINGS <NAMES
 
 DATABASE/compile_commands.json is that of a unity build. In FOLDER, which is made anew, there will be a source for each
-of its units, a compile_commands.json of all that is compiled, and beside the units of each folder of ROOT a copy of the
+of its units, a compile_commands.json of the units and of every source, and beside the units of each folder of ROOT a copy of the
 file SETTINGS that says how its sources are looked at. NAMES are sources, each followed by NUL: printed is what to look
 at in their place, units and the sources that are in none, in the same form.
 """
@@ -41,16 +41,19 @@ def main():
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     entries = json.loads((database / "compile_commands.json").read_text(encoding="utf-8"))
+    compiled = []
     units = []
     covered = set()
     for entry in entries:
         if "/Unity/unity_" not in entry["file"]:
+            compiled.append(entry)
             continue
         name, sources = write_unit(root, folder, sys.argv[4], os.path.join(entry["directory"], entry["file"]))
-        entry.update(file=name, command=entry["command"].replace(entry["file"], name))
+        compiled += [dict(entry, file=file, command=entry["command"].replace(entry["file"], file))
+                     for file in [name] + sources]
         units.append(name)
         covered.update(sources)
-    (folder / "compile_commands.json").write_text(json.dumps(entries), encoding="utf-8")
+    (folder / "compile_commands.json").write_text(json.dumps(compiled), encoding="utf-8")
     wanted = [name for name in sys.stdin.read().split("\0") if name]
     alone = [name for name in wanted if os.path.abspath(name) not in covered]
     sys.stdout.write("".join(f"{name}\0" for name in units + alone))
