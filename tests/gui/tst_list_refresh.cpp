@@ -72,10 +72,9 @@ struct HistoryWindows {
 
     void show(const QList<HistoryRow> &models)
     {
-        QList<HistoryRow> rows = models;
         refreshedHistory->show(models);
         rebuilt.list.clear();
-        rebuiltHistory->show(rows);
+        rebuiltHistory->show(models);
         settle();
     }
     void settle() const

@@ -88,7 +88,7 @@ void TestApiClientSession::noChallengeIsAnswered_data()
 {
     QTest::addColumn<QByteArray>("challenge");
     QTest::newRow("Basic") << QByteArray("Basic realm=\"x\"");
-    QTest::newRow("Digest") << QByteArray("Digest realm=\"x\", nonce=\"abc\", qop=\"auth\"");
+    QTest::newRow("Digest") << QByteArray(R"(Digest realm="x", nonce="abc", qop="auth")");
     QTest::newRow("NTLM") << QByteArray("NTLM");
     QTest::newRow("Negotiate, without a ticket") << QByteArray("Negotiate");
 }

@@ -218,7 +218,7 @@ void TestETagCache::tagsThatAreNoneAreNotRepeated_data()
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("without quotes") << QByteArray("v1");
     QTest::newRow("one quote") << QByteArray("\"");
-    QTest::newRow("quote inside") << QByteArray("\"a\"b\"");
+    QTest::newRow("quote inside") << QByteArray(R"("a"b")");
     QTest::newRow("blank inside") << QByteArray("\"a b\"");
     QTest::newRow("control character") << QByteArray("\"a\x01\"");
     QTest::newRow("too long") << '"' + QByteArray(200, 'a') + '"';

@@ -32,8 +32,8 @@ public:
         settings.registrationsPerMinute = 0;
         return settings;
     }
-    explicit ApiServer(const service::ApiSettings &settings = usualSettings())
-        : apiSettings(settings),
+    explicit ApiServer(service::ApiSettings settings = usualSettings())
+        : apiSettings(std::move(settings)),
           thread([this] { run(); })
     {
         ready.acquire();

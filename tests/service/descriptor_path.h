@@ -7,18 +7,18 @@
 
 #include <unistd.h>
 
-namespace
+namespace tideloft::tests
 {
 
 /// False, and PATH holds nothing, when the descriptor has no file.
 inline bool readPathOf(int descriptor, char (&path)[4096])
 {
-    char link[64];
-    std::snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
-    const ssize_t size = readlink(link, path, sizeof path - 1);
+    char own[64];
+    std::snprintf(own, sizeof own, "/proc/self/fd/%d", descriptor);
+    const ssize_t size = readlink(own, path, sizeof path - 1);
     if (size >= 0)
         path[size] = '\0';
     return size >= 0;
 }
 
-} // namespace
+} // namespace tideloft::tests

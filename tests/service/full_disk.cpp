@@ -18,7 +18,7 @@ namespace
 bool isTable(int descriptor)
 {
     char path[4096];
-    return readPathOf(descriptor, path) && std::strstr(path, "/base/") != nullptr;
+    return tideloft::tests::readPathOf(descriptor, path) && std::strstr(path, "/base/") != nullptr;
 }
 
 bool isRefused(int descriptor, size_t size, off64_t offset)

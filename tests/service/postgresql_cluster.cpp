@@ -55,8 +55,8 @@ void prepare(QProcess &process)
 
 } // namespace
 
-PostgresqlCluster::PostgresqlCluster(const QStringList &more, Beginning beginning)
-    : settings(more),
+PostgresqlCluster::PostgresqlCluster(QStringList more, Beginning beginning)
+    : settings(std::move(more)),
       usedPort(freePort())
 {
     if (geteuid() == 0 && ::chown(qPrintable(folder.path()), nobody, nobody) != 0)

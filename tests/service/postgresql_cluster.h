@@ -16,7 +16,7 @@ public:
     enum class Beginning { Empty, Bare };
 
     /// MORE are settings of the server, "name=value". A bare one has a folder and no server in it.
-    explicit PostgresqlCluster(const QStringList &more = {QStringLiteral("fsync=off")},
+    explicit PostgresqlCluster(QStringList more = {QStringLiteral("fsync=off")},
                                Beginning beginning = Beginning::Empty);
     Q_DISABLE_COPY_MOVE(PostgresqlCluster)
     ~PostgresqlCluster();

@@ -19,7 +19,7 @@ bool isRefused(int descriptor)
 {
     const char *mark = std::getenv("TIDELOFT_READ_ONLY");
     char path[4096];
-    if (!mark || access(mark, F_OK) != 0 || !readPathOf(descriptor, path))
+    if (!mark || access(mark, F_OK) != 0 || !tideloft::tests::readPathOf(descriptor, path))
         return false;
     errno = EROFS;
     return std::strstr(path, ".sqlite") != nullptr && std::strstr(path, "-shm") == nullptr;

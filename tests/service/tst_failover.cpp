@@ -139,6 +139,7 @@ void TestFailover::standbyTakesOver()
     load.port = service.port();
     std::array<Writer, writerCount> writers = makeWriters(place);
     std::vector<std::thread> threads;
+    threads.reserve(writers.size());
     for (Writer &writer : writers)
         threads.emplace_back([&] { write(load, writer); });
     const auto more = [&load](int count) { return load.acknowledged >= count; };

@@ -42,7 +42,10 @@ private:
         std::unique_ptr<Daemon> daemon;
         std::atomic<quint16> port = 0;
     };
+    using Writers = std::array<Writer, writerCount>;
+    Writers storedWriters() const;
     void start(Service &service) const;
+    bool killInTurns(int kills, QRandomGenerator &random);
     HttpReply repeated(const QByteArray &method, const QByteArray &target, const QByteArray &cookie,
                        const QJsonObject &body, QRandomGenerator &random);
     void write(Writer &writer, quint32 seed);
@@ -107,30 +110,21 @@ void TestKilledServices::check(const Writer &writer) const
     QCOMPARE(kept, writer.acknowledged);
 }
 
-void TestKilledServices::nothingIsLostAndNothingDoubled()
+TestKilledServices::Writers TestKilledServices::storedWriters() const
 {
-    const int kills = rounds(3, 50);
-    PostgresqlCluster cluster;
-    place = cluster.newPlace();
-    std::array<Writer, writerCount> writers;
-    {
-        Store database(place);
-        for (std::size_t i = 0; i < writers.size(); ++i) {
-            writers[i].name = u"user%1"_s.arg(i);
-            writers[i].peer = u"user%1"_s.arg(i ^ 1U); // two and two talk to each other
-            writers[i].cookie = storeSession(database, writers[i].name);
-        }
+    Writers writers;
+    Store database(place);
+    for (std::size_t i = 0; i < writers.size(); ++i) {
+        writers[i].name = u"user%1"_s.arg(i);
+        writers[i].peer = u"user%1"_s.arg(i ^ 1U); // two and two talk to each other
+        writers[i].cookie = storeSession(database, writers[i].name);
     }
-    for (Service &service : services)
-        start(service);
-    if (QTest::currentTestFailed())
-        return;
-    const quint32 seed = QRandomGenerator::global()->generate();
-    qInfo("seed %u", seed);
-    QRandomGenerator random(seed);
-    std::vector<std::thread> threads;
-    for (std::size_t i = 0; i < writers.size(); ++i)
-        threads.emplace_back([&, i] { write(writers[i], seed + static_cast<quint32>(i)); });
+    return writers;
+}
+
+// False when the writers do not get on.
+bool TestKilledServices::killInTurns(int kills, QRandomGenerator &random)
+{
     bool goesOn = true;
     for (int kill = 0; kill < kills && goesOn; ++kill) {
         const auto more = [this, wanted = stored + 20 + random.bounded(20)] { return stored >= wanted; };
@@ -142,6 +136,26 @@ void TestKilledServices::nothingIsLostAndNothingDoubled()
         start(killed);
         goesOn = goesOn && !QTest::currentTestFailed();
     }
+    return goesOn;
+}
+
+void TestKilledServices::nothingIsLostAndNothingDoubled()
+{
+    PostgresqlCluster cluster;
+    place = cluster.newPlace();
+    Writers writers = storedWriters();
+    for (Service &service : services)
+        start(service);
+    if (QTest::currentTestFailed())
+        return;
+    const quint32 seed = QRandomGenerator::global()->generate();
+    qInfo("seed %u", seed);
+    QRandomGenerator random(seed);
+    std::vector<std::thread> threads;
+    threads.reserve(writers.size());
+    for (std::size_t i = 0; i < writers.size(); ++i)
+        threads.emplace_back([&, i] { write(writers[i], seed + static_cast<quint32>(i)); });
+    const bool goesOn = killInTurns(rounds(3, 50), random);
     over = true;
     givenUp = !goesOn;
     for (std::thread &thread : threads)

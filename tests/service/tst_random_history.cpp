@@ -176,6 +176,7 @@ void TestRandomHistory::orderIsOneForAllAndNeverChanges()
 
 // The order above is not that of the times, so it was put to the test. A history of the test before is
 // needed.
+// NOLINTNEXTLINE(readability-make-member-function-const): a test
 void TestRandomHistory::clocksWereApart()
 {
     QVERIFY(stepsBack > 0);

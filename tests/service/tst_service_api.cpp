@@ -48,7 +48,7 @@ QMap<QByteArray, QByteArray> takeHeaders(QByteArray &text)
     return headers;
 }
 
-Example parse(QByteArray text)
+Example parse(const QByteArray &text)
 {
     const qsizetype middle = text.indexOf("\n---\n");
     QByteArray request = text.left(middle);

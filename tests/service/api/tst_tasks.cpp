@@ -31,6 +31,7 @@ void TestTasks::oneAddressLeavesOthersTheirTurnToHash()
             fixture.api.handle({"POST", "/api/auth/login", "application/json", {}, body, peer}));
     };
     std::vector<std::shared_ptr<ApiFixture::Begun>> many;
+    many.reserve(10);
     for (int i = 0; i < 10; ++i)
         many.push_back(signIn("1"));
     QTRY_COMPARE(fixture.api.queues().reads, std::size_t{0});

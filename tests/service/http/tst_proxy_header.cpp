@@ -28,6 +28,35 @@ const QByteArray v6 = QByteArray::fromHex("20010db8000100020000000000000009"
                                           "20010db8000000000000000000000001 0fa0 01bb");
 const QByteArray entry = QByteArray::fromHex("02 0003") + "abc";
 
+void rowsOfRefusedBytes()
+{
+    const auto row = [](const char *name, const QByteArray &bytes) { QTest::newRow(name) << bytes; };
+    row("line without its end", "PROXY TCP4 192.0.2.7 10.0.0.1 4000 443\n");
+    row("line with half an end", "PROXY TCP4 192.0.2.7 10.0.0.1 4000 443\rX");
+    row("line that is too long", "PROXY UNKNOWN " + QByteArray(107 - 15, 'f') + "\r\n");
+    row("line that does not end", "PROXY UNKNOWN " + QByteArray(107 - 14, 'f'));
+    row("zero in an address", QByteArray("PROXY TCP4 192.0.2.7\0 10.0.0.1 4000 443\r\n", 41));
+    row("one zero byte", QByteArray(1, '\0'));
+    row("TLS", QByteArray::fromHex("16030102000100"));
+    row("block, damaged signature", proxyBlock(0x21, 0x11, proxiedIpv4).replace("QUIT", "QUIZ"));
+    row("block of version 1", proxyBlock(0x11, 0x11, proxiedIpv4));
+    row("block of version 3", proxyBlock(0x31, 0x11, proxiedIpv4));
+    row("block, another command", proxyBlock(0x22, 0x11, proxiedIpv4));
+    row("block, datagrams", proxyBlock(0x21, 0x12, proxiedIpv4));
+    row("block, datagrams over IPv6", proxyBlock(0x21, 0x22, v6));
+    row("block, no transport", proxyBlock(0x21, 0x10, proxiedIpv4));
+    row("block, a socket of the machine", proxyBlock(0x21, 0x31, QByteArray(216, 'x')));
+    row("block, another family", proxyBlock(0x21, 0x41, proxiedIpv4));
+    row("block without addresses", proxyBlock(0x21, 0x11, {}));
+    row("block, short addresses", proxyBlock(0x21, 0x11, proxiedIpv4.chopped(1)));
+    row("block, short addresses of IPv6", proxyBlock(0x21, 0x21, proxiedIpv4));
+    row("block, half an entry", proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("0400")));
+    row("block, an entry beyond the end",
+        proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("040001")));
+    row("block that is too long", proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray(2048 - 16 - 11, 'x')));
+    row("the proxy's own block that is too long", proxyBlock(0x20, 0x00, QByteArray(65535, 'x')));
+}
+
 } // namespace
 
 class TestProxyHeader : public QObject
@@ -112,57 +141,33 @@ void TestProxyHeader::whatComesAfterIsLeft()
 void TestProxyHeader::refused_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    const auto line = [](const char *text) { QTest::newRow(text) << QByteArray(text) + "\r\n"; };
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 4000");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 4000 443 1");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 4000 443 ");
-    line("PROXY  TCP4 192.0.2.7 10.0.0.1 4000 443");
-    line("PROXY TCP4\t192.0.2.7 10.0.0.1 4000 443");
-    line("PROXY tcp4 192.0.2.7 10.0.0.1 4000 443");
-    line("PROXY TCP4 2001:db8::7 ::1 4000 443");
-    line("PROXY TCP6 192.0.2.7 10.0.0.1 4000 443");
-    line("PROXY TCP4 192.0.2.7 ::1 4000 443");
-    line("PROXY TCP4 192.0.2 10.0.0.1 4000 443");
-    line("PROXY TCP4 192.0.2.256 10.0.0.1 4000 443");
-    line("PROXY TCP4 192.0.2.07 10.0.0.1 4000 443");
-    line("PROXY TCP4 3221225991 10.0.0.1 4000 443");
-    line("PROXY TCP4 localhost 10.0.0.1 4000 443");
-    line("PROXY TCP6 fe80::7%lo ::1 4000 443");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 65536 443");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 -1 443");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 +1 443");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 01 443");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1  443");
-    line("PROXY TCP4 192.0.2.7 10.0.0.1 4000 99999999999");
-    line("PROXY UNKNOWNS");
-    line("PROXY ");
-    line("proxy TCP4 192.0.2.7 10.0.0.1 4000 443");
-    line("GET / HTTP/1.1");
-    const auto row = [](const char *name, const QByteArray &bytes) { QTest::newRow(name) << bytes; };
-    row("line without its end", "PROXY TCP4 192.0.2.7 10.0.0.1 4000 443\n");
-    row("line with half an end", "PROXY TCP4 192.0.2.7 10.0.0.1 4000 443\rX");
-    row("line that is too long", "PROXY UNKNOWN " + QByteArray(107 - 15, 'f') + "\r\n");
-    row("line that does not end", "PROXY UNKNOWN " + QByteArray(107 - 14, 'f'));
-    row("zero in an address", QByteArray("PROXY TCP4 192.0.2.7\0 10.0.0.1 4000 443\r\n", 41));
-    row("one zero byte", QByteArray(1, '\0'));
-    row("TLS", QByteArray::fromHex("16030102000100"));
-    row("block, damaged signature", proxyBlock(0x21, 0x11, proxiedIpv4).replace("QUIT", "QUIZ"));
-    row("block of version 1", proxyBlock(0x11, 0x11, proxiedIpv4));
-    row("block of version 3", proxyBlock(0x31, 0x11, proxiedIpv4));
-    row("block, another command", proxyBlock(0x22, 0x11, proxiedIpv4));
-    row("block, datagrams", proxyBlock(0x21, 0x12, proxiedIpv4));
-    row("block, datagrams over IPv6", proxyBlock(0x21, 0x22, v6));
-    row("block, no transport", proxyBlock(0x21, 0x10, proxiedIpv4));
-    row("block, a socket of the machine", proxyBlock(0x21, 0x31, QByteArray(216, 'x')));
-    row("block, another family", proxyBlock(0x21, 0x41, proxiedIpv4));
-    row("block without addresses", proxyBlock(0x21, 0x11, {}));
-    row("block, short addresses", proxyBlock(0x21, 0x11, proxiedIpv4.chopped(1)));
-    row("block, short addresses of IPv6", proxyBlock(0x21, 0x21, proxiedIpv4));
-    row("block, half an entry", proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("0400")));
-    row("block, an entry beyond the end",
-        proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray::fromHex("040001")));
-    row("block that is too long", proxyBlock(0x21, 0x11, proxiedIpv4 + QByteArray(2048 - 16 - 11, 'x')));
-    row("the proxy's own block that is too long", proxyBlock(0x20, 0x00, QByteArray(65535, 'x')));
+    for (const char *line : {"PROXY TCP4 192.0.2.7 10.0.0.1 4000",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1 4000 443 1",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1 4000 443 ",
+                             "PROXY  TCP4 192.0.2.7 10.0.0.1 4000 443",
+                             "PROXY TCP4\t192.0.2.7 10.0.0.1 4000 443",
+                             "PROXY tcp4 192.0.2.7 10.0.0.1 4000 443",
+                             "PROXY TCP4 2001:db8::7 ::1 4000 443",
+                             "PROXY TCP6 192.0.2.7 10.0.0.1 4000 443",
+                             "PROXY TCP4 192.0.2.7 ::1 4000 443",
+                             "PROXY TCP4 192.0.2 10.0.0.1 4000 443",
+                             "PROXY TCP4 192.0.2.256 10.0.0.1 4000 443",
+                             "PROXY TCP4 192.0.2.07 10.0.0.1 4000 443",
+                             "PROXY TCP4 3221225991 10.0.0.1 4000 443",
+                             "PROXY TCP4 localhost 10.0.0.1 4000 443",
+                             "PROXY TCP6 fe80::7%lo ::1 4000 443",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1 65536 443",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1 -1 443",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1 +1 443",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1 01 443",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1  443",
+                             "PROXY TCP4 192.0.2.7 10.0.0.1 4000 99999999999",
+                             "PROXY UNKNOWNS",
+                             "PROXY ",
+                             "proxy TCP4 192.0.2.7 10.0.0.1 4000 443",
+                             "GET / HTTP/1.1"})
+        QTest::newRow(line) << QByteArray(line) + "\r\n";
+    rowsOfRefusedBytes();
 }
 
 void TestProxyHeader::refused()

@@ -77,6 +77,7 @@ void TestAttempts::manyAtOnceAreNotMoreThanAllowed()
     const Store made(place);
     std::atomic<int> allowed = 0;
     std::vector<std::thread> threads;
+    threads.reserve(6);
     for (int i = 0; i < 6; ++i) {
         threads.emplace_back([&] {
             Database own(place);

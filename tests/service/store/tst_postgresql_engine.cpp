@@ -73,6 +73,7 @@ void TestPostgresqlEngine::manyMayStartAtOnce()
 {
     std::atomic<int> started = 0;
     std::vector<std::thread> threads;
+    threads.reserve(6);
     for (int i = 0; i < 6; ++i) {
         threads.emplace_back([&] {
             Store database(place);

@@ -128,6 +128,7 @@ void TestSessionLookUps::everyThreadGetsItsOwn()
     std::atomic<int> right = 0;
     const auto findSome = [&](Database &own, int from) {
         std::vector<SessionLookUps::Ticket> tickets;
+        tickets.reserve(atOnce);
         for (int i = 0; i < atOnce; ++i)
             tickets.push_back(lookUps.want(hashOf((from + i) % (users + 1))));
         for (int i = 0; i < atOnce; ++i) {
@@ -137,6 +138,7 @@ void TestSessionLookUps::everyThreadGetsItsOwn()
         }
     };
     std::vector<std::thread> threads;
+    threads.reserve(readers);
     for (int reader = 0; reader < readers; ++reader) {
         threads.emplace_back([&, reader] {
             Database own(place, Database::Access::ReadOnly);

@@ -195,6 +195,7 @@ void TestStoreThreads::manyThreadsAtOnce()
     StoreThreads store({place(), 3});
     std::atomic<int> stored = 0;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&, t] {
             for (int i = 0; i < perThread; ++i) {

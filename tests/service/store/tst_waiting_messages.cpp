@@ -10,8 +10,9 @@
 #include "tests/service/store/written_change.h"
 #include "tests/support/test_main.h"
 
+#include <QRandomGenerator>
+
 #include <limits>
-#include <random>
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::service;
@@ -119,9 +120,9 @@ void TestWaitingMessages::brokenMessageLeavesTheOthers()
 {
     Messages messages = fivePlainMessages();
     QByteArray bytes(9000, Qt::Uninitialized);
-    std::mt19937 random(1);
+    QRandomGenerator random(1);
     for (char &byte : bytes)
-        byte = static_cast<char>(random() % 256);
+        byte = static_cast<char>(random.bounded(256));
     messages[2].message.iv = QString::fromLatin1(bytes.toBase64());
     StoreThreads store(oneWriter(database->place()));
     QCOMPARE(storeWaiting(store, messages), (QList<bool>{true, true, false, true, true}));
