@@ -4,6 +4,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/eager_history.h"
 #include "tests/support/long_form.h"
+#include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 #include "tests/support/widget_parts.h"
 #include "tests/ui/chat/history_window.h"
@@ -198,7 +199,7 @@ void TestHistoryOracle::settle()
 {
     QApplication::processEvents();
     eager->history->layOut();
-    QTRY_VERIFY_WITH_TIMEOUT(lazy->history->isSettled(), 60'000);
+    QTRY_VERIFY_WITH_TIMEOUT(lazy->history->isSettled(), 12 * patience());
     QApplication::processEvents();
 }
 

@@ -3,6 +3,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/eager_conversations.h"
 #include "tests/support/long_form.h"
+#include "tests/support/patience.h"
 #include "tests/support/test_main.h"
 #include "tests/support/widget_parts.h"
 #include "tests/ui/sidebar/conversation_window.h"
@@ -126,7 +127,7 @@ void TestConversationOracle::looksLikeAListOfAllWidgets()
         QApplication::processEvents();
         QCOMPARE(difference(lazy.window, eager.window), QString());
     }
-    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 12 * patience());
     for (int i = 0; i < eager.window.list.count(); ++i)
         QCOMPARE(lazy.window.spoken(i), eager.window.spoken(i));
 }
@@ -149,7 +150,7 @@ void TestConversationOracle::otherFontsLookLikeThoseOfTheBeginning()
     changed.window.list.setStyleSheet(darkStyleSheet() + u"QWidget { font-family: \"DejaVu Sans Mono\"; }"_s);
     QApplication::processEvents();
     conversations->show(changed.service.rows());
-    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
+    QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 12 * patience());
     const QImage before = changed.window.list.grab().toImage();
     changed.window.list.setStyleSheet(darkStyleSheet()); // in narrower letters more of a text has room
     QApplication::processEvents();
@@ -157,7 +158,7 @@ void TestConversationOracle::otherFontsLookLikeThoseOfTheBeginning()
     for (const int value : {0, 1'000, 300}) {
         for (const Side *side : {&changed, &usual})
             side->window.bar()->setValue(value);
-        QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled() && others->isSettled(), 60'000);
+        QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled() && others->isSettled(), 12 * patience());
         QApplication::processEvents();
         QCOMPARE(difference(changed.window, usual.window), QString());
     }
