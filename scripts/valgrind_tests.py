@@ -34,7 +34,8 @@ def execute(command, suppressions, directory):
     # A program that starts another is two processes for a moment, and both would write into one file.
     report = pathlib.Path(directory, "%p.xml")
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TZ="UTC", LC_ALL="C.UTF-8",
-                       TIDELOFT_TEST_PATIENCE="20", QTEST_FUNCTION_TIMEOUT=str(2 * 60 * 60 * 1000))
+                       TIDELOFT_TEST_PATIENCE="20", TIDELOFT_TEST_ROUNDS="1",
+                       QTEST_FUNCTION_TIMEOUT=str(2 * 60 * 60 * 1000))
     with subprocess.Popen(
             ["valgrind", "--xml=yes", f"--xml-file={report}", "--leak-check=full",
              "--show-leak-kinds=definite", "--num-callers=40",
