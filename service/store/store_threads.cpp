@@ -57,6 +57,13 @@ private:
     std::chrono::steady_clock::time_point next = std::chrono::steady_clock::now() + background.whenDone;
 };
 
+void joinAll(std::vector<std::thread> &threads)
+{
+    for (std::thread &thread : threads)
+        thread.join();
+    threads.clear();
+}
+
 } // namespace
 
 StoreThreads::StoreThreads(const StoreSettings &settings)
@@ -69,11 +76,11 @@ StoreThreads::StoreThreads(const StoreSettings &settings)
     if (shared)
         storeCache.keepNothing();
     try {
-        startThread([this, settings](Opened &opened) { writeAll(settings, opened); });
+        startThread(writers, [this, settings](Opened &opened) { writeAll(settings, opened); });
         for (std::size_t i = 1; shared && i < settings.writers; ++i)
-            startThread([this, settings](Opened &opened) { writeBeside(settings, opened); });
+            startThread(writers, [this, settings](Opened &opened) { writeBeside(settings, opened); });
         for (std::size_t i = 0; i < settings.readers; ++i)
-            startThread([this, settings](Opened &opened) { readAll(settings.place, opened); });
+            startThread(readers, [this, settings](Opened &opened) { readAll(settings.place, opened); });
     } catch (...) {
         stop();
         throw;
@@ -85,19 +92,18 @@ StoreThreads::~StoreThreads()
     stop();
 }
 
-// The writer ends last: only the last connection takes the journals away.
+// The writer of a file ends when nobody reads any more: only the last connection takes the journals away, and
+// of two that end at the same moment neither is the last.
 void StoreThreads::stop()
 {
     reads.close();
+    joinAll(readers);
     writes.close();
-    while (!threads.empty()) {
-        threads.back().join();
-        threads.pop_back();
-    }
+    joinAll(writers);
 }
 
 // Each thread opens its connection itself, because a connection belongs to its thread.
-template <typename Work> void StoreThreads::startThread(Work work)
+template <typename Work> void StoreThreads::startThread(std::vector<std::thread> &threads, Work work)
 {
     auto opened = std::make_shared<Opened>();
     std::future<void> result = opened->get_future();

@@ -79,7 +79,7 @@ private:
     void writeAll(const StoreSettings &settings, Opened &opened);
     void writeBeside(StoreSettings settings, Opened &opened);
     void writeWith(Database &database, const StoreSettings &settings, Opened &opened);
-    template <typename Work> void startThread(Work work);
+    template <typename Work> void startThread(std::vector<std::thread> &threads, Work work);
     void stop();
     void refuse(Batch batch, const std::exception_ptr &failure);
 
@@ -89,7 +89,8 @@ private:
     SessionLookUps sessionLookUps{shared};
     BoundedQueue<ReadTask> reads;
     WriteQueue writes;
-    std::vector<std::thread> threads; ///< writers come first
+    std::vector<std::thread> readers;
+    std::vector<std::thread> writers;
 };
 
 } // namespace tideloft::service

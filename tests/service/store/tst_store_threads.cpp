@@ -34,6 +34,7 @@ private slots:
     void fullQueueRefuses();
     void writesUnderWayAreFinishedAtTheEnd();
     void manyThreadsAtOnce();
+    void theJournalOfAFileIsTakenAwayAtTheEnd();
 
 private:
     QString place() const { return storage->place(directory->filePath(u"test.sqlite"_s)); }
@@ -210,6 +211,22 @@ void TestStoreThreads::manyThreadsAtOnce()
         thread.join();
     QCOMPARE(stored, 4 * perThread);
     QCOMPARE(userCount(store), 4 * perThread);
+}
+
+// Many times, for whether two connections end at the same moment is up to the threads.
+void TestStoreThreads::theJournalOfAFileIsTakenAwayAtTheEnd()
+{
+    const QString file = directory->filePath(u"journal.sqlite"_s);
+    for (int round = 1; round <= 100; ++round) {
+        {
+            StoreThreads store({file, 2});
+            QVERIFY(isStored(
+                write(store, [round](Database &database) { insertUser(database, QString::number(round)); })));
+            QCOMPARE(userCount(store), round);
+            QVERIFY(QFile::exists(file + u"-wal"_s));
+        }
+        QVERIFY(!QFile::exists(file + u"-wal"_s));
+    }
 }
 
 TIDELOFT_TEST_MAIN(TestStoreThreads)
