@@ -5,18 +5,20 @@
 
 #include "tests/support/test_service_endpoint.h"
 
+#include <QEventLoop>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QThread>
 
-#include <atomic>
+#include <future>
 #include <memory>
 
 namespace tideloft::tests
 {
 
 /// Answers every request with the same bytes, and ends the connection a moment after them: in a thread of its
-/// own, so that the client may hear of the end at any point of its work on the bytes.
+/// own, so that the client may hear of the end at any point of its work on the bytes. The client may also
+/// open a connection that it then does not need: nobody waits for a request there.
 class CuttingService
 {
 public:
@@ -24,13 +26,11 @@ public:
     {
         thread.reset(QThread::create([this] { serve(); }));
         thread->start();
-        while (port == 0)
-            QThread::yieldCurrentThread();
-        setServiceBaseUrl(QStringLiteral("http://127.0.0.1:%1").arg(port.load()));
+        setServiceBaseUrl(QStringLiteral("http://127.0.0.1:%1").arg(port.get_future().get()));
     }
     ~CuttingService()
     {
-        stopping = true;
+        thread->quit();
         thread->wait();
     }
     Q_DISABLE_COPY_MOVE(CuttingService)
@@ -41,28 +41,27 @@ private:
         QTcpServer server;
         if (!server.listen(QHostAddress::LocalHost))
             qFatal("The cutting service found no port: %s", qPrintable(server.errorString()));
-        port = server.serverPort();
-        while (!stopping) {
-            if (server.waitForNewConnection(20))
-                answer(*std::unique_ptr<QTcpSocket>(server.nextPendingConnection()));
-        }
+        QObject::connect(&server, &QTcpServer::newConnection, &server, [this, &server] {
+            while (QTcpSocket *socket = server.nextPendingConnection())
+                QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { answer(*socket); });
+        });
+        QEventLoop loop;
+        port.set_value(server.serverPort());
+        loop.exec();
     }
 
     void answer(QTcpSocket &socket) const
     {
-        if (!socket.waitForReadyRead())
-            return;
+        if (socket.state() != QAbstractSocket::ConnectedState)
+            return; // more of a request that is answered
         socket.write(bytes);
-        socket.waitForBytesWritten();
+        socket.flush();
         QThread::usleep(100);
         socket.disconnectFromHost();
-        if (socket.state() != QAbstractSocket::UnconnectedState)
-            socket.waitForDisconnected();
     }
 
     const QByteArray bytes;
-    std::atomic<int> port = 0;
-    std::atomic<bool> stopping = false;
+    std::promise<quint16> port;
     std::unique_ptr<QThread> thread;
 };
 
