@@ -18,7 +18,11 @@
 namespace tideloft::ui
 {
 
-HistoryList::HistoryList(QListWidget *watched) : QObject(watched), list(watched), widgets(watched)
+HistoryList::HistoryList(QListWidget *watched, int slice)
+    : QObject(watched),
+      list(watched),
+      widgets(watched),
+      sliceLength(slice)
 {
     list->setItemDelegate(new HistoryDelegate(list));
     list->viewport()->installEventFilter(this);

@@ -14,6 +14,8 @@ class QDeadlineTimer;
 namespace tideloft::ui
 {
 
+class Slice;
+
 /// Shows rows in a list that it watches from then on. What is on screen and the newest rows are opened,
 /// measured and made at once. All others are opened and measured in short slices between events, the nearest
 /// first. Until then an entry's height is an estimate; when that changes, nothing on screen moves.
@@ -26,9 +28,10 @@ public:
     static constexpr int newestWithWidgets = 200;
     /// ms; messages that are hard to draw wait for their turn once those at once have taken so long.
     static constexpr int longestAtOnce = 1'000;
+    static constexpr int usualSlice = 6; ///< ms; a longer one could be noticed
 
-    /// WATCHED owns it.
-    explicit HistoryList(QListWidget *watched);
+    /// WATCHED owns it. A slice takes about SLICE ms.
+    explicit HistoryList(QListWidget *watched, int slice = usualSlice);
 
     /// Makes the list show ROWS and scrolls it to its bottom. Rows that it shows already are not touched.
     void show(const QList<HistoryRow> &rows);
@@ -46,6 +49,7 @@ private:
     void renumber();
     [[nodiscard]] bool needsScrollBar() const;
     void measure(int index);
+    bool measureIn(Slice &slice, int index);
     void measureAtOnce(RowRange range, const QDeadlineTimer &end);
     [[nodiscard]] RowRange newest(int count) const;
     [[nodiscard]] bool isAtBottom() const;
@@ -61,15 +65,16 @@ private:
     void onResized();
     void remeasure(bool fontsAreNew);
     void work();
-    bool workNearby(RowRange middle, const QDeadlineTimer &end);
-    bool makeNearby(const QList<int> &rows, const QDeadlineTimer &end);
-    bool measureOutward(RowRange middle, const QDeadlineTimer &end);
-    bool measureBeside(RowRange middle, const QDeadlineTimer &end);
+    bool workNearby(RowRange middle, Slice &slice);
+    bool makeNearby(const QList<int> &rows, Slice &slice);
+    bool measureOutward(RowRange middle, Slice &slice);
+    bool measureBeside(RowRange middle, Slice &slice);
     void takeFarWidgets();
     void rememberPlace();
 
     QListWidget *list;
     HistoryWidgets widgets;
+    const int sliceLength; ///< ms
     QBasicTimer slices;
     int width = 0;            ///< of the viewport, for which rows are measured
     int topBefore = -1;       ///< the first row on screen, and

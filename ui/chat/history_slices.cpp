@@ -3,7 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/history_list.h"
 
-#include <QDeadlineTimer>
+#include "ui/lists/slice.h"
+
 #include <QListWidget>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -15,9 +16,6 @@ namespace tideloft::ui
 
 namespace
 {
-
-// The last message of a slice may need a millisecond more.
-constexpr int sliceMilliseconds = 6;
 
 constexpr int mostWidthsInSlices = 20;
 
@@ -43,10 +41,10 @@ void HistoryList::rememberPlace()
 void HistoryList::work()
 {
     const QScopedValueRollback<bool> settling(isSettling, true);
-    const QDeadlineTimer end(sliceMilliseconds);
+    Slice slice(sliceLength);
     const RowRange middle = rowsOnScreen(list);
     const int widthBefore = width;
-    const bool isDone = workNearby(middle, end) && measureOutward(middle, end);
+    const bool isDone = workNearby(middle, slice) && measureOutward(middle, slice);
     // If rows were higher where they are wider, the scroll bar would come and go for ever.
     const bool isEndless = width != widthBefore && ++widthsInSlices > mostWidthsInSlices;
     if (isDone || isEndless) {
@@ -56,25 +54,25 @@ void HistoryList::work()
 }
 
 /// Measures and makes what is to have a widget while MIDDLE is on screen. True once nothing is left to do.
-bool HistoryList::workNearby(RowRange middle, const QDeadlineTimer &end)
+bool HistoryList::workNearby(RowRange middle, Slice &slice)
 {
     if (preparedFor == middle)
         return true;
     const QList<int> rows = nearRows(middle);
     bool isApplied = true;
     for (const int index : rows) {
-        if (end.hasExpired())
+        if (!measureIn(slice, index))
             return false;
-        measure(index);
         const HistoryEntry *entry = widgets.entry(index);
         isApplied = isApplied && (!entry || entry->isApplied());
     }
-    if (end.hasExpired())
-        return false;
-    if (!isApplied || isStale)
+    if (!isApplied || isStale) {
+        if (!slice.mayBegin())
+            return false;
         layOut(-1, isAtBottom());
+    }
     // A scroll bar may have come or gone: every row has another width then, and is to be measured again.
-    if (isStale || !makeNearby(rows, end))
+    if (isStale || !makeNearby(rows, slice))
         return false;
     preparedFor = middle;
     return true;
@@ -82,7 +80,7 @@ bool HistoryList::workNearby(RowRange middle, const QDeadlineTimer &end)
 
 /// Measures the other rows. The list learns of many at once: it lays all of them out, and paints itself,
 /// which takes the first part of a slice. True once all are measured and the list knows.
-bool HistoryList::measureOutward(RowRange middle, const QDeadlineTimer &end)
+bool HistoryList::measureOutward(RowRange middle, Slice &slice)
 {
     if (isStale || areMeasured || unapplied.size() > qMax(250, list->count() / 10))
         layOut(-1, isAtBottom());
@@ -90,18 +88,27 @@ bool HistoryList::measureOutward(RowRange middle, const QDeadlineTimer &end)
         return false;
     if (std::exchange(measuredFrom, middle) != middle)
         distance = 0;
-    areMeasured = areMeasured || measureBeside(middle, end);
+    areMeasured = areMeasured || measureBeside(middle, slice);
     return areMeasured && unapplied.isEmpty();
 }
 
+/// False when the slice is over and the row at INDEX is still to be measured.
+bool HistoryList::measureIn(Slice &slice, int index)
+{
+    if (!widgets.needsMeasure(index))
+        return true;
+    if (!slice.mayBegin())
+        return false;
+    measure(index);
+    return true;
+}
+
 /// Goes on from the screen outward, above and below by turns.
-bool HistoryList::measureBeside(RowRange middle, const QDeadlineTimer &end)
+bool HistoryList::measureBeside(RowRange middle, Slice &slice)
 {
     for (; middle.first - distance > 0 || middle.end + distance < list->count(); ++distance) {
-        if (end.hasExpired())
+        if (!measureIn(slice, middle.first - 1 - distance) || !measureIn(slice, middle.end + distance))
             return false;
-        measure(middle.first - 1 - distance);
-        measure(middle.end + distance);
     }
     return true;
 }

@@ -3,7 +3,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/chat/history_list.h"
 
-#include <QDeadlineTimer>
+#include "ui/lists/slice.h"
+
 #include <QListWidget>
 
 #include <algorithm>
@@ -50,13 +51,13 @@ bool HistoryList::makeWidgets(RowRange range)
     return isChanged;
 }
 
-bool HistoryList::makeNearby(const QList<int> &rows, const QDeadlineTimer &end)
+bool HistoryList::makeNearby(const QList<int> &rows, Slice &slice)
 {
     bool isChanged = false;
     const auto isMade = [&](int index) {
         if (!widgets.needsWidget(index))
             return true;
-        if (end.hasExpired())
+        if (!slice.mayBegin())
             return false;
         make(index);
         return isChanged = true;

@@ -43,11 +43,17 @@ HistoryEntry *HistoryWidgets::entry(int index) const
     return item && item->type() == HistoryEntry::entryType ? static_cast<HistoryEntry *>(item) : nullptr;
 }
 
+bool HistoryWidgets::needsMeasure(int index) const
+{
+    const HistoryEntry *asked = entry(index);
+    return asked && !asked->isMeasured();
+}
+
 bool HistoryWidgets::measure(int index)
 {
-    HistoryEntry *measured = entry(index);
-    if (!measured || measured->isMeasured())
+    if (!needsMeasure(index))
         return false;
+    HistoryEntry *measured = entry(index);
     if (!fonts)
         fonts = rowFonts(list->viewport());
     measured->setMeasure(rowSize(measured->row(), list->viewport()->width(), *fonts, measured->measured()));

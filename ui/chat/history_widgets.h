@@ -23,6 +23,7 @@ public:
     /// The history's entry at INDEX; null for another kind, such as a notice.
     [[nodiscard]] HistoryEntry *entry(int index) const;
 
+    [[nodiscard]] bool needsMeasure(int index) const;
     /// Opens and measures the entry at INDEX. False if there is nothing to do.
     bool measure(int index);
     /// Fonts may have changed.

@@ -5,10 +5,10 @@
 
 #include "ui/lists/row_list.h"
 #include "ui/lists/row_reconciler.h"
+#include "ui/lists/slice.h"
 #include "ui/sidebar/conversation_entry.h"
 #include "ui/sidebar/conversation_row.h"
 
-#include <QDeadlineTimer>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QListWidget>
@@ -25,16 +25,16 @@ namespace tideloft::ui
 namespace
 {
 
-// The last row of a slice may need two milliseconds more.
-constexpr int sliceMilliseconds = 6;
-
 // Widgets are made before they are scrolled to, and stay for a while.
 constexpr int screensMade = 1;
 constexpr int screensKept = 2;
 
 } // namespace
 
-ConversationList::ConversationList(QListWidget *watched) : QObject(watched), list(watched)
+ConversationList::ConversationList(QListWidget *watched, int slice)
+    : QObject(watched),
+      list(watched),
+      sliceLength(slice)
 {
     list->setUniformItemSizes(true);
     list->viewport()->installEventFilter(this);
@@ -124,13 +124,13 @@ void ConversationList::settle()
 void ConversationList::work()
 {
     const QScopedValueRollback<bool> changing(isChanging, true);
-    const QDeadlineTimer end(sliceMilliseconds);
+    Slice slice(sliceLength);
     const RowRange middle = rowsOnScreen(list);
     bool isChanged = false;
     const auto isMade = [&](int index) {
         if (!needsWidget(index))
             return true;
-        if (end.hasExpired())
+        if (!slice.mayBegin())
             return false;
         make(index);
         return isChanged = true;

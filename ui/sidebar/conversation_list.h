@@ -24,8 +24,10 @@ class ConversationList : public QObject
     Q_OBJECT
 
 public:
-    /// WATCHED owns it.
-    explicit ConversationList(QListWidget *watched);
+    static constexpr int usualSlice = 6; ///< ms; a longer one could be noticed
+
+    /// WATCHED owns it. A slice takes about SLICE ms.
+    explicit ConversationList(QListWidget *watched, int slice = usualSlice);
 
     /// Makes the list show ROWS. Rows that it shows already are not touched. No entry is selected any more;
     /// the current one stays current for the keyboard, wherever it stands now, but nothing marks it.
@@ -52,6 +54,7 @@ private:
     void takeFarWidgets();
 
     QListWidget *list;
+    const int sliceLength; ///< ms
     QBasicTimer slices;
     RowRange withWidgets; ///< holds every row that has a widget
     bool isChanging = false;

@@ -22,9 +22,10 @@ namespace
 
 /// A history in its list, and its rows, which are the same in both ways of showing them.
 template <typename History> struct Side {
-    Side(QWidget *parent, quint32 seed, int count)
+    template <typename... Options>
+    Side(QWidget *parent, quint32 seed, int count, Options... options)
         : window(parent),
-          history(new History(&window.list)),
+          history(new History(&window.list, options...)),
           messages(seed),
           rows(messages.rows(count))
     {
@@ -105,21 +106,25 @@ template <typename Change> void TestHistoryOracle::both(Change change)
 void TestHistoryOracle::looksLikeAListOfAllWidgets_data()
 {
     QTest::addColumn<quint32>("seed");
+    QTest::addColumn<int>("slice");
+    QTest::newRow("slices of no time") << quint32(0) << 0;
     for (int seed = 1; seed <= rounds(6, 3'000); ++seed)
-        QTest::addRow("seed %d", seed) << quint32(seed);
+        QTest::addRow("seed %d", seed) << quint32(seed) << HistoryList::usualSlice;
 }
 
-// With an even seed a screen reader asks about rows.
+// With an even seed a screen reader asks about rows. A computer may need longer than a slice to find out what
+// is left to do.
 void TestHistoryOracle::looksLikeAListOfAllWidgets()
 {
     QFETCH(const quint32, seed);
+    QFETCH(const int, slice);
     choose.seed(seed);
     isHeard = seed % 2 == 0;
     QWidget window; // both lists are in the same, so that both or none are active
     window.resize(2'000, 520);
     window.show();
     const int count = 150 + below(250);
-    lazy = std::make_unique<Lazy>(&window, seed, count);
+    lazy = std::make_unique<Lazy>(&window, seed, count, slice);
     eager = std::make_unique<Eager>(&window, seed, count);
     eager->window.list.move(1'000, 0);
     both([](auto &side) { side.history->show(side.rows); });

@@ -31,6 +31,7 @@ class TestConversationEntry : public QObject
 private slots:
     void init() { failOnToolkitWarnings(); }
     void onlyWhatIsOnScreenIsThereAtOnce();
+    void neighboursFollow_data();
     void neighboursFollow();
     void whatIsScrolledToIsThereAtOnce();
     void farWidgetsAreTakenBack();
@@ -57,12 +58,21 @@ void TestConversationEntry::onlyWhatIsOnScreenIsThereAtOnce()
     QVERIFY(!conversations->isSettled());
 }
 
+// A computer may need longer than a slice to find out what is left to do.
+void TestConversationEntry::neighboursFollow_data()
+{
+    QTest::addColumn<int>("slice");
+    QTest::newRow("slices as usual") << ConversationList::usualSlice;
+    QTest::newRow("slices of no time") << 0;
+}
+
 void TestConversationEntry::neighboursFollow()
 {
+    QFETCH(const int, slice);
     Conversations service;
     service.fill(300);
     ConversationWindow window;
-    auto *conversations = new ConversationList(&window.list);
+    auto *conversations = new ConversationList(&window.list, slice);
     conversations->show(service.rows());
     QTRY_VERIFY_WITH_TIMEOUT(conversations->isSettled(), 60'000);
     QVERIFY(window.hasWidget(15));
