@@ -70,8 +70,8 @@ BatchDecisions::Parties lockedParties(Database &database, const Messages &messag
 // keep the server from reading whole tables for many messages.
 std::vector<Before> whatCameBefore(Database &database, const Messages &messages)
 {
-    std::vector<std::size_t> numbers(messages.size());
-    std::iota(numbers.begin(), numbers.end(), std::size_t{0});
+    std::vector<qint64> numbers(messages.size());
+    std::iota(numbers.begin(), numbers.end(), qint64{0});
     Rows rows = database.run(
         u"SELECT number, stored, talked"
         " FROM unnest(CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS BIGINT[]), CAST(? AS"

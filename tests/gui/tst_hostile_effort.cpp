@@ -171,8 +171,9 @@ void TestHostileEffort::aPageAtRestIsNotDrawn()
                         u"x"_s.repeated(25), u"\u00a0x"_s.repeated(500), u"中"_s.repeated(3'000)});
     letThingsSettle();
     QVERIFY(drawnTexts.count > 0);
-    const auto fadings = probe.window->findChildren<QGraphicsEffect *>();
-    for (const QPointer<QGraphicsEffect> fading : fadings)
+    const auto effects = probe.window->findChildren<QGraphicsEffect *>();
+    const QList<QPointer<QGraphicsEffect>> fadings(effects.begin(), effects.end());
+    for (const QPointer<QGraphicsEffect> &fading : fadings)
         QTRY_VERIFY(!fading || !fading->isEnabled());
     letThingsSettle();
     drawnTexts.count = 0;

@@ -123,8 +123,8 @@ void TestToolkitLanguage::everyWordOfTheFileDialogIsTranslated()
 {
     const auto english = wordsOfFileDialog(Language::English, files);
     const auto swedish = wordsOfFileDialog(Language::Swedish, files);
-    QVERIFY(english.values().contains(u"Cancel"_s)); // the dialog's words are seen at all
-    QVERIFY(english.values().contains(u"Date Modified"_s));
+    QVERIFY(!english.key(u"Cancel"_s).isEmpty()); // the dialog's words are seen at all
+    QVERIFY(!english.key(u"Date Modified"_s).isEmpty());
     QCOMPARE(swedish.keys(), english.keys());
     QStringList same;
     for (auto word = english.begin(); word != english.end(); ++word) {

@@ -113,7 +113,7 @@ void TestSessionLookUps::othersAskForThemselvesAfterFailure()
     const auto second = lookUps.want(hashOf(2));
     Database broken(place);
     broken.run(u"SET search_path = pg_catalog"_s);
-    QVERIFY_EXCEPTION_THROWN(lookUps.find(broken, first), StorageError);
+    QVERIFY_THROWS_EXCEPTION(StorageError, lookUps.find(broken, first));
     QCOMPARE(ownerOf(lookUps, second), u"user2"_s);
     QCOMPARE(ownerOf(lookUps, first), u"user1"_s);
 }

@@ -62,8 +62,8 @@ void TestComposition::lastsWhileSyllablesFollowEachOther()
 {
     compose(u"안"_s);
     bool duringChange = false;
-    connect(field.get(), &QLineEdit::textChanged, field.get(),
-            [&] { duringChange = composition->isActive(); });
+    QLineEdit &changed = *field;
+    connect(&changed, &QLineEdit::textChanged, &changed, [&] { duringChange = composition->isActive(); });
     compose(u"녕"_s, u"안"_s);
     QVERIFY(duringChange);
     QVERIFY(composition->isActive());
