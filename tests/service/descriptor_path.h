@@ -10,14 +10,14 @@
 namespace tideloft::tests
 {
 
-/// False, and PATH holds nothing, when the descriptor has no file.
-inline bool readPathOf(int descriptor, char (&path)[4096])
+/// False, and TARGET holds nothing, when the descriptor has no file.
+inline bool readPathOf(int descriptor, char (&target)[4096])
 {
-    char own[64];
-    std::snprintf(own, sizeof own, "/proc/self/fd/%d", descriptor);
-    const ssize_t size = readlink(own, path, sizeof path - 1);
+    char entry[64];
+    std::snprintf(entry, sizeof entry, "/proc/self/fd/%d", descriptor);
+    const ssize_t size = readlink(entry, target, sizeof target - 1);
     if (size >= 0)
-        path[size] = '\0';
+        target[size] = '\0';
     return size >= 0;
 }
 
