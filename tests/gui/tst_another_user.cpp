@@ -13,7 +13,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace tideloft::tests;
-using tideloft::ui::Language;
 
 namespace
 {

@@ -37,7 +37,7 @@ private:
     using Messages = std::vector<MessageToStore>;
     /// Stores the messages by the one writer of STORE, who finds all of them at once. FIRST is called before.
     static QList<bool> storeWaiting(
-        StoreThreads &store, Messages &messages, const std::function<void()> &first = [] {});
+        StoreThreads &store, Messages &waiting, const std::function<void()> &first = [] {});
     StoreSettings oneWriter(const QString &place) const
     {
         StoreSettings settings{place};
@@ -68,14 +68,14 @@ void TestWaitingMessages::init()
     }
 }
 
-QList<bool> TestWaitingMessages::storeWaiting(StoreThreads &store, Messages &messages,
+QList<bool> TestWaitingMessages::storeWaiting(StoreThreads &store, Messages &waiting,
                                               const std::function<void()> &first)
 {
     Gate gate;
     store.write({gate.change(), [](const std::exception_ptr &) {}, {}, true}); // without a commit of its own
     gate.awaitWriter();
     std::vector<std::shared_ptr<WriteOutcome>> outcomes;
-    for (MessageToStore &each : messages) {
+    for (MessageToStore &each : waiting) {
         const std::shared_ptr<MessageToStore> message(&each, [](MessageToStore *) {});
         outcomes.push_back(write(
             store, [message](Database &database) { storeMessage(database, *message); }, message));
