@@ -159,7 +159,8 @@ QStringList Haproxy::prepare(const Behind &services)
             path(u"haproxy.cfg"_s)};
 }
 
-QByteArray Haproxy::stateOf(const QByteArray &backend, const QByteArray &server) const
+QByteArray Haproxy::statistic(const QByteArray &name, const QByteArray &backend,
+                              const QByteArray &server) const
 {
     QLocalSocket socket;
     socket.connectToServer(path(u"ctl"_s));
@@ -169,7 +170,7 @@ QByteArray Haproxy::stateOf(const QByteArray &backend, const QByteArray &server)
     while (socket.waitForReadyRead())
         table += socket.readAll();
     const QList<QByteArray> lines = table.split('\n');
-    const qsizetype column = lines.constFirst().split(',').indexOf("status");
+    const qsizetype column = lines.constFirst().split(',').indexOf(name);
     for (const QByteArray &line : lines) {
         const QList<QByteArray> fields = line.split(',');
         if (fields.value(0) == backend && fields.value(1) == server)

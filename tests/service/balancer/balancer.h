@@ -65,7 +65,13 @@ class Haproxy : public Balancer
 {
 public:
     /// Of "one" or "two" in a back-end, as HAProxy itself tells: "UP", "DOWN", "UP 1/2".
-    QByteArray stateOf(const QByteArray &backend, const QByteArray &server) const;
+    QByteArray stateOf(const QByteArray &backend, const QByteArray &server) const
+    {
+        return statistic("status", backend, server);
+    }
+
+    /// A column of HAProxy's table of statistics; empty where it has none.
+    QByteArray statistic(const QByteArray &name, const QByteArray &backend, const QByteArray &server) const;
 
     /// What HAProxy says of the package's file behind the configuration in FILE; empty when nothing is wrong.
     QByteArray problemsBehind(const QString &file);

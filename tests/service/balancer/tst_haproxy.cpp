@@ -25,6 +25,7 @@ private slots:
     void goesWithDebiansConfiguration();
     void deadServiceIsTakenOutAndComesBack();
     void illServiceIsTakenOut();
+    void clientKeepsOneConnectionToOneService();
     void certificateIsOfWhoEndsTls();
     void otherNamesAreNotPassedOn();
     void headersOfClientsAreNotTakenForHaproxys_data();
@@ -111,6 +112,18 @@ void TestHaproxy::illServiceIsTakenOut()
             QCOMPARE(healthAt(haproxy->endedPort, front()), 200);
     }
     QTRY_VERIFY_WITH_TIMEOUT(allTellOf("one", "UP"), patience);
+}
+
+// Each connection costs a handshake. Those that HAProxy counts as idle it closes after some seconds.
+void TestHaproxy::clientKeepsOneConnectionToOneService()
+{
+    TlsClient client(haproxy->endedPort, front());
+    for (int i = 0; i < 6; ++i)
+        QCOMPARE(parsedReply(client.exchange("GET /healthz HTTP/1.1\r\nHost: localhost\r\n\r\n")).status,
+                 200);
+    QCOMPARE(haproxy->statistic("connect", "tideloft-ended", "BACKEND"), "1");
+    for (const QByteArray server : {"one", "two"})
+        QCOMPARE(haproxy->statistic("idle_conn_cur", "tideloft-ended", server), "0");
 }
 
 void TestHaproxy::certificateIsOfWhoEndsTls()
