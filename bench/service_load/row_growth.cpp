@@ -10,6 +10,9 @@
 #include "service/store/schema.h"
 #include "tests/service/postgresql_cluster.h"
 
+#include <QDirIterator>
+#include <QFile>
+
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -25,12 +28,14 @@ namespace
 class GrownService
 {
 public:
-    GrownService(const QString &at, int users)
-        : place(at.isEmpty() ? folder.path(u"service.sqlite"_s) : at),
-          seeded(grow(place, users)),
-          service(folder, ServiceProcess::Transport::Plain, {u"--quiet"_s, u"--database"_s, place})
+    /// On a file in the folder.
+    GrownService(const Folder &home, int users)
+        : GrownService(home.path(u"service.sqlite"_s), home.path(u"."_s), users)
     {
-        service.start();
+    }
+    GrownService(const tests::PostgresqlCluster &cluster, int users)
+        : GrownService(cluster.url(), cluster.data(), users)
+    {
     }
 
     double millisecondsOfAPoll(double seconds)
@@ -57,23 +62,44 @@ public:
     }
 
 private:
+    GrownService(const QString &at, const QString &files, int users)
+        : place(at),
+          filesOfThePlace(files),
+          seeded(grow(place, users)),
+          service(folder, ServiceProcess::Transport::Plain, {u"--quiet"_s, u"--database"_s, place})
+    {
+        service.start();
+    }
     const SeededUser &anybody()
     {
         return seeded[std::uniform_int_distribution<std::size_t>(0, seeded.size() - 1)(generator)];
     }
+    // A system may take back the memory of files that nobody has read for some seconds.
+    void readFiles() const
+    {
+        QByteArray piece(qsizetype{1024} * 1024, Qt::Uninitialized);
+        QDirIterator files(filesOfThePlace, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+                continue; // the server has removed it meanwhile
+            while (file.read(piece.data(), piece.size()) > 0) {
+            }
+        }
+    }
     double measure(double seconds, const std::function<std::string(int)> &next, int status) const
     {
-        return 1000
-               / repliesASecond(
-                   {{service.port()},
-                    1,
-                    next,
-                    [status](const Reply &reply) { return reply.status == status && reply.bodyBytes > 10; }},
-                   seconds);
+        readFiles();
+        const auto check = [status](const Reply &reply) {
+            return reply.status == status && reply.bodyBytes > 10;
+        };
+        const Where where{service.port()};
+        return 1000 / repliesASecond({where, 1, next, check}, seconds);
     }
 
     const Folder folder;
     const QString place;
+    const QString filesOfThePlace;
     const std::vector<SeededUser> seeded;
     ServiceProcess service;
     std::mt19937 generator{1};
@@ -127,9 +153,9 @@ void measureGrowth(bool full)
     const tests::PostgresqlCluster few(settings);
     const tests::PostgresqlCluster more(settings);
     const tests::PostgresqlCluster many(settings);
-    GrownService small(few.url(), fewUsers);
-    GrownService middle(more.url(), moreUsers);
-    GrownService large(many.url(), users);
+    GrownService small(few, fewUsers);
+    GrownService middle(more, moreUsers);
+    GrownService large(many, users);
     compareGrown(large, small, titleOf(users, fewUsers, large, "PostgreSQL"), full ? 5 : 1);
     compareGrown(large, middle, titleOf(users, moreUsers, large, "PostgreSQL"), full ? 5 : 1);
 }
@@ -137,9 +163,12 @@ void measureGrowth(bool full)
 void measureGrowthOfAFile(bool full)
 {
     const int users = full ? manyUsers : manyInAMoment;
-    GrownService small({}, fewUsers);
-    GrownService middle({}, moreUsers);
-    GrownService large({}, users);
+    const Folder few;
+    const Folder more;
+    const Folder many;
+    GrownService small(few, fewUsers);
+    GrownService middle(more, moreUsers);
+    GrownService large(many, users);
     compareGrown(large, small, titleOf(users, fewUsers, large, "SQLite"), full ? 5 : 1);
     compareGrown(large, middle, titleOf(users, moreUsers, large, "SQLite"), full ? 5 : 1);
 }

@@ -37,6 +37,9 @@ public:
 
     QString url() const;
 
+    /// The folder of what it keeps.
+    QString data() const { return folder.filePath(QStringLiteral("data")); }
+
     /// Where a program of PostgreSQL lies.
     static QString program(const QString &name);
     quint16 port() const { return usedPort; }
@@ -53,7 +56,6 @@ public:
 
 private:
     void runTool(const QString &name, const QStringList &arguments) const;
-    QString data() const { return folder.filePath(QStringLiteral("data")); }
 
     const QStringList settings;
     const QTemporaryDir folder;
