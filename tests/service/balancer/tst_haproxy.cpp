@@ -122,7 +122,7 @@ void TestHaproxy::clientKeepsOneConnectionToOneService()
         QCOMPARE(parsedReply(client.exchange("GET /healthz HTTP/1.1\r\nHost: localhost\r\n\r\n")).status,
                  200);
     QCOMPARE(haproxy->statistic("connect", "tideloft-ended", "BACKEND"), "1");
-    for (const QByteArray server : {"one", "two"})
+    for (const char *server : {"one", "two"})
         QCOMPARE(haproxy->statistic("idle_conn_cur", "tideloft-ended", server), "0");
 }
 
