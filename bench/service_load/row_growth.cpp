@@ -14,6 +14,7 @@
 #include <QFile>
 
 #include <random>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -62,9 +63,9 @@ public:
     }
 
 private:
-    GrownService(const QString &at, const QString &files, int users)
-        : place(at),
-          filesOfThePlace(files),
+    GrownService(QString at, QString files, int users)
+        : place(std::move(at)),
+          filesOfThePlace(std::move(files)),
           seeded(grow(place, users)),
           service(folder, ServiceProcess::Transport::Plain, {u"--quiet"_s, u"--database"_s, place})
     {
