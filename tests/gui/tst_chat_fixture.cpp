@@ -119,13 +119,14 @@ QStringList ChatWindow::peers() const
     return names;
 }
 
+// Hundreds of messages take their time under a tool.
 bool ChatWindow::refreshAndWait(const QByteArray &request)
 {
     const qsizetype before = service.count(request);
     refresh();
     const auto *history = messageList()->findChild<ui::HistoryList *>();
     return service.waitForRequests(request, before + 1) && settle()
-           && waitFor([history] { return history->isSettled(); }, patience());
+           && waitFor([history] { return history->isSettled(); }, 12 * patience());
 }
 
 } // namespace tideloft::tests
