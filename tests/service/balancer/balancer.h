@@ -70,7 +70,7 @@ public:
         return statistic("status", backend, server);
     }
 
-    /// A column of HAProxy's table of statistics; empty where it has none.
+    /// What a column of HAProxy's table of statistics says of a server, or of "BACKEND"; or nothing.
     QByteArray statistic(const QByteArray &name, const QByteArray &backend, const QByteArray &server) const;
 
     /// What HAProxy says of the package's file behind the configuration in FILE; empty when nothing is wrong.

@@ -25,7 +25,8 @@ private slots:
     void goesWithDebiansConfiguration();
     void deadServiceIsTakenOutAndComesBack();
     void illServiceIsTakenOut();
-    void clientKeepsOneConnectionToOneService();
+    void connectionOfAClientKeepsOneToOneService();
+    void connectionOfAClientOutlivesTheService();
     void certificateIsOfWhoEndsTls();
     void otherNamesAreNotPassedOn();
     void headersOfClientsAreNotTakenForHaproxys_data();
@@ -52,6 +53,10 @@ private:
     int healthAt(quint16 port, const TlsPeer &peer) const
     {
         return FrontClient(port, peer).get("/healthz").status;
+    }
+    static int healthOver(TlsClient &client)
+    {
+        return parsedReply(client.exchange("GET /healthz HTTP/1.1\r\nHost: localhost\r\n\r\n")).status;
     }
 
     std::unique_ptr<Haproxy> haproxy;
@@ -114,16 +119,23 @@ void TestHaproxy::illServiceIsTakenOut()
     QTRY_VERIFY_WITH_TIMEOUT(allTellOf("one", "UP"), patience);
 }
 
-// Each connection costs a handshake. Those that HAProxy counts as idle it closes after some seconds.
-void TestHaproxy::clientKeepsOneConnectionToOneService()
+// Each connection to a service costs a handshake.
+void TestHaproxy::connectionOfAClientKeepsOneToOneService()
 {
     TlsClient client(haproxy->endedPort, front());
     for (int i = 0; i < 6; ++i)
-        QCOMPARE(parsedReply(client.exchange("GET /healthz HTTP/1.1\r\nHost: localhost\r\n\r\n")).status,
-                 200);
+        QCOMPARE(healthOver(client), 200);
     QCOMPARE(haproxy->statistic("connect", "tideloft-ended", "BACKEND"), "1");
-    for (const char *server : {"one", "two"})
-        QCOMPARE(haproxy->statistic("idle_conn_cur", "tideloft-ended", server), "0");
+}
+
+void TestHaproxy::connectionOfAClientOutlivesTheService()
+{
+    TlsClient client(haproxy->endedPort, front());
+    QCOMPARE(healthOver(client), 200);
+    const bool isOne = haproxy->statistic("stot", "tideloft-ended", "one") == "1";
+    QCOMPARE((isOne ? one : two)->stop(SIGKILL), -1);
+    QCOMPARE(healthOver(client), 200);
+    QCOMPARE(haproxy->statistic("stot", "tideloft-ended", isOne ? "two" : "one"), "1");
 }
 
 void TestHaproxy::certificateIsOfWhoEndsTls()
