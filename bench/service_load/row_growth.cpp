@@ -13,6 +13,8 @@
 #include <QDirIterator>
 #include <QFile>
 
+#include <unistd.h>
+
 #include <random>
 #include <utility>
 
@@ -69,6 +71,7 @@ private:
           seeded(grow(place, users)),
           service(folder, ServiceProcess::Transport::Plain, {u"--quiet"_s, u"--database"_s, place})
     {
+        ::sync(); // or the rows are written to the disk while something is measured
         service.start();
     }
     const SeededUser &anybody()
