@@ -78,7 +78,7 @@ private:
     {
         return seeded[std::uniform_int_distribution<std::size_t>(0, seeded.size() - 1)(generator)];
     }
-    // A system may take back the memory of files that nobody has read for some seconds.
+    // A system may drop from memory what nobody has read for some seconds.
     void readFiles() const
     {
         QByteArray piece(qsizetype{1024} * 1024, Qt::Uninitialized);
