@@ -71,14 +71,15 @@ private:
           seeded(grow(place, users)),
           service(folder, ServiceProcess::Transport::Plain, {u"--quiet"_s, u"--database"_s, place})
     {
-        ::sync(); // or the rows are written to the disk while something is measured
+        ::sync(); // the disk must not be busy with these rows when something is measured
         service.start();
     }
     const SeededUser &anybody()
     {
         return seeded[std::uniform_int_distribution<std::size_t>(0, seeded.size() - 1)(generator)];
     }
-    // A system may drop from memory what nobody has read for some seconds.
+    // So that no request waits for the disk: some systems drop a file from memory when nobody has read the
+    // file for some seconds.
     void readFiles() const
     {
         QByteArray piece(qsizetype{1024} * 1024, Qt::Uninitialized);
